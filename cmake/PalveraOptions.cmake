@@ -1,0 +1,33 @@
+# Flags that every target shares, so that one precompiled header serves them all.
+
+add_library(palvera_options INTERFACE)
+target_compile_options(palvera_options INTERFACE -fPIC -fno-omit-frame-pointer)
+target_compile_definitions(palvera_options INTERFACE
+    QT_NO_KEYWORDS                     # Qt's `emit` macro breaks asio::cancellation_signal::emit
+    QT_NO_CAST_TO_ASCII
+    QT_NO_FOREACH
+    BOOST_ASIO_SEPARATE_COMPILATION
+    BOOST_ASIO_NO_DEPRECATED
+    BOOST_BEAST_SEPARATE_COMPILATION)
+if(PALVERA_SANITIZE)
+  target_compile_options(palvera_options INTERFACE -fsanitize=${PALVERA_SANITIZE} -fno-sanitize-recover=all)
+  target_link_options(palvera_options INTERFACE -fsanitize=${PALVERA_SANITIZE})
+  if(PALVERA_SANITIZE MATCHES "thread")
+    target_compile_definitions(palvera_options INTERFACE BOOST_ASIO_DISABLE_STD_ATOMIC) # TSan does not see its fences
+    target_compile_options(palvera_options INTERFACE -Wno-tsan)
+  endif()
+endif()
+if(PALVERA_FUZZ)
+  target_compile_options(palvera_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+target_link_libraries(palvera_options INTERFACE Threads::Threads)
+
+# Strict warnings, for our own sources only: generated code (moc) would fail under them.
+set(palveraWarnings -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor
+    -Woverloaded-virtual -Wimplicit-fallthrough -Wunused -Werror)
+
+function(palvera_own_sources target)
+  set(own ${ARGN})
+  list(FILTER own INCLUDE REGEX "\\.cpp$")
+  set_property(SOURCE ${own} TARGET_DIRECTORY ${target} APPEND PROPERTY COMPILE_OPTIONS ${palveraWarnings})
+endfunction()

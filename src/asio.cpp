@@ -1,0 +1,3 @@
+#include <boost/asio/impl/src.hpp>
+#include <boost/asio/ssl/impl/src.hpp>
+#include <boost/beast/src.hpp>

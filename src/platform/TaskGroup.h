@@ -1,0 +1,44 @@
+#pragma once
+
+#include "platform/Task.h"
+
+#include <exception>
+#include <optional>
+#include <variant>
+#include <vector>
+
+namespace palvera {
+
+/// How an operation ended: with a value, or with a failure.
+template <class T>
+struct Outcome {
+    std::optional<T> value;
+    std::exception_ptr failure;
+};
+template <>
+struct Outcome<void> {
+    std::exception_ptr failure;
+};
+
+/// Runs `operation` and gives its failure, a cancellation included, as a value.
+template <class T>
+Task<Outcome<T>> outcomeOf(Task<T> operation)
+{
+    Outcome<T> outcome;
+    try {
+        if constexpr (std::is_void_v<T>)
+            co_await std::move(operation);
+        else
+            outcome.value = co_await std::move(operation);
+    } catch (...) {
+        outcome.failure = std::current_exception();
+    }
+    co_return outcome;
+}
+
+/// Runs all of `operations` at once on the caller's executor, which must be serial, and waits until every one has
+/// ended; a failure cancels none of the others. Gives the failures in the order of `operations`, null for a success.
+/// Cancelling cancels them all and still waits for them; the caller is then in a cancelled state.
+Task<std::vector<std::exception_ptr>> joinAll(std::vector<Task<void>> operations);
+
+} // namespace palvera

@@ -1,0 +1,82 @@
+#include "support/Simulation.h"
+
+#include <boost/asio/use_awaitable.hpp>
+
+namespace palvera {
+
+namespace asio = boost::asio;
+
+Task<void> ManualClock::sleepUntil(Moment moment)
+{
+    if (moment <= m_now)
+        co_return;
+    auto timer = std::make_shared<asio::steady_timer>(co_await asio::this_coro::executor, Moment::max());
+    struct Bed { // leaves the list however the wait ends, also when the frame is dropped
+        std::list<Sleeper>& all;
+        std::list<Sleeper>::iterator mine;
+        ~Bed() { all.erase(mine); }
+    } bed{m_sleepers, m_sleepers.insert(m_sleepers.end(), Sleeper{.wake = moment, .timer = timer})};
+    std::exception_ptr interrupted;
+    try {
+        co_await timer->async_wait(asio::use_awaitable);
+    } catch (...) {
+        interrupted = std::current_exception();
+    }
+    if (!bed.mine->woken)
+        std::rethrow_exception(interrupted);
+}
+
+bool ManualClock::advanceToNextWake()
+{
+    std::optional<Moment> next;
+    for (const auto& sleeper : m_sleepers)
+        if (!sleeper.woken && (!next || sleeper.wake < *next))
+            next = sleeper.wake;
+    if (!next)
+        return false;
+    advanceTo(*next);
+    return true;
+}
+
+void ManualClock::advanceTo(Moment moment)
+{
+    m_now = std::max(m_now, moment);
+    for (auto& sleeper : m_sleepers) {
+        if (sleeper.woken || sleeper.wake > m_now)
+            continue;
+        sleeper.woken = true;
+        sleeper.timer->cancel();
+    }
+}
+
+void Simulation::start(Task<void> operation)
+{
+    asio::co_spawn(m_io, std::move(operation), [this](std::exception_ptr failure) {
+        if (failure && !m_failure)
+            m_failure = failure;
+    });
+}
+
+bool Simulation::step()
+{
+    m_io.restart();
+    bool ran = m_io.poll_one() > 0;
+    if (m_failure)
+        std::rethrow_exception(std::exchange(m_failure, nullptr));
+    return ran;
+}
+
+void Simulation::runUntil(const std::function<bool()>& reached)
+{
+    while (!reached())
+        if (!step() && !clock.advanceToNextWake())
+            throw std::runtime_error("everything waits and nothing will wake it");
+}
+
+void Simulation::settle()
+{
+    while (step()) {
+    }
+}
+
+} // namespace palvera

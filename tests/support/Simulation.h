@@ -1,0 +1,93 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+#include <boost/asio/co_spawn.hpp>
+#include <boost/asio/io_context.hpp>
+#include <boost/asio/steady_timer.hpp>
+
+#include <list>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+
+namespace palvera {
+
+/// A clock that stands still until a test, or a Simulation, moves it. One thread.
+class ManualClock final : public Clock {
+public:
+    /// Virtual time starts here; the wall shows 2026-01-01 12:00:00 UTC.
+    static constexpr WallTime wallStart{std::chrono::seconds{1'767'268'800}};
+
+    Moment now() const override { return m_now; }
+    WallTime wallNow() const override
+    {
+        return wallStart + std::chrono::duration_cast<WallTime::duration>(m_now - Moment{});
+    }
+    Task<void> sleepUntil(Moment moment) override;
+
+    /// The time since the start.
+    std::chrono::nanoseconds elapsed() const { return m_now - Moment{}; }
+    /// Moves on by `duration`, waking every sleeper whose moment has come. They run when the executor does.
+    void advance(std::chrono::nanoseconds duration) { advanceTo(m_now + duration); }
+    /// Moves to the earliest wake-up and wakes it. False when nobody sleeps.
+    bool advanceToNextWake();
+
+private:
+    struct Sleeper {
+        Moment wake;
+        std::shared_ptr<boost::asio::steady_timer> timer; // waits for ever; cancelled to wake
+        bool woken = false;
+    };
+
+    void advanceTo(Moment moment);
+
+    Moment m_now{};
+    std::list<Sleeper> m_sleepers;
+};
+
+/// A world in which nothing takes time but waiting for the clock: operations run on one thread, and whenever all of
+/// them wait the clock jumps to the next wake-up. An operation that would wait for ever fails the test at once.
+class Simulation {
+public:
+    ManualClock clock;
+
+    Executor executor() { return m_io.get_executor(); }
+
+    /// Starts `operation` and returns at once; its failure, if any, comes out of the run in which it happens.
+    void start(Task<void> operation);
+
+    /// Runs until `operation` has ended and gives its result.
+    template <class T>
+    T run(Task<T> operation)
+    {
+        std::optional<std::exception_ptr> ended;
+        std::conditional_t<std::is_void_v<T>, int, std::optional<T>> result{};
+        if constexpr (std::is_void_v<T>)
+            boost::asio::co_spawn(m_io, std::move(operation), [&](std::exception_ptr failure) { ended = failure; });
+        else
+            boost::asio::co_spawn(m_io, std::move(operation), [&](std::exception_ptr failure, T value) {
+                ended = failure;
+                if (!failure)
+                    result = std::move(value);
+            });
+        runUntil([&] { return ended.has_value(); });
+        if (*ended)
+            std::rethrow_exception(*ended);
+        if constexpr (!std::is_void_v<T>)
+            return std::move(*result);
+    }
+
+    /// Runs until `reached` holds, looking after every step. Throws when everything waits for ever before that.
+    void runUntil(const std::function<bool()>& reached);
+    /// Runs all there is to run without moving the clock.
+    void settle();
+
+private:
+    bool step();
+
+    boost::asio::io_context m_io{1};
+    std::exception_ptr m_failure; // of an operation that was started and is not awaited
+};
+
+} // namespace palvera
