@@ -13,7 +13,7 @@ set(palveraLevel_update 4)
 set(palveraLevel_app 5)
 set(palveraLevel_cli 5)
 set(palveraOnly_update platform transfers) # the updater sees what is in flight, nothing else
-set(palveraOnly_controls)                  # building blocks of the face: nothing of ours
+set(palveraOnly_controls "")                  # building blocks of the face: nothing of ours
 
 function(palvera_check_uses name)
   if(NOT DEFINED palveraLevel_${name} AND NOT DEFINED palveraOnly_${name})

@@ -14,7 +14,7 @@ if(PALVERA_SANITIZE)
   target_link_options(palvera_options INTERFACE -fsanitize=${PALVERA_SANITIZE})
   if(PALVERA_SANITIZE MATCHES "thread")
     target_compile_definitions(palvera_options INTERFACE BOOST_ASIO_DISABLE_STD_ATOMIC) # TSan does not see its fences
-    target_compile_options(palvera_options INTERFACE -Wno-tsan)
+    target_compile_options(palvera_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-tsan>)
   endif()
 endif()
 if(PALVERA_FUZZ)
@@ -24,7 +24,8 @@ target_link_libraries(palvera_options INTERFACE Threads::Threads)
 
 # Strict warnings, for our own sources only: generated code (moc) would fail under them.
 set(palveraWarnings -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor
-    -Woverloaded-virtual -Wimplicit-fallthrough -Wunused -Werror)
+    -Woverloaded-virtual -Wimplicit-fallthrough -Wunused -Werror
+    -Wno-missing-designated-field-initializers) # naming the fields that matter is the point of them
 
 function(palvera_own_sources target)
   set(own ${ARGN})

@@ -2,6 +2,8 @@
 
 #include "platform/Task.h"
 
+#include <boost/asio/experimental/awaitable_operators.hpp>
+
 #include <exception>
 #include <optional>
 #include <variant>
@@ -12,12 +14,12 @@ namespace palvera {
 /// How an operation ended: with a value, or with a failure.
 template <class T>
 struct Outcome {
-    std::optional<T> value;
-    std::exception_ptr failure;
+    std::optional<T> value = {};
+    std::exception_ptr failure = {};
 };
 template <>
 struct Outcome<void> {
-    std::exception_ptr failure;
+    std::exception_ptr failure = {};
 };
 
 /// Runs `operation` and gives its failure, a cancellation included, as a value.
@@ -34,6 +36,16 @@ Task<Outcome<T>> outcomeOf(Task<T> operation)
         outcome.failure = std::current_exception();
     }
     co_return outcome;
+}
+
+/// Runs both at once on the caller's executor, which must be serial, until the first has ended, with a value or a
+/// failure; then cancels the other, waits for it and gives how the first one ended. Cancelling cancels both.
+template <class A, class B>
+Task<std::variant<Outcome<A>, Outcome<B>>> firstOf(Task<A> a, Task<B> b)
+{
+    using namespace boost::asio::experimental::awaitable_operators;
+    // As outcomes, since `||` waits for the first success and would pass a failure over.
+    co_return co_await (outcomeOf(std::move(a)) || outcomeOf(std::move(b)));
 }
 
 /// Runs all of `operations` at once on the caller's executor, which must be serial, and waits until every one has

@@ -51,7 +51,7 @@ void ManualClock::advanceTo(Moment moment)
 
 void Simulation::start(Task<void> operation)
 {
-    asio::co_spawn(m_io, std::move(operation), [this](std::exception_ptr failure) {
+    asio::co_spawn(*m_io, std::move(operation), [this](std::exception_ptr failure) {
         if (failure && !m_failure)
             m_failure = failure;
     });
@@ -59,8 +59,8 @@ void Simulation::start(Task<void> operation)
 
 bool Simulation::step()
 {
-    m_io.restart();
-    bool ran = m_io.poll_one() > 0;
+    m_io->restart();
+    bool ran = m_io->poll_one() > 0;
     if (m_failure)
         std::rethrow_exception(std::exchange(m_failure, nullptr));
     return ran;

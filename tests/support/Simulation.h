@@ -52,7 +52,7 @@ class Simulation {
 public:
     ManualClock clock;
 
-    Executor executor() { return m_io.get_executor(); }
+    Executor executor() { return m_io->get_executor(); }
 
     /// Starts `operation` and returns at once; its failure, if any, comes out of the run in which it happens.
     void start(Task<void> operation);
@@ -64,9 +64,9 @@ public:
         std::optional<std::exception_ptr> ended;
         std::conditional_t<std::is_void_v<T>, int, std::optional<T>> result{};
         if constexpr (std::is_void_v<T>)
-            boost::asio::co_spawn(m_io, std::move(operation), [&](std::exception_ptr failure) { ended = failure; });
+            boost::asio::co_spawn(*m_io, std::move(operation), [&](std::exception_ptr failure) { ended = failure; });
         else
-            boost::asio::co_spawn(m_io, std::move(operation), [&](std::exception_ptr failure, T value) {
+            boost::asio::co_spawn(*m_io, std::move(operation), [&](std::exception_ptr failure, T value) {
                 ended = failure;
                 if (!failure)
                     result = std::move(value);
@@ -82,11 +82,13 @@ public:
     void runUntil(const std::function<bool()>& reached);
     /// Runs all there is to run without moving the clock.
     void settle();
+    /// Drops every operation where it stands, as the end of a process would. Nothing can run here after that.
+    void kill() { m_io.reset(); }
 
 private:
     bool step();
 
-    boost::asio::io_context m_io{1};
+    std::unique_ptr<boost::asio::io_context> m_io = std::make_unique<boost::asio::io_context>(1);
     std::exception_ptr m_failure; // of an operation that was started and is not awaited
 };
 

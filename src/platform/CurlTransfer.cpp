@@ -1,0 +1,376 @@
+#include "platform/CurlTransfer.h"
+
+#include "platform/CookieStore.h"
+#include "platform/CurlFailure.h"
+#include "platform/EarlyAnswer.h"
+#include "platform/Failure.h"
+
+#include <boost/asio/redirect_error.hpp>
+#include <boost/asio/use_awaitable.hpp>
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
+#include <cassert>
+#include <cstring>
+
+namespace palvera {
+
+namespace asio = boost::asio;
+using Kind = TransportError::Kind;
+
+namespace {
+
+constexpr qsizetype longestRefusal = 16 << 10;
+
+std::chrono::milliseconds totalLimit(const HttpRequest& request, const HttpSessionOptions& options)
+{
+    return request.totalTimeout.count() > 0 ? request.totalTimeout : options.totalTimeout;
+}
+
+bool hasBody(const HttpRequest& request)
+{
+    return request.source || !request.body.isEmpty() || request.method == "PUT" || request.method == "POST";
+}
+
+/// The file of authorities to trust, or nothing for libcurl's own. The library itself reads neither variable.
+QByteArray authoritiesFile(const HttpSessionOptions& options)
+{
+    if (!options.authorities.isEmpty())
+        return options.authorities.toLocal8Bit();
+    auto bundle = qgetenv("CURL_CA_BUNDLE");
+    return bundle.isEmpty() ? qgetenv("SSL_CERT_FILE") : bundle;
+}
+
+bool isLoopback(const sockaddr& address)
+{
+    if (address.sa_family == AF_INET) {
+        in_addr host = reinterpret_cast<const sockaddr_in&>(address).sin_addr;
+        return (ntohl(host.s_addr) >> 24) == IN_LOOPBACKNET;
+    }
+    return address.sa_family == AF_INET6 &&
+           IN6_IS_ADDR_LOOPBACK(&reinterpret_cast<const sockaddr_in6&>(address).sin6_addr);
+}
+
+TransportError outOfTime(RequestWatch::Verdict verdict, std::chrono::milliseconds limit)
+{
+    auto seconds = QString::number(std::chrono::duration<double>(limit).count());
+    if (verdict == RequestWatch::Verdict::idle)
+        return {Kind::idle, QStringLiteral("No answer within %1 seconds.").arg(seconds)};
+    return {Kind::timedOut, QStringLiteral("The request took longer than %1 seconds.").arg(seconds)};
+}
+
+} // namespace
+
+CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, const HttpSessionOptions& options,
+                           CurlMulti& multi)
+    : m_request(std::move(request)),
+      m_options(options),
+      m_multi(multi),
+      m_wake(multi.strand()),
+      m_watch(m_request.idleTimeout, totalLimit(m_request, options), RequestWatch::Moment::clock::now()),
+      m_easy(curl_easy_init())
+{
+    if (!m_easy)
+        throw std::bad_alloc();
+    setAddress(address);
+    setConnection();
+    setTrust();
+    setHeaders();
+    if (hasBody(m_request))
+        setBody();
+    setCallbacks();
+    m_multi.add(m_easy.get());
+}
+
+CurlTransfer::~CurlTransfer()
+{
+    m_multi.remove(m_easy.get(), m_result ? CurlMulti::Leave::open : CurlMulti::Leave::reset);
+}
+
+template <class Value>
+void CurlTransfer::set(CURLoption option, Value value)
+{
+    if (curl_easy_setopt(m_easy.get(), option, value) == CURLE_OUT_OF_MEMORY)
+        throw std::bad_alloc();
+}
+
+void CurlTransfer::setAddress(const HttpAddress& address)
+{
+    set(CURLOPT_URL, m_request.url.constData());
+    set(CURLOPT_PATH_AS_IS, 1L);
+    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    if (m_request.method == "HEAD")
+        set(CURLOPT_NOBODY, 1L);
+    else
+        set(CURLOPT_CUSTOMREQUEST, m_request.method.constData());
+    if (address.loopback)
+        set(CURLOPT_PROXY, ""); // overrides the environment
+}
+
+void CurlTransfer::setConnection()
+{
+    using Protocol = HttpSessionOptions::Protocol;
+    set(CURLOPT_HTTP_VERSION,
+        long(m_options.protocol == Protocol::http11 ? CURL_HTTP_VERSION_1_1 : CURL_HTTP_VERSION_2TLS));
+    set(CURLOPT_NOSIGNAL, 1L);
+    set(CURLOPT_QUICK_EXIT, 1L); // a cancelled look-up of a name is left to end by itself
+    set(CURLOPT_UPLOAD_BUFFERSIZE, long(m_options.uploadSlice));
+    set(CURLOPT_BUFFERSIZE, long(m_options.receiveSlice));
+    set(CURLOPT_OPENSOCKETFUNCTION, &CurlTransfer::openSocket);
+    set(CURLOPT_OPENSOCKETDATA, const_cast<HttpSessionOptions*>(&m_options));
+    if (m_options.sharedCookies) {
+        set(CURLOPT_SHARE, m_options.sharedCookies->share());
+        set(CURLOPT_COOKIEFILE, ""); // turns the cookie engine on
+    }
+}
+
+void CurlTransfer::setTrust()
+{
+    set(CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
+    if (auto file = authoritiesFile(m_options); !file.isEmpty())
+        set(CURLOPT_CAINFO, file.constData());
+    if (!m_options.verifyPeer) {
+        set(CURLOPT_SSL_VERIFYPEER, 0L);
+        set(CURLOPT_SSL_VERIFYHOST, 0L);
+    }
+}
+
+void CurlTransfer::setHeaders()
+{
+    for (const auto& [name, value] : m_request.headers)
+        addHeader(value.isEmpty() ? name + ';' : name + ": " + value);
+    addHeader("Expect:"); // waiting for a 100 costs a round trip for every part
+    set(CURLOPT_HTTPHEADER, m_headers.get());
+}
+
+void CurlTransfer::addHeader(const QByteArray& line)
+{
+    auto* longer = curl_slist_append(m_headers.get(), line.constData());
+    if (!longer)
+        throw std::bad_alloc();
+    std::ignore = m_headers.release(); // the list's head, unless this is the first line
+    m_headers.reset(longer);
+}
+
+void CurlTransfer::setBody()
+{
+    set(CURLOPT_UPLOAD, 1L);
+    set(CURLOPT_INFILESIZE_LARGE, curl_off_t(bodySize()));
+    set(CURLOPT_READFUNCTION, &CurlTransfer::readBody);
+    set(CURLOPT_READDATA, this);
+    set(CURLOPT_SEEKFUNCTION, &CurlTransfer::seekBody);
+    set(CURLOPT_SEEKDATA, this);
+}
+
+void CurlTransfer::setCallbacks()
+{
+    set(CURLOPT_PRIVATE, static_cast<CurlMulti::Client*>(this));
+    set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
+    set(CURLOPT_HEADERFUNCTION, &CurlTransfer::takeHeader);
+    set(CURLOPT_HEADERDATA, this);
+    set(CURLOPT_WRITEFUNCTION, &CurlTransfer::takeBody);
+    set(CURLOPT_WRITEDATA, this);
+    set(CURLOPT_NOPROGRESS, 0L);
+    set(CURLOPT_XFERINFOFUNCTION, &CurlTransfer::takeProgress);
+    set(CURLOPT_XFERINFODATA, this);
+}
+
+curl_socket_t CurlTransfer::openSocket(void* options, curlsocktype, curl_sockaddr* address)
+{
+    // Close-on-exec: a browser or installer that the program starts must not hold its connections open.
+    int socket = ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
+    const auto& asked = *static_cast<const HttpSessionOptions*>(options);
+    const auto& name = asked.congestionControl;
+    if (socket >= 0 && !name.isEmpty() && (asked.congestionControlOnLoopback || !isLoopback(address->addr)))
+        ::setsockopt(socket, IPPROTO_TCP, TCP_CONGESTION, name.constData(), socklen_t(name.size())); // or keeps its own
+    return socket;
+}
+
+qint64 CurlTransfer::bodySize() const
+{
+    return m_request.source ? m_request.source->size() : m_request.body.size();
+}
+
+std::size_t CurlTransfer::readBody(char* into, std::size_t size, std::size_t count, void* self)
+{
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    if (transfer.m_offset == 0)
+        readAfterFailedWrite(transfer.m_easy.get());
+    auto room = std::min(qint64(size * count), transfer.bodySize() - transfer.m_offset);
+    if (room <= 0)
+        return 0;
+    auto got = std::size_t(room);
+    if (!transfer.m_request.source) {
+        std::memcpy(into, transfer.m_request.body.constData() + transfer.m_offset, got);
+    } else {
+        try {
+            got = transfer.m_request.source->read(transfer.m_offset, {into, got});
+        } catch (...) {
+            transfer.m_failure = std::current_exception();
+            return CURL_READFUNC_ABORT;
+        }
+        assert(got > 0 && got <= std::size_t(room));
+    }
+    transfer.m_offset += qint64(got);
+    return got;
+}
+
+int CurlTransfer::seekBody(void* self, curl_off_t offset, int origin)
+{
+    if (origin != SEEK_SET)
+        return CURL_SEEKFUNC_CANTSEEK;
+    static_cast<CurlTransfer*>(self)->m_offset = offset;
+    return CURL_SEEKFUNC_OK;
+}
+
+std::size_t CurlTransfer::takeHeader(char* line, std::size_t size, std::size_t count, void* self)
+{
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    transfer.m_watch.moved(RequestWatch::Moment::clock::now());
+    auto text = QByteArrayView(line, qsizetype(size * count));
+    if (text.startsWith("HTTP/")) { // of the final answer, or of an interim one before it
+        transfer.m_answer.headers.clear();
+    } else if (auto colon = text.indexOf(':'); colon > 0) {
+        transfer.m_answer.headers.append(
+            {text.first(colon).toByteArray(), text.sliced(colon + 1).trimmed().toByteArray()});
+    }
+    return size * count;
+}
+
+std::size_t CurlTransfer::takeBody(char* bytes, std::size_t size, std::size_t count, void* self)
+{
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    auto& body = transfer.m_answer.body;
+    curl_off_t announced = 0; // -1 when the server does not say
+    curl_easy_getinfo(transfer.m_easy.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+    auto length = std::max(qint64(announced), body.size() + qint64(size * count));
+    transfer.m_tooLarge = length > transfer.m_request.answerLimit;
+    if (transfer.m_tooLarge)
+        return 0;
+    if (body.isEmpty())
+        body.reserve(length);
+    body.append(bytes, qsizetype(size * count));
+    return size * count;
+}
+
+int CurlTransfer::takeProgress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent)
+{
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    if (sent == transfer.m_sent && received == transfer.m_received)
+        return 0;
+    transfer.m_watch.moved(RequestWatch::Moment::clock::now());
+    transfer.m_received = received;
+    if (std::exchange(transfer.m_sent, sent) < sent)
+        transfer.reportSent();
+    return transfer.m_failure ? 1 : 0;
+}
+
+void CurlTransfer::reportSent()
+{
+    if (!m_request.onSent)
+        return;
+    try {
+        m_request.onSent(m_sent);
+    } catch (...) {
+        m_failure = std::current_exception();
+    }
+}
+
+void CurlTransfer::ended(CURLcode result) noexcept
+{
+    m_result = result;
+    m_wake.cancel();
+}
+
+void CurlTransfer::started() noexcept
+{
+    m_started = true;
+}
+
+void CurlTransfer::leaves(curl_socket_t socket) noexcept
+{
+    if (m_sent >= bodySize() || status() != 0)
+        return;
+    m_unread.resize(longestRefusal);
+    auto count = ::recv(socket, m_unread.data(), longestRefusal, MSG_PEEK | MSG_DONTWAIT);
+    m_unread.truncate(std::max<qsizetype>(count, 0));
+}
+
+void CurlTransfer::unwatchable() noexcept
+{
+    m_failure = std::make_exception_ptr(TransportError(Kind::broken, QStringLiteral("Too many files are open.")));
+    m_wake.cancel();
+}
+
+void CurlTransfer::abandon()
+{
+    m_abandoned = true;
+    m_wake.cancel();
+}
+
+Task<void> CurlTransfer::untilEnded()
+{
+    while (!hasEnded()) {
+        m_wake.expires_at(m_watch.nextLook(RequestWatch::Moment::clock::now()));
+        boost::system::error_code woken;
+        co_await m_wake.async_wait(asio::redirect_error(asio::use_awaitable, woken));
+        auto state = co_await asio::this_coro::cancellation_state;
+        if (m_abandoned || state.cancelled() != asio::cancellation_type::none)
+            throwCancelled();
+        if (!hasEnded())
+            look();
+    }
+}
+
+void CurlTransfer::look()
+{
+    auto now = RequestWatch::Moment::clock::now();
+    if (!m_started)
+        m_watch.moved(now); // it waits for a connection that another request uses: its turn has not come
+    noteDraining();
+    auto verdict = m_watch.verdict(now);
+    if (verdict == RequestWatch::Verdict::idle)
+        throw outOfTime(verdict, m_request.idleTimeout);
+    if (verdict == RequestWatch::Verdict::timedOut)
+        throw outOfTime(verdict, totalLimit(m_request, m_options));
+}
+
+void CurlTransfer::noteDraining()
+{
+    auto queued = m_multi.queuedInKernel(m_easy.get());
+    if (std::exchange(m_queuedInKernel, queued) == queued)
+        return;
+    m_watch.moved(RequestWatch::Moment::clock::now());
+    reportSent();
+}
+
+int CurlTransfer::status() const
+{
+    long status = 0;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_RESPONSE_CODE, &status);
+    return int(status);
+}
+
+/// Whether the answer refuses the body before all of it was sent. Its own body may then have been cut short.
+bool CurlTransfer::isRefusedHalfWay() const
+{
+    return status() >= 400 && m_sent < bodySize();
+}
+
+HttpResponse CurlTransfer::takeAnswer()
+{
+    if (m_failure)
+        std::rethrow_exception(m_failure);
+    if (m_tooLarge)
+        throw TransportError(Kind::tooLarge, QStringLiteral("The server's answer is too large."));
+    m_answer.status = status();
+    if (*m_result == CURLE_OK || isRefusedHalfWay())
+        return std::move(m_answer);
+    if (auto refusal = parseRefusal(m_unread))
+        return *refusal;
+    throw transportError(*m_result);
+}
+
+} // namespace palvera

@@ -1,0 +1,90 @@
+#pragma once
+
+#include "platform/CurlMulti.h"
+#include "platform/HttpAddress.h"
+#include "platform/HttpSession.h"
+#include "platform/RequestWatch.h"
+
+#include <exception>
+#include <optional>
+
+namespace palvera {
+
+/// One request as libcurl carries it out: the easy handle with its options, the callbacks that feed the body and
+/// collect the answer, and what has moved so far. Session's strand only.
+class CurlTransfer final : public CurlMulti::Client {
+public:
+    /// Starts the transfer; nothing of it happens within the call. `options` and `multi` must outlive it.
+    CurlTransfer(HttpRequest request, const HttpAddress& address, const HttpSessionOptions& options, CurlMulti& multi);
+    /// Cuts the transfer off unless it has ended.
+    ~CurlTransfer() override;
+    CurlTransfer(const CurlTransfer&) = delete;
+    CurlTransfer& operator=(const CurlTransfer&) = delete;
+
+    /// Waits until libcurl has ended the transfer. Throws TransportError once it is out of time, or a cancellation.
+    Task<void> untilEnded();
+    /// The answer, once ended. Throws what the body's source threw, or TransportError.
+    HttpResponse takeAnswer();
+    /// Ends the wait as cancelled.
+    void abandon();
+
+private:
+    struct ListDeleter {
+        void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+    };
+    struct EasyDeleter {
+        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+    };
+
+    void ended(CURLcode result) noexcept override;
+    void started() noexcept override;
+    void leaves(curl_socket_t socket) noexcept override;
+    void unwatchable() noexcept override;
+
+    void setAddress(const HttpAddress& address);
+    void setConnection();
+    void setTrust();
+    void setHeaders();
+    void addHeader(const QByteArray& line);
+    void setBody();
+    void setCallbacks();
+    template <class Value>
+    void set(CURLoption option, Value value);
+
+    static curl_socket_t openSocket(void* options, curlsocktype, curl_sockaddr* address);
+    static std::size_t readBody(char* into, std::size_t size, std::size_t count, void* self);
+    static int seekBody(void* self, curl_off_t offset, int origin);
+    static std::size_t takeHeader(char* line, std::size_t size, std::size_t count, void* self);
+    static std::size_t takeBody(char* bytes, std::size_t size, std::size_t count, void* self);
+    static int takeProgress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent);
+
+    bool hasEnded() const { return m_result || m_failure; }
+    void look();
+    void noteDraining();
+    void reportSent();
+    bool isRefusedHalfWay() const;
+    int status() const;
+    qint64 bodySize() const;
+
+    HttpRequest m_request;
+    const HttpSessionOptions& m_options;
+    CurlMulti& m_multi;
+    StrandTimer m_wake;
+    RequestWatch m_watch;
+    std::unique_ptr<curl_slist, ListDeleter> m_headers; // libcurl reads them through the handle
+    std::unique_ptr<CURL, EasyDeleter> m_easy;
+
+    HttpResponse m_answer;
+    QByteArray m_unread; // what stood in the receive queue when the connection broke in the middle of the body
+    qint64 m_offset = 0; // of the body, where libcurl reads next
+    qint64 m_sent = 0;
+    qint64 m_received = 0;
+    int m_queuedInKernel = 0;
+    bool m_started = false;
+    bool m_abandoned = false;
+    bool m_tooLarge = false;
+    std::exception_ptr m_failure; // thrown inside a callback, which libcurl's frames must not see
+    std::optional<CURLcode> m_result;
+};
+
+} // namespace palvera

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSettings>
+#include <QString>
+
+#include <optional>
+
+namespace palvera {
+
+/// The user's small choices, kept between runs under plain keys such as "pv.site". Each change is on its way to the
+/// file when the operation returns; a failing write is not reported. Main thread.
+class Preferences {
+public:
+    /// Opens the preferences in the file at `path`, which need not exist.
+    explicit Preferences(const QString& path) : m_settings(path, QSettings::IniFormat) {}
+
+    /// Nothing when the key is absent or holds something else than one text.
+    std::optional<QString> string(const QString& key) const;
+    void setString(const QString& key, const QString& value);
+    /// Nothing when the key is absent or holds something else than bytes.
+    std::optional<QByteArray> bytes(const QString& key) const;
+    void setBytes(const QString& key, const QByteArray& value);
+    void remove(const QString& key);
+
+private:
+    QSettings m_settings;
+};
+
+} // namespace palvera

@@ -1,0 +1,82 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/HttpClient.h"
+
+#include <deque>
+#include <stdexcept>
+#include <variant>
+#include <vector>
+
+namespace palvera {
+
+/// A network in memory: remembers what it was asked and answers from a script, else through `handler`.
+class FakeHttpClient final : public HttpClient {
+public:
+    explicit FakeHttpClient(Clock& clock) : m_clock(clock) {}
+
+    /// Answers what the script does not cover; may throw. Called when the request's latency is over.
+    std::function<HttpResponse(const HttpRequest&)> handler;
+    /// How long each answer takes.
+    std::chrono::nanoseconds latency{0};
+
+    void answer(int status, QByteArray body = {})
+    {
+        m_script.push_back(HttpResponse{.status = status, .body = std::move(body)});
+    }
+    void fail(std::exception_ptr failure) { m_script.push_back(std::move(failure)); }
+
+    /// Every request so far, with the body that was read from its source.
+    const std::vector<HttpRequest>& requests() const { return m_requests; }
+    int inFlight() const { return m_inFlight; }
+    int mostInFlight() const { return m_mostInFlight; }
+
+    Task<HttpResponse> send(HttpRequest request) override
+    {
+        struct Flight {
+            FakeHttpClient& client;
+            explicit Flight(FakeHttpClient& owner) : client(owner)
+            {
+                client.m_mostInFlight = std::max(client.m_mostInFlight, ++client.m_inFlight);
+            }
+            ~Flight() { --client.m_inFlight; }
+        } flight(*this);
+        readSource(request);
+        m_requests.push_back(request);
+        co_await m_clock.sleep(latency);
+        co_return respond(request);
+    }
+
+private:
+    static void readSource(HttpRequest& request)
+    {
+        if (!request.source)
+            return;
+        request.body.resize(request.source->size());
+        for (qint64 done = 0; done < request.body.size();)
+            done += qint64(request.source->read(
+                done, {request.body.data() + done, static_cast<std::size_t>(request.body.size() - done)}));
+    }
+
+    HttpResponse respond(const HttpRequest& request)
+    {
+        if (m_script.empty()) {
+            if (!handler)
+                throw std::logic_error("a request that nobody scripted: " + request.url.toStdString());
+            return handler(request);
+        }
+        auto next = std::move(m_script.front());
+        m_script.pop_front();
+        if (auto* failure = std::get_if<std::exception_ptr>(&next))
+            std::rethrow_exception(*failure);
+        return std::get<HttpResponse>(std::move(next));
+    }
+
+    Clock& m_clock;
+    std::deque<std::variant<HttpResponse, std::exception_ptr>> m_script;
+    std::vector<HttpRequest> m_requests;
+    int m_inFlight = 0;
+    int m_mostInFlight = 0;
+};
+
+} // namespace palvera
