@@ -1,0 +1,83 @@
+#pragma once
+
+#include "platform/HttpClient.h"
+#include "platform/RunOn.h"
+#include "service/APIError.h"
+#include "service/Addresses.h"
+#include "service/JsonReader.h"
+#include "service/Site.h"
+
+#include <QJsonObject>
+
+#include <atomic>
+
+namespace palvera {
+
+/// The client of the platform's JSON service: every call to it goes through here.
+///
+/// Operations may be called from any executor. They run on a strand of the API's own, so no answer is ever decoded on
+/// the main thread, and they interleave while they wait, so requests overlap on the wire. Cancelling one cuts its
+/// request off; it ends with a cancellation. Nothing is retried.
+class API {
+public:
+    /// What an API works with.
+    struct Surroundings {
+        HttpClient& client;                 ///< must outlive the API
+        Executor executor;                  ///< the API makes its strand of it
+        Site site = Site::qa;               ///< whose service is called to begin with
+        std::function<void()> clearCookies; ///< empties the cookie store of `client`; called on the strand
+    };
+
+    explicit API(Surroundings surroundings);
+
+    /// The process's one client, with the shared cookie store; made on first use, for the site that the user chose
+    /// last, and never released.
+    static API& shared();
+
+    /// Whose service is called. Any thread; a change counts from the next request on.
+    Site site() const { return m_site; }
+    void setSite(Site site) { m_site = site; }
+
+    /// The service address that requests go to: that in the environment variable PV_API, which is read anew at each
+    /// call and ignored unless it is an absolute http or https address; else the site's own.
+    Address serviceBase() const;
+    /// The platform's sign-in page for a browser.
+    QByteArray signInPageURL() const;
+    /// The address of `path`, which is relative to the service address and may carry an encoded query. Identifiers in
+    /// it must have gone through `pathSegment` and values in the query through `queryValue`.
+    QByteArray makeURL(const QString& path) const;
+
+    /// Calls the service and gives the body of its answer. Throws APIError for a status outside 200 to 299; transport
+    /// failures pass through.
+    Task<QByteArray> send(QString path, QByteArray method, std::optional<QJsonObject> body = {});
+    /// As `send`, and decodes the answer as a `Record`. Throws DecodingError when it is not one.
+    template <JsonRecord Record>
+    Task<Record> fetch(QString path, QByteArray method = "GET", std::optional<QJsonObject> body = {})
+    {
+        return runOn(m_strand, fetchHere<Record>(std::move(path), std::move(method), std::move(body)));
+    }
+    /// Posts to the service and ignores the body of its answer. Throws as `send` does.
+    Task<void> post(QString path, std::optional<QJsonObject> body = {});
+
+    /// Signs out. Whatever the platform says to it, every cookie of every host is forgotten. Never fails.
+    Task<void> signOut();
+
+private:
+    // These run on the strand.
+    Task<QByteArray> sendHere(QString path, QByteArray method, std::optional<QJsonObject> body);
+    template <JsonRecord Record>
+    Task<Record> fetchHere(QString path, QByteArray method, std::optional<QJsonObject> body)
+    {
+        const QByteArray answer = co_await sendHere(std::move(path), std::move(method), std::move(body));
+        co_return Record::fromJson(json::parseObject(answer));
+    }
+    Task<void> postHere(QString path, std::optional<QJsonObject> body);
+    Task<void> signOutHere();
+
+    HttpClient& m_client;
+    const Executor m_strand;
+    const std::function<void()> m_clearCookies;
+    std::atomic<Site> m_site;
+};
+
+} // namespace palvera

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Failure.h"
+
+#include <optional>
+
+namespace palvera {
+
+/// The platform said no, or an engine says it in the same form. Its text is the message for the user.
+class APIError : public Failure {
+public:
+    explicit APIError(qint64 status, const QString& message, std::optional<QString> code = {})
+        : Failure(message), m_status(status), m_code(std::move(code))
+    {}
+
+    /// The error for an answer outside 200 to 299. The message and the code are the body's "message" and "error",
+    /// provided that the body is a JSON object of nothing but texts; else the message is composed and there is no code.
+    static APIError fromAnswer(int status, const QByteArray& body);
+
+    /// The answer's HTTP status; 0 when the error is not about an answer.
+    qint64 status() const { return m_status; }
+    const QString& message() const { return text(); }
+    /// The platform's reason for programs, such as "delivery_doubt".
+    const std::optional<QString>& code() const { return m_code; }
+
+private:
+    qint64 m_status;
+    std::optional<QString> m_code;
+};
+
+} // namespace palvera

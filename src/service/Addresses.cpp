@@ -1,0 +1,120 @@
+#include "service/Addresses.h"
+
+#include <QChar>
+#include <QUrl>
+
+namespace palvera {
+
+namespace {
+
+bool isAsciiAlphanumeric(char byte)
+{
+    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9');
+}
+
+bool isHexDigit(char byte)
+{
+    return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'f') || (byte >= 'A' && byte <= 'F');
+}
+
+void appendEscaped(QByteArray& out, char byte)
+{
+    constexpr char digits[] = "0123456789ABCDEF";
+    const auto value = static_cast<unsigned char>(byte);
+    out.append('%').append(digits[value >> 4]).append(digits[value & 15]);
+}
+
+/// The bytes of `text`, each escaped unless `stays` holds for it.
+template <class Stays>
+QByteArray escaped(const QByteArray& text, Stays stays)
+{
+    QByteArray out;
+    out.reserve(text.size());
+    for (qsizetype index = 0; index < text.size(); ++index) {
+        if (stays(index))
+            out.append(text[index]);
+        else
+            appendEscaped(out, text[index]);
+    }
+    return out;
+}
+
+QByteArray escapedPath(const QString& path)
+{
+    const QByteArray bytes = path.toUtf8();
+    return escaped(bytes, [&](qsizetype index) {
+        const char byte = bytes[index];
+        if (byte == '%')
+            return index + 2 < bytes.size() && isHexDigit(bytes[index + 1]) && isHexDigit(bytes[index + 2]);
+        return isAsciiAlphanumeric(byte) || QByteArrayView("-._~!$&'()*+,;=:@/").contains(byte);
+    });
+}
+
+} // namespace
+
+std::optional<Address> parseAddress(const QString& text)
+{
+    const QUrl url(text, QUrl::StrictMode);
+    const bool web = url.scheme() == u"https" || url.scheme() == u"http";
+    if (!url.isValid() || !web || url.host().isEmpty())
+        return {};
+    QByteArray rest = url.toEncoded(QUrl::RemoveFragment);
+    Address address;
+    if (const auto mark = rest.indexOf('?'); mark >= 0) {
+        address.query = rest.mid(mark + 1);
+        rest.truncate(mark);
+    }
+    const auto slash = rest.indexOf('/', rest.indexOf("://") + 3);
+    address.origin = slash < 0 ? rest : rest.left(slash);
+    address.path = slash < 0 ? QByteArray() : rest.mid(slash);
+    return address;
+}
+
+QByteArray joinAddress(const Address& base, const QString& path)
+{
+    const auto mark = path.indexOf(u'?');
+    QByteArray relative = escapedPath(mark < 0 ? path : path.left(mark));
+    QByteArray query = mark < 0 ? QByteArray() : path.mid(mark + 1).toUtf8();
+    if (query.isEmpty())
+        query = base.query;
+
+    QByteArray joined = base.origin + base.path;
+    while (joined.endsWith('/'))
+        joined.chop(1);
+    while (relative.startsWith('/'))
+        relative.remove(0, 1);
+    joined += '/' + relative;
+    return query.isEmpty() ? joined : joined + '?' + query;
+}
+
+QString pathSegment(const QString& identifier)
+{
+    QString segment = identifier;
+    segment.replace(u'%', QStringLiteral("%25"));
+    segment.replace(u'?', QStringLiteral("%3F"));
+    segment.replace(u'#', QStringLiteral("%23"));
+    segment.replace(u'/', QStringLiteral("%2F"));
+    const bool stepsAside = segment == u"." || segment == u"..";
+    return stepsAside ? segment.replace(u'.', QStringLiteral("%2E")) : segment;
+}
+
+QString queryValue(const QString& value)
+{
+    const QByteArray bytes = value.toUtf8();
+    return QString::fromLatin1(escaped(bytes, [&](qsizetype index) { return isAsciiAlphanumeric(bytes[index]); }));
+}
+
+QString alphanumericSegment(const QString& value)
+{
+    QString segment;
+    for (const char32_t character : value.toUcs4()) {
+        const QString text = QString::fromUcs4(&character, 1);
+        if (QChar::isLetterOrNumber(character) || QChar::isMark(character))
+            segment += text;
+        else
+            segment += queryValue(text);
+    }
+    return segment;
+}
+
+} // namespace palvera

@@ -1,0 +1,93 @@
+#include "service/JsonReader.h"
+
+#include <QJsonDocument>
+
+#include <limits>
+
+namespace palvera {
+
+namespace json {
+
+QJsonObject parseObject(const QByteArray& bytes)
+{
+    QJsonParseError error;
+    const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
+    if (error.error != QJsonParseError::NoError)
+        throw DecodingError({}, QStringLiteral("The JSON does not parse: %1.").arg(error.errorString()));
+    if (!document.isObject())
+        throw DecodingError({}, QStringLiteral("The JSON is not an object."));
+    return document.object();
+}
+
+template <>
+std::optional<QString> read(const QJsonValue& value)
+{
+    return value.isString() ? std::optional(value.toString()) : std::nullopt;
+}
+
+template <>
+std::optional<bool> read(const QJsonValue& value)
+{
+    return value.isBool() ? std::optional(value.toBool()) : std::nullopt;
+}
+
+template <>
+std::optional<qint64> read(const QJsonValue& value)
+{
+    // The reader gives back the default for what is no integer: two different ones tell that apart from a value.
+    const qint64 integer = value.toInteger(0);
+    return integer == value.toInteger(1) ? std::optional(integer) : std::nullopt;
+}
+
+template <>
+std::optional<double> read(const QJsonValue& value)
+{
+    return value.isDouble() ? std::optional(value.toDouble()) : std::nullopt;
+}
+
+template <>
+std::optional<QJsonObject> read(const QJsonValue& value)
+{
+    return value.isObject() ? std::optional(value.toObject()) : std::nullopt;
+}
+
+template <>
+std::optional<QJsonArray> read(const QJsonValue& value)
+{
+    return value.isArray() ? std::optional(value.toArray()) : std::nullopt;
+}
+
+QMap<QString, QString> textsOf(const QJsonObject& object)
+{
+    QMap<QString, QString> texts;
+    for (auto member = object.begin(); member != object.end(); ++member)
+        if (member.value().isString())
+            texts.insert(member.key(), member.value().toString());
+    return texts;
+}
+
+std::optional<qint64> parseInteger(const QString& text)
+{
+    const bool isSigned = text.startsWith(u'+') || text.startsWith(u'-');
+    const QStringView digits = QStringView(text).sliced(isSigned ? 1 : 0);
+    const bool plain = std::ranges::all_of(digits, [](QChar each) { return each >= u'0' && each <= u'9'; });
+    bool fits = false;
+    const qint64 value = text.toLongLong(&fits);
+    return plain && fits ? std::optional(value) : std::nullopt;
+}
+
+} // namespace json
+
+void JsonReader::fail(const QString& key, const QJsonValue& value)
+{
+    const bool missing = value.isUndefined() || value.isNull();
+    throw DecodingError(key, missing ? QStringLiteral("“%1” is missing.").arg(key)
+                                     : QStringLiteral("“%1” is not what it should be.").arg(key));
+}
+
+DecodingError JsonReader::within(const QString& key, const DecodingError& inner)
+{
+    return {inner.key().isEmpty() ? key : key + u'.' + inner.key(), inner.text()};
+}
+
+} // namespace palvera
