@@ -1,0 +1,51 @@
+#include "localplatform/Wire.h"
+
+#include <QJsonDocument>
+
+namespace palvera::local {
+
+void refuse(int status, const QString& error, const QString& message)
+{
+    throw Refusal{.status = status, .error = error, .message = message};
+}
+
+void violate(const QString& what)
+{
+    throw Refusal{.status = 400, .error = QStringLiteral("bad_request"), .message = what, .violation = true};
+}
+
+Reply jsonReply(const QJsonObject& object, int status)
+{
+    return {.status = status,
+            .headers = {{"Content-Type", "application/json"}},
+            .body = QJsonDocument(object).toJson(QJsonDocument::Compact)};
+}
+
+Reply htmlReply(const QByteArray& html, int status)
+{
+    return {.status = status, .headers = {{"Content-Type", "text/html; charset=utf-8"}}, .body = html};
+}
+
+Reply refusalReply(const Refusal& refusal)
+{
+    return jsonReply({{QStringLiteral("error"), refusal.error}, {QStringLiteral("message"), refusal.message}},
+                     refusal.status);
+}
+
+Reply storageRefusal(int status, const QByteArray& code, const QByteArray& message)
+{
+    return {.status = status,
+            .headers = {{"Content-Type", "application/xml"}},
+            .body = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<Error><Code>" + code + "</Code><Message>" + message +
+                    "</Message></Error>\n"};
+}
+
+QByteArray headerOf(const HttpHeaders& headers, QByteArrayView name)
+{
+    for (const auto& [key, value] : headers)
+        if (key.compare(name, Qt::CaseInsensitive) == 0)
+            return value;
+    return {};
+}
+
+} // namespace palvera::local

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/HttpClient.h"
+
+#include <QJsonObject>
+#include <QString>
+
+namespace palvera::local {
+
+/// The head of a request as it stood on the wire.
+struct RequestHead {
+    QByteArray method;
+    QByteArray target; ///< path and query, byte for byte
+    HttpHeaders headers = {};
+};
+
+/// An answer without its Content-Length, which the transport adds.
+struct Reply {
+    int status = 200;
+    HttpHeaders headers = {};
+    QByteArray body = {};
+};
+
+/// Thrown by whoever turns a request down; becomes the answer.
+struct Refusal {
+    int status = 400;
+    QString error;   ///< the machine's reason
+    QString message; ///< for people
+    bool violation = false;
+};
+
+/// Turns a proper request down.
+[[noreturn]] void refuse(int status, const QString& error, const QString& message);
+/// Turns down what no proper client sends: status 400, and it is counted.
+[[noreturn]] void violate(const QString& what);
+
+Reply jsonReply(const QJsonObject& object, int status = 200);
+Reply htmlReply(const QByteArray& html, int status = 200);
+Reply refusalReply(const Refusal& refusal);
+/// How storage words a refusal.
+Reply storageRefusal(int status, const QByteArray& code, const QByteArray& message);
+
+/// The value of the first header of that name, whatever its case, or a null array.
+QByteArray headerOf(const HttpHeaders& headers, QByteArrayView name);
+
+} // namespace palvera::local

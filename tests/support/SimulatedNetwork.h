@@ -1,0 +1,68 @@
+#pragma once
+
+#include "localplatform/Platform.h"
+
+#include "platform/Clock.h"
+#include "platform/HttpClient.h"
+
+namespace palvera {
+
+/// How the simulated network is. Applies to what happens from the moment it is changed.
+struct NetworkConditions {
+    std::chrono::nanoseconds latency{1'000'000}; ///< from a request's last byte to the first byte of its answer
+    double bytesPerSecond = 0;                   ///< of each connection, either way; 0 takes no time
+    bool listening = true;                       ///< false: every connection is refused
+};
+
+/// One request that a client made.
+struct SeenRequest {
+    QByteArray method;
+    QByteArray target;
+    local::Operation operation = local::Operation::unknown;
+    std::optional<int> part; ///< of a PUT, from 1
+    QByteArray body;         ///< of a service call
+    Clock::Moment at;        ///< when it was made
+    int status = 0;          ///< of the answer that reached the client; 0 while none has
+    Clock::Moment ended;     ///< when it ended, answered or not
+    bool inFlight = true;
+};
+
+/// HTTP clients of a local platform without sockets: time passes on `clock` alone, so that a run in virtual time is the
+/// same every time. Keeps cookies of the service, as a browser's session would. One thread, the clock's; outlives its
+/// clients.
+class SimulatedNetwork {
+public:
+    SimulatedNetwork(local::Platform& platform, Clock& clock, NetworkConditions conditions = {})
+        : conditions(conditions), m_platform(platform), m_clock(clock)
+    {}
+
+    NetworkConditions conditions;
+
+    std::unique_ptr<HttpClient> client();
+    HttpClientFactory factory();
+
+    /// Signs a sample account in without a request.
+    void signIn(const QString& email = QStringLiteral("ada@northlight.example"));
+
+    /// Every request so far, in the order in which they were made.
+    const std::vector<SeenRequest>& seen() const { return m_seen; }
+    std::vector<SeenRequest> seen(local::Operation operation) const;
+    /// The most requests of that operation that were ever in flight at once.
+    int mostInFlight(local::Operation operation) const;
+
+private:
+    class Client;
+    class Exchange;
+
+    QByteArray cookieHeader() const;
+    void keepCookies(const HttpHeaders& headers);
+
+    local::Platform& m_platform;
+    Clock& m_clock;
+    std::vector<SeenRequest> m_seen;
+    std::map<QByteArray, QByteArray> m_cookies;
+    std::map<local::Operation, int> m_inFlight;
+    std::map<local::Operation, int> m_mostInFlight;
+};
+
+} // namespace palvera
