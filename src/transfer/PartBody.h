@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/Failure.h"
+#include "platform/HttpClient.h"
+#include "platform/SourceFile.h"
+#include "transfer/UploadRules.h"
+
+#include <memory>
+#include <span>
+
+namespace palvera {
+
+/// The source file is no longer the file that the upload began with.
+class SourceChanged final : public FileError {
+public:
+    SourceChanged();
+};
+
+/// Memory for the body of one part at a time, kept by a lane and used again for every part it sends.
+class LaneBuffer {
+public:
+    /// Room for `size` bytes. Pages cost memory from their first use on. Throws FileError when there is not so much.
+    explicit LaneBuffer(qint64 size);
+
+    std::span<char> first(qint64 length) { return {m_bytes.get(), std::size_t(length)}; }
+
+private:
+    std::unique_ptr<char[]> m_bytes;
+};
+
+/// The body of one part. Each byte is read from the file once, slice by slice just before it is first sent, and kept
+/// for further attempts.
+class PartBody final : public BodySource {
+public:
+    /// `buffer` has the length of `range`; both outlive the body.
+    PartBody(const SourceFile& file, ByteRange range, std::span<char> buffer);
+
+    qint64 size() const override { return m_range.length; }
+    /// Throws SourceChanged when the file ends before the part does.
+    std::size_t read(qint64 offset, std::span<char> into) override;
+
+private:
+    void fillUpTo(qint64 end);
+
+    const SourceFile& m_file;
+    const ByteRange m_range;
+    const std::span<char> m_buffer;
+    qint64 m_filled = 0;
+};
+
+} // namespace palvera

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/Failure.h"
+
+#include <functional>
+#include <memory>
+#include <mutex>
+
+namespace palvera {
+
+/// Counts the bytes of one part's body that have left, and notes when that last moved. Written by the lane's session,
+/// read by the stall watch and the progress reporter: any thread.
+class SendWatcher {
+public:
+    explicit SendWatcher(Clock& clock);
+
+    struct State {
+        qint64 sent = 0;
+        Clock::Moment moved;
+    };
+
+    /// Starts over, before each attempt of the part.
+    void reset();
+    /// `sent` bytes have left so far. The same count again means that bytes handed over earlier are still draining.
+    void progressed(qint64 sent);
+    State state() const;
+
+private:
+    Clock& m_clock;
+    mutable std::mutex m_lock;
+    State m_state; // guarded by m_lock
+};
+
+/// The connection of a part stopped moving while there were bytes to send.
+class Stalled final : public Failure {
+public:
+    Stalled();
+};
+
+/// Throws Stalled once nothing has moved for 20 seconds while part of a body of `length` bytes remains to be sent; it
+/// looks every 2 seconds. A body that is out waits for storage's answer, which the request's own time-out bounds. Runs
+/// until it throws or is cancelled.
+Task<void> watchStall(std::shared_ptr<SendWatcher> watcher, qint64 length, Clock& clock);
+
+} // namespace palvera
