@@ -1,0 +1,28 @@
+#pragma once
+
+#include <QString>
+#include <QStringView>
+
+namespace palvera::cli {
+
+// Texts of any origin on the lines of a terminal.
+
+/// `text` as one line that does nothing to a terminal but show: what would break the line is a space, and other control
+/// characters, the marks that turn the direction of writing around and half a surrogate pair are U+FFFD.
+QString printable(const QString& text);
+
+/// How many cells of a terminal `text` takes, which must be printable: two for a wide East Asian character or an emoji,
+/// none for a mark that joins the character before it.
+int cellsOf(QStringView text);
+
+/// `text` when it fits into `cells`, else as much of its start as fits with "…" behind it.
+QString shortened(const QString& text, int cells);
+
+/// `text` with as many spaces behind it (or before it) as fill `cells`.
+QString padded(const QString& text, int cells);
+QString paddedBefore(const QString& text, int cells);
+
+/// `word` as a POSIX shell must be given it to take it as one word.
+QString shellWord(const QString& word);
+
+} // namespace palvera::cli

@@ -1,0 +1,109 @@
+#include "cli/PasswordInput.h"
+
+#include "platform/Failure.h"
+#include "platform/FileDescriptor.h"
+
+#include <boost/asio/posix/stream_descriptor.hpp>
+#include <boost/asio/redirect_error.hpp>
+#include <boost/asio/this_coro.hpp>
+#include <boost/asio/use_awaitable.hpp>
+
+#include <fcntl.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <cerrno>
+
+namespace palvera::cli {
+
+namespace asio = boost::asio;
+
+namespace {
+
+/// While it lives, the terminal shows line feeds only.
+class Unshown {
+public:
+    explicit Unshown(int terminal) : m_terminal(terminal)
+    {
+        bool known = ::tcgetattr(terminal, &m_before) == 0;
+        auto unshown = m_before;
+        unshown.c_lflag &= ~tcflag_t(ECHO);
+        unshown.c_lflag |= ECHONL | ICANON | ISIG;
+        if (!known || ::tcsetattr(terminal, TCSAFLUSH, &unshown) != 0)
+            throw Failure(QStringLiteral("The terminal would show the password. Use --password-stdin."));
+    }
+    Unshown(const Unshown&) = delete;
+    Unshown& operator=(const Unshown&) = delete;
+    ~Unshown() { ::tcsetattr(m_terminal, TCSAFLUSH, &m_before); }
+
+private:
+    const int m_terminal;
+    termios m_before{};
+};
+
+/// Gives a file that others have open as well its flags back: Asio makes it non-blocking for all of them.
+class FlagsKept {
+public:
+    explicit FlagsKept(int file) : m_file(file), m_flags(::fcntl(file, F_GETFL)) {}
+    FlagsKept(const FlagsKept&) = delete;
+    FlagsKept& operator=(const FlagsKept&) = delete;
+    ~FlagsKept() { ::fcntl(m_file, F_SETFL, m_flags); }
+
+private:
+    const int m_file;
+    const int m_flags;
+};
+
+Task<void> untilReadable(asio::posix::stream_descriptor& file)
+{
+    boost::system::error_code failure;
+    co_await file.async_wait(asio::posix::descriptor_base::wait_read,
+                             asio::redirect_error(asio::use_awaitable, failure));
+    if (failure && failure != asio::error::operation_not_supported) // as of an ordinary file, which is always readable
+        throw boost::system::system_error(failure);
+}
+
+/// Byte for byte, so that what follows the line stays for whoever reads on.
+Task<QString> readLine(int number)
+{
+    constexpr qsizetype longest = 4096;
+    asio::posix::stream_descriptor file(co_await asio::this_coro::executor, ::dup(number));
+    QByteArray line;
+    while (line.size() < longest) {
+        co_await untilReadable(file);
+        char byte = 0;
+        auto got = ::read(number, &byte, 1);
+        if (got < 0 && (errno == EINTR || errno == EAGAIN))
+            continue;
+        if (got <= 0 || byte == '\n')
+            break;
+        line += byte;
+    }
+    if (line.endsWith('\r'))
+        line.chop(1);
+    if (line.isEmpty())
+        throw Failure(QStringLiteral("No password was given."));
+    co_return QString::fromUtf8(line);
+}
+
+} // namespace
+
+Task<QString> passwordFromStandardInput()
+{
+    FlagsKept kept(STDIN_FILENO);
+    co_return co_await readLine(STDIN_FILENO);
+}
+
+Task<QString> passwordFromTerminal(QString prompt)
+{
+    FileDescriptor terminal(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY)); // ours alone, non-blocking or not
+    if (terminal.number() < 0)
+        throw Failure(QStringLiteral("There is no terminal to ask for the password. Use --password-stdin."));
+    Unshown unshown(terminal.number());
+    auto asked = prompt.toUtf8();
+    if (::write(terminal.number(), asked.constData(), std::size_t(asked.size())) < 0)
+        throw Failure(QStringLiteral("The terminal cannot be written to. Use --password-stdin."));
+    co_return co_await readLine(terminal.number());
+}
+
+} // namespace palvera::cli

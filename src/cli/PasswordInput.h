@@ -1,0 +1,17 @@
+#pragma once
+
+#include "platform/Task.h"
+
+#include <QString>
+
+namespace palvera::cli {
+
+// Cancelling ends either wait, with the terminal as it was.
+
+/// The first line of standard input, without its end. Throws Failure when there is none.
+Task<QString> passwordFromStandardInput();
+
+/// Asks for a password on the terminal, without showing what is typed. Throws Failure when the program has no terminal.
+Task<QString> passwordFromTerminal(QString prompt);
+
+} // namespace palvera::cli

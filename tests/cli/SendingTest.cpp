@@ -1,0 +1,39 @@
+#include "cli/Sending.h"
+
+#include "cli/Commands.h"
+#include "support/QtPrinting.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+namespace palvera::cli {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+TEST(Sending, refusesWhatIsNoFile)
+{
+    QTemporaryDir folder;
+    auto file = folder.filePath(u"a b.mov"_s);
+    ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+    EXPECT_EQ(objectionTo(file), QString());
+    EXPECT_TRUE(objectionTo(folder.path()).contains(u"is a folder"));
+    EXPECT_TRUE(objectionTo(folder.filePath(u"none"_s)).contains(u"There is no file"));
+    EXPECT_TRUE(objectionTo(u"/dev/null"_s).contains(u"not an ordinary file"));
+}
+
+TEST(Sending, namesBinFoldersAsThePlatformDoes)
+{
+    EXPECT_EQ(binFolder({}), std::nullopt);
+    EXPECT_EQ(binFolder(u""_s), std::nullopt);
+    EXPECT_EQ(binFolder(u"Rushes"_s), u"Rushes/"_s);
+    EXPECT_EQ(binFolder(u"Rushes/Day 1/"_s), u"Rushes/Day 1/"_s);
+}
+
+} // namespace
+
+} // namespace palvera::cli

@@ -1,0 +1,195 @@
+#!/usr/bin/env python3
+"""What the program ends with, what it says to people and to programs, and that an interruption loses nothing."""
+import os
+import select
+import signal
+import stat
+import subprocess
+
+import support
+from support import (CONFIRM, DONE, FAILED, INTERRUPTED, NOT_SIGNED_IN, ORG, PROJECT, UNREACHABLE, USAGE, Client,
+                     Platform, Workspace, expect, wait_until)
+
+PART = 100_000
+SLOW = {"operation": "put", "times": 0, "latencyMs": 400}
+NOWHERE = "http://127.0.0.1:9/api"  # the port of "discard", where nobody listens
+
+
+def wrong_usage_ends_with_2():
+    with Workspace() as workspace:
+        client = Client(workspace, NOWHERE)
+        for words in ([], ["fetch"], ["projects"], ["site", "prod"], ["resume"], ["resume", "k", "--all"], ["sign-in"]):
+            result = expect(USAGE, client.run(*words))
+            assert result.out == "" and "Try: palvera-cli" in result.error, result
+        assert "upload-bin" in expect(DONE, client.run("--help")).out
+
+
+def nobody_signed_in_ends_with_3():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        client = Client(workspace, platform.address)
+        file = workspace.make_file("a.mov", 1000)
+        for words in (["whoami"], ["orgs"], ["upload", ORG, PROJECT, "salt-row-1", file], ["upload-bin", ORG, file]):
+            result = expect(NOT_SIGNED_IN, client.run(*words))
+            assert "palvera-cli: Sign in to go on.\nSign in with: palvera-cli sign-in" in result.error, result
+        wrong = client.run("sign-in", "--email", support.EMAIL, "--password-stdin", typed=b"not-this-one\n")
+        assert "not-this-one" not in expect(NOT_SIGNED_IN, wrong).error
+        client.sign_in()
+        assert client.run("whoami", "--json").records()[0]["email"] == support.EMAIL
+        files = [path for path in client.home.rglob("*") if path.is_file()]
+        cookies = [path for path in files if b"pv_session" in path.read_bytes()]
+        assert [stat.S_IMODE(path.stat().st_mode) for path in cookies] == [0o600], cookies
+        expect(DONE, client.run("sign-out"))
+        expect(NOT_SIGNED_IN, client.run("whoami"))
+
+
+def a_question_of_the_platform_ends_with_4():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        file = workspace.make_file("it's a draft.mov", 1000)
+        result = expect(CONFIRM, client.upload("salt-row-1", file, "--json"))
+        question = "\"it's a draft.mov\" looks like a draft. Is it the file to deliver?"
+        assert result.records()[-1]["message"] == question and f"palvera-cli: {question}" in result.error, result
+        # The command that is offered works as it stands.
+        offered = result.error.splitlines()[-1].removeprefix("To send it all the same: palvera-cli ")
+        command = f'"$PALVERA_CLI" {offered}'
+        environment = client.environment | {"PALVERA_CLI": support.CLI}
+        again = subprocess.run(["sh", "-c", command], env=environment, capture_output=True, timeout=support.PATIENCE)
+        assert again.returncode == DONE, again
+        support.expect_filed(platform, client, "salt-row-1", file)
+
+
+def no_platform_ends_with_5():
+    with Workspace() as workspace:
+        client = Client(workspace, NOWHERE)
+        file = workspace.make_file("a.mov", 1000)
+        for words in (["whoami"], ["bin", ORG], ["upload", ORG, PROJECT, "salt-row-1", file]):
+            result = expect(UNREACHABLE, client.run(*words))
+            assert "palvera-cli: Could not connect to the server." in result.error, result
+        expect(DONE, client.run("sign-out"))
+
+
+def what_cannot_be_sent_ends_with_1():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        empty = workspace.make_file("empty.mov", 0)
+        for row, path, message in (("salt-row-1", workspace.path / "none", "There is no file “"),
+                                   ("salt-row-1", workspace.path, "is a folder. Only files can be sent."),
+                                   ("salt-row-1", empty, "That file is empty."),
+                                   ("salt-row-x", workspace.make_file("a.mov", 9), "That deliverable does not exist.")):
+            assert message in expect(FAILED, client.upload(row, path)).error, message
+        assert "no interrupted upload" in expect(FAILED, client.run("resume", "salt-row-1")).error
+        assert "no interrupted upload" in expect(FAILED, client.run("discard", "../../cookies")).error
+        assert platform.violations() == []
+
+
+def interrupt_an_upload(platform, client, number, row, file):
+    process = client.start("upload", ORG, PROJECT, row, file, "--json")
+    wait_until(lambda: len((client.journal(row) or {"done": []})["done"]) >= 8, "recorded parts")
+    support.interrupt(process, number)
+    return expect(INTERRUPTED, client.finish(process))
+
+
+def an_interruption_ends_with_130_and_loses_nothing():
+    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        for row, number in (("salt-row-1", signal.SIGINT), ("salt row 2 of many", signal.SIGTERM)):
+            file = workspace.make_file(f"Reel {number}.mov", 40 * PART)
+            result = interrupt_an_upload(platform, client, number, row, file)
+            assert result.records()[-1] == {"event": "interrupted", "key": row}, result
+            listed = client.run("interrupted", "--json").records()
+            assert [(entry["key"], entry["total"]) for entry in listed] == [(row, 40 * PART)], listed
+            assert 8 * PART <= listed[0]["sent"] < 40 * PART, listed
+            recorded = client.journal(row)["done"]
+            hint = result.error.splitlines()[-1]
+            assert hint.endswith("palvera-cli resume " + ("'salt row 2 of many'" if " " in row else row)), result
+            platform.break_with()
+            events = expect(DONE, client.run("resume", "--all", "--json"))
+            assert events.events("progress")[0]["sent"] == len(recorded) * PART, events
+            upload = support.expect_filed(platform, client, row, file)
+            assert all(upload["parts"][part]["times"] == 1 for part in recorded), upload["parts"]
+            platform.break_with(SLOW)
+
+
+def an_interruption_before_the_platform_answers_leaves_nothing_behind():
+    stuck = {"operation": "start", "action": "stall-after-body", "times": 0}
+    with Workspace() as workspace, Platform(workspace, rules=[stuck]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        process = client.start("upload", ORG, PROJECT, "salt-row-1", workspace.make_file("a.mov", 1000))
+        wait_until(lambda: platform.state()["requests"].get("start"), "the start")
+        support.interrupt(process, signal.SIGTERM)
+        assert "resume" not in expect(INTERRUPTED, client.finish(process)).error
+        assert not client.journal("salt-row-1")
+
+
+def an_interruption_while_the_password_is_awaited_ends_with_130():
+    with Workspace() as workspace:
+        reading, writing = os.pipe()
+        process = Client(workspace, NOWHERE).start("sign-in", "--email", "e", "--password-stdin", stdin=reading)
+        os.write(writing, b"half a pass")
+        wait_until(lambda: not select.select([reading], [], [], 0)[0], "the first half being read")
+        support.interrupt(process, signal.SIGINT)
+        assert process.wait(support.PATIENCE) == INTERRUPTED
+        assert os.get_blocking(reading), "standard input is left non-blocking"
+
+
+def a_discarded_upload_is_gone_here_and_there():
+    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        row, file = "salt-row-1", workspace.make_file("Reel.mov", 40 * PART)
+        interrupt_an_upload(platform, client, signal.SIGINT, row, file)
+        assert expect(DONE, client.run("discard", row, "--json")).records() == [{"event": "done", "key": row}]
+        assert client.run("interrupted").out == "No interrupted uploads.\n"
+        assert [upload["phase"] for upload in platform.uploads(row)] == ["aborted"]
+        assert platform.violations() == []
+
+
+def one_upload_of_a_key_runs_at_a_time():
+    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        row, file = "salt-row-1", workspace.make_file("Reel.mov", 30 * PART)
+        first = client.start("upload", ORG, PROJECT, row, file)
+        wait_until(lambda: client.journal(row), "a journal")
+        assert "This upload is already running." in expect(FAILED, client.upload(row, file)).error
+        assert "That upload is running." in expect(FAILED, client.run("discard", row)).error
+        expect(DONE, client.finish(first))
+        support.expect_filed(platform, client, row, file)
+
+
+def everything_said_to_programs_is_a_record_a_line():
+    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        counts = {words[0]: len(expect(DONE, client.run(*words, "--json")).records()) for words in
+                  (["orgs"], ["projects", ORG], ["deliverables", ORG, PROJECT], ["assets", ORG], ["bin", ORG], ["site"])}
+        assert counts == {"orgs": 4, "projects": 4, "deliverables": 21, "assets": 158, "bin": 232, "site": 1}, counts
+        file = workspace.make_file("Reel.mov", 40 * PART)
+        result = expect(DONE, client.upload("salt-row-1", file, "--json"))
+        progress, done = result.events("progress"), result.events("done")
+        assert [event["sent"] for event in progress] == sorted(event["sent"] for event in progress), result
+        assert progress[0]["sent"] == 0 and progress[-1]["sent"] == 40 * PART, result
+        assert any(event.get("rate", 0) > 0 for event in progress), result
+        assert len(done) == 1 and done[0]["bytes"] == 40 * PART and done[0]["deliverableId"] == "salt-row-1", done
+        assert {record["event"] for record in result.records()} == {"progress", "done"} and result.error == "", result
+        found = client.run("assets", ORG, "--search", "Reel.mov", "--family", "video", "--json").records()
+        assert [(entry["filename"], entry["projectId"]) for entry in found] == [("Reel.mov", PROJECT)], found
+
+
+def a_reader_that_leaves_or_a_full_disk_is_no_crash():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        reading, writing = os.pipe()
+        process = client.start("assets", ORG, stdout=writing)
+        os.close(reading)
+        os.close(writing)
+        error = process.stderr.read().decode()
+        assert process.wait(support.PATIENCE) == DONE and error == "", error
+        with open("/dev/full", "w") as full:
+            process = client.start("assets", ORG, stdout=full)
+            error = process.stderr.read().decode()
+            assert process.wait(support.PATIENCE) == FAILED and "No space left on device" in error, error
+
+
+support.main(wrong_usage_ends_with_2, nobody_signed_in_ends_with_3, a_question_of_the_platform_ends_with_4,
+             no_platform_ends_with_5, what_cannot_be_sent_ends_with_1, an_interruption_ends_with_130_and_loses_nothing,
+             an_interruption_before_the_platform_answers_leaves_nothing_behind,
+             an_interruption_while_the_password_is_awaited_ends_with_130, a_discarded_upload_is_gone_here_and_there, one_upload_of_a_key_runs_at_a_time,
+             everything_said_to_programs_is_a_record_a_line, a_reader_that_leaves_or_a_full_disk_is_no_crash)

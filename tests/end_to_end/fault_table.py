@@ -1,0 +1,120 @@
+#!/usr/bin/env python3
+"""Whatever the platform, storage or the network get wrong, an upload ends with the file filed, or with a clear message
+and a journal from which the next try goes on.
+
+Waits between attempts are real here, so the faults heal within a few attempts and the cases run side by side.
+"""
+import concurrent.futures
+import dataclasses
+import sys
+
+import support
+from support import DONE, FAILED, UNREACHABLE, Client, Platform, Workspace, expect
+
+ROW = "salt-row-1"
+PART, SIZE = 100_000, 450_001
+TROUBLE = "The platform is having trouble."
+CUT_WRONGLY = "The platform cut the file into parts that do not add up to it."
+
+
+@dataclasses.dataclass
+class Case:
+    name: str
+    rules: list
+    code: int = DONE
+    message: str = ""  # said when the upload fails; then the faults are healed and the next try must file the file
+    part_size: int = PART
+    size: int = SIZE
+    starts: int = 1  # uploads that the platform opens in all
+    options: tuple = ()
+
+
+def fault(operation, action, times=1, **members):
+    return {"operation": operation, "action": action, "times": times} | members
+
+
+def fails(name, rule, message, code=FAILED, starts=1):
+    return Case(name, [rule], code, message, starts=starts)
+
+
+def broken(name, rule, starts=1):
+    return fails(name, rule, "The connection was lost.", UNREACHABLE, starts)
+
+
+def started(name, message, **members):
+    """The answer to the start holds what it must not."""
+    return fails("start with " + name, fault("start", "overwrite", members=members), message, starts=2)
+
+
+CASES = [
+    # Storage and addresses: each part is tried again.
+    Case("503 for parts", [fault("put", "status", 3)]),
+    Case("503 for addresses", [fault("parts", "status", 2)]),
+    Case("web page for addresses", [fault("parts", "html")]),
+    Case("half an answer for addresses", [fault("parts", "truncated")]),
+    Case("connection cut before a part is read", [fault("put", "reset-before-reading", 2)]),
+    Case("connection cut within a part", [fault("put", "reset-mid-body", 2, bytes=50_000)]),
+    Case("connection that stops moving", [fault("put", "stall-mid-body", bytes=1_000_000)],
+         part_size=16_000_000, size=16_000_000),
+    Case("lost answers to parts", [fault("put", "lose-answer", 3)]),
+    Case("expired address", [fault("put", "expired", 2)]),
+    Case("addresses that are good for a second", [fault("put", "none", 0, latencyMs=400)],
+         part_size=20_000, options=("--expire-seconds", "1")),
+    Case("no tag", [fault("put", "no-tag", 2)]),
+    Case("tag in lower case", [fault("put", "lower-case-tag", 0)]),
+    Case("tag in capitals", [fault("put", "capital-tag", 0)]),
+    Case("tag without quotes", [fault("put", "bare-tag", 0)]),
+    Case("unsigned part", [fault("parts", "unsigned-part", leaveOut=3)]),
+    Case("trouble with progress reports", [fault("progress", "status", 0), fault("put", "none", 0, latencyMs=1500)],
+         part_size=20_000),
+    # Calls that are made once: the run fails, and the next one goes on.
+    fails("503 for the start", fault("start", "status"), TROUBLE),
+    fails("503 as a web page", fault("start", "status", answer="html"), "The platform answered 503."),
+    fails("503 for the completion", fault("complete", "status"), TROUBLE),
+    fails("503 for the filing", fault("asset", "status"), TROUBLE),
+    broken("lost answer to the start", fault("start", "lose-answer"), starts=2),
+    broken("start cut off", fault("start", "reset-before-reading")),
+    broken("lost answers to the completion", fault("complete", "lose-answer", 0)),
+    broken("lost answers to the filing", fault("asset", "lose-answer", 0)),
+    # A request on a connection that has served before is sent again when it is cut: the platform may see it twice.
+    Case("answer to the completion lost once", [fault("complete", "lose-answer")]),
+    Case("answer to the filing lost once", [fault("asset", "lose-answer")]),
+    fails("web page for the start", fault("start", "html"), "The JSON does not parse: illegal value."),
+    fails("web page for the completion", fault("complete", "html"), "The JSON does not parse: illegal value."),
+    fails("half an answer to the start", fault("start", "truncated"), "The JSON does not parse: ", starts=2),
+    started("no object", "“object” is missing.", object=None),
+    started("a part size that is no number", "“partSize” is not what it should be.", partSize="big"),
+    started("part size of nothing", CUT_WRONGLY, partSize=0),
+    started("part size below nothing", CUT_WRONGLY, partSize=-100_000),
+    started("no parts", CUT_WRONGLY, partCount=0),
+    started("parts without end", CUT_WRONGLY, partCount=9_000_000_000_000_000),
+    started("a part too few", CUT_WRONGLY, partCount=4),
+    started("a part too many", CUT_WRONGLY, partCount=6),
+]
+
+
+def run(case):
+    with Workspace() as workspace, Platform(workspace, "--part-size", str(case.part_size), *case.options) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        file = workspace.make_file(f"{case.name} 100%.mov", case.size)
+        platform.break_with(*case.rules)
+        result = expect(case.code, client.upload(ROW, file))
+        if case.code != DONE:
+            assert f"palvera-cli: {case.message}" in result.error, f"not said: {case.message}\n{result}"
+            platform.break_with()
+            expect(DONE, client.upload(ROW, file))
+        uploads = platform.uploads(ROW)
+        assert len(uploads) == case.starts, f"{len(uploads)} uploads were started"
+        support.expect_filed(platform, client, ROW, file)
+        assert all(not upload["parts"] for upload in uploads[:-1]), "parts were sent to an upload that was given up"
+
+
+def main():
+    chosen = [case for case in CASES if not sys.argv[1:] or case.name in sys.argv[1:]]
+    longest_first = sorted(chosen, key=lambda case: case.part_size, reverse=True)
+    with concurrent.futures.ThreadPoolExecutor(max_workers=6) as workers:
+        running = {case.name: workers.submit(run, case) for case in longest_first}
+        support.run_tests({case.name: running[case.name].result for case in chosen})
+
+
+main()

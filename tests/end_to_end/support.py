@@ -1,0 +1,227 @@
+"""The real programs, driven from outside: the local platform with its storage, and the client.
+
+Each test has a folder of its own, which holds the platform's data and the client's homes. Nothing is looked for
+elsewhere, and every process that is started is ended by whoever started it.
+"""
+import hashlib
+import json
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+import urllib.request
+
+CLI = os.environ["PALVERA_CLI"]
+PLATFORM = os.environ["PALVERA_LOCAL_PLATFORM"]
+
+EMAIL, PASSWORD = "hana@kestrel.example", "open-sesame"
+ORG, PROJECT = "org-northlight", "salt"
+
+DONE, FAILED, USAGE, NOT_SIGNED_IN, CONFIRM, UNREACHABLE, INTERRUPTED = 0, 1, 2, 3, 4, 5, 130
+
+# A command that takes longer has hung. Sanitizers and two busy cores are slow.
+PATIENCE = 120
+
+
+class Workspace:
+    """A folder that is gone when the test ends."""
+
+    def __enter__(self):
+        self.path = pathlib.Path(tempfile.mkdtemp(prefix="palvera-"))
+        return self
+
+    def __exit__(self, *unused):
+        shutil.rmtree(self.path, ignore_errors=True)
+
+    def make_file(self, name, size, seed=1):
+        """A file of bytes that do not repeat."""
+        path = self.path / name
+        with open(path, "wb") as file:
+            block, left = 0, size
+            while left > 0:
+                piece = hashlib.shake_128(f"{seed} {block}".encode()).digest(min(left, 1 << 20))
+                file.write(piece)
+                left -= len(piece)
+                block += 1
+        return path
+
+
+class Platform:
+    """The local platform, as a process. A second start serves on the same ports, from the same data."""
+
+    def __init__(self, workspace, *options, rules=()):
+        self.data = workspace.path / "platform"
+        self.options = options
+        self.violations_file = workspace.path / "violations"
+        self.faults_file = workspace.path / "faults.json"
+        self.rules_written = 0
+        self.break_with(*rules)
+        self.ports = ["--port", "0"]
+        self.process = None
+
+    def __enter__(self):
+        self.start()
+        return self
+
+    def __exit__(self, *unused):
+        self.kill()
+
+    def start(self):
+        self.process = subprocess.Popen(
+            [PLATFORM, *self.ports, "--data", self.data, "--violations", self.violations_file,
+             "--faults", self.faults_file, *self.options],
+            stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, text=True)
+        self.address = self.process.stdout.readline().strip().removeprefix("PV_API=")
+        storage = self.process.stdout.readline().split()[1]
+        self.origin = self.address.removesuffix("/api")
+        self.ports = ["--port", self.origin.rsplit(":", 1)[1], "--storage-port", storage.rsplit(":", 1)[1]]
+
+    def kill(self):
+        if self.process:
+            self.process.kill()
+            self.process.wait()
+            self.process.stdout.close()
+            self.process = None
+
+    def break_with(self, *rules):
+        """Puts `rules` in the place of those there are; none heals everything."""
+        temporary = self.faults_file.with_suffix(".next")
+        temporary.write_text(json.dumps({"rules": list(rules)}))
+        # The platform looks at the file's time, which two quick writes could share.
+        self.rules_written = max(self.rules_written + 1, time.time_ns())
+        os.utime(temporary, ns=(self.rules_written, self.rules_written))
+        temporary.rename(self.faults_file)
+
+    def state(self):
+        direct = urllib.request.build_opener(urllib.request.ProxyHandler({}))
+        with direct.open(self.origin + "/local/state", timeout=PATIENCE) as answer:
+            return json.load(answer)
+
+    def uploads(self, row):
+        return [upload for upload in self.state()["uploads"] if upload["deliverable"] == row]
+
+    def violations(self):
+        return self.state()["violations"]
+
+
+class Result:
+    def __init__(self, code, out, error):
+        self.code, self.out, self.error = code, out, error
+        assert "Sanitizer" not in error and "runtime error:" not in error, error
+
+    def __str__(self):
+        return f"exit status {self.code}\n--- output\n{self.out[-3000:]}\n--- errors\n{self.error[-3000:]}"
+
+    def records(self):
+        return [json.loads(line) for line in self.out.splitlines()]
+
+    def events(self, kind):
+        return [record for record in self.records() if record["event"] == kind]
+
+
+class Client:
+    """palvera-cli with homes of its own."""
+
+    def __init__(self, workspace, address, name="home"):
+        home = workspace.path / name
+        self.home = home
+        # Also where the locale is none that speaks UTF-8.
+        kept = {key: value for key, value in os.environ.items() if key not in ("LC_ALL", "LANG")}
+        self.environment = kept | {
+            "PV_API": address, "HOME": str(home), "XDG_DATA_HOME": str(home / "data"),
+            "XDG_STATE_HOME": str(home / "state"), "XDG_CACHE_HOME": str(home / "cache"),
+            "XDG_CONFIG_HOME": str(home / "config")}
+        home.mkdir(exist_ok=True)
+
+    def start(self, *arguments, **options):
+        options = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE} | options
+        return subprocess.Popen([CLI, *map(str, arguments)], env=self.environment, **options)
+
+    def finish(self, process, typed=None):
+        try:
+            out, error = process.communicate(typed, timeout=PATIENCE)
+        except subprocess.TimeoutExpired:
+            process.kill()
+            out, error = process.communicate()
+            raise AssertionError(f"hangs\n{out.decode()[-3000:]}\n{error.decode()[-3000:]}")
+        return Result(process.returncode, out.decode(), error.decode())
+
+    def run(self, *arguments, typed=None):
+        stdin = subprocess.DEVNULL if typed is None else subprocess.PIPE
+        return self.finish(self.start(*arguments, stdin=stdin), typed)
+
+    def sign_in(self):
+        result = self.run("sign-in", "--email", EMAIL, "--password-stdin", typed=(PASSWORD + "\n").encode())
+        assert result.code == DONE, result
+        return self
+
+    def upload(self, row, file, *options, project=PROJECT):
+        return self.run("upload", ORG, project, row, file, *options)
+
+    def journals(self):
+        return self.home / "data" / "Palvera" / "Uploads"
+
+    def journal(self, key):
+        """The journal of an unfinished upload; None when there is none."""
+        try:
+            return json.loads((self.journals() / f"{key}.json").read_text())
+        except FileNotFoundError:
+            return None
+
+
+def digest(path):
+    with open(path, "rb") as file:
+        return hashlib.file_digest(file, "sha256").hexdigest()
+
+
+def expect(code, result):
+    assert result.code == code, f"expected exit status {code}, not this: {result}"
+    return result
+
+
+def expect_filed(platform, client, row, file, project=PROJECT):
+    """The row has the file, storage has exactly its bytes, and nothing improper was sent on the way."""
+    filed = [upload for upload in platform.uploads(row) if upload["filed"]]
+    assert len(filed) == 1, f"{len(filed)} uploads are filed"
+    assert filed[0]["filename"] == file.name, filed[0]["filename"]
+    assert digest(filed[0]["path"]) == digest(file), "storage has other bytes than the file"
+    rows = expect(DONE, client.run("deliverables", ORG, project, "--json")).records()
+    spec = next(record["spec"] for record in rows if record["id"] == row)
+    assert spec["assetFilename"] == file.name and spec["assetBytes"] == str(file.stat().st_size), spec
+    assert not client.journal(row), "the journal is still there"
+    assert platform.violations() == [], platform.violations()
+    return filed[0]
+
+
+def wait_until(holds, what):
+    deadline = time.monotonic() + PATIENCE
+    while not holds():
+        assert time.monotonic() < deadline, f"never: {what}"
+        time.sleep(0.01)
+
+
+def interrupt(process, number=signal.SIGINT):
+    os.kill(process.pid, number)
+
+
+def run_tests(tests):
+    """Runs `tests`, functions by their names, says how each went and ends the program."""
+    failed = 0
+    for name, test in tests.items():
+        began = time.monotonic()
+        try:
+            test()
+            print(f"ok      {name} ({time.monotonic() - began:.1f} s)", flush=True)
+        except AssertionError as failure:
+            failed += 1
+            print(f"FAILED  {name}: {failure}", flush=True)
+    sys.exit(1 if failed or not tests else 0)
+
+
+def main(*tests):
+    """Runs those of `tests` that the program's arguments name, or all of them."""
+    run_tests({test.__name__: test for test in tests if not sys.argv[1:] or test.__name__ in sys.argv[1:]})

@@ -1,0 +1,122 @@
+#!/usr/bin/env python3
+"""On a terminal: the password is asked for and not shown, progress is drawn on one line and cleared, tables fit."""
+import fcntl
+import os
+import pty
+import re
+import select
+import struct
+import termios
+import time
+
+import support
+from support import DONE, INTERRUPTED, NOT_SIGNED_IN, ORG, PROJECT, Client, Platform, Workspace
+
+PART = 100_000
+CELLS = 72
+SLOW = {"operation": "put", "times": 0, "latencyMs": 300}
+
+
+class Terminal:
+    """The client as the leader of a session on a terminal of its own."""
+
+    def __init__(self, client, *arguments):
+        self.pid, self.end = pty.fork()
+        if self.pid == 0:
+            os.execve(support.CLI, [support.CLI, *map(str, arguments)], client.environment | {"TERM": "xterm"})
+        fcntl.ioctl(self.end, termios.TIOCSWINSZ, struct.pack("HHHH", 24, CELLS, 0, 0))
+        self.seen = b""
+
+    def read_until(self, wanted):
+        deadline = time.monotonic() + support.PATIENCE
+        while wanted is None or wanted not in self.seen:
+            assert time.monotonic() < deadline, f"never shown: {wanted}\n{self.seen[-2000:]}"
+            if select.select([self.end], [], [], 1)[0]:
+                try:
+                    piece = os.read(self.end, 1 << 16)
+                except OSError:  # the program has closed it
+                    piece = b""
+                if not piece:
+                    assert wanted is None, f"ended without: {wanted}\n{self.seen[-2000:]}"
+                    return
+                self.seen += piece
+
+    def shows_typing(self):
+        return bool(termios.tcgetattr(self.end)[3] & termios.ECHO)
+
+    def type(self, text):
+        os.write(self.end, text)
+
+    def finish(self):
+        self.read_until(None)
+        code = os.waitstatus_to_exitcode(os.waitpid(self.pid, 0)[1])
+        os.close(self.end)
+        return code, self.seen.decode()
+
+
+def the_password_is_asked_for_and_not_shown():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        client = Client(workspace, platform.address)
+        for password, expected in (("guess-7\n", NOT_SIGNED_IN), (support.PASSWORD + "\n", DONE)):
+            terminal = Terminal(client, "sign-in", "--email", support.EMAIL)
+            terminal.read_until(f"Password of {support.EMAIL}: ".encode())
+            assert not terminal.shows_typing()
+            terminal.type(password.encode())
+            code, seen = terminal.finish()
+            assert code == expected and password.strip() not in seen, seen
+
+
+def an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        terminal = Terminal(Client(workspace, platform.address), "sign-in", "--email", support.EMAIL)
+        keeper = os.open(f"/proc/{terminal.pid}/fd/0", os.O_RDWR | os.O_NOCTTY)  # or the terminal ends with the program
+        terminal.read_until(b"Password")
+        assert not terminal.shows_typing()
+        terminal.type(b"\x03")
+        terminal.read_until(b"Interrupted.")
+        code = os.waitstatus_to_exitcode(os.waitpid(terminal.pid, 0)[1])
+        assert code == INTERRUPTED and terminal.shows_typing(), code
+        os.close(keeper)
+        os.close(terminal.end)
+
+
+def progress_is_one_line_that_is_cleared_at_the_end():
+    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        file = workspace.make_file("Reel 1.mov", 80 * PART)
+        code, seen = Terminal(client, "upload", ORG, PROJECT, "salt-row-1", file).finish()
+        assert code == DONE, seen
+        drawn = re.findall(r"\r\x1b\[K([^\r\n]+)", seen)
+        bars = [line for line in drawn if "%" in line and "[" in line]
+        assert len(bars) > 5 and all(len(line) < CELLS for line in bars), seen
+        assert any("MB/s" in line and "left" in line for line in bars), bars
+        lines = [re.split(r"\x1b\[K", line)[-1].strip("\r") for line in seen.split("\n")]
+        assert lines[0].startswith("Sending “Reel 1.mov”") and lines[1].startswith("Filed on"), lines
+        support.expect_filed(platform, client, "salt-row-1", file)
+
+
+def ctrl_c_on_a_terminal_stops_an_upload():
+    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        terminal = Terminal(client, "upload", ORG, PROJECT, "salt-row-1", workspace.make_file("Reel 1.mov", 80 * PART))
+        terminal.read_until(b"MB of ")
+        terminal.type(b"\x03")
+        code, seen = terminal.finish()
+        assert code == INTERRUPTED and "palvera-cli resume salt-row-1" in seen, seen
+        assert client.journal("salt-row-1")
+
+
+def tables_fit_the_terminal():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        code, seen = Terminal(client, "deliverables", ORG, PROJECT).finish()
+        lines = seen.replace("\r", "").splitlines()
+        assert code == DONE and len(lines) == 22, seen
+        assert all(len(line) <= CELLS for line in lines) and any("…" in line for line in lines), seen
+        assert "salt row 2 of many" in seen and "row/3%25 of salt?#x" in seen
+
+
+support.main(the_password_is_asked_for_and_not_shown,
+             an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was,
+             progress_is_one_line_that_is_cleared_at_the_end, ctrl_c_on_a_terminal_stops_an_upload,
+             tables_fit_the_terminal)
