@@ -2,6 +2,7 @@
 
 #include "platform/EnginePool.h"
 #include "platform/HttpSession.h"
+#include "platform/NetworkThreads.h"
 #include "service/API.h"
 
 #include <boost/asio/co_spawn.hpp>
@@ -25,9 +26,11 @@ double drawSpread()
     return std::uniform_real_distribution<>(0.8, 1.2)(generator);
 }
 
+/// Each lane's session keeps to one thread. Like the engine pool's, these are never released.
 std::unique_ptr<HttpClient> makeStorageClient()
 {
-    return std::make_unique<HttpSession>(enginePool().get_executor(), HttpSessionOptions::storage());
+    static auto& threads = *new NetworkThreads;
+    return std::make_unique<HttpSession>(threads.next(), HttpSessionOptions::storage());
 }
 
 } // namespace

@@ -1,6 +1,5 @@
 #include "platform/CurlTransfer.h"
 
-#include "platform/CookieStore.h"
 #include "platform/CurlFailure.h"
 #include "platform/EarlyAnswer.h"
 #include "platform/Failure.h"
@@ -8,8 +7,6 @@
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
-#include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <sys/socket.h>
 
 #include <cassert>
@@ -34,25 +31,6 @@ bool hasBody(const HttpRequest& request)
     return request.source || !request.body.isEmpty() || request.method == "PUT" || request.method == "POST";
 }
 
-/// The file of authorities to trust, or nothing for libcurl's own. The library itself reads neither variable.
-QByteArray authoritiesFile(const HttpSessionOptions& options)
-{
-    if (!options.authorities.isEmpty())
-        return options.authorities.toLocal8Bit();
-    auto bundle = qgetenv("CURL_CA_BUNDLE");
-    return bundle.isEmpty() ? qgetenv("SSL_CERT_FILE") : bundle;
-}
-
-bool isLoopback(const sockaddr& address)
-{
-    if (address.sa_family == AF_INET) {
-        in_addr host = reinterpret_cast<const sockaddr_in&>(address).sin_addr;
-        return (ntohl(host.s_addr) >> 24) == IN_LOOPBACKNET;
-    }
-    return address.sa_family == AF_INET6 &&
-           IN6_IS_ADDR_LOOPBACK(&reinterpret_cast<const sockaddr_in6&>(address).sin6_addr);
-}
-
 TransportError outOfTime(RequestWatch::Verdict verdict, std::chrono::milliseconds limit)
 {
     auto seconds = QString::number(std::chrono::duration<double>(limit).count());
@@ -63,23 +41,17 @@ TransportError outOfTime(RequestWatch::Verdict verdict, std::chrono::millisecond
 
 } // namespace
 
-CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, const HttpSessionOptions& options,
-                           CurlMulti& multi)
+CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, CurlHandles& handles, CurlMulti& multi)
     : m_request(std::move(request)),
-      m_options(options),
+      m_totalLimit(totalLimit(m_request, handles.options())),
       m_multi(multi),
       m_wake(multi.strand()),
-      m_watch(m_request.idleTimeout, totalLimit(m_request, options), RequestWatch::Moment::clock::now()),
-      m_easy(curl_easy_init())
+      m_watch(m_request.idleTimeout, m_totalLimit, RequestWatch::Moment::clock::now()),
+      m_easy(handles.take(), GiveBack{&handles})
 {
-    if (!m_easy)
-        throw std::bad_alloc();
     setAddress(address);
-    setConnection();
-    setTrust();
+    setMethod();
     setHeaders();
-    if (hasBody(m_request))
-        setBody();
     setCallbacks();
     m_multi.add(m_easy.get());
 }
@@ -89,52 +61,20 @@ CurlTransfer::~CurlTransfer()
     m_multi.remove(m_easy.get(), m_result ? CurlMulti::Leave::open : CurlMulti::Leave::reset);
 }
 
-template <class Value>
-void CurlTransfer::set(CURLoption option, Value value)
-{
-    if (curl_easy_setopt(m_easy.get(), option, value) == CURLE_OUT_OF_MEMORY)
-        throw std::bad_alloc();
-}
-
 void CurlTransfer::setAddress(const HttpAddress& address)
 {
     set(CURLOPT_URL, m_request.url.constData());
-    set(CURLOPT_PATH_AS_IS, 1L);
-    set(CURLOPT_PROTOCOLS_STR, "http,https");
+    set(CURLOPT_PROXY, address.loopback ? "" : nullptr); // none, or what the environment says
+}
+
+void CurlTransfer::setMethod()
+{
+    set(CURLOPT_HTTPGET, 1L); // whatever the handle's request before this one was
+    set(CURLOPT_CUSTOMREQUEST, m_request.method.constData());
     if (m_request.method == "HEAD")
         set(CURLOPT_NOBODY, 1L);
-    else
-        set(CURLOPT_CUSTOMREQUEST, m_request.method.constData());
-    if (address.loopback)
-        set(CURLOPT_PROXY, ""); // overrides the environment
-}
-
-void CurlTransfer::setConnection()
-{
-    using Protocol = HttpSessionOptions::Protocol;
-    set(CURLOPT_HTTP_VERSION,
-        long(m_options.protocol == Protocol::http11 ? CURL_HTTP_VERSION_1_1 : CURL_HTTP_VERSION_2TLS));
-    set(CURLOPT_NOSIGNAL, 1L);
-    set(CURLOPT_QUICK_EXIT, 1L); // a cancelled look-up of a name is left to end by itself
-    set(CURLOPT_UPLOAD_BUFFERSIZE, long(m_options.uploadSlice));
-    set(CURLOPT_BUFFERSIZE, long(m_options.receiveSlice));
-    set(CURLOPT_OPENSOCKETFUNCTION, &CurlTransfer::openSocket);
-    set(CURLOPT_OPENSOCKETDATA, const_cast<HttpSessionOptions*>(&m_options));
-    if (m_options.sharedCookies) {
-        set(CURLOPT_SHARE, m_options.sharedCookies->share());
-        set(CURLOPT_COOKIEFILE, ""); // turns the cookie engine on
-    }
-}
-
-void CurlTransfer::setTrust()
-{
-    set(CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
-    if (auto file = authoritiesFile(m_options); !file.isEmpty())
-        set(CURLOPT_CAINFO, file.constData());
-    if (!m_options.verifyPeer) {
-        set(CURLOPT_SSL_VERIFYPEER, 0L);
-        set(CURLOPT_SSL_VERIFYHOST, 0L);
-    }
+    else if (hasBody(m_request))
+        setBody();
 }
 
 void CurlTransfer::setHeaders()
@@ -167,25 +107,12 @@ void CurlTransfer::setBody()
 void CurlTransfer::setCallbacks()
 {
     set(CURLOPT_PRIVATE, static_cast<CurlMulti::Client*>(this));
-    set(CURLOPT_SUPPRESS_CONNECT_HEADERS, 1L);
     set(CURLOPT_HEADERFUNCTION, &CurlTransfer::takeHeader);
     set(CURLOPT_HEADERDATA, this);
     set(CURLOPT_WRITEFUNCTION, &CurlTransfer::takeBody);
     set(CURLOPT_WRITEDATA, this);
-    set(CURLOPT_NOPROGRESS, 0L);
     set(CURLOPT_XFERINFOFUNCTION, &CurlTransfer::takeProgress);
     set(CURLOPT_XFERINFODATA, this);
-}
-
-curl_socket_t CurlTransfer::openSocket(void* options, curlsocktype, curl_sockaddr* address)
-{
-    // Close-on-exec: a browser or installer that the program starts must not hold its connections open.
-    int socket = ::socket(address->family, address->socktype | SOCK_CLOEXEC, address->protocol);
-    const auto& asked = *static_cast<const HttpSessionOptions*>(options);
-    const auto& name = asked.congestionControl;
-    if (socket >= 0 && !name.isEmpty() && (asked.congestionControlOnLoopback || !isLoopback(address->addr)))
-        ::setsockopt(socket, IPPROTO_TCP, TCP_CONGESTION, name.constData(), socklen_t(name.size())); // or keeps its own
-    return socket;
 }
 
 qint64 CurlTransfer::bodySize() const
@@ -334,7 +261,7 @@ void CurlTransfer::look()
     if (verdict == RequestWatch::Verdict::idle)
         throw outOfTime(verdict, m_request.idleTimeout);
     if (verdict == RequestWatch::Verdict::timedOut)
-        throw outOfTime(verdict, totalLimit(m_request, m_options));
+        throw outOfTime(verdict, m_totalLimit);
 }
 
 void CurlTransfer::noteDraining()

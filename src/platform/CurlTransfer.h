@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/CurlHandles.h"
 #include "platform/CurlMulti.h"
 #include "platform/HttpAddress.h"
-#include "platform/HttpSession.h"
 #include "platform/RequestWatch.h"
 
 #include <exception>
@@ -14,8 +14,8 @@ namespace palvera {
 /// collect the answer, and what has moved so far. Session's strand only.
 class CurlTransfer final : public CurlMulti::Client {
 public:
-    /// Starts the transfer; nothing of it happens within the call. `options` and `multi` must outlive it.
-    CurlTransfer(HttpRequest request, const HttpAddress& address, const HttpSessionOptions& options, CurlMulti& multi);
+    /// Starts the transfer; nothing of it happens within the call. `handles` and `multi` must outlive it.
+    CurlTransfer(HttpRequest request, const HttpAddress& address, CurlHandles& handles, CurlMulti& multi);
     /// Cuts the transfer off unless it has ended.
     ~CurlTransfer() override;
     CurlTransfer(const CurlTransfer&) = delete;
@@ -32,8 +32,9 @@ private:
     struct ListDeleter {
         void operator()(curl_slist* list) const { curl_slist_free_all(list); }
     };
-    struct EasyDeleter {
-        void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
+    struct GiveBack {
+        void operator()(CURL* easy) const { handles->giveBack(easy); }
+        CurlHandles* handles;
     };
 
     void ended(CURLcode result) noexcept override;
@@ -42,16 +43,13 @@ private:
     void unwatchable() noexcept override;
 
     void setAddress(const HttpAddress& address);
-    void setConnection();
-    void setTrust();
     void setHeaders();
     void addHeader(const QByteArray& line);
+    void setMethod();
     void setBody();
     void setCallbacks();
-    template <class Value>
-    void set(CURLoption option, Value value);
+    void set(CURLoption option, auto value) { setOption(m_easy.get(), option, value); }
 
-    static curl_socket_t openSocket(void* options, curlsocktype, curl_sockaddr* address);
     static std::size_t readBody(char* into, std::size_t size, std::size_t count, void* self);
     static int seekBody(void* self, curl_off_t offset, int origin);
     static std::size_t takeHeader(char* line, std::size_t size, std::size_t count, void* self);
@@ -67,12 +65,12 @@ private:
     qint64 bodySize() const;
 
     HttpRequest m_request;
-    const HttpSessionOptions& m_options;
+    const std::chrono::milliseconds m_totalLimit;
     CurlMulti& m_multi;
     StrandTimer m_wake;
     RequestWatch m_watch;
     std::unique_ptr<curl_slist, ListDeleter> m_headers; // libcurl reads them through the handle
-    std::unique_ptr<CURL, EasyDeleter> m_easy;
+    std::unique_ptr<CURL, GiveBack> m_easy;
 
     HttpResponse m_answer;
     QByteArray m_unread; // what stood in the receive queue when the connection broke in the middle of the body

@@ -9,7 +9,7 @@ namespace palvera {
 /// Lets coroutines of one serial executor wait for each other. Starts unset.
 class Event {
 public:
-    explicit Event(Executor executor) : m_forEver(std::move(executor), boost::asio::steady_timer::time_point::max()) {}
+    explicit Event(const Executor& executor) : m_forEver(executor, boost::asio::steady_timer::time_point::max()) {}
 
     /// Wakes the waiter, or lets the next wait end at once.
     void set();

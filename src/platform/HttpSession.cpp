@@ -16,20 +16,21 @@ namespace asio = boost::asio;
 /// What a session's requests share. Strand only.
 class HttpSessionCore {
 public:
-    HttpSessionCore(const Executor& pool, HttpSessionOptions given)
-        : strand(pool),
-          options(std::move(given)),
+    HttpSessionCore(const Executor& executor, HttpSessionOptions options)
+        : strand(executor),
           closing(strand, StrandTimer::time_point::max()),
-          multi(std::make_shared<CurlMulti>(strand, long(options.maxConnectionsPerHost)))
-    {
-        if (!options.networkPath)
-            options.networkPath = std::make_shared<SystemNetworkPath>();
-    }
+          cookies(options.sharedCookies),
+          path(options.networkPath ? options.networkPath : std::make_shared<SystemNetworkPath>()),
+          multi(std::make_shared<CurlMulti>(strand, long(options.maxConnectionsPerHost))),
+          handles(std::move(options))
+    {}
 
     const Strand strand;
-    HttpSessionOptions options;
     StrandTimer closing; // cancelled once `closed` is set
+    const std::shared_ptr<CookieStore> cookies;
+    const std::shared_ptr<NetworkPath> path;
     const std::shared_ptr<CurlMulti> multi;
+    CurlHandles handles;
     std::set<CurlTransfer*> inFlight;
     bool closed = false;
 };
@@ -66,7 +67,7 @@ Task<void> untilClosedOr(Core core, std::chrono::milliseconds limit)
 
 Task<void> waitForPath(Core core, std::chrono::milliseconds limit)
 {
-    auto& path = *core->options.networkPath;
+    auto& path = *core->path;
     if (path.isUsable())
         co_return;
     auto ended = co_await firstOf(path.untilUsable(), untilClosedOr(core, limit));
@@ -86,12 +87,12 @@ Task<HttpResponse> perform(Core core, HttpRequest request)
         co_await waitForPath(core, request.idleTimeout);
     if (core->closed)
         throwCancelled();
-    CurlTransfer transfer(std::move(request), *address, core->options, *core->multi);
+    CurlTransfer transfer(std::move(request), *address, core->handles, *core->multi);
     Listed listed(*core, transfer);
     co_await transfer.untilEnded();
     auto answer = transfer.takeAnswer();
-    if (core->options.sharedCookies && !answer.header("Set-Cookie").isNull())
-        core->options.sharedCookies->save();
+    if (core->cookies && !answer.header("Set-Cookie").isNull())
+        core->cookies->save();
     co_return answer;
 }
 
@@ -101,13 +102,14 @@ HttpSessionOptions HttpSessionOptions::storage()
 {
     return {.maxConnectionsPerHost = 2,
             .protocol = Protocol::http11,
-            .uploadSlice = 1 << 20,
+            .uploadSlice = 512 << 10,
             .receiveSlice = 512 << 10,
-            .congestionControl = "bbr"};
+            .congestionControl = "bbr", // holds up where packets get lost far away
+            .loopbackCongestionControl = "cubic"};
 }
 
-HttpSession::HttpSession(Executor pool, HttpSessionOptions options)
-    : m_core(std::make_shared<HttpSessionCore>(pool, std::move(options)))
+HttpSession::HttpSession(const Executor& executor, HttpSessionOptions options)
+    : m_core(std::make_shared<HttpSessionCore>(executor, std::move(options)))
 {}
 
 HttpSession::~HttpSession()

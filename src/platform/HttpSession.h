@@ -20,10 +20,12 @@ struct HttpSessionOptions {
     int maxConnectionsPerHost = 6; ///< further requests wait for their turn, which does not count as inactivity
     std::shared_ptr<CookieStore> sharedCookies = {}; ///< null: no cookies are kept or sent
     Protocol protocol = Protocol::newest;
-    qint64 uploadSlice = 64 << 10;             ///< most bytes that one write hands to the network
-    qint64 receiveSlice = 64 << 10;            ///< most bytes that one read takes from it
-    QByteArray congestionControl = {};         ///< asked of the kernel by name; a refusal is no failure
-    bool congestionControlOnLoopback = false;  ///< also for peers on this machine, where it only costs time
+    qint64 uploadSlice = 64 << 10;  ///< most bytes that one write hands to the network
+    qint64 receiveSlice = 64 << 10; ///< most bytes that one read takes from it
+    /// Asked of the kernel by name for connections to other machines and to this one; empty, or refused by the kernel:
+    /// the kernel's own choice. On loopback, "bbr" costs a fifth more time than "cubic".
+    QByteArray congestionControl = {};
+    QByteArray loopbackCongestionControl = {};
     std::chrono::milliseconds totalTimeout{0}; ///< for requests that set none; 0 is for ever
     bool verifyPeer = true;
     /// A file of certificate authorities to trust. Empty: what CURL_CA_BUNDLE or SSL_CERT_FILE names, else the
@@ -36,7 +38,8 @@ struct HttpSessionOptions {
 };
 
 /// Requests over connections of its own, kept alive between requests, on libcurl. Everything runs on one strand of the
-/// executor that it is given, which must outlive the session and every request.
+/// executor that it is given, which must outlive the session and every request. For bulk, give it one of
+/// NetworkThreads' executors: see there.
 ///
 /// - The address is sent byte for byte; no redirect is followed; no answer is decompressed.
 /// - Bytes draining from the kernel's send queue count as activity and are reported through `onSent`.
@@ -46,7 +49,7 @@ struct HttpSessionOptions {
 /// - A server that dropped a kept-alive connection gets the request again on another one, its body from the start.
 class HttpSession final : public HttpClient {
 public:
-    explicit HttpSession(Executor pool, HttpSessionOptions options = {});
+    explicit HttpSession(const Executor& executor, HttpSessionOptions options = {});
     /// Cuts off whatever is in flight; those requests end as cancelled.
     ~HttpSession() override;
     HttpSession(const HttpSession&) = delete;
@@ -54,7 +57,7 @@ public:
 
     Task<HttpResponse> send(HttpRequest request) override;
 
-    /// Where the requests' callbacks run.
+    /// Where `onSent` and the body's source are called.
     Executor strand() const;
 
 private:

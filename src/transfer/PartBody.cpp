@@ -17,10 +17,10 @@ SourceChanged::SourceChanged()
     : FileError(QStringLiteral("The file changed while it was being sent, so it was not delivered. Send it again."))
 {}
 
-LaneBuffer::LaneBuffer(qint64 size)
-try : m_bytes(std::make_unique_for_overwrite<char[]>(std::size_t(size))) {
-} catch (const std::bad_alloc&) {
-    throw FileError(QStringLiteral("There is not enough memory to send parts of %1 MB.").arg(size / 1'000'000));
+LaneBuffer::LaneBuffer(qint64 size) : m_bytes(new(std::nothrow) char[std::size_t(size)])
+{
+    if (!m_bytes)
+        throw FileError(QStringLiteral("There is not enough memory to send parts of %1 MB.").arg(size / 1'000'000));
 }
 
 PartBody::PartBody(const SourceFile& file, ByteRange range, std::span<char> buffer)

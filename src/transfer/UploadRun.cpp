@@ -114,7 +114,6 @@ bool UploadRun::adoptJournal()
     if (!journal || journal->fileStamp != fileStamp(m_path) || journal->byteSize != m_byteSize)
         return false;
     m_journal = std::move(*journal);
-    m_mayBeComplete = isComplete(m_journal.done, m_journal.partCount);
     return true;
 }
 
@@ -263,9 +262,10 @@ Task<void> UploadRun::deliver()
         body.parts.push_back({.partNumber = part, .etag = etag});
     auto completion = co_await outcomeOf(completeUpload(m_environment.api, target, m_journal.sessionId, body));
 
-    // The answer to an earlier completion may have been lost. Then the platform refuses this one, and whether the file
-    // is there shows only in what follows: in the bin's listing, or in the platform agreeing to file it.
-    bool refused = completion.failure && m_mayBeComplete && saysNotOpen(completion.failure);
+    // The answer to an earlier completion may have been lost, an earlier run's or one that the session sent again on a
+    // fresh connection. Then the platform refuses this one, and whether the file is there shows only in what follows:
+    // in the bin's listing, or in the platform agreeing to file it.
+    bool refused = completion.failure && saysNotOpen(completion.failure);
     if (completion.failure && !refused)
         std::rethrow_exception(completion.failure);
     if (target.asBin()) {

@@ -51,7 +51,6 @@ private:
     qint64 m_byteSize = 0;
     QDateTime m_changed; // when the file last changed, finer than the journal's stamp
     Journal m_journal;
-    bool m_mayBeComplete = false; // every part was confirmed before this run: an earlier one may have completed it
 };
 
 } // namespace palvera

@@ -35,6 +35,11 @@ struct Understood {
     bool json = false;
 };
 
+void PrintTo(const Understood& understood, std::ostream* out)
+{
+    *out << understood.line;
+}
+
 class UnderstoodArguments : public testing::TestWithParam<Understood> {};
 
 TEST_P(UnderstoodArguments, makeACommand)
@@ -80,6 +85,11 @@ struct Misunderstood {
     const char* line;
     const char* reason;
 };
+
+void PrintTo(const Misunderstood& misunderstood, std::ostream* out)
+{
+    *out << misunderstood.line;
+}
 
 class MisunderstoodArguments : public testing::TestWithParam<Misunderstood> {};
 

@@ -15,6 +15,11 @@ struct Shown {
     QString shown;
 };
 
+void PrintTo(const Shown& shown, std::ostream* out)
+{
+    *out << "shown as " << shown.shown.toStdString();
+}
+
 class PrintableText : public testing::TestWithParam<Shown> {};
 
 TEST_P(PrintableText, isHarmlessOnATerminal)
@@ -35,6 +40,11 @@ struct Measured {
     QString text;
     int cells;
 };
+
+void PrintTo(const Measured& measured, std::ostream* out)
+{
+    *out << measured.text.toStdString();
+}
 
 class MeasuredText : public testing::TestWithParam<Measured> {};
 

@@ -19,6 +19,11 @@ struct Bytes {
     const char* text;
 };
 
+void PrintTo(const Bytes& bytes, std::ostream* out)
+{
+    *out << bytes.bytes;
+}
+
 class BytesText : public testing::TestWithParam<Bytes> {};
 
 TEST_P(BytesText, isDecimalWithThreeDigits)
@@ -38,6 +43,11 @@ struct Duration {
     double seconds;
     const char* text;
 };
+
+void PrintTo(const Duration& duration, std::ostream* out)
+{
+    *out << duration.seconds << " s";
+}
 
 class DurationText : public testing::TestWithParam<Duration> {};
 
@@ -62,6 +72,11 @@ struct Line {
     std::optional<double> rate;
     const char* text;
 };
+
+void PrintTo(const Line& line, std::ostream* out)
+{
+    *out << line.sent << " bytes in " << line.cells << " cells";
+}
 
 class ProgressLine : public testing::TestWithParam<Line> {};
 

@@ -7,7 +7,7 @@ from support import DONE, UNREACHABLE, Client, Platform, Workspace, expect, wait
 
 ROW = "salt-row-1"
 PART, PARTS = 100_000, 60
-SLOW = {"operation": "put", "times": 0, "latencyMs": 150}
+SLOW = {"operation": "put", "times": 0, "latencyMs": 400}
 
 
 def stored_parts(platform):

@@ -10,8 +10,8 @@ import support
 from support import (CONFIRM, DONE, FAILED, INTERRUPTED, NOT_SIGNED_IN, ORG, PROJECT, UNREACHABLE, USAGE, Client,
                      Platform, Workspace, expect, wait_until)
 
-PART = 100_000
-SLOW = {"operation": "put", "times": 0, "latencyMs": 400}
+PART, PARTS = 100_000, 100  # ten seconds' work for eight lanes while storage is slow
+SLOW = {"operation": "put", "times": 0, "latencyMs": 800}
 NOWHERE = "http://127.0.0.1:9/api"  # the port of "discard", where nobody listens
 
 
@@ -93,12 +93,12 @@ def an_interruption_ends_with_130_and_loses_nothing():
     with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
         client = Client(workspace, platform.address).sign_in()
         for row, number in (("salt-row-1", signal.SIGINT), ("salt row 2 of many", signal.SIGTERM)):
-            file = workspace.make_file(f"Reel {number}.mov", 40 * PART)
+            file = workspace.make_file(f"Reel {number}.mov", PARTS * PART)
             result = interrupt_an_upload(platform, client, number, row, file)
             assert result.records()[-1] == {"event": "interrupted", "key": row}, result
             listed = client.run("interrupted", "--json").records()
-            assert [(entry["key"], entry["total"]) for entry in listed] == [(row, 40 * PART)], listed
-            assert 8 * PART <= listed[0]["sent"] < 40 * PART, listed
+            assert [(entry["key"], entry["total"]) for entry in listed] == [(row, PARTS * PART)], listed
+            assert 8 * PART <= listed[0]["sent"] < PARTS * PART, listed
             recorded = client.journal(row)["done"]
             hint = result.error.splitlines()[-1]
             assert hint.endswith("palvera-cli resume " + ("'salt row 2 of many'" if " " in row else row)), result
@@ -135,7 +135,7 @@ def an_interruption_while_the_password_is_awaited_ends_with_130():
 def a_discarded_upload_is_gone_here_and_there():
     with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
         client = Client(workspace, platform.address).sign_in()
-        row, file = "salt-row-1", workspace.make_file("Reel.mov", 40 * PART)
+        row, file = "salt-row-1", workspace.make_file("Reel.mov", PARTS * PART)
         interrupt_an_upload(platform, client, signal.SIGINT, row, file)
         assert expect(DONE, client.run("discard", row, "--json")).records() == [{"event": "done", "key": row}]
         assert client.run("interrupted").out == "No interrupted uploads.\n"
@@ -146,11 +146,13 @@ def a_discarded_upload_is_gone_here_and_there():
 def one_upload_of_a_key_runs_at_a_time():
     with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
         client = Client(workspace, platform.address).sign_in()
-        row, file = "salt-row-1", workspace.make_file("Reel.mov", 30 * PART)
+        row, file = "salt-row-1", workspace.make_file("Reel.mov", 16 * PART)
         first = client.start("upload", ORG, PROJECT, row, file)
         wait_until(lambda: client.journal(row), "a journal")
+        os.kill(first.pid, signal.SIGSTOP)  # so that it is not done too soon
         assert "This upload is already running." in expect(FAILED, client.upload(row, file)).error
         assert "That upload is running." in expect(FAILED, client.run("discard", row)).error
+        os.kill(first.pid, signal.SIGCONT)
         expect(DONE, client.finish(first))
         support.expect_filed(platform, client, row, file)
 
@@ -158,16 +160,16 @@ def one_upload_of_a_key_runs_at_a_time():
 def everything_said_to_programs_is_a_record_a_line():
     with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
         client = Client(workspace, platform.address).sign_in()
-        counts = {words[0]: len(expect(DONE, client.run(*words, "--json")).records()) for words in
-                  (["orgs"], ["projects", ORG], ["deliverables", ORG, PROJECT], ["assets", ORG], ["bin", ORG], ["site"])}
+        listings = ["orgs"], ["projects", ORG], ["deliverables", ORG, PROJECT], ["assets", ORG], ["bin", ORG], ["site"]
+        counts = {words[0]: len(expect(DONE, client.run(*words, "--json")).records()) for words in listings}
         assert counts == {"orgs": 4, "projects": 4, "deliverables": 21, "assets": 158, "bin": 232, "site": 1}, counts
-        file = workspace.make_file("Reel.mov", 40 * PART)
+        file = workspace.make_file("Reel.mov", 24 * PART)
         result = expect(DONE, client.upload("salt-row-1", file, "--json"))
         progress, done = result.events("progress"), result.events("done")
         assert [event["sent"] for event in progress] == sorted(event["sent"] for event in progress), result
-        assert progress[0]["sent"] == 0 and progress[-1]["sent"] == 40 * PART, result
+        assert progress[0]["sent"] == 0 and progress[-1]["sent"] == 24 * PART, result
         assert any(event.get("rate", 0) > 0 for event in progress), result
-        assert len(done) == 1 and done[0]["bytes"] == 40 * PART and done[0]["deliverableId"] == "salt-row-1", done
+        assert len(done) == 1 and done[0]["bytes"] == 24 * PART and done[0]["deliverableId"] == "salt-row-1", done
         assert {record["event"] for record in result.records()} == {"progress", "done"} and result.error == "", result
         found = client.run("assets", ORG, "--search", "Reel.mov", "--family", "video", "--json").records()
         assert [(entry["filename"], entry["projectId"]) for entry in found] == [("Reel.mov", PROJECT)], found
@@ -191,5 +193,6 @@ def a_reader_that_leaves_or_a_full_disk_is_no_crash():
 support.main(wrong_usage_ends_with_2, nobody_signed_in_ends_with_3, a_question_of_the_platform_ends_with_4,
              no_platform_ends_with_5, what_cannot_be_sent_ends_with_1, an_interruption_ends_with_130_and_loses_nothing,
              an_interruption_before_the_platform_answers_leaves_nothing_behind,
-             an_interruption_while_the_password_is_awaited_ends_with_130, a_discarded_upload_is_gone_here_and_there, one_upload_of_a_key_runs_at_a_time,
+             an_interruption_while_the_password_is_awaited_ends_with_130,
+             a_discarded_upload_is_gone_here_and_there, one_upload_of_a_key_runs_at_a_time,
              everything_said_to_programs_is_a_record_a_line, a_reader_that_leaves_or_a_full_disk_is_no_crash)

@@ -4,14 +4,16 @@ and a journal from which the next try goes on.
 
 Waits between attempts are real here, so the faults heal within a few attempts and the cases run side by side.
 """
+import collections
 import concurrent.futures
 import dataclasses
+import queue
 import sys
 
 import support
 from support import DONE, FAILED, UNREACHABLE, Client, Platform, Workspace, expect
 
-ROW = "salt-row-1"
+PROJECT = "long-tide"
 PART, SIZE = 100_000, 450_001
 TROUBLE = "The platform is having trouble."
 CUT_WRONGLY = "The platform cut the file into parts that do not add up to it."
@@ -58,8 +60,8 @@ CASES = [
          part_size=16_000_000, size=16_000_000),
     Case("lost answers to parts", [fault("put", "lose-answer", 3)]),
     Case("expired address", [fault("put", "expired", 2)]),
-    Case("addresses that are good for a second", [fault("put", "none", 0, latencyMs=400)],
-         part_size=20_000, options=("--expire-seconds", "1")),
+    Case("addresses that expire before their turn", [fault("put", "none", 0, latencyMs=1200)],
+         part_size=20_000, options=("--expire-seconds", "2")),
     Case("no tag", [fault("put", "no-tag", 2)]),
     Case("tag in lower case", [fault("put", "lower-case-tag", 0)]),
     Case("tag in capitals", [fault("put", "capital-tag", 0)]),
@@ -93,28 +95,68 @@ CASES = [
 ]
 
 
-def run(case):
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(case.part_size), *case.options) as platform:
-        client = Client(workspace, platform.address).sign_in()
-        file = workspace.make_file(f"{case.name} 100%.mov", case.size)
+class Site:
+    """A platform with somebody signed in, for one case at a time."""
+
+    def __init__(self, part_size, options):
+        self.workspace = Workspace().__enter__()
+        self.platform = Platform(self.workspace, "--part-size", str(part_size), *options)
+        self.platform.start()
+        self.client = Client(self.workspace, self.platform.address).sign_in()
+        self.rows = iter(range(4, 400))
+
+    def close(self):
+        self.platform.kill()
+        self.workspace.__exit__()
+
+    def run(self, case):
+        row, platform, client = f"long-tide-row-{next(self.rows)}", self.platform, self.client
+        file = self.workspace.make_file(f"{case.name} 100%.mov", case.size)
         platform.break_with(*case.rules)
-        result = expect(case.code, client.upload(ROW, file))
+        result = expect(case.code, client.upload(row, file, project=PROJECT))
+        platform.break_with()
         if case.code != DONE:
             assert f"palvera-cli: {case.message}" in result.error, f"not said: {case.message}\n{result}"
-            platform.break_with()
-            expect(DONE, client.upload(ROW, file))
-        uploads = platform.uploads(ROW)
+            expect(DONE, client.upload(row, file, project=PROJECT))
+        uploads = platform.uploads(row)
         assert len(uploads) == case.starts, f"{len(uploads)} uploads were started"
-        support.expect_filed(platform, client, ROW, file)
+        support.expect_filed(platform, client, row, file)
         assert all(not upload["parts"] for upload in uploads[:-1]), "parts were sent to an upload that was given up"
+
+
+class Sites:
+    """Sites by what they are started with; one that is free is used again."""
+
+    def __init__(self):
+        self.free = collections.defaultdict(queue.SimpleQueue)
+
+    def run(self, case):
+        free = self.free[case.part_size, case.options]
+        try:
+            site = free.get_nowait()
+        except queue.Empty:
+            site = Site(case.part_size, case.options)
+        try:
+            site.run(case)
+        finally:
+            free.put(site)
+
+    def close(self):
+        for free in self.free.values():
+            while not free.empty():
+                free.get().close()
 
 
 def main():
     chosen = [case for case in CASES if not sys.argv[1:] or case.name in sys.argv[1:]]
-    longest_first = sorted(chosen, key=lambda case: case.part_size, reverse=True)
-    with concurrent.futures.ThreadPoolExecutor(max_workers=6) as workers:
-        running = {case.name: workers.submit(run, case) for case in longest_first}
-        support.run_tests({case.name: running[case.name].result for case in chosen})
+    longest_first = sorted(chosen, key=lambda case: case.part_size != PART, reverse=True)
+    sites = Sites()
+    try:
+        with concurrent.futures.ThreadPoolExecutor(max_workers=6) as workers:
+            running = {case.name: workers.submit(sites.run, case) for case in longest_first}
+            support.run_tests({case.name: running[case.name].result for case in chosen})
+    finally:
+        sites.close()
 
 
 main()

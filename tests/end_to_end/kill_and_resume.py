@@ -13,7 +13,7 @@ import support
 from support import DONE, ORG, Client, Platform, Workspace
 
 PART, PARTS = 64 << 10, 40
-ROW_PROJECT = "long-tide"  # the one with rows enough
+PROJECT = "long-tide"  # it has rows enough
 ROUNDS = int(os.environ.get("PALVERA_KILL_ROUNDS", "8"))
 SEED = int(os.environ.get("PALVERA_KILL_SEED", time.time_ns() % 1_000_000))
 
@@ -44,7 +44,7 @@ class Upload:
         if journal and chance.random() < 0.5:
             return ["resume", self.key]
         if self.row:
-            return ["upload", ORG, ROW_PROJECT, self.row, self.file]
+            return ["upload", ORG, PROJECT, self.row, self.file]
         return ["upload-bin", ORG, self.file]
 
     def find_key(self):
@@ -108,7 +108,7 @@ class Upload:
         assert len(complete) == 1 and support.digest(complete[0]["path"]) == support.digest(self.file)
         assert self.platform.violations() == [], self.platform.violations()
         if self.row:
-            support.expect_filed(self.platform, self.client, self.row, self.file, ROW_PROJECT)
+            support.expect_filed(self.platform, self.client, self.row, self.file)
 
 
 chance = random.Random(SEED)
@@ -117,7 +117,7 @@ chance = random.Random(SEED)
 def whole_run_seconds(platform, client, workspace):
     file = workspace.make_file("measure.mov", PART * PARTS)
     began = time.monotonic()
-    support.expect(DONE, client.upload("long-tide-row-400", file, project=ROW_PROJECT))
+    support.expect(DONE, client.upload("long-tide-row-400", file, project=PROJECT))
     return time.monotonic() - began
 
 

@@ -98,7 +98,7 @@ def progress_is_one_line_that_is_cleared_at_the_end():
 def ctrl_c_on_a_terminal_stops_an_upload():
     with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
         client = Client(workspace, platform.address).sign_in()
-        terminal = Terminal(client, "upload", ORG, PROJECT, "salt-row-1", workspace.make_file("Reel 1.mov", 80 * PART))
+        terminal = Terminal(client, "upload", ORG, PROJECT, "salt-row-1", workspace.make_file("Reel 1.mov", 200 * PART))
         terminal.read_until(b"MB of ")
         terminal.type(b"\x03")
         code, seen = terminal.finish()

@@ -139,15 +139,18 @@ TEST_F(HttpSessionFailureTest, endsARequestThatTakesTooLongAsAWhole)
 TEST_F(HttpSessionFailureTest, refusesAnAnswerBeyondTheLimit)
 {
     LoopbackServer server([](Connection& connection) {
-        bool announced = connection.readHead().contains("/announced");
-        connection.write(announced ? answer("200 OK", patternedBody(1001))
-                                   : "HTTP/1.1 200 OK\r\n\r\n" + patternedBody(1001));
+        auto path = connection.readHead().split(' ').at(1);
+        if (path == "/announced")
+            return connection.write(answer("200 OK", patternedBody(1001)));
+        connection.write("HTTP/1.1 200 OK\r\n\r\n" + patternedBody(1001));
+        while (path == "/endless" && connection.stay(0))
+            connection.write(patternedBody(10'000));
     });
     const QString text = QStringLiteral("The server's answer is too large.");
-    for (auto path : {"/announced", "/untold"}) {
+    for (auto path : {"/announced", "/untold", "/endless"})
         expectFailure({.url = server.url(path), .answerLimit = 1000}, Kind::tooLarge, text);
+    for (auto path : {"/announced", "/untold"})
         EXPECT_EQ(send({.url = server.url(path), .answerLimit = 1001}).body.size(), 1001);
-    }
 }
 
 TEST_F(HttpSessionFailureTest, takesAnAnswerThatComesBeforeTheBodyIsThrough)
@@ -170,6 +173,17 @@ TEST_F(HttpSessionFailureTest, takesAnAnswerThatComesBeforeTheBodyIsThrough)
             EXPECT_EQ(refusal.body, "later");
         }
     }
+}
+
+TEST_F(HttpSessionFailureTest, takesTheStatusOfARefusalThatIsItselfCutShort)
+{
+    LoopbackServer server([](Connection& connection) {
+        connection.readHead();
+        connection.discard(100'000);
+        connection.write("HTTP/1.1 413 Too Much\r\nContent-Length: 1000\r\n\r\nno");
+    });
+    for (int attempt = 0; attempt < 10; ++attempt)
+        EXPECT_EQ(send({.method = "PUT", .url = server.url("/"), .body = patternedBody(8 << 20)}).status, 413);
 }
 
 TEST_F(HttpSessionFailureTest, findsARefusalInWhatABrokenConnectionLeftUnread)

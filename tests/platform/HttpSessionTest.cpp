@@ -119,25 +119,21 @@ TEST_F(HttpSessionTest, givesWhatTheBodysSourceThrewToTheCaller)
 TEST_F(HttpSessionTest, sendsTheBodyAgainFromTheStartWhenAKeptConnectionTurnsOutDead)
 {
     const auto body = patternedBody(300'000);
-    std::atomic<int> connection = 0;
+    std::atomic<int> connections = 0;
     QByteArray received;
-    LoopbackServer server([&](Connection& client) {
-        bool first = connection++ == 0;
-        client.discard(headerOf(client.readHead(), "Content-Length").toLongLong());
-        client.write(answer("200 OK"));
-        if (first) {
-            client.readHead();
-            client.discard(50'000);
-            return; // takes part of the second request and leaves
-        }
-        client.answerAll(answer("200 OK"));
+    LoopbackServer server([&](Connection& connection) {
+        bool isFirst = connections++ == 0;
+        received = connection.readBody(headerOf(connection.readHead(), "Content-Length").toLongLong());
+        connection.write(answer("200 OK"));
+        if (isFirst && !connection.readHead().isEmpty())
+            connection.discard(50'000); // takes part of the second request and leaves
     });
-    LoopbackServer* raw = &server;
     HttpSession session(executor());
     BytesSource source(body);
-    send(session, {.method = "PUT", .url = raw->url("/1"), .body = "x"});
-    EXPECT_EQ(send(session, {.method = "PUT", .url = raw->url("/2"), .source = &source}).status, 200);
-    EXPECT_EQ(server.connections(), 2);
+    send(session, {.method = "PUT", .url = server.url("/1"), .body = "x"});
+    EXPECT_EQ(send(session, {.method = "PUT", .url = server.url("/2"), .source = &source}).status, 200);
+    EXPECT_EQ(connections, 2);
+    EXPECT_TRUE(received == body);
 }
 
 TEST_F(HttpSessionTest, takesAnyStatusAsAnAnswerAndLeavesItAsItCame)
@@ -181,27 +177,48 @@ TEST_F(HttpSessionTest, keepsToItsNumberOfConnectionsAndWaitingForATurnIsNotInac
     });
     HttpSession session(executor(), {.maxConnectionsPerHost = 1});
     auto one = start(session, {.url = server.url("/1")});
-    auto two = start(session, {.url = server.url("/2"), .idleTimeout = 200ms});
-    auto three = start(session, {.url = server.url("/3"), .idleTimeout = 200ms});
+    auto two = start(session, {.url = server.url("/2"), .idleTimeout = 100ms});
+    auto three = start(session, {.url = server.url("/3"), .idleTimeout = 100ms});
     EXPECT_EQ(one.wait().status, 200);
     EXPECT_EQ(two.wait().status, 200);
     EXPECT_EQ(three.wait().status, 200);
     EXPECT_EQ(server.connections(), 1);
 }
 
-TEST_F(HttpSessionTest, asksForACongestionControlAndKeepsItsOwnWhereThatIsRefusedOrUseless)
+TEST_F(HttpSessionTest, asksForACongestionControlAndKeepsTheKernelsWhereThatIsRefused)
 {
-    LoopbackServer server([&](Connection& connection) { connection.answerAll(answer("200 OK")); });
-    auto used = [&](const QByteArray& name, bool onLoopback) {
-        HttpSession session(executor(), {.congestionControl = name, .congestionControlOnLoopback = onLoopback});
+    LoopbackServer server([](Connection& connection) { connection.answerAll(answer("200 OK")); });
+    auto used = [&](HttpSessionOptions options) {
+        HttpSession session(executor(), std::move(options));
         EXPECT_EQ(send(session, {.url = server.url("/")}).status, 200);
         return congestionControlTowards(server.port());
     };
-    const auto usual = used({}, false);
-    EXPECT_NE(usual, "reno");
-    EXPECT_EQ(used("reno", true), "reno");
-    EXPECT_EQ(used("reno", false), usual);
-    EXPECT_EQ(used("no such thing", true), usual);
+    const auto usual = used({});
+    ASSERT_NE(usual, "reno");
+    EXPECT_EQ(used({.loopbackCongestionControl = "reno"}), "reno");
+    EXPECT_EQ(used({.congestionControl = "reno"}), usual) << "meant for other machines";
+    EXPECT_EQ(used({.loopbackCongestionControl = "no such thing"}), usual);
+}
+
+TEST_F(HttpSessionTest, leavesNoTraceOfARequestInTheNextOverTheSameConnection)
+{
+    LoopbackServer server([](Connection& connection) {
+        for (auto head = connection.readHead(); !head.isEmpty(); head = connection.readHead()) {
+            connection.discard(headerOf(head, "Content-Length").toLongLong());
+            connection.write(head.startsWith("HEAD") ? answer("200 OK") : answer("200 OK", head));
+        }
+    });
+    HttpSession session(executor());
+    const auto plain = send(session, {.url = server.url("/")}).body;
+    BytesSource source(patternedBody(100'000));
+    for (HttpRequest before : {HttpRequest{.method = "PUT", .url = server.url("/"), .source = &source},
+                               HttpRequest{.method = "POST", .url = server.url("/"), .headers = {{"X", "1"}}},
+                               HttpRequest{.method = "HEAD", .url = server.url("/")},
+                               HttpRequest{.method = "DELETE", .url = server.url("/")}}) {
+        EXPECT_EQ(send(session, before).status, 200);
+        EXPECT_EQ(send(session, {.url = server.url("/")}).body, plain) << "after " << before.method.constData();
+    }
+    EXPECT_EQ(server.connections(), 1);
 }
 
 TEST_F(HttpSessionTest, trustsOnlyCertificatesOfItsAuthorities)

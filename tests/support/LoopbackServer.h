@@ -70,11 +70,11 @@ private:
     int m_listener = -1;
     int m_port = 0;
     std::thread m_acceptor;
+    std::vector<std::thread> m_threads; // touched by the acceptor, and once it has ended
     mutable std::mutex m_lock;
     // Guarded by m_lock.
     int m_connections = 0;
     std::vector<int> m_open;
-    std::vector<std::thread> m_threads;
 };
 
 /// One connection as a script sees it.

@@ -77,14 +77,33 @@ private:
     QByteArray m_content;
 };
 
+/// Sends requests on. When told so, it sends a completion twice and gives the second answer: as a session does when a
+/// kept-alive connection dies under the first.
+class RepeatingClient final : public HttpClient {
+public:
+    explicit RepeatingClient(std::unique_ptr<HttpClient> inner) : m_inner(std::move(inner)) {}
+
+    bool repeatsCompletions = false;
+
+    Task<HttpResponse> send(HttpRequest request) override
+    {
+        if (repeatsCompletions && request.url.endsWith("/complete"))
+            co_await m_inner->send(request);
+        co_return co_await m_inner->send(std::move(request));
+    }
+
+private:
+    std::unique_ptr<HttpClient> m_inner;
+};
+
 /// One run of the program, from its start to its end or its death.
 class Life {
 public:
     Delivery& delivery;
     Simulation world;
     SimulatedNetwork network;
-    std::unique_ptr<HttpClient> client = network.client();
-    API api{{.client = *client, .executor = world.executor()}};
+    RepeatingClient client{network.client()};
+    std::optional<API> api{std::in_place, API::Surroundings{.client = client, .executor = world.executor()}};
     std::vector<UploadProgress> progress;
     std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
 
@@ -93,7 +112,7 @@ public:
           network(owner.platform, world.clock, {.latency = std::chrono::milliseconds(20), .bytesPerSecond = 1e6}),
           m_uploader({.engine = world.executor(),
                       .clock = world.clock,
-                      .api = api,
+                      .api = *api,
                       .storage = network.factory(),
                       .journals = owner.journals,
                       .libraryFolder = owner.disk.path(),
@@ -104,6 +123,7 @@ public:
     ~Life()
     {
         delivery.wall += std::chrono::duration_cast<Clock::WallTime::duration>(world.clock.elapsed());
+        api.reset(); // a strand must go before the executor that it was made of
         world.kill();
     }
     Life(const Life&) = delete;

@@ -371,6 +371,18 @@ TEST(UploaderTest, aCompletionWhoseAnswerWasLostIsRecognised)
     }
 }
 
+TEST(UploaderTest, aCompletionThatTheSessionRepeatedIsRecognisedWithinTheRun)
+{
+    for (const TransferTarget& target : {TransferTarget(pictureMaster), TransferTarget(binFolder)}) {
+        Delivery delivery;
+        Life life(delivery);
+        life.client.repeatsCompletions = true;
+        EXPECT_EQ(life.send(target), "");
+        EXPECT_EQ(life.count(Operation::complete), 2u);
+        expectDelivered(delivery, !target.asBin());
+    }
+}
+
 TEST(UploaderTest, anUploadThatThePlatformForgotIsNotCalledDone)
 {
     for (const TransferTarget& target : {TransferTarget(pictureMaster), TransferTarget(binFolder)}) {
