@@ -50,7 +50,8 @@ void checkValue(const QJsonValue& value, const Field& field, const QString& wher
         fits = value.isBool() && value.toBool();
         break;
     case Field::Type::object:
-        if ((fits = value.isObject()))
+        fits = value.isObject();
+        if (fits)
             checkObject(value.toObject(), field.members, where + u'.');
         break;
     case Field::Type::emptyObject:

@@ -172,13 +172,14 @@ std::size_t CurlTransfer::takeBody(char* bytes, std::size_t size, std::size_t co
     auto& body = transfer.m_answer.body;
     curl_off_t announced = 0; // -1 when the server does not say
     curl_easy_getinfo(transfer.m_easy.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
-    auto length = std::max(qint64(announced), body.size() + qint64(size * count));
+    const auto bytesNow = qsizetype(count); // libcurl's `size` is always 1
+    auto length = std::max(qint64(announced), body.size() + bytesNow);
     transfer.m_tooLarge = length > transfer.m_request.answerLimit;
     if (transfer.m_tooLarge)
         return 0;
     if (body.isEmpty())
         body.reserve(length);
-    body.append(bytes, qsizetype(size * count));
+    body.append(bytes, bytesNow);
     return size * count;
 }
 

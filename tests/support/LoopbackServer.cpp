@@ -102,7 +102,8 @@ void LoopbackServer::listen(const Options& options)
     address.sin_family = AF_INET;
     address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
     socklen_t length = sizeof address;
-    require(::bind(m_listener, reinterpret_cast<sockaddr*>(&address), length) == 0 && ::listen(m_listener, SOMAXCONN) == 0,
+    require(::bind(m_listener, reinterpret_cast<sockaddr*>(&address), length) == 0 &&
+                ::listen(m_listener, SOMAXCONN) == 0,
             "listen");
     ::getsockname(m_listener, reinterpret_cast<sockaddr*>(&address), &length);
     m_port = ntohs(address.sin_port);
