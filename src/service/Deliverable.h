@@ -32,7 +32,7 @@ struct Deliverable {
 
     /// The title line of the row: the show, the place in it and the title, as far as they are known.
     std::optional<QString> contextLine() const;
-    /// The size in bytes that the specification asks for, where it asks for one.
+    /// The size in bytes that `spec` asks for, where it asks for one.
     std::optional<qint64> expectedBytes() const;
 
     QJsonObject toJson() const;
