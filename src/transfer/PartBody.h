@@ -5,6 +5,7 @@
 #include "platform/SourceFile.h"
 #include "transfer/UploadRules.h"
 
+#include <cstdlib>
 #include <memory>
 #include <span>
 
@@ -25,7 +26,11 @@ public:
     std::span<char> first(qint64 length) { return {m_bytes.get(), std::size_t(length)}; }
 
 private:
-    std::unique_ptr<char[]> m_bytes;
+    struct Free {
+        void operator()(char* bytes) const { std::free(bytes); }
+    };
+
+    std::unique_ptr<char, Free> m_bytes;
 };
 
 /// The body of one part. Each byte is read from the file once, slice by slice just before it is first sent, and kept
