@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include <sys/mman.h>
-
 namespace palvera {
 
 namespace {
@@ -12,23 +10,11 @@ namespace {
 /// Bytes read from the file at a time: small enough to be in the processor's cache still when they are sent.
 constexpr qint64 sliceSize = 1LL << 20;
 
-constexpr std::size_t hugePage = 2U << 20;
-
 } // namespace
 
 SourceChanged::SourceChanged()
     : FileError(QStringLiteral("The file changed while it was being sent, so it was not delivered. Send it again."))
 {}
-
-LaneBuffer::LaneBuffer(qint64 size)
-{
-    // Huge pages: with small ones, the first use of 8 x 32 MiB alone cost more processor time than sending a gigabyte.
-    const auto length = (std::size_t(size) + hugePage - 1) / hugePage * hugePage;
-    m_bytes.reset(static_cast<char*>(std::aligned_alloc(hugePage, length)));
-    if (!m_bytes)
-        throw FileError(QStringLiteral("There is not enough memory to send parts of %1 MB.").arg(size / 1'000'000));
-    ::madvise(m_bytes.get(), length, MADV_HUGEPAGE); // only advice: small pages serve too
-}
 
 PartBody::PartBody(const SourceFile& file, ByteRange range, std::span<char> buffer)
     : m_file(file), m_range(range), m_buffer(buffer)

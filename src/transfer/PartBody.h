@@ -5,8 +5,6 @@
 #include "platform/SourceFile.h"
 #include "transfer/UploadRules.h"
 
-#include <cstdlib>
-#include <memory>
 #include <span>
 
 namespace palvera {
@@ -15,22 +13,6 @@ namespace palvera {
 class SourceChanged final : public FileError {
 public:
     SourceChanged();
-};
-
-/// Memory for the body of one part at a time, kept by a lane and used again for every part it sends.
-class LaneBuffer {
-public:
-    /// Room for `size` bytes. Pages cost memory from their first use on. Throws FileError when there is not so much.
-    explicit LaneBuffer(qint64 size);
-
-    std::span<char> first(qint64 length) { return {m_bytes.get(), std::size_t(length)}; }
-
-private:
-    struct Free {
-        void operator()(char* bytes) const { std::free(bytes); }
-    };
-
-    std::unique_ptr<char, Free> m_bytes;
 };
 
 /// The body of one part. Each byte is read from the file once, slice by slice just before it is first sent, and kept

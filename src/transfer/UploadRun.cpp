@@ -1,6 +1,7 @@
 #include "transfer/UploadRun.h"
 
 #include "platform/Bookmark.h"
+#include "platform/BulkBuffer.h"
 #include "platform/FileTypes.h"
 #include "platform/RunOn.h"
 #include "platform/SourceFile.h"
@@ -225,7 +226,7 @@ Task<void> UploadRun::sendFromQueue(Shared& shared)
 {
     auto session = m_environment.storage();
     auto file = SourceFile::open(m_path);
-    LaneBuffer buffer(std::min(m_journal.partSize, m_byteSize));
+    BulkBuffer buffer(std::min(m_journal.partSize, m_byteSize));
     PartSender sender(*session, shared.pool, m_environment.clock, m_environment.spread, m_request.flag);
     while (auto part = shared.board.nextPart()) {
         if (m_request.flag->isStopped())

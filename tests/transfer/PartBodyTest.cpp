@@ -1,5 +1,7 @@
 #include "transfer/PartBody.h"
 
+#include "platform/BulkBuffer.h"
+
 #include <QTemporaryFile>
 
 #include <gtest/gtest.h>
@@ -42,7 +44,7 @@ TEST_F(PartBodyTest, givesExactlyThePartsBytesHoweverTheyAreAskedFor)
 {
     auto source = SourceFile::open(file.fileName());
     for (qint64 step : {1LL << 16, 700'001LL, 5'000'000LL}) {
-        LaneBuffer buffer(1'500'000);
+        BulkBuffer buffer(1'500'000);
         PartBody body(source, {.offset = 1'000'000, .length = 1'500'000}, buffer.first(1'500'000));
         EXPECT_EQ(drain(body, 0, step), content.mid(1'000'000, 1'500'000)) << step;
     }
@@ -51,7 +53,7 @@ TEST_F(PartBodyTest, givesExactlyThePartsBytesHoweverTheyAreAskedFor)
 TEST_F(PartBodyTest, aRetrySendsTheBytesOfTheFirstAttemptWithoutReadingAgain)
 {
     auto source = SourceFile::open(file.fileName());
-    LaneBuffer buffer(1000);
+    BulkBuffer buffer(1000);
     PartBody body(source, {.offset = 0, .length = 1000}, buffer.first(1000));
     drain(body, 0, 1000);
     rewrite(QByteArray(3'000'000, 'x'));
@@ -61,7 +63,7 @@ TEST_F(PartBodyTest, aRetrySendsTheBytesOfTheFirstAttemptWithoutReadingAgain)
 TEST_F(PartBodyTest, aFileThatShrankIsNotSent)
 {
     auto source = SourceFile::open(file.fileName());
-    LaneBuffer buffer(2'000'000);
+    BulkBuffer buffer(2'000'000);
     PartBody body(source, {.offset = 1'000'000, .length = 2'000'000}, buffer.first(2'000'000));
     file.resize(2'500'000);
     QByteArray piece(1 << 20, '\0');
@@ -71,7 +73,7 @@ TEST_F(PartBodyTest, aFileThatShrankIsNotSent)
 
 TEST_F(PartBodyTest, aPartTooLargeForMemoryIsAClearFailure)
 {
-    EXPECT_THROW(LaneBuffer{std::numeric_limits<qint64>::max()}, FileError);
+    EXPECT_THROW(BulkBuffer{std::numeric_limits<qint64>::max()}, FileError);
 }
 
 } // namespace
