@@ -16,7 +16,7 @@ struct ByteRange {
 /// violation.
 ByteRange readRange(const QByteArray& header, qint64 size);
 
-/// The Content-Range of `range`; `off` is added to every number in it, to make a wrong one.
+/// The Content-Range of `range`; `off` is added to both bounds, to make a wrong one.
 QByteArray contentRange(const ByteRange& range, qint64 size, qint64 off);
 
 } // namespace palvera::local

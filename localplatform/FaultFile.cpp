@@ -31,6 +31,8 @@ constexpr std::pair<const char*, Fault::Kind> actions[] = {
     {"overwrite", Fault::Kind::overwrite},
     {"short-body", Fault::Kind::shortBody},
     {"wrong-range", Fault::Kind::wrongRange},
+    {"ignore-range", Fault::Kind::ignoreRange},
+    {"other-tag", Fault::Kind::otherTag},
 };
 constexpr std::pair<const char*, Fault::Answer> answers[] = {
     {"json", Fault::Answer::json},

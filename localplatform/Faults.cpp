@@ -73,6 +73,8 @@ bool Fault::acts() const
     case Kind::overwrite:
     case Kind::shortBody:
     case Kind::wrongRange:
+    case Kind::ignoreRange:
+    case Kind::otherTag:
         break;
     }
     return true;
@@ -161,6 +163,8 @@ Reply spoil(Reply reply, const Fault& fault)
     case Fault::Kind::unsignedPart:
     case Fault::Kind::shortBody:
     case Fault::Kind::wrongRange:
+    case Fault::Kind::ignoreRange:
+    case Fault::Kind::otherTag:
         break;
     }
     return reply;

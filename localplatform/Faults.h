@@ -33,6 +33,8 @@ struct Fault {
         overwrite,          ///< the right answer with `members` put over its own
         shortBody,          ///< a download lacks its last `bytes` bytes, and its length says so
         wrongRange,         ///< a download's Content-Range names another range
+        ignoreRange,        ///< a download is answered whole, with 200
+        otherTag,           ///< a download's tag is another object's
     };
     enum class Answer { json, html, empty };
 

@@ -108,7 +108,24 @@ TEST(FaultsTest, downloadsCanBeShortOrSayAnotherRange)
     harness.platform.faults().add({.operation = Operation::get, .fault = {.kind = Kind::wrongRange}});
     EXPECT_EQ(harness.download(url, "bytes=0-9").length, 7);
     harness.platform.faults().replace({{.fault = {.kind = Kind::wrongRange}}});
-    EXPECT_EQ(headerOf(harness.download(url, "bytes=0-9").reply.headers, "Content-Range"), "bytes 1-10/165538");
+    EXPECT_EQ(headerOf(harness.download(url, "bytes=0-9").reply.headers, "Content-Range"), "bytes 1-10/165537");
+}
+
+TEST(FaultsTest, downloadsCanIgnoreTheRangeOrBeOfAnotherObject)
+{
+    PlatformHarness harness;
+    auto url = harness.get("orgs/org-northlight/bin/download?key=Reel%20002%20of%20230%2Emov").text("url");
+    auto tagNow = [&] { return headerOf(harness.download(url, "bytes=0-9").reply.headers, "ETag"); };
+    auto tag = tagNow();
+    EXPECT_EQ(tag.size(), 34);
+    EXPECT_EQ(tagNow(), tag);
+    harness.platform.faults().add({.operation = Operation::get, .fault = {.kind = Kind::otherTag}});
+    EXPECT_NE(tagNow(), tag);
+    harness.platform.faults().add({.operation = Operation::get, .fault = {.kind = Kind::ignoreRange}});
+    auto whole = harness.download(url, "bytes=0-9");
+    EXPECT_EQ(whole.reply.status, 200);
+    EXPECT_EQ(whole.length, 165537);
+    EXPECT_EQ(headerOf(whole.reply.headers, "Content-Range"), QByteArray());
 }
 
 TEST(FaultsTest, aFileDescribesRules)
