@@ -26,7 +26,7 @@ class StagedFile {
 public:
     StagedFile(const QString& folder, mode_t mode)
         : m_path(QDir(folder).filePath(
-              QStringLiteral("palvera-%1.staging").arg(QUuid::createUuid().toString(QUuid::Id128)))),
+              QStringLiteral(".palvera-%1.staging").arg(QUuid::createUuid().toString(QUuid::Id128)))),
           m_file(::open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode))
     {
         if (m_file.number() < 0)
@@ -84,10 +84,10 @@ void writeFileAtomically(const QString& path, const QByteArray& bytes, const QSt
 
 void sweepStaging(const QString& folder, Clock::WallTime now)
 {
-    static const QRegularExpression ours(QStringLiteral("\\Apalvera-[0-9a-f]{32}\\.staging\\z"));
+    static const QRegularExpression ours(QStringLiteral("\\A\\.palvera-[0-9a-f]{32}\\.staging\\z"));
     const auto oldest = std::chrono::system_clock::to_time_t(now - stagingAge);
     const QDir staging(folder);
-    const auto entries = staging.entryInfoList({QStringLiteral("palvera-*.staging")}, QDir::Files | QDir::Hidden);
+    const auto entries = staging.entryInfoList({QStringLiteral(".palvera-*.staging")}, QDir::Files | QDir::Hidden);
     for (const QFileInfo& entry : entries)
         if (ours.match(entry.fileName()).hasMatch() && entry.lastModified().toSecsSinceEpoch() < oldest)
             QFile::remove(entry.filePath());

@@ -169,18 +169,52 @@ std::size_t CurlTransfer::takeHeader(char* line, std::size_t size, std::size_t c
 std::size_t CurlTransfer::takeBody(char* bytes, std::size_t size, std::size_t count, void* self)
 {
     auto& transfer = *static_cast<CurlTransfer*>(self);
-    auto& body = transfer.m_answer.body;
-    curl_off_t announced = 0; // -1 when the server does not say
-    curl_easy_getinfo(transfer.m_easy.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
-    const auto bytesNow = qsizetype(count); // libcurl's `size` is always 1
-    auto length = std::max(qint64(announced), body.size() + bytesNow);
-    transfer.m_tooLarge = length > transfer.m_request.answerLimit;
-    if (transfer.m_tooLarge)
+    const std::span<const char> arrived(bytes, size * count);
+    if (transfer.m_answer.length == 0 && !transfer.isBodyWanted())
         return 0;
+    if (!transfer.keep(arrived))
+        return 0;
+    transfer.m_answer.length += qint64(arrived.size());
+    return arrived.size();
+}
+
+bool CurlTransfer::isBodyWanted()
+{
+    m_answer.status = status();
+    if (!m_request.wantsBody)
+        return true;
+    try {
+        m_unwanted = !m_request.wantsBody(m_answer);
+    } catch (...) {
+        m_failure = std::current_exception();
+    }
+    return !m_unwanted && !m_failure;
+}
+
+bool CurlTransfer::keep(std::span<const char> bytes)
+{
+    if (m_request.into.empty() || !m_answer.isSuccess())
+        return keepInAnswer(bytes);
+    const auto room = m_request.into.subspan(std::size_t(m_answer.length));
+    m_tooLarge = bytes.size() > room.size();
+    if (!m_tooLarge)
+        std::memcpy(room.data(), bytes.data(), bytes.size());
+    return !m_tooLarge;
+}
+
+bool CurlTransfer::keepInAnswer(std::span<const char> bytes)
+{
+    auto& body = m_answer.body;
+    curl_off_t announced = 0; // -1 when the server does not say
+    curl_easy_getinfo(m_easy.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+    const auto length = std::max(qint64(announced), body.size() + qint64(bytes.size()));
+    m_tooLarge = length > m_request.answerLimit;
+    if (m_tooLarge)
+        return false;
     if (body.isEmpty())
         body.reserve(length);
-    body.append(bytes, bytesNow);
-    return size * count;
+    body.append(bytes.data(), qsizetype(bytes.size()));
+    return true;
 }
 
 int CurlTransfer::takeProgress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent)
@@ -294,7 +328,7 @@ HttpResponse CurlTransfer::takeAnswer()
     if (m_tooLarge)
         throw TransportError(Kind::tooLarge, QStringLiteral("The server's answer is too large."));
     m_answer.status = status();
-    if (*m_result == CURLE_OK || isRefusedHalfWay())
+    if (*m_result == CURLE_OK || m_unwanted || isRefusedHalfWay())
         return std::move(m_answer);
     if (auto refusal = parseRefusal(m_unread))
         return *refusal;

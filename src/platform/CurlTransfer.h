@@ -56,6 +56,9 @@ private:
     static std::size_t takeBody(char* bytes, std::size_t size, std::size_t count, void* self);
     static int takeProgress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent);
 
+    bool isBodyWanted();
+    bool keep(std::span<const char> bytes);
+    bool keepInAnswer(std::span<const char> bytes);
     bool hasEnded() const { return m_result || m_failure; }
     void look();
     void noteDraining();
@@ -81,6 +84,7 @@ private:
     bool m_started = false;
     bool m_abandoned = false;
     bool m_tooLarge = false;
+    bool m_unwanted = false;      // the body: the request ends with the headers
     std::exception_ptr m_failure; // thrown inside a callback, which libcurl's frames must not see
     std::optional<CURLcode> m_result;
 };

@@ -28,7 +28,9 @@ public:
     virtual std::size_t read(qint64 offset, std::span<char> into) = 0;
 };
 
-/// One request. Plain data; `source`, where set, must outlive the request.
+struct HttpResponse;
+
+/// One request. Plain data; `source` and the memory of `into`, where set, must outlive the request.
 struct HttpRequest {
     QByteArray method = "GET";
     QByteArray url;                                ///< already encoded; sent byte for byte
@@ -41,6 +43,11 @@ struct HttpRequest {
     /// Called on the session's strand with the body bytes handed to the network so far whenever the count grows or
     /// bytes already handed over have drained.
     std::function<void(qint64 sent)> onSent = {};
+    /// Where the body of a 2xx answer goes instead of `HttpResponse::body`. A longer one fails as too large.
+    std::span<char> into = {};
+    /// Asked on the session's strand before the first byte of a body is taken, with status and headers. False ends the
+    /// request at once with these; the connection is given up, since the rest of the body is still on it.
+    std::function<bool(const HttpResponse& head)> wantsBody = {};
 };
 
 /// An answer. Any status is an answer.
@@ -48,7 +55,9 @@ struct HttpResponse {
     int status = 0;
     HttpHeaders headers = {};
     QByteArray body = {};
+    qint64 length = 0; ///< bytes of the body that arrived, in `body` or in the request's `into`
 
+    bool isSuccess() const { return status >= 200 && status <= 299; }
     /// The value of the first header of that name (case does not matter), or a null array.
     QByteArray header(QByteArrayView name) const;
 };

@@ -14,6 +14,7 @@
 #include <boost/asio/use_awaitable.hpp>
 
 #include <exception>
+#include <functional>
 #include <memory>
 
 namespace palvera {
@@ -77,6 +78,17 @@ Task<T> runOn(Executor target, Task<T> operation)
     using Signature = typename detail::CompletionSignature<T>::type;
     co_return co_await boost::asio::async_initiate<const boost::asio::use_awaitable_t<>&, Signature>(
         detail::StartOn{}, boost::asio::use_awaitable, std::move(target), std::move(operation));
+}
+
+/// Calls `work`, which may block, on `target` and resumes the caller on its own executor. Cancelling the caller waits
+/// for it all the same.
+inline Task<void> callOn(Executor target, std::function<void()> work)
+{
+    auto call = [](std::function<void()> called) -> Task<void> {
+        called();
+        co_return;
+    };
+    co_await runOn(std::move(target), call(std::move(work)));
 }
 
 } // namespace palvera

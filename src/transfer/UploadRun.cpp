@@ -42,12 +42,6 @@ bool saysNotOpen(const std::exception_ptr& failure)
     return error && (error->status() == 404 || error->status() == 409 || error->status() == 410);
 }
 
-Task<void> inBackground(std::function<void()> work)
-{
-    work();
-    co_return;
-}
-
 } // namespace
 
 UploadRun::UploadRun(const Uploader::Environment& environment, const Uploader::Settings& settings,
@@ -90,7 +84,7 @@ Task<void> UploadRun::sendUnchanged(TransferLog& log)
 
 Task<void> UploadRun::forget()
 {
-    co_await runOn(m_disk, inBackground([this] { m_environment.journals.removeJournal(m_journal.key); }));
+    co_await callOn(m_disk, [this] { m_environment.journals.removeJournal(m_journal.key); });
 }
 
 void UploadRun::findFile()
@@ -160,7 +154,7 @@ Task<void> UploadRun::startAfresh()
 Task<void> UploadRun::record(ConfirmedParts done)
 {
     m_journal.done = std::move(done);
-    co_await runOn(m_disk, inBackground([this, journal = m_journal] { m_environment.journals.saveJournal(journal); }));
+    co_await callOn(m_disk, [this, journal = m_journal] { m_environment.journals.saveJournal(journal); });
 }
 
 Task<void> UploadRun::sendParts(TransferLog& log)

@@ -148,8 +148,8 @@ TEST_F(AtomicFileTest, aReaderSeesOneOrTheOtherWhole)
 
 TEST_F(AtomicFileTest, sweepsOnlyOldStagingFilesOfOurs)
 {
-    const QString ours = "palvera-0123456789abcdef0123456789abcdef.staging";
-    const QString fresh = "palvera-ffffffffffffffffffffffffffffffff.staging";
+    const QString ours = ".palvera-0123456789abcdef0123456789abcdef.staging";
+    const QString fresh = ".palvera-ffffffffffffffffffffffffffffffff.staging";
     const QDateTime now = QDateTime::currentDateTimeUtc();
     const QDateTime old = now.addSecs(-25 * 3600);
     put(staging + '/' + ours, "x", old);

@@ -153,6 +153,25 @@ TEST_F(HttpSessionFailureTest, refusesAnAnswerBeyondTheLimit)
         EXPECT_EQ(send({.url = server.url(path), .answerLimit = 1001}).body.size(), 1001);
 }
 
+TEST_F(HttpSessionFailureTest, refusesABodyThatItsMemoryCannotHold)
+{
+    LoopbackServer server([](Connection& connection) {
+        auto path = connection.readHead().split(' ').at(1);
+        connection.write(
+            (path == "/announced" ? "HTTP/1.1 200 OK\r\nContent-Length: 70001\r\n\r\n" : "HTTP/1.1 200 OK\r\n\r\n") +
+            patternedBody(70001));
+    });
+    for (auto path : {"/announced", "/untold"}) {
+        QByteArray memory(70002, '?');
+        std::span<char> room(memory.data(), 70000);
+        expectFailure({.url = server.url(path), .into = room}, Kind::tooLarge,
+                      QStringLiteral("The server's answer is too large."));
+        EXPECT_EQ(memory.last(2), "??");
+        EXPECT_EQ(send({.url = server.url(path), .into = {memory.data(), 70001}}).length, 70001);
+        EXPECT_TRUE(memory == patternedBody(70001) + '?') << path;
+    }
+}
+
 TEST_F(HttpSessionFailureTest, takesAnAnswerThatComesBeforeTheBodyIsThrough)
 {
     TestCertificate certificate;

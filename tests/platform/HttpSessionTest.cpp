@@ -58,6 +58,44 @@ TEST_F(HttpSessionTest, sendsTheAddressByteForByte)
         EXPECT_EQ(send({.url = server.url(path)}).body, "GET " + path + " HTTP/1.1");
 }
 
+TEST_F(HttpSessionTest, putsTheBodyOfASuccessWhereItIsToldTo)
+{
+    LoopbackServer server([](Connection& connection) {
+        auto path = connection.readHead().split(' ').at(1);
+        connection.write(answer(path == "/gone" ? "404 Not Found" : "206 Partial Content", "0123456789"));
+    });
+    QByteArray memory(10, '?');
+    std::span<char> into(memory.data(), 10);
+    auto refused = send({.url = server.url("/gone"), .into = into});
+    EXPECT_EQ(refused.body, "0123456789");
+    EXPECT_EQ(refused.length, 10);
+    EXPECT_EQ(memory, "??????????");
+    auto taken = send({.url = server.url("/"), .into = into});
+    EXPECT_EQ(taken.body, "");
+    EXPECT_EQ(taken.length, 10);
+    EXPECT_EQ(memory, "0123456789");
+}
+
+TEST_F(HttpSessionTest, endsWithTheHeadersWhenTheBodyIsNotWanted)
+{
+    std::atomic<int> connections = 0;
+    LoopbackServer server([&](Connection& connection) {
+        ++connections;
+        connection.readHead();
+        connection.write("HTTP/1.1 200 OK\r\nContent-Length: 9000000000\r\nETag: \"one\"\r\n\r\nfirst bytes");
+        connection.waitForReset();
+    });
+    auto isWanted = [](const HttpResponse& head) { return head.status != 200 || head.header("ETag") != "\"one\""; };
+    for (int number = 1; number <= 2; ++number) {
+        auto head = send({.url = server.url("/"), .answerLimit = 10, .wantsBody = isWanted});
+        EXPECT_EQ(head.status, 200);
+        EXPECT_EQ(head.header("Content-Length"), "9000000000");
+        EXPECT_EQ(head.body, "");
+        EXPECT_EQ(head.length, 0);
+        EXPECT_EQ(connections, number);
+    }
+}
+
 TEST_F(HttpSessionTest, sendsNoHeaderBeyondWhatHttpNeedsAndTheRequestNames)
 {
     LoopbackServer server([](Connection& connection) {

@@ -2,6 +2,7 @@
 
 #include "platform/Clock.h"
 #include "platform/HttpClient.h"
+#include "support/Delivered.h"
 
 #include <deque>
 #include <stdexcept>
@@ -44,7 +45,7 @@ public:
         readSource(request);
         m_requests.push_back(request);
         co_await m_clock.sleep(latency);
-        co_return respond(request);
+        co_return delivered(request, respond(request));
     }
 
 private:

@@ -1,6 +1,7 @@
 #include "support/SimulatedNetwork.h"
 
 #include "platform/Failure.h"
+#include "support/Delivered.h"
 
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/this_coro.hpp>
@@ -216,15 +217,17 @@ private:
         if (!download.object)
             co_return response;
         response.headers.append({"Content-Length", QByteArray::number(download.length)});
+        if (m_request.wantsBody && download.length > 0 && !m_request.wantsBody(response))
+            co_return response;
         co_await receive(download, response.body);
-        co_return response;
+        co_return delivered(m_request, std::move(response));
     }
 
     Task<void> receive(const local::Download& download, QByteArray& into)
     {
         const bool cutShort = m_fault.kind == Kind::resetMidBody || m_fault.kind == Kind::stallMidBody;
         const auto end = cutShort ? std::min(download.length, m_fault.bytes) : download.length;
-        if (end > m_request.answerLimit)
+        if (m_request.into.empty() && end > m_request.answerLimit)
             throw TransportError(TransportError::Kind::tooLarge, QStringLiteral("The answer is too large."));
         const auto began = clock().now();
         into.resize(end);

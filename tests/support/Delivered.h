@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/Failure.h"
+#include "platform/HttpClient.h"
+
+namespace palvera {
+
+/// `response`, whose body is whole, as a session would hand it to whoever made `request`.
+inline HttpResponse delivered(const HttpRequest& request, HttpResponse response)
+{
+    if (response.body.isEmpty())
+        return response;
+    if (request.wantsBody) {
+        HttpResponse head{.status = response.status, .headers = response.headers};
+        if (!request.wantsBody(head))
+            return head;
+    }
+    response.length = response.body.size();
+    if (request.into.empty() || !response.isSuccess())
+        return response;
+    if (response.length > static_cast<qint64>(request.into.size()))
+        throw TransportError(TransportError::Kind::tooLarge, QStringLiteral("The server's answer is too large."));
+    std::copy(response.body.cbegin(), response.body.cend(), request.into.begin());
+    response.body.clear();
+    return response;
+}
+
+} // namespace palvera
