@@ -1,0 +1,312 @@
+#include "transfer/DownloadRun.h"
+
+#include "platform/RunOn.h"
+#include "platform/TaskGroup.h"
+#include "service/APIError.h"
+#include "service/JsonReader.h"
+
+#include <boost/asio/strand.hpp>
+#include <boost/asio/this_coro.hpp>
+
+#include <QFileInfo>
+
+#include <algorithm>
+
+namespace palvera {
+
+namespace asio = boost::asio;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr int attempts = 4;
+
+/// Most bytes of a refusal's body, which nobody reads.
+constexpr qint64 longestRefusal = 64 << 10;
+
+struct ContentRange {
+    QByteArray span;             ///< "0-499"
+    std::optional<qint64> total; ///< nothing where storage does not say
+};
+
+ContentRange contentRangeOf(const HttpResponse& answer)
+{
+    auto text = answer.header("Content-Range").trimmed();
+    auto slash = text.indexOf('/');
+    auto space = text.indexOf(' ');
+    if (slash < 0)
+        return {};
+    return {.span = text.mid(space + 1, slash - space - 1).trimmed(),
+            .total = json::parseInteger(QString::fromLatin1(text.mid(slash + 1).trimmed()))};
+}
+
+QByteArray spanText(ByteRange range)
+{
+    return QByteArray::number(range.offset) + '-' + QByteArray::number(range.offset + range.length - 1);
+}
+
+HttpRequest rangedRequest(const QByteArray& address, ByteRange range)
+{
+    return {.url = address,
+            .headers = {{"Range", "bytes=" + spanText(range)}},
+            .idleTimeout = 60s,
+            .totalTimeout = 3600s,
+            .answerLimit = longestRefusal};
+}
+
+APIError changedInStorage()
+{
+    return APIError(0, QStringLiteral("The file changed in storage while it was being downloaded. Download it again."));
+}
+
+std::exception_ptr firstFailure(const std::vector<std::exception_ptr>& failures)
+{
+    auto found = std::ranges::find_if(failures, [](const auto& failure) { return failure != nullptr; });
+    return found == failures.end() ? nullptr : *found;
+}
+
+/// Runs all of `operations`; the first failure cancels the others and is thrown once they have ended.
+Task<void> allOrNone(std::vector<Task<void>> operations)
+{
+    Event failed(co_await asio::this_coro::executor);
+    std::exception_ptr failure;
+    auto watched = [&](Task<void> operation) -> Task<void> {
+        auto outcome = co_await outcomeOf(std::move(operation));
+        if (outcome.failure && !failure) {
+            failure = outcome.failure;
+            failed.set();
+        }
+    };
+    std::vector<Task<void>> all;
+    for (auto& operation : operations)
+        all.push_back(watched(std::move(operation)));
+    auto join = [](std::vector<Task<void>> joined) -> Task<void> {
+        auto failures = co_await joinAll(std::move(joined));
+        if (auto first = firstFailure(failures))
+            std::rethrow_exception(first);
+    };
+    co_await firstOf(join(std::move(all)), failed.wait());
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+} // namespace
+
+DownloadRun::DownloadRun(const Downloader::Environment& environment, const Downloader::Settings& settings,
+                         std::span<const std::unique_ptr<HttpClient>> sessions, DownloadRequest request)
+    : m_environment(environment),
+      m_settings(settings),
+      m_request(std::move(request)),
+      m_disk(asio::make_strand(environment.engine))
+{
+    for (const auto& session : sessions)
+        m_lanes.push_back({.session = *session, .disk = asio::make_strand(environment.engine)});
+}
+
+Task<void> DownloadRun::perform()
+{
+    m_somethingWritten.emplace(co_await asio::this_coro::executor);
+    co_await probe();
+    co_await callOn(m_disk, [this] { prepare(); });
+    m_received = qint64(m_partial.done.size()) * m_settings.chunkSize;
+    m_windowStart = m_environment.clock.now();
+    if (m_request.onProgress)
+        m_request.onProgress({.received = std::min(m_received, m_partial.total), .total = m_partial.total});
+    co_await fetchAll();
+    co_await callOn(m_disk, [this] { removePartial(m_request.destination); });
+    if (m_request.onProgress)
+        m_request.onProgress({.received = m_partial.total, .total = m_partial.total});
+}
+
+Task<void> DownloadRun::probe()
+{
+    auto request = rangedRequest(m_request.address, {.offset = 0, .length = 1});
+    // Storage that ignores the range would send the whole file.
+    request.wantsBody = [](const HttpResponse& head) { return head.status == 206 || !head.isSuccess(); };
+    auto answer = co_await m_lanes.front().session.send(std::move(request));
+    constexpr int rangeNotSatisfiable = 416; // what storage says of an empty object
+    if (!answer.isSuccess() && answer.status != rangeNotSatisfiable)
+        throw APIError(answer.status,
+                       QStringLiteral("That file could not be reached (storage answered %1).").arg(answer.status));
+    auto announced = json::parseInteger(QString::fromLatin1(answer.header("Content-Length")));
+    m_partial.total = contentRangeOf(answer).total.value_or(announced.value_or(0));
+    if (m_partial.total < 1 || !answer.isSuccess())
+        throw APIError(0, QStringLiteral("That file is empty."));
+    m_partial.tag = QString::fromLatin1(answer.header("ETag"));
+    m_partial.source = m_request.source;
+}
+
+/// Goes on from the record where it fits what storage has now and what is on the disk; else starts over.
+void DownloadRun::prepare()
+{
+    bool existed = QFileInfo::exists(m_request.destination);
+    m_file = DestinationFile::open(m_request.destination);
+    auto earlier = existed ? loadPartial(m_request.destination) : std::nullopt;
+    bool fits = earlier && earlier->total == m_partial.total && m_file->size() == m_partial.total &&
+                (earlier->tag.isEmpty() || m_partial.tag.isEmpty() || earlier->tag == m_partial.tag) &&
+                (earlier->done.empty() || (*earlier->done.begin() >= 0 && *earlier->done.rbegin() < chunkCount()));
+    if (fits) {
+        m_partial.done = std::move(earlier->done);
+        return;
+    }
+    removePartial(m_request.destination); // before the chunks that it lists are gone
+    m_file->reset(m_partial.total);
+    savePartial(m_request.destination, m_partial);
+}
+
+/// The record is kept beside the waves, so that no wave waits for the disk to have everything for good.
+Task<void> DownloadRun::fetchAll()
+{
+    auto ended = co_await firstOf(fetchInWaves(), keepRecord());
+    auto failure = std::visit([](const auto& outcome) { return outcome.failure; }, ended);
+    auto state = co_await asio::this_coro::cancellation_state;
+    bool cutOff = state.cancelled() != asio::cancellation_type::none;
+    if (!cutOff && ended.index() == 0 && !m_written.empty()) {
+        auto last = co_await outcomeOf(record());
+        failure = failure ? failure : last.failure;
+    }
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+Task<void> DownloadRun::fetchInWaves()
+{
+    std::vector<qint64> missing;
+    for (qint64 index = 0; index < chunkCount(); ++index)
+        if (!m_partial.done.contains(index))
+            missing.push_back(index);
+    for (std::size_t first = 0; first < missing.size(); first += m_lanes.size()) {
+        if (m_request.flag->isStopped())
+            throwCancelled();
+        co_await fetchWave(std::span(missing).subspan(first, std::min(m_lanes.size(), missing.size() - first)));
+    }
+}
+
+Task<void> DownloadRun::fetchWave(std::span<const qint64> chunks)
+{
+    std::vector<Task<void>> fetches;
+    for (std::size_t lane = 0; lane < chunks.size(); ++lane)
+        fetches.push_back(fetch(m_lanes[lane], chunks[lane]));
+    co_await allOrNone(std::move(fetches));
+}
+
+Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
+{
+    const auto range = rangeOf(index);
+    if (!lane.buffer)
+        lane.buffer.emplace(std::min(m_settings.chunkSize, m_partial.total));
+    QString failure = QStringLiteral("");
+    for (int number = 0; number < attempts; ++number) {
+        if (number > 0)
+            co_await m_environment.clock.sleep(500ms * (1 << number));
+        failure = co_await attempt(lane, range);
+        if (failure.isNull())
+            break;
+    }
+    if (!failure.isNull())
+        throw APIError(0, failure);
+    co_await callOn(lane.disk, [&] { m_file->writeAt(range.offset, lane.buffer->first(range.length)); });
+    m_written.push_back(index);
+    m_somethingWritten->set();
+}
+
+/// Why the chunk is not in the lane's buffer now; a null text when it is.
+Task<QString> DownloadRun::attempt(Lane& lane, ByteRange range)
+{
+    auto request = rangedRequest(m_request.address, range);
+    request.into = lane.buffer->first(range.length);
+    request.wantsBody = [this, range](const HttpResponse& head) {
+        return !head.isSuccess() || (!isAnotherObject(head) && objectionTo(head, range).isNull());
+    };
+    auto sent = co_await outcomeOf(lane.session.send(std::move(request)));
+    if (isCancellation(sent.failure))
+        std::rethrow_exception(sent.failure);
+    if (sent.failure)
+        co_return describe(sent.failure);
+    const auto& answer = *sent.value;
+    if (!answer.isSuccess())
+        co_return QStringLiteral("Storage answered %1 on a chunk.").arg(answer.status);
+    if (isAnotherObject(answer))
+        throw changedInStorage();
+    if (auto objection = objectionTo(answer, range); !objection.isNull())
+        co_return objection;
+    if (answer.length != range.length)
+        co_return QStringLiteral("Storage sent %1 bytes of a chunk of %2.").arg(answer.length).arg(range.length);
+    co_return QString();
+}
+
+/// What speaks against the body that follows these headers being the bytes of `range`; a null text when nothing does.
+QString DownloadRun::objectionTo(const HttpResponse& answer, ByteRange range) const
+{
+    auto named = contentRangeOf(answer);
+    if (!named.span.isEmpty() && named.span != spanText(range))
+        return QStringLiteral("Storage sent other bytes than those asked for.");
+    auto announced = json::parseInteger(QString::fromLatin1(answer.header("Content-Length")));
+    if (announced && *announced != range.length)
+        return QStringLiteral("Storage sent %1 bytes of a chunk of %2.").arg(*announced).arg(range.length);
+    return {};
+}
+
+bool DownloadRun::isAnotherObject(const HttpResponse& answer) const
+{
+    auto total = contentRangeOf(answer).total;
+    auto tag = QString::fromLatin1(answer.header("ETag"));
+    return (total && *total != m_partial.total) || (!tag.isEmpty() && !m_partial.tag.isEmpty() && tag != m_partial.tag);
+}
+
+Task<void> DownloadRun::keepRecord()
+{
+    for (;;) {
+        co_await m_somethingWritten->wait();
+        co_await record();
+    }
+}
+
+/// Brings what is written to the disk for good, then lists it in the record. A record that cannot be written costs
+/// chunks fetched twice, never the download.
+Task<void> DownloadRun::record()
+{
+    auto written = std::exchange(m_written, {});
+    auto next = m_partial;
+    next.done.insert(written.begin(), written.end());
+    co_await callOn(m_disk, [this, &next] {
+        m_file->sync();
+        try {
+            savePartial(m_request.destination, next);
+        } catch (const FileError&) { // NOLINT(bugprone-empty-catch): the next one may succeed
+        }
+    });
+    m_partial = std::move(next);
+    for (qint64 index : written) {
+        m_received += rangeOf(index).length;
+        m_windowBytes += rangeOf(index).length;
+    }
+    report();
+}
+
+void DownloadRun::report()
+{
+    auto now = m_environment.clock.now();
+    if (!m_request.onProgress || (m_lastReport && now - *m_lastReport < 1s))
+        return;
+    auto seconds = secondsBetween(m_windowStart, now);
+    m_request.onProgress(
+        {.received = std::min(m_received, m_partial.total),
+         .total = m_partial.total,
+         .bytesPerSecond = seconds > 0 ? std::optional(double(m_windowBytes) / seconds) : std::nullopt});
+    m_lastReport = m_windowStart = now;
+    m_windowBytes = 0;
+}
+
+qint64 DownloadRun::chunkCount() const
+{
+    return (m_partial.total + m_settings.chunkSize - 1) / m_settings.chunkSize;
+}
+
+ByteRange DownloadRun::rangeOf(qint64 index) const
+{
+    const auto first = index * m_settings.chunkSize;
+    return {.offset = first, .length = std::min(m_settings.chunkSize, m_partial.total - first)};
+}
+
+} // namespace palvera

@@ -1,0 +1,65 @@
+#pragma once
+
+#include "platform/BulkBuffer.h"
+#include "platform/DestinationFile.h"
+#include "platform/Event.h"
+#include "transfer/Downloader.h"
+#include "transfer/Partial.h"
+#include "transfer/UploadRules.h"
+
+#include <span>
+
+namespace palvera {
+
+/// One run of one download, from asking for the size to removing the record. It lives on the strand it is performed on,
+/// which its lanes share; what blocks on the disk runs on strands of its own, and nothing waits for the disk but the
+/// end of the run and whoever needs the buffer that is being written.
+class DownloadRun {
+public:
+    DownloadRun(const Downloader::Environment& environment, const Downloader::Settings& settings,
+                std::span<const std::unique_ptr<HttpClient>> sessions, DownloadRequest request);
+
+    Task<void> perform();
+
+private:
+    /// What a lane keeps from wave to wave. Its strand writes chunks to the disk.
+    struct Lane {
+        HttpClient& session;
+        Executor disk;
+        std::optional<BulkBuffer> buffer = {};
+    };
+
+    Task<void> probe();
+    void prepare();
+    Task<void> fetchAll();
+    Task<void> fetchInWaves();
+    Task<void> fetchWave(std::span<const qint64> chunks);
+    Task<void> fetch(Lane& lane, qint64 index);
+    Task<QString> attempt(Lane& lane, ByteRange range);
+    QString objectionTo(const HttpResponse& answer, ByteRange range) const;
+    bool isAnotherObject(const HttpResponse& answer) const;
+
+    Task<void> keepRecord();
+    Task<void> record();
+    void report();
+
+    qint64 chunkCount() const;
+    ByteRange rangeOf(qint64 index) const;
+
+    const Downloader::Environment& m_environment;
+    const Downloader::Settings& m_settings;
+    const DownloadRequest m_request;
+    std::vector<Lane> m_lanes;
+    const Executor m_disk; // a strand for the record
+    std::optional<DestinationFile> m_file;
+    Partial m_partial; // as it is on the disk, or about to be
+
+    std::optional<Event> m_somethingWritten;
+    std::vector<qint64> m_written; // chunks in the file that the record does not list yet
+    qint64 m_received = 0;
+    Clock::Moment m_windowStart;
+    qint64 m_windowBytes = 0;
+    std::optional<Clock::Moment> m_lastReport;
+};
+
+} // namespace palvera

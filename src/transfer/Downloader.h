@@ -1,0 +1,68 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "platform/HttpClient.h"
+#include "transfer/CancelFlag.h"
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+namespace palvera {
+
+/// How far a download is.
+struct DownloadProgress {
+    qint64 received = 0;                       ///< bytes on the disk, this run's and an earlier one's
+    qint64 total = 0;                          ///< bytes in all
+    std::optional<double> bytesPerSecond = {}; ///< since the last report, where known
+
+    bool operator==(const DownloadProgress&) const = default;
+};
+
+/// One file to bring down.
+struct DownloadRequest {
+    QByteArray address;  ///< signed; used byte for byte
+    QString destination; ///< path of the file; what stands there is replaced unless the record beside it fits
+    QString source = {}; ///< which stored object this is, for the record; empty when unknown
+    std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
+    /// Called from the engine, on any of its threads, one at a time, about once a second.
+    std::function<void(const DownloadProgress&)> onProgress = {};
+};
+
+/// Brings stored files down in ranged chunks, several at a time, and goes on where an earlier run of the same file
+/// ended: a record beside the destination lists the chunks that are on the disk. Any thread; any number of downloads at
+/// once, which share the connections.
+class Downloader {
+public:
+    struct Settings {
+        int lanes = 8;                 ///< chunks in flight at once for one download
+        qint64 chunkSize = 33'554'432; ///< bytes
+    };
+    /// What the engine works with. Everything referred to outlives it.
+    struct Environment {
+        Executor engine; ///< threads for disk work; more of them than one download has lanes
+        Clock& clock;
+        HttpClientFactory storage; ///< makes the session of each lane, shared by all downloads
+    };
+
+    explicit Downloader(Environment environment);
+    Downloader(Environment environment, Settings settings);
+    ~Downloader();
+
+    /// Brings one file down and returns once all of it is on the disk and the record is gone.
+    ///
+    /// Throws APIError, TransportError or FileError with a text for the user. After a stop of the flag the chunks in
+    /// flight are finished first, then it throws a cancellation; a cancellation of the caller cuts them off. Whatever
+    /// it throws, the record lists only chunks that are on the disk.
+    Task<void> download(DownloadRequest request);
+
+private:
+    const Environment m_environment;
+    const Settings m_settings;
+    std::vector<std::unique_ptr<HttpClient>> m_sessions; // one for each lane
+};
+
+} // namespace palvera
