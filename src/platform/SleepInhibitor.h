@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+#include <memory>
+
+namespace palvera {
+
+/// Keeps the machine from falling asleep by itself while something is moving, and says when it has woken. Main thread.
+class SleepInhibitor {
+public:
+    virtual ~SleepInhibitor() = default;
+
+    /// Keeps the machine awake until `release`; `why` is shown to who asks what does. A second call does nothing.
+    virtual void hold(const QString& why) = 0;
+    /// Lets it sleep at once. Does nothing when it may already.
+    virtual void release() = 0;
+    /// Has `woken` called after each sleep, in place of what was called before; an empty one for nothing. Sleep that
+    /// begins and ends before the first `hold` may go unnoticed.
+    virtual void onWake(std::function<void()> woken) = 0;
+};
+
+/// The login manager's (logind) delaying of sleep, over the system's message bus. Where there is no bus or no login
+/// manager it does nothing. Never blocks on either beyond connecting to the bus, at the first `hold`.
+class SystemSleepInhibitor final : public SleepInhibitor {
+public:
+    SystemSleepInhibitor();
+    /// Talks to the bus at `address` instead of the system's.
+    explicit SystemSleepInhibitor(const QString& address);
+    ~SystemSleepInhibitor() override;
+
+    void hold(const QString& why) override;
+    void release() override;
+    void onWake(std::function<void()> woken) override;
+
+private:
+    class Manager;
+
+    const std::unique_ptr<Manager> m_manager;
+};
+
+} // namespace palvera

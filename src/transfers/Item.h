@@ -1,0 +1,72 @@
+#pragma once
+
+#include "platform/Clock.h"
+#include "transfer/TransferTarget.h"
+#include "transfers/Trace.h"
+
+#include <QUuid>
+
+#include <optional>
+#include <variant>
+
+namespace palvera {
+
+/// One transfer as the user sees it. A plain value, identified by `id`.
+struct Item {
+    enum class Kind { upload, download };
+
+    /// Not begun.
+    struct Waiting {
+        bool operator==(const Waiting&) const = default;
+    };
+    struct Running {
+        bool operator==(const Running&) const = default;
+    };
+    /// Failed with `message`, and tried again at `until`.
+    struct Retrying {
+        QString message;
+        Clock::WallTime until;
+
+        bool operator==(const Retrying&) const = default;
+    };
+    struct Failed {
+        QString message;
+
+        bool operator==(const Failed&) const = default;
+    };
+    struct Done {
+        bool operator==(const Done&) const = default;
+    };
+    struct Stopped {
+        bool operator==(const Stopped&) const = default;
+    };
+    using State = std::variant<Waiting, Running, Retrying, Failed, Done, Stopped>;
+
+    QUuid id;
+    Kind kind = Kind::upload;
+    TransferTarget target;
+    QString name;                          ///< of the file, without a folder
+    QString label = {};                    ///< caption
+    std::optional<QString> titleName = {}; ///< second caption
+    State state = Waiting{};
+    qint64 sent = 0;                              ///< bytes transferred so far
+    qint64 total = 0;                             ///< bytes in all; 0 until the engine says
+    std::optional<double> rate = {};              ///< bytes per second, as last reported
+    Trace trace = {};                             ///< the speed so far
+    std::optional<Clock::Moment> lastSample = {}; ///< when `trace` last took a reading
+    std::optional<QString> journalKey = {};       ///< of an upload
+
+    /// Whether it waits, runs or is about to be tried again.
+    bool isInFlight() const;
+    /// Takes in what an engine reports at `now`. The trace takes one reading a second at most, and none without speed.
+    void apply(qint64 sentNow, qint64 totalNow, std::optional<double> rateNow, Clock::Moment now);
+
+    bool operator==(const Item&) const = default;
+};
+
+/// The state in one word: "waiting", "running", "retrying", "failed", "done" or "stopped".
+QString nameOf(const Item::State& state);
+/// What went wrong, where something did.
+QString messageOf(const Item::State& state);
+
+} // namespace palvera

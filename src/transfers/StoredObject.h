@@ -1,0 +1,27 @@
+#pragma once
+
+#include "platform/Task.h"
+#include "transfer/TransferTarget.h"
+
+#include <functional>
+
+namespace palvera {
+
+class API;
+
+/// One file that the platform stores, and how to get at it.
+struct StoredObject {
+    /// Asks for the signed address of a download; throws what API::fetch throws.
+    using AddressSource = std::function<Task<QString>()>;
+
+    TransferTarget target; ///< where it belongs
+    QString identity;      ///< the same text for the same object only
+    AddressSource address;
+};
+
+/// The file `object` that was filed on a deliverable. `api` must outlive the transfer.
+StoredObject deliveredFile(API& api, const TransferTarget::Deliverable& deliverable, const QString& object);
+/// The object of an organisation's bin whose storage key is `key`. `api` must outlive the transfer.
+StoredObject binObject(API& api, const QString& orgId, const QString& key);
+
+} // namespace palvera
