@@ -7,7 +7,8 @@
 
 namespace palvera {
 
-/// Keeps the machine from falling asleep by itself while something is moving, and says when it has woken. Main thread.
+/// Keeps the machine from falling asleep while something is moving, and says when it has woken all the same. Main
+/// thread.
 class SleepInhibitor {
 public:
     virtual ~SleepInhibitor() = default;
@@ -20,6 +21,8 @@ public:
     /// begins and ends before the first `hold` may go unnoticed.
     virtual void onWake(std::function<void()> woken) = 0;
 };
+
+class LoginManager;
 
 /// The login manager's (logind) delaying of sleep, over the system's message bus. Where there is no bus or no login
 /// manager it does nothing. Never blocks on either beyond connecting to the bus, at the first `hold`.
@@ -35,9 +38,7 @@ public:
     void onWake(std::function<void()> woken) override;
 
 private:
-    class Manager;
-
-    const std::unique_ptr<Manager> m_manager;
+    const std::unique_ptr<LoginManager> m_manager;
 };
 
 } // namespace palvera
