@@ -46,6 +46,7 @@ struct Item {
     Kind kind = Kind::upload;
     TransferTarget target;
     QString name;                          ///< of the file, without a folder
+    QString file = {};                     ///< path of what is sent, or of what is written once that is known
     QString label = {};                    ///< caption
     std::optional<QString> titleName = {}; ///< second caption
     State state = Waiting{};

@@ -13,6 +13,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QPointer>
 #include <QSet>
 #include <QStringList>
 
@@ -93,7 +94,7 @@ public:
         std::function<Task<void>(UploadRequest)> upload;     ///< as Uploader::upload
         std::function<Task<void>(DownloadRequest)> download; ///< as Downloader::download
         SleepInhibitor& sleep;
-        const NetworkPath& network;
+        NetworkPath& network;
         /// As DownloadPlace::claim, which it is unless it is set.
         std::function<ClaimedPlace(QString folder, QString name, QString source)> claim = {};
     };
@@ -181,6 +182,7 @@ private:
     struct Live {
         std::shared_ptr<CancelFlag> flag;
         std::optional<QString> journalKey;
+        qint64 number = 0; ///< in the order in which they began
     };
     /// What an upload is made of besides its item.
     struct UploadSource {
@@ -190,26 +192,30 @@ private:
         std::optional<Deliverable> deliverable = {}; ///< nothing for the bin
     };
 
+    /// Lists the item as running and starts its upload.
     QUuid begin(Item item, UploadSource source);
+    QUuid beginForDeliverable(DeliverableUpload upload, std::optional<QByteArray> bookmark);
+    QUuid beginForBin(TransferTarget target, QString key, UploadSource source, std::optional<QString> caption);
     std::shared_ptr<CancelFlag> add(Item item);
     void spawn(Task<void> task);
-    /// The callback for an engine: carries its reports to the item on the main thread.
-    template <class Progress>
-    std::function<void(const Progress&)> progressTo(const QUuid& id);
-    void loadJournalsSoon();
+    static Task<void> readJournals(QPointer<Transfers> model, const JournalStore& store, Executor disk);
 
     // What tasks change. Main thread.
     void change(const QUuid& id, const std::function<void(Item&)>& change);
     void setState(const QUuid& id, Item::State state);
     void remove(const QUuid& id);
     void apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate);
+    /// The task of that item is over.
     void ended(const QUuid& id);
     void countUpload();
-    void raise(Doubt doubt);
+    /// Puts a question to the user in the place of an item.
+    void raise(const QUuid& id, Doubt doubt);
     void mayBeResumedAgain(const QString& key);
+    void loadJournalsSoon();
 
-    bool hasTask(const QString& journalKey) const;
-    /// Whether an upload with that key, other than `id`, has been stopped and is still being given up.
+    /// Whether an upload with that key is in flight or still being given up.
+    bool isBusy(const QString& journalKey) const;
+    /// Whether an upload with that key that began before `id` has been stopped and is still being given up.
     bool isBeingGivenUp(const QString& journalKey, const QUuid& id) const;
     void updateInFlight(int difference);
     void updateInterrupted();
@@ -218,7 +224,8 @@ private:
 
     const Environment m_environment;
     const Settings m_settings;
-    const Executor m_disk; // a strand
+    const Executor m_places;  // a strand: a place is not claimed while another is given back
+    const Executor m_reading; // a strand: the latest reading comes last
     TransfersListModel m_model;
     QHash<QUuid, Live> m_live;
     QHash<QUuid, std::shared_ptr<Event>> m_waits; // set to end a wait for a retry
@@ -227,6 +234,7 @@ private:
     std::vector<Journal> m_interrupted;
     QSet<QString> m_resuming; // keys
     QList<Doubt> m_doubts;
+    qint64 m_begun = 0; // transfers so far
     int m_inFlight = 0;
     int m_uploadsFinished = 0;
     bool m_panelOpen = false;

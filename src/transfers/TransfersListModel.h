@@ -33,6 +33,7 @@ public:
         rateRole,                  ///< bytes per second; invalid when unknown
         samplesRole,               ///< QList<double>, bytes per second, oldest first
         inFlightRole,              ///< whether it waits, runs or is about to be tried again
+        fileRole,                  ///< text, see Item::file
     };
 
     using QAbstractListModel::QAbstractListModel;

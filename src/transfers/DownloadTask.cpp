@@ -1,0 +1,91 @@
+#include "transfers/DownloadTask.h"
+
+#include "platform/Failure.h"
+#include "platform/RunOn.h"
+#include "platform/TaskGroup.h"
+#include "transfer/UploadRules.h"
+
+#include <boost/asio/post.hpp>
+
+namespace palvera {
+
+namespace asio = boost::asio;
+
+DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<CancelFlag> flag)
+    : m_model(&model),
+      m_environment(model.m_environment),
+      m_disk(model.m_places),
+      m_id(id),
+      m_download(std::move(download)),
+      m_flag(std::move(flag))
+{}
+
+Task<void> DownloadTask::run(DownloadTask task)
+{
+    co_await task.perform();
+}
+
+Task<void> DownloadTask::perform()
+{
+    auto failure = (co_await outcomeOf(bringDown())).failure;
+    if (failure && m_place)
+        co_await giveBackPlace();
+    if (!m_model)
+        co_return;
+    if (m_place)
+        m_model->m_paths.remove(m_place->path);
+    if (!failure)
+        m_model->setState(m_id, Item::Done{});
+    else if (m_flag->isStopped() || isCancellation(failure))
+        m_model->setState(m_id, Item::Stopped{});
+    else
+        m_model->setState(m_id, Item::Failed{describe(failure)});
+    m_model->ended(m_id);
+}
+
+Task<void> DownloadTask::bringDown()
+{
+    co_await runUntilStopped(m_flag, askForAddress());
+    co_await claimPlace();
+    if (m_flag->isStopped() || !m_model)
+        throwCancelled();
+    DownloadRequest request{.address = m_address.toUtf8(),
+                            .destination = m_place->path,
+                            .source = m_download.object.identity,
+                            .flag = m_flag};
+    request.onProgress = [main = m_environment.main, model = m_model, id = m_id](const DownloadProgress& now) {
+        asio::post(main, [model, id, now] {
+            if (model)
+                model->apply(id, now.received, now.total, now.bytesPerSecond);
+        });
+    };
+    co_await m_environment.download(std::move(request));
+}
+
+Task<void> DownloadTask::askForAddress()
+{
+    m_address = co_await m_download.object.address();
+    if (!isUsableAddress(m_address.toUtf8()))
+        throw FileError(QStringLiteral("That file has no address."));
+}
+
+Task<void> DownloadTask::claimPlace()
+{
+    ClaimedPlace claimed;
+    co_await callOn(
+        m_disk, [&] { claimed = m_environment.claim(m_download.folder, m_download.name, m_download.object.identity); });
+    if (!m_model)
+        throwCancelled();
+    if (m_model->m_paths.contains(claimed.path))
+        throw FileError(QStringLiteral("“%1” is being downloaded to that folder already.").arg(m_download.name));
+    m_model->m_paths.insert(claimed.path);
+    m_model->change(m_id, [&](Item& item) { item.file = claimed.path; });
+    m_place = std::move(claimed);
+}
+
+Task<void> DownloadTask::giveBackPlace()
+{
+    co_await outcomeOf(callOn(m_disk, m_place->removeIfEmpty));
+}
+
+} // namespace palvera

@@ -1,0 +1,40 @@
+#include "transfers/RetryRules.h"
+
+#include "service/APIError.h"
+
+#include <array>
+#include <cassert>
+
+namespace palvera {
+
+std::chrono::seconds retryDelay(int attempt)
+{
+    static constexpr std::array<int, mostRetries> table{10, 30, 60, 120, 300, 600, 900};
+    assert(attempt >= 0 && attempt < mostRetries);
+    return std::chrono::seconds(table[std::size_t(attempt)]);
+}
+
+bool isRetryable(const std::exception_ptr& failure)
+{
+    try {
+        std::rethrow_exception(failure);
+    } catch (const APIError& error) {
+        auto status = error.status();
+        return status == 0 || status == 408 || status == 429 || status >= 500;
+    } catch (...) {
+        return true;
+    }
+}
+
+bool isDeliveryDoubt(const std::exception_ptr& failure)
+{
+    try {
+        std::rethrow_exception(failure);
+    } catch (const APIError& error) {
+        return error.code() == QStringLiteral("delivery_doubt");
+    } catch (...) {
+        return false;
+    }
+}
+
+} // namespace palvera

@@ -1,0 +1,40 @@
+#include "transfers/StoredObject.h"
+
+#include "service/API.h"
+#include "service/BrowsingOperations.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
+namespace palvera {
+
+namespace {
+
+QString identityOf(const TransferTarget& target, const QString& key)
+{
+    return QString::fromUtf8(QJsonDocument(QJsonArray{target.toJson(), key}).toJson(QJsonDocument::Compact));
+}
+
+Task<QString> binAddress(API& api, QString orgId, QString key)
+{
+    co_return (co_await binDownloadURL(api, orgId, key)).url;
+}
+
+} // namespace
+
+StoredObject deliveredFile(API& api, const TransferTarget::Deliverable& deliverable, const QString& object)
+{
+    return {.target = deliverable, .identity = identityOf(deliverable, object), .address = [&api, deliverable, object] {
+                return assetURL(api, deliverable.orgId, deliverable.projectId, deliverable.deliverableId, object);
+            }};
+}
+
+StoredObject binObject(API& api, const QString& orgId, const QString& key)
+{
+    TransferTarget bin = TransferTarget::Bin{.orgId = orgId, .folder = {}};
+    return {.target = bin, .identity = identityOf(bin, key), .address = [&api, orgId, key] {
+                return binAddress(api, orgId, key);
+            }};
+}
+
+} // namespace palvera

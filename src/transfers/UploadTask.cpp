@@ -1,0 +1,204 @@
+#include "transfers/UploadTask.h"
+
+#include "platform/Bookmark.h"
+#include "platform/Event.h"
+#include "platform/NetworkPath.h"
+#include "platform/RunOn.h"
+#include "platform/TaskGroup.h"
+#include "service/APIError.h"
+#include "transfer/UploadProtocol.h"
+
+#include <QFileInfo>
+#include <QLockFile>
+
+#include <boost/asio/post.hpp>
+#include <boost/asio/strand.hpp>
+
+namespace palvera {
+
+namespace asio = boost::asio;
+
+namespace {
+
+/// How often a wait looks at what announces nothing.
+constexpr std::chrono::milliseconds predecessorLook{50};
+constexpr std::chrono::seconds networkLook{2};
+
+} // namespace
+
+UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source,
+                       std::shared_ptr<CancelFlag> flag)
+    : m_model(&model),
+      m_environment(model.m_environment),
+      m_retries(std::clamp(model.m_settings.retries, 0, mostRetries)),
+      m_disk(asio::make_strand(model.m_environment.background)),
+      m_id(item.id),
+      m_target(item.target),
+      m_key(item.journalKey.value_or(QString())),
+      m_source(std::move(source)),
+      m_flag(std::move(flag))
+{}
+
+Task<void> UploadTask::run(UploadTask task)
+{
+    co_await task.perform();
+}
+
+Task<void> UploadTask::perform()
+{
+    co_await letPredecessorEnd();
+    co_await findFile();
+    for (int failed = 0;; ++failed) {
+        if (!m_model)
+            co_return;
+        if (m_flag->isStopped())
+            co_return co_await giveUp();
+        auto failure = (co_await outcomeOf(attempt())).failure;
+        if (!m_model)
+            co_return;
+        if (!failure)
+            co_return succeed();
+        if (m_flag->isStopped() || isCancellation(failure))
+            co_return co_await giveUp();
+        if (m_source.deliverable && isDeliveryDoubt(failure))
+            co_return raiseDoubt(failure);
+        if (failed >= m_retries || !isRetryable(failure))
+            co_return co_await fail(failure);
+        co_await waitForRetry(retryDelay(failed), describe(failure));
+        if (m_model && !m_flag->isStopped())
+            m_model->setState(m_id, Item::Running{});
+    }
+}
+
+Task<void> UploadTask::letPredecessorEnd()
+{
+    while (m_model && m_model->isBeingGivenUp(m_key, m_id))
+        co_await m_environment.clock.sleep(predecessorLook);
+}
+
+Task<void> UploadTask::findFile()
+{
+    co_await callOn(m_disk, [this] {
+        if (auto found = m_source.bookmark ? bookmark::resolve(*m_source.bookmark) : std::nullopt)
+            m_source.file = found->path;
+        if (auto fresh = bookmark::make(m_source.file))
+            m_source.bookmark = fresh;
+    });
+    if (m_model)
+        m_model->change(m_id, [this](Item& item) {
+            item.file = m_source.file;
+            item.name = QFileInfo(m_source.file).fileName();
+        });
+}
+
+Task<void> UploadTask::attempt()
+{
+    UploadRequest request{.target = m_target,
+                          .file = m_source.file,
+                          .bookmark = m_source.bookmark,
+                          .key = m_key,
+                          .confirmed = m_source.confirmed,
+                          .flag = m_flag};
+    request.onProgress = [main = m_environment.main, model = m_model, id = m_id](const UploadProgress& now) {
+        asio::post(main, [model, id, now] {
+            if (model)
+                model->apply(id, now.sent, now.total, now.bytesPerSecond);
+        });
+    };
+    co_await m_environment.upload(std::move(request));
+}
+
+Task<void> UploadTask::waitForRetry(std::chrono::seconds delay, QString message)
+{
+    m_model->change(m_id, [&](Item& item) {
+        item.state = Item::Retrying{.message = message, .until = m_environment.clock.wallNow() + delay};
+        item.rate = {};
+    });
+    auto hurry = std::make_shared<Event>(m_environment.main);
+    m_model->m_waits.insert(m_id, hurry);
+    co_await firstOf(untilStopped(m_flag),
+                     firstOf(m_environment.clock.sleep(delay), firstOf(hurry->wait(), untilNetworkReturns())));
+    if (m_model)
+        m_model->m_waits.remove(m_id);
+}
+
+Task<void> UploadTask::untilNetworkReturns()
+{
+    while (m_environment.network.isUsable())
+        co_await m_environment.clock.sleep(networkLook);
+    auto unknown = (co_await outcomeOf(m_environment.network.untilUsable())).failure;
+    if (unknown) // then only the delay counts
+        co_await m_environment.clock.sleepUntil(Clock::Moment::max());
+}
+
+void UploadTask::succeed()
+{
+    m_model->setState(m_id, Item::Done{});
+    m_model->countUpload();
+    m_model->ended(m_id);
+}
+
+void UploadTask::raiseDoubt(const std::exception_ptr& failure)
+{
+    m_model->mayBeResumedAgain(m_key);
+    m_model->raise(m_id, {.id = QUuid::createUuid(),
+                          .message = describe(failure),
+                          .file = m_source.file,
+                          .orgId = m_target.orgId(),
+                          .projectId = m_target.projectId(),
+                          .deliverable = *m_source.deliverable});
+    m_model->ended(m_id);
+}
+
+Task<void> UploadTask::fail(std::exception_ptr failure)
+{
+    m_model->mayBeResumedAgain(m_key);
+    m_model->setState(m_id, Item::Failed{describe(failure)});
+    m_model->loadJournalsSoon();
+    co_await sendStopReport();
+    if (m_model)
+        m_model->ended(m_id);
+}
+
+Task<void> UploadTask::giveUp()
+{
+    m_model->setState(m_id, Item::Stopped{});
+    co_await discard();
+    if (m_model)
+        co_await sendStopReport();
+    if (m_model)
+        m_model->ended(m_id);
+}
+
+Task<void> UploadTask::discard()
+{
+    std::unique_ptr<QLockFile> held; // another process may have gone on with it meanwhile: then it is no longer ours
+    std::optional<Journal> journal;
+    co_await callOn(m_disk, [&] {
+        held = m_environment.journals.tryLock(m_key);
+        if (held)
+            journal = m_environment.journals.loadJournal(m_key);
+        if (!journal)
+            held.reset();
+    });
+    if (!journal)
+        co_return;
+    co_await outcomeOf(abortUpload(m_environment.api, journal->destination(), journal->sessionId,
+                                   {.object = journal->object, .uploadId = journal->uploadId}));
+    co_await callOn(m_disk, [&] {
+        m_environment.journals.removeJournal(m_key);
+        held.reset();
+    });
+}
+
+Task<void> UploadTask::sendStopReport()
+{
+    const auto* item = m_model->find(m_id);
+    if (!item || !m_target.asDeliverable())
+        co_return;
+    ProgressBody body{
+        .bytesSent = item->sent, .bytesTotal = std::max<qint64>(item->total, 1), .status = QStringLiteral("stopped")};
+    co_await outcomeOf(reportProgress(m_environment.api, m_target, body));
+}
+
+} // namespace palvera

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "transfers/Transfers.h"
+
+namespace palvera {
+
+/// One upload of the model, attempt after attempt, until it is done, given up or out of retries. Main thread.
+class UploadTask {
+public:
+    /// For an item of `model` that is listed and registered as live.
+    UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source, std::shared_ptr<CancelFlag> flag);
+
+    /// Runs `task` to its end. Ends quietly when the model is gone.
+    static Task<void> run(UploadTask task);
+
+private:
+    Task<void> perform();
+    /// Another upload with this key that was stopped still removes what the key stands for.
+    Task<void> letPredecessorEnd();
+    /// Finds the file under the name that it has by now, and makes a fresh bookmark of it.
+    Task<void> findFile();
+    Task<void> attempt();
+    /// Ends when the time for the next attempt has come, the machine woke, a network returned or the upload was
+    /// stopped.
+    Task<void> waitForRetry(std::chrono::seconds delay, QString message);
+    Task<void> untilNetworkReturns();
+    void succeed();
+    void raiseDoubt(const std::exception_ptr& failure);
+    Task<void> fail(std::exception_ptr failure);
+    Task<void> giveUp();
+    Task<void> discard();
+    Task<void> sendStopReport();
+
+    const QPointer<Transfers> m_model;
+    const Transfers::Environment m_environment;
+    const int m_retries;
+    const Executor m_disk; // a strand
+    const QUuid m_id;
+    const TransferTarget m_target;
+    const QString m_key;
+    Transfers::UploadSource m_source;
+    const std::shared_ptr<CancelFlag> m_flag;
+};
+
+} // namespace palvera
