@@ -98,7 +98,7 @@ int TransfersListModel::rowCount(const QModelIndex& parent) const
 
 QVariant TransfersListModel::data(const QModelIndex& index, int role) const
 {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid | CheckIndexOption::ParentIsInvalid))
+    if (!index.isValid() || index.row() >= rowCount())
         return {};
     return valueOf(m_items[std::size_t(index.row())], role);
 }

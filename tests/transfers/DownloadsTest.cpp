@@ -1,0 +1,164 @@
+#include "TransfersHarness.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace palvera {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+Task<QString> addressOf(Clock& clock, QString text, std::exception_ptr failure)
+{
+    co_await clock.sleep(std::chrono::seconds(1));
+    if (failure)
+        std::rethrow_exception(failure);
+    co_return text;
+}
+
+struct DownloadsTest : TransfersTest {
+    QString folder = disk.filePath("Downloads");
+    QString address = "https://storage.test/object?signature=a%2Fb";
+    std::exception_ptr noAddress;
+
+    DownloadsTest() { QDir().mkpath(folder); }
+
+    QUuid addDownload(const QString& name = "a.mov", const QString& identity = "object-1")
+    {
+        return model->addDownload({.object = {.target = TransferTarget::Deliverable{"org", "salt", "row-1"},
+                                              .identity = identity,
+                                              .address = [this] { return addressOf(world.clock, address, noAddress); }},
+                                   .name = name,
+                                   .label = "Picture",
+                                   .folder = folder});
+    }
+    QStringList inFolder() const { return QDir(folder).entryList(QDir::Files | QDir::Hidden); }
+    void untilEngineRuns(std::size_t runs)
+    {
+        world.runUntil([&] { return downloads.requests.size() == runs; });
+    }
+};
+
+TEST_F(DownloadsTest, asksForTheAddressAndBringsTheFileDown)
+{
+    downloads.ends = {nullptr};
+    auto id = addDownload();
+    EXPECT_EQ(stateOf(id), "running");
+    EXPECT_EQ(model->activeItem("row-1")->id, id);
+    EXPECT_TRUE(sleep.held);
+    untilEngineRuns(1);
+    const auto& request = downloads.requests[0];
+    EXPECT_EQ(request.address, address.toUtf8());
+    EXPECT_EQ(request.destination, folder + "/a.mov");
+    EXPECT_EQ(request.source, "object-1");
+    EXPECT_EQ(model->find(id)->file, folder + "/a.mov");
+    request.onProgress({.received = 4, .total = 8, .bytesPerSecond = 2.0});
+    world.settle();
+    EXPECT_EQ(model->find(id)->sent, 4);
+    runUntilState(id, "done");
+    EXPECT_EQ(model->uploadsFinished(), 0);
+    EXPECT_FALSE(sleep.held);
+    EXPECT_THAT(client.requests(), IsEmpty()) << "the platform hears nothing of downloads";
+}
+
+TEST_F(DownloadsTest, whatIsNoAddressFails)
+{
+    for (const char* text : {"", "not an address", "file:///etc/passwd", "https://", "https://storage.test/a\r\nb"}) {
+        address = text;
+        auto id = addDownload();
+        world.runUntil([&] { return stateOf(id) != "running"; });
+        EXPECT_EQ(stateOf(id), "failed: That file has no address.") << text;
+    }
+    EXPECT_THAT(downloads.requests, IsEmpty());
+    EXPECT_THAT(inFolder(), IsEmpty());
+}
+
+TEST_F(DownloadsTest, isNotTriedAgain)
+{
+    noAddress = platformSays(503);
+    auto first = addDownload();
+    runUntilState(first, "failed: The platform says 503.");
+    noAddress = nullptr;
+    downloads.ends = {platformSays(503)};
+    auto second = addDownload();
+    runUntilState(second, "failed: The platform says 503.");
+    EXPECT_EQ(downloads.requests.size(), 1u);
+    EXPECT_THAT(inFolder(), IsEmpty()) << "nothing of it had come";
+    EXPECT_THAT(client.requests(), IsEmpty());
+}
+
+TEST_F(DownloadsTest, aStopIsFinalWhereverItIs)
+{
+    auto asking = addDownload();
+    world.settle();
+    model->stop(asking);
+    EXPECT_EQ(stateOf(asking), "stopped");
+    world.settle();
+    EXPECT_EQ(elapsed(), 0) << "it does not wait for the address";
+
+    auto running = addDownload();
+    untilEngineRuns(1);
+    model->stop(running);
+    world.settle();
+    EXPECT_EQ(stateOf(running), "stopped");
+    EXPECT_THAT(inFolder(), IsEmpty());
+    EXPECT_EQ(model->inFlightCount(), 0);
+}
+
+TEST_F(DownloadsTest, neverTouchesAFileThatIsNotItsOwn)
+{
+    QFile other(folder + "/a.mov");
+    ASSERT_TRUE(other.open(QIODevice::WriteOnly));
+    other.write("precious");
+    other.close();
+    addDownload("../../a.mov");
+    untilEngineRuns(1);
+    EXPECT_EQ(downloads.requests[0].destination, folder + "/a 2.mov");
+    EXPECT_EQ(QFileInfo(other).size(), 8);
+}
+
+TEST_F(DownloadsTest, twoOfOneNameGoToTwoFiles)
+{
+    addDownload("a.mov", "object-1");
+    addDownload("a.mov", "object-2");
+    untilEngineRuns(2);
+    EXPECT_NE(downloads.requests[0].destination, downloads.requests[1].destination);
+}
+
+TEST_F(DownloadsTest, theSameObjectIsNotWrittenTwiceAtOnce)
+{
+    auto first = addDownload();
+    auto second = addDownload();
+    untilEngineRuns(1);
+    world.settle();
+    EXPECT_EQ(stateOf(second), "failed: “a.mov” is being downloaded to that folder already.");
+    EXPECT_EQ(stateOf(first), "running");
+    EXPECT_EQ(downloads.requests.size(), 1u);
+    EXPECT_EQ(inFolder().contains("a.mov"), true) << "the second one's end leaves the first one's file";
+
+    model->stop(first);
+    world.settle();
+    addDownload();
+    untilEngineRuns(2);
+    EXPECT_EQ(downloads.requests[1].destination, folder + "/a.mov") << "free again";
+}
+
+TEST_F(DownloadsTest, storedObjectsAreToldApartAndKnowTheirWay)
+{
+    auto delivered = deliveredFile(*api, {"org", "salt", "row 1"}, "deliveries/a&b.mov");
+    auto otherRow = deliveredFile(*api, {"org", "salt", "row-2"}, "deliveries/a&b.mov");
+    auto inBin = binObject(*api, "org", "deliveries/a&b.mov");
+    EXPECT_NE(delivered.identity, otherRow.identity);
+    EXPECT_NE(delivered.identity, inBin.identity);
+    EXPECT_EQ(delivered.identity, deliveredFile(*api, {"org", "salt", "row 1"}, "deliveries/a&b.mov").identity);
+    client.answer(200, R"({"url":"https://storage.test/1"})");
+    client.answer(200, R"({"url":"https://storage.test/2"})");
+    EXPECT_EQ(world.run(delivered.address()), "https://storage.test/1");
+    EXPECT_EQ(world.run(inBin.address()), "https://storage.test/2");
+    EXPECT_EQ(asked().at(0),
+              "GET orgs/org/projects/salt/deliverables/row%201/asset-url?object=deliveries%2Fa%26b%2Emov");
+}
+
+} // namespace
+} // namespace palvera

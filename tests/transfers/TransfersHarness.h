@@ -1,0 +1,198 @@
+#pragma once
+
+#include "transfers/Transfers.h"
+
+#include "platform/NetworkPath.h"
+#include "platform/SleepInhibitor.h"
+#include "service/API.h"
+#include "service/APIError.h"
+
+#include "support/FakeHttpClient.h"
+#include "support/QtPrinting.h"
+#include "support/ScopedVariable.h"
+#include "support/Simulation.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+namespace palvera {
+
+/// A machine that can be kept awake and woken.
+class FakeSleep final : public SleepInhibitor {
+public:
+    bool held = false;
+    std::function<void()> woken;
+
+    void hold(const QString&) override { held = true; }
+    void release() override { held = false; }
+    void onWake(std::function<void()> call) override { woken = std::move(call); }
+};
+
+/// A network that comes and goes.
+class FakeNetworkPath final : public NetworkPath {
+public:
+    explicit FakeNetworkPath(Clock& clock) : m_clock(clock) {}
+
+    bool usable = true;
+    bool isUnknown = false; ///< waiting for it fails
+
+    bool isUsable() const override { return usable; }
+    Task<void> untilUsable() override
+    {
+        if (isUnknown)
+            throw std::runtime_error("no announcements");
+        while (!usable)
+            co_await m_clock.sleep(std::chrono::milliseconds(100));
+    }
+
+private:
+    Clock& m_clock;
+};
+
+/// An engine that ends each of its runs, after a second, as its script says: null is a success. Beyond the script it
+/// runs until it is stopped.
+template <class Request>
+class ScriptedEngine {
+public:
+    explicit ScriptedEngine(Clock& clock) : m_clock(clock) {}
+
+    std::vector<Request> requests;
+    std::deque<std::exception_ptr> ends;
+
+    Task<void> run(Request request)
+    {
+        requests.push_back(request);
+        if (ends.empty()) {
+            co_await untilStopped(request.flag);
+            throwCancelled();
+        }
+        auto end = std::exchange(ends.front(), nullptr);
+        ends.pop_front();
+        co_await runUntilStopped(request.flag, m_clock.sleep(std::chrono::seconds(1)));
+        if (end)
+            std::rethrow_exception(end);
+    }
+
+private:
+    Clock& m_clock;
+};
+
+inline std::exception_ptr platformSays(int status, const QString& code = {})
+{
+    auto message = QStringLiteral("The platform says %1.").arg(status);
+    return std::make_exception_ptr(APIError(status, message, code.isEmpty() ? std::nullopt : std::optional(code)));
+}
+
+/// The model on scripted engines.
+struct TransfersTest : testing::Test {
+    ScopedVariable serviceAddress{"PV_API", "https://service.test/api"};
+    QTemporaryDir disk;
+    Simulation world;
+    FakeHttpClient client{world.clock};
+    std::optional<API> api{std::in_place, API::Surroundings{.client = client, .executor = world.executor()}};
+    JournalStore journals{disk.path()};
+    ScriptedEngine<UploadRequest> uploads{world.clock};
+    ScriptedEngine<DownloadRequest> downloads{world.clock};
+    FakeSleep sleep;
+    FakeNetworkPath network{world.clock};
+    std::optional<Transfers> model;
+    QList<QUuid> added, changed, removed;
+
+    TransfersTest()
+    {
+        client.handler = [](const HttpRequest&) { return HttpResponse{.status = 200, .body = "{}"}; };
+        makeModel({});
+    }
+    ~TransfersTest() override
+    {
+        model.reset();
+        api.reset(); // a strand must go before the executor that it was made of
+        world.kill();
+    }
+
+    void makeModel(Transfers::Settings settings)
+    {
+        model.emplace(environment(), settings);
+        QObject::connect(&*model, &Transfers::itemAdded, [this](const QUuid& id) { added.append(id); });
+        QObject::connect(&*model, &Transfers::itemChanged, [this](const QUuid& id) { changed.append(id); });
+        QObject::connect(&*model, &Transfers::itemRemoved, [this](const QUuid& id) { removed.append(id); });
+        world.settle();
+    }
+    Transfers::Environment environment()
+    {
+        return {.main = world.executor(),
+                .background = world.executor(),
+                .clock = world.clock,
+                .api = *api,
+                .journals = journals,
+                .upload = [this](UploadRequest request) { return uploads.run(std::move(request)); },
+                .download = [this](DownloadRequest request) { return downloads.run(std::move(request)); },
+                .sleep = sleep,
+                .network = network};
+    }
+
+    QString file(const QString& name)
+    {
+        QFile made(disk.filePath(name));
+        EXPECT_TRUE(made.open(QIODevice::WriteOnly));
+        return disk.filePath(name);
+    }
+    QUuid addUpload(const QString& deliverable = QStringLiteral("row-1"))
+    {
+        return model->addUpload({.file = file(QStringLiteral("master.mov")),
+                                 .orgId = QStringLiteral("org"),
+                                 .projectId = QStringLiteral("salt"),
+                                 .deliverable = {.id = deliverable, .label = QStringLiteral("Picture")}});
+    }
+    Journal journal(const QString& key = QStringLiteral("row-1"))
+    {
+        Journal saved{.key = key,
+                      .orgId = QStringLiteral("org"),
+                      .projectId = QStringLiteral("salt"),
+                      .object = QStringLiteral("object-1"),
+                      .uploadId = QStringLiteral("upload-1"),
+                      .partSize = 10,
+                      .partCount = 2,
+                      .byteSize = 20,
+                      .filePath = file(QStringLiteral("master.mov")),
+                      .filename = QStringLiteral("master.mov"),
+                      .fileStamp = QStringLiteral("20-1")};
+        journals.saveJournal(saved);
+        return saved;
+    }
+
+    /// "done", "failed: why" and so on; "absent" when there is no such item.
+    std::string stateOf(const QUuid& id) const
+    {
+        const auto* item = model->find(id);
+        if (!item)
+            return "absent";
+        auto message = messageOf(item->state);
+        return (nameOf(item->state) + (message.isEmpty() ? QString() : QStringLiteral(": ") + message)).toStdString();
+    }
+    void runUntilState(const QUuid& id, const std::string& state)
+    {
+        world.runUntil([&] { return stateOf(id) == state; });
+    }
+    double elapsed() const { return std::chrono::duration<double>(world.clock.elapsed()).count(); }
+    QStringList interruptedKeys() const
+    {
+        QStringList keys;
+        for (const auto& one : model->interruptedJournals())
+            keys.append(one.key);
+        return keys;
+    }
+    /// The requests so far, without the service address.
+    std::vector<std::string> asked() const
+    {
+        std::vector<std::string> all;
+        for (const auto& request : client.requests())
+            all.push_back((request.method + ' ' + QByteArray(request.url).replace("https://service.test/api/", ""))
+                              .toStdString());
+        return all;
+    }
+};
+
+} // namespace palvera
