@@ -10,17 +10,19 @@ namespace palvera {
 
 void Transfers::change(const QUuid& id, const std::function<void(Item&)>& change)
 {
-    const auto* before = find(id);
-    if (!before)
+    // Taken from the change itself: whoever hears of it may change the item again before this goes on.
+    bool wasInFlight = false;
+    bool isInFlight = false;
+    bool differs = m_model.change(id, [&](Item& item) {
+        wasInFlight = item.isInFlight();
+        change(item);
+        isInFlight = item.isInFlight();
+    });
+    if (!differs)
         return;
-    bool wasInFlight = before->isInFlight();
-    if (!m_model.change(id, change))
-        return;
-    Q_EMIT itemChanged(id);
-    const auto* after = find(id);
-    bool isInFlight = after && after->isInFlight();
-    if (after && isInFlight != wasInFlight)
+    if (isInFlight != wasInFlight)
         updateInFlight(isInFlight ? +1 : -1);
+    Q_EMIT itemChanged(id);
 }
 
 void Transfers::setState(const QUuid& id, Item::State state)

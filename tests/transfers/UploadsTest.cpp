@@ -204,6 +204,19 @@ TEST_F(TransfersTest, whereAStopAndAFailureMeetTheStopWins)
     }
 }
 
+TEST_F(TransfersTest, whoHearsOfAChangeMayStopTheItem)
+{
+    QObject::connect(&*model, &Transfers::itemChanged, [this](const QUuid& id) { model->stop(id); });
+    auto id = addUpload();
+    addUpload("row-2");
+    EXPECT_EQ(model->inFlightCount(), 2);
+    world.settle();
+    uploads.requests[0].onProgress({.sent = 1, .total = 2});
+    world.settle();
+    EXPECT_EQ(stateOf(id), "stopped");
+    EXPECT_EQ(model->inFlightCount(), 1);
+}
+
 TEST_F(TransfersTest, stoppingWhatIsOverChangesNothing)
 {
     uploads.ends = {nullptr};

@@ -1,0 +1,82 @@
+// The model on one thread, its disk work and its engines on others.
+
+#include "TransfersHarness.h"
+
+#include "platform/RunOn.h"
+
+#include <boost/asio/executor_work_guard.hpp>
+#include <boost/asio/strand.hpp>
+#include <boost/asio/thread_pool.hpp>
+
+namespace palvera {
+namespace {
+
+namespace asio = boost::asio;
+
+class NoNetwork final : public HttpClient {
+public:
+    Task<HttpResponse> send(HttpRequest) override { throw TransportError(TransportError::Kind::connect, "none"); }
+};
+
+/// Reports a hundred times from a thread of its own; every other run then waits for its stop.
+Task<void> work(UploadRequest request, bool waits)
+{
+    for (int i = 1; i <= 100; ++i)
+        request.onProgress({.sent = i, .total = 100, .bytesPerSecond = double(i)});
+    if (waits)
+        co_await untilStopped(request.flag);
+    if (request.flag->isStopped())
+        throwCancelled();
+}
+
+TEST(ThreadsTest, engineReportsAndDiskWorkComeBackToTheModelsThread)
+{
+    constexpr int count = 24;
+    asio::io_context main;
+    asio::thread_pool pool(4);
+    QTemporaryDir disk;
+    SystemClock clock;
+    NoNetwork client;
+    API api({.client = client, .executor = pool.get_executor()});
+    JournalStore journals(disk.path());
+    FakeSleep sleep;
+    FakeNetworkPath network(clock);
+    int begun = 0;
+    std::optional<Transfers> model(
+        std::in_place, Transfers::Environment{.main = main.get_executor(),
+                                              .background = pool.get_executor(),
+                                              .clock = clock,
+                                              .api = api,
+                                              .journals = journals,
+                                              .upload =
+                                                  [&](UploadRequest request) {
+                                                      return runOn<void>(asio::make_strand(pool),
+                                                                         work(std::move(request), ++begun % 2));
+                                                  },
+                                              .download = {},
+                                              .sleep = sleep,
+                                              .network = network});
+    QObject::connect(&*model, &Transfers::itemChanged, [&](const QUuid& id) {
+        const auto* item = model->find(id);
+        if (item->sent == 100 && item->isInFlight() && item->lastSample)
+            model->stop(id); // of those that are done already by then nothing happens
+    });
+    for (int i = 0; i < count; ++i)
+        model->addUpload({.file = disk.filePath("a.mov"),
+                          .orgId = "org",
+                          .projectId = "salt",
+                          .deliverable = {.id = QStringLiteral("row-%1").arg(i)}});
+    main.run(); // until nothing is under way
+    EXPECT_EQ(model->inFlightCount(), 0);
+    EXPECT_FALSE(sleep.held);
+    for (const auto& item : model->items()) {
+        EXPECT_EQ(item.sent, 100);
+        EXPECT_EQ(item.trace.samples.size(), 1) << "all within a second";
+    }
+    EXPECT_GE(model->finished().size(), std::size_t(count));
+    model.reset();
+    pool.join();
+}
+
+} // namespace
+} // namespace palvera
