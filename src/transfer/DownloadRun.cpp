@@ -65,29 +65,38 @@ std::exception_ptr firstFailure(const std::vector<std::exception_ptr>& failures)
     return found == failures.end() ? nullptr : *found;
 }
 
+/// The first failure of several operations that run together.
+struct FirstFailure {
+    Event happened;
+    std::exception_ptr failure = nullptr;
+};
+
+Task<void> watch(Task<void> operation, FirstFailure& first)
+{
+    auto outcome = co_await outcomeOf(std::move(operation));
+    if (!outcome.failure || first.failure)
+        co_return;
+    first.failure = outcome.failure;
+    first.happened.set();
+}
+
+Task<void> join(std::vector<Task<void>> operations)
+{
+    auto failures = co_await joinAll(std::move(operations));
+    if (auto failure = firstFailure(failures))
+        std::rethrow_exception(failure);
+}
+
 /// Runs all of `operations`; the first failure cancels the others and is thrown once they have ended.
 Task<void> allOrNone(std::vector<Task<void>> operations)
 {
-    Event failed(co_await asio::this_coro::executor);
-    std::exception_ptr failure;
-    auto watched = [&](Task<void> operation) -> Task<void> {
-        auto outcome = co_await outcomeOf(std::move(operation));
-        if (outcome.failure && !failure) {
-            failure = outcome.failure;
-            failed.set();
-        }
-    };
-    std::vector<Task<void>> all;
+    FirstFailure first{.happened = Event(co_await asio::this_coro::executor)};
+    std::vector<Task<void>> watched;
     for (auto& operation : operations)
-        all.push_back(watched(std::move(operation)));
-    auto join = [](std::vector<Task<void>> joined) -> Task<void> {
-        auto failures = co_await joinAll(std::move(joined));
-        if (auto first = firstFailure(failures))
-            std::rethrow_exception(first);
-    };
-    co_await firstOf(join(std::move(all)), failed.wait());
-    if (failure)
-        std::rethrow_exception(failure);
+        watched.push_back(watch(std::move(operation), first));
+    co_await firstOf(join(std::move(watched)), first.happened.wait());
+    if (first.failure)
+        std::rethrow_exception(first.failure);
 }
 
 } // namespace
