@@ -36,10 +36,10 @@ Task<void> DownloadTask::perform()
         m_model->m_paths.remove(m_place->path);
     if (!failure)
         m_model->setState(m_id, Item::Done{});
-    else if (m_flag->isStopped() || isCancellation(failure))
+    else if (!m_flag->isStopped() && !isCancellation(failure))
+        m_model->setState(m_id, Item::Failed{.message = describe(failure), .failure = failure});
+    else if (!m_model->isSuspended(m_id))
         m_model->setState(m_id, Item::Stopped{});
-    else
-        m_model->setState(m_id, Item::Failed{describe(failure)});
     m_model->ended(m_id);
 }
 

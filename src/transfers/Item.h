@@ -6,6 +6,7 @@
 
 #include <QUuid>
 
+#include <exception>
 #include <optional>
 #include <variant>
 
@@ -31,6 +32,7 @@ struct Item {
     };
     struct Failed {
         QString message;
+        std::exception_ptr failure = {}; ///< for who must tell one kind from another
 
         bool operator==(const Failed&) const = default;
     };

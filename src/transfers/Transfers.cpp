@@ -1,6 +1,5 @@
 #include "transfers/Transfers.h"
 
-#include "platform/Event.h"
 #include "platform/RunOn.h"
 #include "platform/SleepInhibitor.h"
 #include "transfer/DownloadPlace.h"
@@ -44,7 +43,8 @@ Transfers::Transfers(Environment environment, Settings settings, QObject* parent
       m_environment(completed(std::move(environment))),
       m_settings(settings),
       m_places(asio::make_strand(m_environment.background)),
-      m_reading(asio::make_strand(m_environment.background))
+      m_reading(asio::make_strand(m_environment.background)),
+      m_nothingLive(m_environment.main)
 {
     m_environment.sleep.onWake([this] { retryAtOnce(); });
     loadJournalsSoon();
@@ -211,6 +211,18 @@ void Transfers::stop(const QUuid& id)
     if (auto live = m_live.constFind(id); live != m_live.constEnd())
         live->flag->stop();
     setState(id, Item::Stopped{});
+}
+
+Task<void> Transfers::suspend()
+{
+    for (auto live = m_live.begin(); live != m_live.end(); ++live) {
+        if (live->flag->isStopped())
+            continue;
+        live->isSuspended = true;
+        live->flag->stop();
+    }
+    while (!m_live.isEmpty())
+        co_await m_nothingLive.wait();
 }
 
 void Transfers::clearFinished()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "platform/Event.h"
 #include "service/Deliverable.h"
 #include "transfer/CancelFlag.h"
 #include "transfer/Downloader.h"
@@ -21,7 +22,6 @@
 
 namespace palvera {
 
-class Event;
 class NetworkPath;
 class SleepInhibitor;
 
@@ -163,11 +163,17 @@ public:
     void stop(const QUuid& id);
     /// Forgets the items that are not in flight.
     void clearFinished();
+    /// Cuts off all that is in flight, such that it can be gone on with: journals and records stay, and the platform is
+    /// told nothing. Ends when nothing is under way any more, stopped uploads that are being given up included. Items
+    /// keep their states. Nothing may be begun from then on.
+    Task<void> suspend();
 
 Q_SIGNALS:
     void itemAdded(const QUuid& id);
     void itemChanged(const QUuid& id);
     void itemRemoved(const QUuid& id);
+    /// Nothing is under way any more for a transfer that has ended or was suspended, whose item may be gone.
+    void itemEnded(const QUuid& id);
     void inFlightChanged();
     void uploadsFinishedChanged();
     void journalsChanged();
@@ -183,6 +189,7 @@ private:
         std::shared_ptr<CancelFlag> flag;
         std::optional<QString> journalKey;
         qint64 number = 0; ///< in the order in which they began
+        bool isSuspended = false;
     };
     /// What an upload is made of besides its item.
     struct UploadSource {
@@ -205,6 +212,8 @@ private:
     void setState(const QUuid& id, Item::State state);
     void remove(const QUuid& id);
     void apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate);
+    /// Whether the item's flag was stopped by `suspend`.
+    bool isSuspended(const QUuid& id) const { return m_live.value(id).isSuspended; }
     /// The task of that item is over.
     void ended(const QUuid& id);
     void countUpload();
@@ -228,6 +237,7 @@ private:
     const Executor m_reading; // a strand: the latest reading comes last
     TransfersListModel m_model;
     QHash<QUuid, Live> m_live;
+    Event m_nothingLive;
     QHash<QUuid, std::shared_ptr<Event>> m_waits; // set to end a wait for a retry
     QSet<QString> m_paths;                        // files that downloads write
     std::vector<Journal> m_journals;

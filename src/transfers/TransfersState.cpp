@@ -2,7 +2,6 @@
 
 #include "transfers/Transfers.h"
 
-#include "platform/Event.h"
 #include "platform/RunOn.h"
 #include "platform/SleepInhibitor.h"
 
@@ -52,6 +51,9 @@ void Transfers::ended(const QUuid& id)
     auto live = m_live.take(id);
     if (live.journalKey)
         loadJournalsSoon();
+    if (m_live.isEmpty())
+        m_nothingLive.set();
+    Q_EMIT itemEnded(id);
 }
 
 void Transfers::countUpload()

@@ -7,9 +7,9 @@
 #include "platform/TaskGroup.h"
 #include "service/APIError.h"
 #include "transfer/UploadProtocol.h"
+#include "transfers/DiscardUpload.h"
 
 #include <QFileInfo>
-#include <QLockFile>
 
 #include <boost/asio/post.hpp>
 #include <boost/asio/strand.hpp>
@@ -52,14 +52,14 @@ Task<void> UploadTask::perform()
         if (!m_model)
             co_return;
         if (m_flag->isStopped())
-            co_return co_await giveUp();
+            co_return co_await end();
         auto failure = (co_await outcomeOf(attempt())).failure;
         if (!m_model)
             co_return;
         if (!failure)
             co_return succeed();
         if (m_flag->isStopped() || isCancellation(failure))
-            co_return co_await giveUp();
+            co_return co_await end();
         if (m_source.deliverable && isDeliveryDoubt(failure))
             co_return raiseDoubt(failure);
         if (failed >= m_retries || !isRetryable(failure))
@@ -153,42 +153,29 @@ void UploadTask::raiseDoubt(const std::exception_ptr& failure)
 Task<void> UploadTask::fail(std::exception_ptr failure)
 {
     m_model->mayBeResumedAgain(m_key);
-    m_model->setState(m_id, Item::Failed{describe(failure)});
+    m_model->setState(m_id, Item::Failed{.message = describe(failure), .failure = failure});
     m_model->loadJournalsSoon();
     co_await sendStopReport();
     if (m_model)
         m_model->ended(m_id);
 }
 
+Task<void> UploadTask::end()
+{
+    if (m_model->isSuspended(m_id))
+        m_model->ended(m_id);
+    else
+        co_await giveUp();
+}
+
 Task<void> UploadTask::giveUp()
 {
     m_model->setState(m_id, Item::Stopped{});
-    co_await discard();
+    co_await outcomeOf(discardUpload(m_environment.api, m_environment.journals, m_disk, m_key));
     if (m_model)
         co_await sendStopReport();
     if (m_model)
         m_model->ended(m_id);
-}
-
-Task<void> UploadTask::discard()
-{
-    std::unique_ptr<QLockFile> held; // another process may have gone on with it meanwhile: then it is no longer ours
-    std::optional<Journal> journal;
-    co_await callOn(m_disk, [&] {
-        held = m_environment.journals.tryLock(m_key);
-        if (held)
-            journal = m_environment.journals.loadJournal(m_key);
-        if (!journal)
-            held.reset();
-    });
-    if (!journal)
-        co_return;
-    co_await outcomeOf(abortUpload(m_environment.api, journal->destination(), journal->sessionId,
-                                   {.object = journal->object, .uploadId = journal->uploadId}));
-    co_await callOn(m_disk, [&] {
-        m_environment.journals.removeJournal(m_key);
-        held.reset();
-    });
 }
 
 Task<void> UploadTask::sendStopReport()

@@ -27,8 +27,9 @@ private:
     void succeed();
     void raiseDoubt(const std::exception_ptr& failure);
     Task<void> fail(std::exception_ptr failure);
+    /// Of a stopped or suspended upload.
+    Task<void> end();
     Task<void> giveUp();
-    Task<void> discard();
     Task<void> sendStopReport();
 
     const QPointer<Transfers> m_model;

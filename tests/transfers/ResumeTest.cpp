@@ -7,7 +7,10 @@
 namespace palvera {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::IsEmpty;
+using testing::SizeIs;
+using testing::UnorderedElementsAre;
 
 struct ResumeTest : TransfersTest {
     int announced = 0;
@@ -118,6 +121,32 @@ TEST_F(ResumeTest, aStopDoesNotDiscardWhatAnotherProcessHasGoneOnWith)
     model->stop(id);
     world.settle();
     EXPECT_TRUE(journals.loadJournal("row-1"));
+}
+
+TEST_F(ResumeTest, suspendingLeavesWhatCanBeGoneOnWith)
+{
+    journal("row-1");
+    journal("row-2");
+    journal("row-3");
+    uploads.ends = {platformSays(503)};
+    auto retrying = addUpload("row-1");
+    runUntilState(retrying, "retrying: The platform says 503.");
+    auto running = addUpload("row-2");
+    auto stopped = addUpload("row-3");
+    world.settle();
+    client.latency = 5s;
+    model->stop(stopped);
+    QList<QUuid> ended;
+    QObject::connect(&*model, &Transfers::itemEnded, [&](const QUuid& id) { ended.append(id); });
+    auto before = elapsed();
+    world.run(model->suspend());
+    EXPECT_THAT(ended, UnorderedElementsAre(retrying, running, stopped));
+    EXPECT_EQ(elapsed() - before, 10) << "the abort and the report of the one that the user has stopped";
+    EXPECT_THAT(asked(), SizeIs(2)) << "the platform hears of no other";
+    EXPECT_TRUE(journals.loadJournal("row-1") && journals.loadJournal("row-2"));
+    EXPECT_EQ(journals.loadJournal("row-3"), std::nullopt);
+    EXPECT_EQ(stateOf(running), "running");
+    world.run(model->suspend());
 }
 
 } // namespace

@@ -1,0 +1,38 @@
+#include "transfers/DiscardUpload.h"
+
+#include "platform/Failure.h"
+#include "platform/RunOn.h"
+#include "platform/TaskGroup.h"
+#include "transfer/JournalStore.h"
+#include "transfer/UploadProtocol.h"
+
+namespace palvera {
+
+Task<Discarded> discardUpload(API& api, const JournalStore& journals, Executor disk, QString journalKey)
+{
+    Discarded discarded;
+    std::unique_ptr<QLockFile> held;
+    co_await callOn(disk, [&] {
+        held = journals.tryLock(journalKey);
+        discarded.isRunning = !held;
+        if (held)
+            discarded.journal = journals.loadJournal(journalKey);
+        if (!discarded.journal)
+            held.reset();
+    });
+    if (!discarded.journal)
+        co_return discarded;
+    const auto& journal = *discarded.journal;
+    discarded.untold = (co_await outcomeOf(abortUpload(api, journal.destination(), journal.sessionId,
+                                                       {.object = journal.object, .uploadId = journal.uploadId})))
+                           .failure;
+    if (isCancellation(discarded.untold))
+        std::rethrow_exception(discarded.untold);
+    co_await callOn(disk, [&] {
+        journals.removeJournal(journalKey);
+        held.reset();
+    });
+    co_return discarded;
+}
+
+} // namespace palvera
