@@ -1,5 +1,5 @@
 // palvera-http-bench: what uploading parts costs through the program's own session, through threads that block in
-// libcurl, and through bare sockets. Run it against palvera-sink:
+// libcurl, and through bare sockets. Run it against palvera-bare-storage:
 //
 //   palvera-http-bench https://127.0.0.1:8443 --clients session,easy,raw --lanes 8 --part 64 --total 2048 --rounds 5
 //
@@ -113,7 +113,7 @@ Task<void> sessionLane(HttpSession& session, const Plan& plan)
         request.onSent = [](qint64) {};
         auto response = co_await session.send(std::move(request));
         if (response.status != 200)
-            fail("the sink refused a part");
+            fail("storage refused a part");
     }
 }
 
@@ -210,7 +210,7 @@ public:
         address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
         address.sin_port = htons(quint16(url.port()));
         if (::connect(m_socket, reinterpret_cast<sockaddr*>(&address), sizeof address) != 0)
-            fail("no sink there");
+            fail("no storage there");
         if (url.scheme() != "https")
             return;
         m_context = SSL_CTX_new(TLS_client_method());
@@ -260,7 +260,8 @@ void rawLane(const Plan& plan)
 {
     LaneBody body(plan);
     RawConnection connection(plan);
-    const auto head = "PUT /part HTTP/1.1\r\nHost: sink\r\nContent-Length: " + std::to_string(plan.part) + "\r\n\r\n";
+    const auto head =
+        "PUT /part HTTP/1.1\r\nHost: storage\r\nContent-Length: " + std::to_string(plan.part) + "\r\n\r\n";
     while (--partsLeft >= 0) {
         body.rewind();
         connection.write({head.data(), head.size()});
@@ -366,7 +367,7 @@ int main(int argc, char** argv)
 {
     CLI::App app("What uploading parts costs, client by client");
     Plan plan;
-    app.add_option("url", plan.url, "Where palvera-sink listens")->required();
+    app.add_option("url", plan.url, "Where palvera-bare-storage listens")->required();
     app.add_option("--clients", plan.clients, "session, pool (sessions that share threads), easy, raw")->delimiter(',');
     app.add_option("--lanes", plan.lanes, "Parts under way at a time");
     app.add_option("--congestion", plan.congestion, "Congestion control of the sessions' connections");

@@ -1,22 +1,29 @@
-// palvera-sink: takes HTTP/1.1 uploads on loopback and forgets them as fast as it can, for measuring clients against.
+// palvera-bare-storage: the least that storage can be on loopback, for measuring clients against.
 //
-//   palvera-sink [--port 8080] [--certificate file.pem --key file.pem]
+//   palvera-bare-storage [--port 8080] [--certificate file.pem --key file.pem] [--block FILE --size BYTES]
 //
-// Prints its address and runs until it is ended. One blocking thread serves one connection. Every PUT or POST is
-// answered with 200 and an ETag, everything else with an empty 200.
+// Prints its address and runs until it is ended. One blocking thread serves one connection. Every PUT or POST is read,
+// forgotten and answered with 200 and an ETag. Every GET is answered with what its Range names of one object: FILE over
+// and over, up to --size. FILE is small, so an object of any size comes from memory that is not also its copy.
 
 #include <CLI/CLI.hpp>
 
 #include <openssl/ssl.h>
 
 #include <arpa/inet.h>
+#include <fcntl.h>
 #include <netinet/tcp.h>
 #include <strings.h>
+#include <sys/mman.h>
+#include <sys/sendfile.h>
 #include <sys/socket.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -28,6 +35,20 @@ namespace {
 
 using TlsContext = std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)>;
 using Tls = std::unique_ptr<SSL, decltype(&SSL_free)>;
+
+/// What downloads bring: a file's bytes, repeated until there are `size` of them. Lives as long as the program.
+struct Object {
+    int file = -1;
+    const char* bytes = nullptr;
+    std::size_t period = 0;
+    std::size_t size = 0;
+};
+
+/// Both inclusive.
+struct Range {
+    std::size_t first = 0;
+    std::size_t last = 0;
+};
 
 class Connection {
 public:
@@ -60,7 +81,26 @@ public:
         return sent == size;
     }
 
+    bool write(const Object& object, Range range)
+    {
+        while (range.first <= range.last) {
+            auto at = range.first % object.period;
+            auto sent = writeSome(object, at, std::min(range.last - range.first + 1, object.period - at));
+            if (sent <= 0)
+                return false;
+            range.first += std::size_t(sent);
+        }
+        return true;
+    }
+
 private:
+    ssize_t writeSome(const Object& object, std::size_t at, std::size_t count)
+    {
+        auto offset = off_t(at);
+        return m_tls ? SSL_write(m_tls, object.bytes + at, int(std::min(count, std::size_t(1) << 20)))
+                     : ::sendfile(m_socket, object.file, &offset, count);
+    }
+
     ssize_t discardSome(std::size_t count)
     {
         if (m_tls)
@@ -84,8 +124,38 @@ std::string_view header(std::string_view head, std::string_view name)
     return {};
 }
 
+/// What "bytes=FIRST-LAST" or "bytes=FIRST-" names, else the whole object.
+Range rangeOf(std::string_view text, std::size_t size)
+{
+    Range range{.first = 0, .last = size - 1};
+    constexpr std::string_view unit = "bytes=";
+    if (!text.starts_with(unit))
+        return range;
+    const auto* end = text.data() + text.size();
+    auto first = std::from_chars(text.data() + unit.size(), end, range.first);
+    if (first.ptr != end)
+        std::from_chars(first.ptr + 1, end, range.last);
+    range.last = std::min(range.last, size - 1);
+    return range;
+}
+
+bool give(Connection& connection, std::string_view head, const Object& object)
+{
+    auto named = header(head, "Range");
+    auto range = rangeOf(named, object.size);
+    if (range.first > range.last)
+        return connection.write("HTTP/1.1 416 Range Not Satisfiable\r\nContent-Length: 0\r\n\r\n");
+    std::string answer = named.empty()
+                             ? "HTTP/1.1 200 OK\r\n"
+                             : "HTTP/1.1 206 Partial Content\r\nContent-Range: bytes " + std::to_string(range.first) +
+                                   '-' + std::to_string(range.last) + '/' + std::to_string(object.size) + "\r\n";
+    answer += "Accept-Ranges: bytes\r\nETag: \"" + std::to_string(object.size) +
+              "\"\r\nContent-Length: " + std::to_string(range.last - range.first + 1) + "\r\n\r\n";
+    return connection.write(answer) && connection.write(object, range);
+}
+
 /// Serves one request; `ahead` holds what was received beyond the one before. False when the client has gone.
-bool serveRequest(Connection& connection, std::string& ahead)
+bool serveRequest(Connection& connection, std::string& ahead, const Object& object)
 {
     std::size_t end = 0;
     while ((end = ahead.find("\r\n\r\n")) == std::string::npos)
@@ -101,11 +171,13 @@ bool serveRequest(Connection& connection, std::string& ahead)
     ahead.erase(0, early);
     if (!connection.discard(left - early))
         return false;
+    if (head.starts_with("GET ") && object.size > 0)
+        return give(connection, head, object);
     auto tag = head.starts_with("P") ? "ETag: \"" + length + "\"\r\n" : std::string();
     return connection.write("HTTP/1.1 200 OK\r\n" + tag + "Content-Length: 0\r\n\r\n");
 }
 
-void serve(int socket, SSL_CTX* context)
+void serve(int socket, SSL_CTX* context, const Object& object)
 {
     int on = 1;
     ::setsockopt(socket, IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
@@ -115,7 +187,7 @@ void serve(int socket, SSL_CTX* context)
     if (!tls || SSL_accept(tls.get()) == 1) {
         Connection connection(socket, tls.get());
         std::string ahead;
-        while (serveRequest(connection, ahead)) {
+        while (serveRequest(connection, ahead, object)) {
         }
     }
     ::close(socket);
@@ -128,6 +200,21 @@ TlsContext makeContext(const std::string& certificate, const std::string& key)
                     SSL_CTX_use_PrivateKey_file(context.get(), key.c_str(), SSL_FILETYPE_PEM) != 1))
         throw std::runtime_error("the certificate or its key cannot be used");
     return context;
+}
+
+Object openObject(const std::string& block, std::size_t size)
+{
+    if (block.empty())
+        return {};
+    int file = ::open(block.c_str(), O_RDONLY | O_CLOEXEC);
+    struct stat status{};
+    if (file < 0 || ::fstat(file, &status) != 0 || status.st_size == 0)
+        throw std::runtime_error("the block cannot be read");
+    auto period = std::size_t(status.st_size);
+    void* bytes = ::mmap(nullptr, period, PROT_READ, MAP_SHARED, file, 0);
+    if (bytes == MAP_FAILED)
+        throw std::runtime_error("the block cannot be mapped");
+    return {.file = file, .bytes = static_cast<const char*>(bytes), .period = period, .size = size};
 }
 
 int listenOn(int port)
@@ -156,26 +243,30 @@ int portOf(int listener)
 
 int main(int argc, char** argv)
 {
-    CLI::App app("Takes uploads on loopback and forgets them");
+    CLI::App app("Takes uploads on loopback, forgets them, and gives one object");
     int port = 0;
-    std::string certificate, key;
+    std::size_t size = 0;
+    std::string certificate, key, block;
     app.add_option("--port", port, "Port to listen on; any free one by default");
     auto* certificateOption = app.add_option("--certificate", certificate, "PEM file; encrypted when given");
     app.add_option("--key", key, "PEM file of its key")->needs(certificateOption);
+    auto* sizeOption = app.add_option("--size", size, "Bytes of the object that every GET is answered from");
+    app.add_option("--block", block, "File that the object repeats")->needs(sizeOption);
     CLI11_PARSE(app, argc, argv);
     std::signal(SIGPIPE, SIG_IGN);
     try {
         auto context = makeContext(certificate, key);
+        const auto object = openObject(block, size);
         int listener = listenOn(port);
         std::printf("%s://127.0.0.1:%d\n", context ? "https" : "http", portOf(listener));
         std::fflush(stdout);
         for (;;) {
             int socket = ::accept4(listener, nullptr, nullptr, SOCK_CLOEXEC);
             if (socket >= 0)
-                std::thread(serve, socket, context.get()).detach();
+                std::thread(serve, socket, context.get(), std::cref(object)).detach();
         }
     } catch (const std::exception& failure) {
-        std::fprintf(stderr, "palvera-sink: %s\n", failure.what());
+        std::fprintf(stderr, "palvera-bare-storage: %s\n", failure.what());
         return 1;
     }
 }

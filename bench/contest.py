@@ -1,0 +1,144 @@
+"""What the benchmarks of transfers share: servers to transfer with, measuring a client, alternating clients, tables."""
+import atexit
+import http.client
+import json
+import os
+import pathlib
+import re
+import signal
+import statistics
+import subprocess
+import sys
+import tempfile
+import time
+from dataclasses import astuple, dataclass
+
+MIB = 1 << 20
+EMAIL = "hana@kestrel.example"
+
+
+class Server:
+    """A process of ours that serves until it is stopped, or until the script ends in whatever way."""
+
+    def __init__(self, command):
+        self.process = subprocess.Popen(command, stdout=subprocess.PIPE, text=True)
+        atexit.register(self.stop)
+
+    def cpu(self):
+        fields = pathlib.Path(f"/proc/{self.process.pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    def stop(self):
+        self.process.send_signal(signal.SIGTERM)
+        self.process.wait()
+
+
+class Platform(Server):
+    """The local platform, bytes thrown away."""
+
+    def __init__(self, build, *options):
+        super().__init__([build / "palvera-local-platform", "--port", "0", "--discard", *options])
+        for line in self.process.stdout:
+            if found := re.match(r"PV_API=(http://127\.0\.0\.1:(\d+)/api)", line):
+                self.address, self.port = found[1], int(found[2])
+            if "password" in line.lower() and "@" in line:
+                break
+        self.cookie = ""
+
+    def call(self, method, path, body=None):
+        connection = http.client.HTTPConnection("127.0.0.1", self.port)
+        headers = {"Accept": "application/json"}
+        if body is not None:
+            headers["Content-Type"] = "application/json"
+        if self.cookie:
+            headers["Cookie"] = self.cookie
+        connection.request(method, "/api/" + path, None if body is None else json.dumps(body), headers)
+        answer = connection.getresponse()
+        text = answer.read()
+        if answer.status >= 300:
+            sys.exit(f"{path}: {answer.status} {text!r}")
+        if cookie := answer.getheader("Set-Cookie"):
+            self.cookie = cookie.split(";")[0]
+        return json.loads(text or "{}")
+
+    def sign_in(self, password):
+        self.call("POST", "auth/login", {"email": EMAIL, "password": password})
+
+
+def client_environment(folder, address, certificate=None):
+    """What palvera-cli and curl run with: files of their own, the service at `address`, the certificate trusted."""
+    places = {f"XDG_{kind}_HOME": str(folder / kind.lower()) for kind in ("DATA", "STATE", "CONFIG", "CACHE")}
+    environment = dict(os.environ, PV_API=address, **places)
+    if certificate:
+        environment["SSL_CERT_FILE"] = environment["CURL_CA_BUNDLE"] = str(certificate)
+    return environment
+
+
+def sign_in(build, environment, password):
+    subprocess.run([build / "palvera-cli", "sign-in", "--email", EMAIL, "--password-stdin"], input=password, text=True,
+                   env=environment, check=True, stdout=subprocess.DEVNULL)
+
+
+def make_certificate(folder):
+    """cert.pem and key.pem, for this machine's own address."""
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "rsa:2048", "-nodes", "-days", "2", "-subj", "/CN=localhost",
+                    "-addext", "subjectAltName=IP:127.0.0.1,DNS:localhost", "-keyout", folder / "key.pem",
+                    "-out", folder / "cert.pem"], check=True, capture_output=True)
+
+
+def write_noise(path, size):
+    """A file that does not compress and that nothing repeats in; the same every time."""
+    with open(path, "wb") as out:
+        subprocess.run(f"openssl enc -aes-128-ctr -nosalt -K 00 -iv 00 -in /dev/zero 2>/dev/null | head -c {size}",
+                       shell=True, stdout=out, check=True)
+
+
+@dataclass
+class Cost:
+    """Of one run of a client, or the medians of several."""
+    wall: float    # seconds
+    cpu: float     # seconds of the client
+    storage: float # CPU seconds of what it talked to
+    peak: float    # MiB of the client
+    stored: float = 0.0 # seconds until its bytes were on the disk too; 0 where nobody asked
+
+
+def measure(command, environment, server):
+    """CPU and memory are the operating system's own accounting of the finished process. The memory of a client that
+    needs less than this script shows as this script's."""
+    before = server.cpu()
+    with tempfile.TemporaryFile() as errors:
+        began = time.monotonic()
+        process = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL, stderr=errors)
+        _, status, usage = os.wait4(process.pid, 0)
+        wall = time.monotonic() - began
+        process.returncode = os.waitstatus_to_exitcode(status)
+        if status != 0:
+            errors.seek(0)
+            sys.exit(f"{command[0]} failed: {errors.read().decode()[-2000:]}")
+    return Cost(wall, usage.ru_utime + usage.ru_stime, server.cpu() - before, usage.ru_maxrss / 1024)
+
+
+def alternate(clients, rounds, run):
+    """The median cost of each client by its name, from `rounds` times run(what stands beside the name)."""
+    costs = {name: [] for name in clients}
+    for _ in range(rounds):
+        for name, client in clients.items():
+            costs[name].append(run(client))
+    return {name: Cost(*(statistics.median(column) for column in zip(*map(astuple, rows))))
+            for name, rows in costs.items()}
+
+
+def print_table(title, costs, gigabytes, limit, tools):
+    """`limit` is the client that shows what the machine can do; of `tools`, the best one by wall and the best by CPU are
+    what the others are compared with."""
+    stored = any(cost.stored for cost in costs.values())
+    print(f"\n{title}\n{'':24}{'wall s':>8}{'GB/s':>7}{'CPU s/GB':>10}{'peak MiB':>10}"
+          f"{'wall':>8}{'CPU':>7}{'wall':>8}{'CPU':>7}{'storage':>10}" + (f"{'stored s':>10}" if stored else ""))
+    print(f"{'':59}{'x best tool':>15}{'x raw':>15}{'CPU s/GB':>10}")
+    wall, cpu = (min(getattr(costs[name], key) for name in tools) for key in ("wall", "cpu"))
+    raw = costs[limit]
+    for name, cost in costs.items():
+        print(f"{name:24}{cost.wall:8.2f}{gigabytes / cost.wall:7.2f}{cost.cpu / gigabytes:10.3f}{cost.peak:10.0f}"
+              f"{cost.wall / wall:8.2f}{cost.cpu / cpu:7.2f}{cost.wall / raw.wall:8.2f}{cost.cpu / raw.cpu:7.2f}"
+              f"{cost.storage / gigabytes:10.3f}" + (f"{cost.stored:10.2f}" if stored else ""))
