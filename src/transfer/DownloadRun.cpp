@@ -158,9 +158,10 @@ void DownloadRun::prepare()
         m_partial.done = std::move(earlier->done);
         return;
     }
-    removePartial(m_request.destination); // before the chunks that it lists are gone
-    m_file->reset(m_partial.total);
+    // Before the chunks that an earlier record lists are gone; and should there be no room, what stands there is still
+    // known as a download that can be removed.
     savePartial(m_request.destination, m_partial);
+    m_file->reset(m_partial.total);
 }
 
 /// The record is kept beside the waves, so that no wave waits for the disk to have everything for good.

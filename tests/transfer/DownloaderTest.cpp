@@ -429,6 +429,7 @@ TEST_F(DownloaderTest, saysWhatTheDiskRefuses)
     };
     EXPECT_THAT(life.download(path), HasSubstr("There is not enough room for “Master.mov”: it needs 1.2 EB, and "));
     EXPECT_THAT(life.ranges(), IsEmpty());
+    EXPECT_TRUE(loadPartial(path)) << "or the empty file would be taken for one of the user's";
 }
 
 TEST_F(DownloaderTest, isNotDoneWhenTheFileIsTakenAway)
