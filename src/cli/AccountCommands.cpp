@@ -4,6 +4,7 @@
 #include "platform/Preferences.h"
 #include "service/API.h"
 #include "service/SignInOperations.h"
+#include "session/Session.h"
 
 namespace palvera::cli {
 
@@ -32,7 +33,7 @@ Task<ExitCode> perform(SignIn command, Workbench& bench)
 
 Task<ExitCode> perform(SignOut, Workbench& bench)
 {
-    co_await bench.api.signOut();
+    co_await bench.session.signOut();
     bench.output.say(QStringLiteral("Signed out"), {{QStringLiteral("event"), QStringLiteral("done")}});
     co_return ExitCode::done;
 }

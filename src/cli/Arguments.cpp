@@ -36,6 +36,7 @@ public:
         addListings();
         addUploads();
         addInterrupted();
+        addDownloads();
         m_app.footer(notes); // commands that are added later would inherit it
     }
 
@@ -48,7 +49,10 @@ public:
         m_app.parse(std::move(reversed));
         for (const auto& [parser, make] : m_commands)
             if (parser->parsed())
-                return {.command = make(), .json = m_json};
+                return {.command = make(),
+                        .json = m_json,
+                        .retry = m_words.retry,
+                        .stopOnInterrupt = m_words.stopOnInterrupt};
         throw CLI::RequiredError("A command"); // CLI11 has seen to it that there is one
     }
 
@@ -65,10 +69,12 @@ private:
     struct Words {
         std::string email, org, project, deliverable, file, key;
         std::vector<std::string> files;
-        std::optional<std::string> site, search, family, folder;
+        std::optional<std::string> site, search, family, folder, to;
         bool passwordFromStdin = false;
         bool confirmed = false;
         bool all = false;
+        bool retry = true;
+        bool stopOnInterrupt = false;
     };
 
     /// CLI11 takes "[a,b]" among several values for two of them. A byte that no argument can hold keeps it one.
@@ -185,7 +191,8 @@ private:
         need(upload, "FILE", m_words.file, "The file to send");
         upload->add_flag("--confirmed", m_words.confirmed,
                          "Send although the platform asked about this delivery (exit status 4)");
-        auto* uploadBin = add("upload-bin", "Send files to an organisation's Uploads bin, one after the other", [this] {
+        offerUploadOptions(upload);
+        auto* uploadBin = add("upload-bin", "Send files to an organisation's Uploads bin, a few at once", [this] {
             QStringList files;
             for (const auto& file : m_words.files)
                 files.append(text(file));
@@ -195,6 +202,15 @@ private:
         needOrg(uploadBin);
         need(uploadBin, "FILE", m_words.files, "The files to send")->option_text("...");
         offer(uploadBin, "--folder", m_words.folder, "F", "The folder of the bin to send them to");
+        offerUploadOptions(uploadBin);
+    }
+
+    void offerUploadOptions(CLI::App* parser)
+    {
+        offer(parser, "--retry", m_words.retry, "on|off",
+              "Whether to try again, for half an hour or so, what the network or the platform failed at");
+        parser->add_flag("--stop-on-interrupt", m_words.stopOnInterrupt,
+                         "Give up what is in flight when interrupted, instead of keeping it to go on with");
     }
 
     void addInterrupted()
@@ -205,16 +221,53 @@ private:
             return ResumeUploads{.key = m_words.all ? std::nullopt : std::optional(text(m_words.key))};
         });
         auto* key = offer(resume, "KEY", m_words.key, " ", "The upload's key, see \"interrupted\"");
-        auto* all = resume->add_flag("--all", m_words.all, "All of them, one after the other");
+        auto* all = resume->add_flag("--all", m_words.all, "All of them, a few at once");
         all->option_text(" ");
         key->excludes(all);
         resume->parse_complete_callback([key, all] {
             if (key->empty() && all->empty())
                 throw CLI::RequiredError("KEY or --all");
         });
+        offerUploadOptions(resume);
         auto* discard = add("discard", "Give up an upload that was cut off, and what the platform holds of it",
                             [this] { return DiscardUpload{.key = text(m_words.key)}; });
         need(discard, "KEY", m_words.key, "The upload's key, see \"interrupted\"");
+    }
+
+    void addDownloads()
+    {
+        m_group = "Downloads";
+        const auto* again =
+            "Existing files are never replaced: the new one gets a number. A download that was cut off\n"
+            "goes on where it was.";
+        auto* download = add("download", "Bring down the file that was delivered for a deliverable", [this] {
+            return DownloadFiled{.org = text(m_words.org),
+                                 .project = text(m_words.project),
+                                 .deliverable = text(m_words.deliverable),
+                                 .folder = text(m_words.to)};
+        });
+        download->footer(again);
+        needOrg(download);
+        needProject(download);
+        need(download, "DELIVERABLE", m_words.deliverable, "The deliverable's identifier, see \"deliverables\"");
+        offerFolder(download);
+        auto* downloadBin = add("download-bin", "Bring down files of an organisation's Uploads bin", [this] {
+            QStringList keys;
+            for (const auto& key : m_words.files)
+                keys.append(text(key));
+            return DownloadFromBin{.org = text(m_words.org), .keys = keys, .folder = text(m_words.to)};
+        });
+        downloadBin->footer(again);
+        needOrg(downloadBin);
+        need(downloadBin, "KEY", m_words.files, "The files' keys, see \"bin\"")->option_text("...");
+        offerFolder(downloadBin);
+        auto* folder = add("downloads-folder", "Print or choose the folder that downloads go to",
+                           [this] { return DownloadsFolder{.folder = text(m_words.folder)}; });
+        offer(folder, "DIR", m_words.folder, " ", "The folder to use from here on");
+    }
+    void offerFolder(CLI::App* parser)
+    {
+        offer(parser, "--to", m_words.to, "DIR", "The folder to put it into, instead of the downloads folder");
     }
 
     CLI::App m_app{about, programName};

@@ -75,6 +75,26 @@ struct UploadToBin {
 
     bool operator==(const UploadToBin&) const = default;
 };
+struct DownloadFiled {
+    QString org;
+    QString project;
+    QString deliverable;
+    std::optional<QString> folder = {}; ///< where the file goes; nothing is the downloads folder
+
+    bool operator==(const DownloadFiled&) const = default;
+};
+struct DownloadFromBin {
+    QString org;
+    QStringList keys;                   ///< at least one
+    std::optional<QString> folder = {}; ///< where the files go; nothing is the downloads folder
+
+    bool operator==(const DownloadFromBin&) const = default;
+};
+struct DownloadsFolder {
+    std::optional<QString> folder; ///< nothing prints the one in use
+
+    bool operator==(const DownloadsFolder&) const = default;
+};
 struct ListInterrupted {
     bool operator==(const ListInterrupted&) const = default;
 };
@@ -90,12 +110,15 @@ struct DiscardUpload {
 };
 
 using Command = std::variant<SignIn, SignOut, WhoAmI, ChooseSite, ListOrgs, ListProjects, ListDeliverables, ListAssets,
-                             ListBin, UploadFile, UploadToBin, ListInterrupted, ResumeUploads, DiscardUpload>;
+                             ListBin, UploadFile, UploadToBin, DownloadFiled, DownloadFromBin, DownloadsFolder,
+                             ListInterrupted, ResumeUploads, DiscardUpload>;
 
 /// A command line that asks for something to be done.
 struct Invocation {
     Command command;
-    bool json = false; ///< one JSON object a line instead of text for people
+    bool json = false;            ///< one JSON object a line instead of text for people
+    bool retry = true;            ///< a failed upload is tried again
+    bool stopOnInterrupt = false; ///< an interruption gives up what is in flight
 
     bool operator==(const Invocation&) const = default;
 };

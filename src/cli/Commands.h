@@ -23,6 +23,10 @@ Task<ExitCode> perform(ListBin command, Workbench& bench);
 Task<ExitCode> perform(UploadFile command, Workbench& bench);
 Task<ExitCode> perform(UploadToBin command, Workbench& bench);
 
+Task<ExitCode> perform(DownloadFiled command, Workbench& bench);
+Task<ExitCode> perform(DownloadFromBin command, Workbench& bench);
+Task<ExitCode> perform(DownloadsFolder command, Workbench& bench);
+
 Task<ExitCode> perform(ListInterrupted command, Workbench& bench);
 Task<ExitCode> perform(ResumeUploads command, Workbench& bench);
 Task<ExitCode> perform(DiscardUpload command, Workbench& bench);

@@ -1,10 +1,13 @@
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
-#include "cli/Sending.h"
+#include "cli/UploadErrand.h"
 #include "platform/Bookmark.h"
-#include "platform/TaskGroup.h"
-#include "service/API.h"
-#include "transfer/UploadProtocol.h"
+#include "platform/EnginePool.h"
+#include "platform/Failure.h"
+#include "transfers/DiscardUpload.h"
+#include "transfers/Transfers.h"
+
+#include <boost/asio/strand.hpp>
 
 #include <algorithm>
 
@@ -12,71 +15,65 @@ namespace palvera::cli {
 
 namespace {
 
-Journal findJournal(const QString& key, const Workbench& bench)
+FileError noSuchUpload(const QString& key)
 {
-    if (auto journal = bench.journals.loadJournal(key))
-        return *journal;
-    throw FileError(
+    return FileError(
         QStringLiteral("There is no interrupted upload “%1”. List them with: palvera-cli interrupted").arg(key));
 }
 
-std::vector<Journal> sortedJournals(const Workbench& bench)
+/// In the order of their keys.
+Task<std::vector<Journal>> interruptedUploads(Workbench& bench)
 {
-    auto journals = bench.journals.loadJournals();
+    co_await bench.transfers.loadJournals();
+    auto journals = bench.transfers.interruptedJournals();
     std::sort(journals.begin(), journals.end(), [](const Journal& a, const Journal& b) { return a.key < b.key; });
-    return journals;
+    co_return journals;
 }
 
-Task<ExitCode> resume(Journal journal, Workbench& bench)
+std::unique_ptr<Errand> resuming(const Journal& journal, Workbench& bench)
 {
     auto found = journal.bookmark ? bookmark::resolve(*journal.bookmark) : std::nullopt;
     auto path = found ? found->path : journal.filePath;
-    if (auto objection = objectionTo(path); !objection.isEmpty()) {
-        bench.output.fail(objection, {{QStringLiteral("key"), journal.key}});
-        co_return ExitCode::failed;
-    }
-    if (fileStamp(path) != journal.fileStamp)
+    if (objectionTo(path).isEmpty() && fileStamp(path) != journal.fileStamp)
         bench.output.remark(QStringLiteral("“%1” has changed since: it is sent from its start.").arg(path));
-    co_return co_await sendFile(
-        {.target = journal.destination(), .file = path, .bookmark = journal.bookmark, .key = journal.key}, bench);
+    return std::make_unique<UploadErrand>(
+        UploadErrand::Upload{.journalKey = journal.key,
+                             .file = path,
+                             .target = journal.destination(),
+                             .begin = [journal](Transfers& transfers) { return transfers.resume(journal); }},
+        bench.journals);
 }
 
 } // namespace
 
 Task<ExitCode> perform(ListInterrupted, Workbench& bench)
 {
-    bench.output.show(listingOf(sortedJournals(bench)));
+    bench.output.show(listingOf(co_await interruptedUploads(bench)));
     co_return ExitCode::done;
 }
 
 Task<ExitCode> perform(ResumeUploads command, Workbench& bench)
 {
-    if (command.key)
-        co_return co_await resume(findJournal(*command.key, bench), bench);
-    auto worst = ExitCode::done;
-    for (const auto& journal : sortedJournals(bench)) {
-        auto code = co_await resume(journal, bench);
-        worst = worse(worst, code);
-        if (code == ExitCode::interrupted)
-            break;
-    }
-    co_return worst;
+    std::vector<std::unique_ptr<Errand>> errands;
+    for (const auto& journal : co_await interruptedUploads(bench))
+        if (!command.key || command.key == journal.key)
+            errands.push_back(resuming(journal, bench));
+    if (command.key && errands.empty())
+        throw noSuchUpload(*command.key);
+    co_return co_await Errands(bench.errands(), std::move(errands)).carryOut();
 }
 
 Task<ExitCode> perform(DiscardUpload command, Workbench& bench)
 {
-    auto journal = findJournal(command.key, bench);
-    auto held = bench.journals.tryLock(command.key);
-    if (!held)
+    auto discarded =
+        co_await discardUpload(bench.api, bench.journals, boost::asio::make_strand(enginePool()), command.key);
+    if (discarded.isRunning && bench.journals.loadJournal(command.key))
         throw FileError(QStringLiteral("That upload is running."));
-    auto abort = co_await outcomeOf(abortUpload(bench.api, journal.destination(), journal.sessionId,
-                                                {.object = journal.object, .uploadId = journal.uploadId}));
-    if (exitCodeFor(abort.failure) == ExitCode::interrupted)
-        std::rethrow_exception(abort.failure);
-    bench.journals.removeJournal(command.key);
-    if (abort.failure)
-        bench.output.remark(QStringLiteral("The platform could not be told: ") + describe(abort.failure));
-    bench.output.say(QStringLiteral("Gave up the upload of “%1”").arg(journal.filename),
+    if (!discarded.journal)
+        throw noSuchUpload(command.key);
+    if (discarded.untold)
+        bench.output.remark(QStringLiteral("The platform could not be told: ") + describe(discarded.untold));
+    bench.output.say(QStringLiteral("Gave up the upload of “%1”").arg(discarded.journal->filename),
                      {{QStringLiteral("event"), QStringLiteral("done")}, {QStringLiteral("key"), command.key}});
     co_return ExitCode::done;
 }

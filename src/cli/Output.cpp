@@ -4,11 +4,20 @@
 
 #include <QJsonDocument>
 
+#include <algorithm>
+
 namespace palvera::cli {
 
 namespace {
 
-constexpr auto clearLine = "\r\x1b[K";
+constexpr auto clearLine = "\x1b[K";
+constexpr auto clearBelow = "\x1b[J";
+
+/// Brings the cursor from the end of a block of lines to its start.
+QByteArray startOfBlock(int lines)
+{
+    return (lines > 1 ? "\x1b[" + QByteArray::number(lines - 1) + 'A' : QByteArray()) + '\r';
+}
 
 /// JSON itself asks for escapes below U+0020 only.
 bool mustBeEscaped(char32_t character)
@@ -86,23 +95,35 @@ void Output::remark(const QString& text)
     line(m_error, text);
 }
 
-void Output::progress(const QString& key, ProgressView view)
+void Output::expectProgress(const QString& key)
+{
+    lineOf(key);
+}
+
+void Output::progress(const QString& key, const ProgressView& view)
 {
     if (m_style == Style::json) {
         json(progressEvent(key, view));
         return;
     }
-    auto cells = m_error.terminalCells();
-    if (!cells)
-        return;
-    if (std::exchange(m_progressKey, key) != key)
-        m_lastRate.reset();
-    if (view.bytesPerSecond)
-        m_lastRate = view.bytesPerSecond;
-    view.bytesPerSecond = m_lastRate;
-    // The last cell stays free: some terminals wrap as soon as it is written.
-    m_error.write(clearLine + progressLine(view, *cells - 1).toUtf8());
-    m_progressShown = true;
+    auto& line = lineOf(key);
+    auto lastRate = line.shown ? line.shown->bytesPerSecond : std::nullopt; // while the engine measures afresh
+    line.shown = view;
+    if (!view.bytesPerSecond)
+        line.shown->bytesPerSecond = lastRate;
+    drawProgress();
+}
+
+void Output::endProgress(const QString& key)
+{
+    clearProgress();
+    std::erase_if(m_progress, [&](const Line& line) { return line.key == key; });
+}
+
+Output::Line& Output::lineOf(const QString& key)
+{
+    auto line = std::ranges::find(m_progress, key, &Line::key);
+    return line == m_progress.end() ? m_progress.emplace_back(key) : *line;
 }
 
 void Output::line(TextStream& stream, const QString& text)
@@ -118,8 +139,24 @@ void Output::json(const QJsonObject& record)
 
 void Output::clearProgress()
 {
-    if (std::exchange(m_progressShown, false))
-        m_error.write(clearLine);
+    if (int lines = std::exchange(m_linesDrawn, 0))
+        m_error.write(startOfBlock(lines) + (lines > 1 ? clearBelow : clearLine));
+}
+
+void Output::drawProgress()
+{
+    auto cells = m_error.terminalCells();
+    if (!cells)
+        return;
+    auto drawn = startOfBlock(std::exchange(m_linesDrawn, 0));
+    for (const auto& line : m_progress) {
+        if (!line.shown)
+            continue;
+        // The last cell stays free: some terminals wrap as soon as it is written.
+        drawn += (m_linesDrawn++ > 0 ? "\n\r" : "") + QByteArray(clearLine);
+        drawn += progressLine(*line.shown, *cells - 1).toUtf8();
+    }
+    m_error.write(drawn);
 }
 
 } // namespace palvera::cli

@@ -10,8 +10,8 @@ namespace palvera::cli {
 
 /// All that the program says: text for people, or one JSON object a line for programs. Main thread.
 ///
-/// Texts from elsewhere never reach a terminal raw. On a terminal one line of the error stream is redrawn with the
-/// progress and is cleared before anything else is said; elsewhere nothing is ever redrawn.
+/// Texts from elsewhere never reach a terminal raw. On a terminal the last lines of the error stream, one for each
+/// transfer, are redrawn with the progress and cleared before anything else is said; elsewhere nothing is ever redrawn.
 class Output {
 public:
     enum class Style { text, json };
@@ -30,20 +30,29 @@ public:
     /// A remark beside what was asked for, on the error stream in either style.
     void remark(const QString& text);
 
-    /// Redraws the progress of the upload `key`.
-    void progress(const QString& key, ProgressView view);
+    /// Keeps the next place among the lines of progress for the transfer `key`.
+    void expectProgress(const QString& key);
+    /// Shows the progress of the transfer `key`, below that of those that were expected or shown before it.
+    void progress(const QString& key, const ProgressView& view);
+    void endProgress(const QString& key);
 
 private:
     void line(TextStream& stream, const QString& text);
     void json(const QJsonObject& record);
     void clearProgress();
+    void drawProgress();
 
     const Style m_style;
     TextStream& m_out;
     TextStream& m_error;
-    bool m_progressShown = false;
-    QString m_progressKey;
-    std::optional<double> m_lastRate; // of m_progressKey, shown while the engine measures afresh
+    struct Line {
+        QString key;
+        std::optional<ProgressView> shown = {}; // its rate is the last known one
+    };
+    Line& lineOf(const QString& key);
+
+    std::vector<Line> m_progress;
+    int m_linesDrawn = 0; // of progress, on the terminal
 };
 
 /// `record` as one line of JSON, in which whatever a terminal could take for a command is escaped.

@@ -3,6 +3,7 @@
 #include "platform/EnginePool.h"
 #include "platform/HttpSession.h"
 #include "platform/NetworkThreads.h"
+#include "platform/TaskGroup.h"
 #include "service/API.h"
 
 #include <boost/asio/co_spawn.hpp>
@@ -35,8 +36,9 @@ std::unique_ptr<HttpClient> makeStorageClient()
 
 } // namespace
 
-Program::Program(Output& output)
-    : m_output(output),
+Program::Program(Invocation invocation, Output& output)
+    : m_invocation(std::move(invocation)),
+      m_output(output),
       m_preferences(m_folders.preferences()),
       m_journals(m_folders.applicationSupport),
       m_uploader({.engine = enginePool().get_executor(),
@@ -46,18 +48,40 @@ Program::Program(Output& output)
                   .journals = m_journals,
                   .libraryFolder = m_folders.library,
                   .spread = drawSpread}),
+      m_downloader({.engine = enginePool().get_executor(), .clock = m_clock, .storage = makeStorageClient}),
       m_mainThread(enginePool()),
-      m_bench{.clock = m_clock,
+      m_session(API::shared(), m_preferences),
+      m_transfers(environment(), {.retries = m_invocation.retry ? mostRetries : 0}),
+      m_bench{.api = API::shared(),
               .preferences = m_preferences,
-              .api = API::shared(),
+              .session = m_session,
+              .transfers = m_transfers,
               .journals = m_journals,
-              .uploader = m_uploader,
               .output = m_output,
+              .clock = m_clock,
               .mainThread = m_mainThread.executor(),
-              .stop = std::make_shared<CancelFlag>()}
+              .stop = std::make_shared<CancelFlag>(),
+              .cutOff = m_cutOff,
+              .stopOnInterrupt = m_invocation.stopOnInterrupt}
 {}
 
-ExitCode Program::run(const Command& command)
+Transfers::Environment Program::environment()
+{
+    return {.main = m_mainThread.executor(),
+            .background = enginePool().get_executor(),
+            .clock = m_clock,
+            .api = API::shared(),
+            .journals = m_journals,
+            .upload = [this](UploadRequest request) { return m_uploader.upload(std::move(request)); },
+            .download =
+                [this](DownloadRequest request) {
+                    return runUntilStopped(m_cutOff, m_downloader.download(std::move(request)));
+                },
+            .sleep = m_sleep,
+            .network = m_network};
+}
+
+ExitCode Program::run()
 {
     asio::signal_set signals(m_bench.mainThread, SIGINT, SIGTERM);
     signals.async_wait([this, &signals](boost::system::error_code failure, int) {
@@ -73,16 +97,23 @@ ExitCode Program::run(const Command& command)
         QCoreApplication::quit();
     };
     // Posted, since the event loop ignores a quit that comes before it runs.
-    asio::post(m_bench.mainThread, [&] {
-        asio::co_spawn(m_bench.mainThread, runUntilStopped(m_bench.stop, perform(command, ended)), quit);
-    });
+    asio::post(m_bench.mainThread, [&] { asio::co_spawn(m_bench.mainThread, carryOut(ended), quit); });
     QCoreApplication::exec();
     return ended ? *ended : report(failure);
 }
 
-Task<void> Program::perform(Command command, std::optional<ExitCode>& ended)
+Task<void> Program::carryOut(std::optional<ExitCode>& ended)
 {
-    ended = co_await std::visit([this](auto& chosen) { return cli::perform(std::move(chosen), m_bench); }, command);
+    auto outcome = co_await outcomeOf(runUntilStopped(m_bench.stop, perform(ended)));
+    co_await m_transfers.suspend(); // what it still does in the background must not outlive the program
+    if (outcome.failure)
+        std::rethrow_exception(outcome.failure);
+}
+
+Task<void> Program::perform(std::optional<ExitCode>& ended)
+{
+    ended =
+        co_await std::visit([this](const auto& chosen) { return cli::perform(chosen, m_bench); }, m_invocation.command);
 }
 
 ExitCode Program::report(const std::exception_ptr& failure)

@@ -3,31 +3,46 @@
 #include "cli/Commands.h"
 #include "platform/Folders.h"
 #include "platform/MainThread.h"
+#include "platform/NetworkPath.h"
 #include "platform/Preferences.h"
+#include "platform/SleepInhibitor.h"
+#include "session/Session.h"
+#include "transfer/Downloader.h"
 #include "transfer/Uploader.h"
+#include "transfers/Transfers.h"
 
 namespace palvera::cli {
 
 /// Builds all that commands work with and runs one of them. Main thread, within a QCoreApplication.
 class Program {
 public:
-    explicit Program(Output& output);
+    /// For `invocation`, to be carried out with `run`.
+    Program(Invocation invocation, Output& output);
 
-    /// Carries `command` out in the application's event loop, reports a failure and returns the program's exit code.
+    /// Carries the command out in the application's event loop, reports a failure and returns the program's exit code.
     /// The first SIGINT or SIGTERM stops the command, which ends as interrupted; a second one ends the process.
-    ExitCode run(const Command& command);
+    ExitCode run();
 
 private:
-    Task<void> perform(Command command, std::optional<ExitCode>& ended);
+    Transfers::Environment environment();
+    Task<void> carryOut(std::optional<ExitCode>& ended);
+    Task<void> perform(std::optional<ExitCode>& ended);
     ExitCode report(const std::exception_ptr& failure);
 
+    const Invocation m_invocation;
     Output& m_output;
     const Folders m_folders = Folders::ofUser();
     SystemClock m_clock;
     Preferences m_preferences;
     JournalStore m_journals;
     Uploader m_uploader;
+    Downloader m_downloader;
     MainThread m_mainThread;
+    SystemSleepInhibitor m_sleep;
+    SystemNetworkPath m_network;
+    const std::shared_ptr<CancelFlag> m_cutOff = std::make_shared<CancelFlag>();
+    Session m_session;
+    Transfers m_transfers;
     Workbench m_bench;
 };
 

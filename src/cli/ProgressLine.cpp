@@ -67,7 +67,8 @@ QString progressLine(const ProgressView& progress, int cells)
     const QList<std::pair<QString, QString>> choices{
         // before the bar, behind it; the fullest first
         {name, joined({percent, sizes, rate, left})},
-        {{}, joined({percent, sizes, rate, left})},
+        {name, joined({percent, rate, left})},
+        {name, joined({percent, left})},
         {{}, joined({percent, rate, left})},
         {{}, joined({percent, left})},
     };

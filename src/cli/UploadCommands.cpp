@@ -1,7 +1,6 @@
 #include "cli/Commands.h"
-#include "cli/Sending.h"
-#include "platform/Bookmark.h"
-#include "platform/Failure.h"
+#include "cli/UploadErrand.h"
+#include "transfers/Transfers.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -16,44 +15,53 @@ QString wholePath(const QString& file)
     return QDir::cleanPath(QFileInfo(file).absoluteFilePath());
 }
 
-UploadRequest requestFor(TransferTarget target, const QString& path, const QString& key)
+std::unique_ptr<Errand> filing(const UploadFile& command, const JournalStore& journals)
 {
-    return {.target = std::move(target), .file = path, .bookmark = bookmark::make(path), .key = key};
+    DeliverableUpload upload{.file = wholePath(command.file),
+                             .orgId = command.org,
+                             .projectId = command.project,
+                             .deliverable = {.id = command.deliverable},
+                             .confirmed = command.confirmed};
+    TransferTarget::Deliverable row{
+        .orgId = command.org, .projectId = command.project, .deliverableId = command.deliverable};
+    return std::make_unique<UploadErrand>(
+        UploadErrand::Upload{.journalKey = command.deliverable,
+                             .file = upload.file,
+                             .target = row,
+                             .begin = [upload](Transfers& transfers) { return transfers.addUpload(upload); }},
+        journals);
+}
+
+std::unique_ptr<Errand> adding(const QString& file, const UploadToBin& command, const JournalStore& journals)
+{
+    BinUploads upload{.files = {wholePath(file)}, .orgId = command.org, .folder = binFolder(command.folder)};
+    auto begin = [upload](Transfers& transfers) -> std::optional<QUuid> {
+        auto begun = transfers.addBinUploads(upload);
+        return begun.isEmpty() ? std::nullopt : std::optional(begun.first());
+    };
+    return std::make_unique<UploadErrand>(
+        UploadErrand::Upload{.journalKey = binJournalKey(command.org, upload.folder, upload.files.first()),
+                             .file = upload.files.first(),
+                             .target = TransferTarget::Bin{.orgId = command.org, .folder = upload.folder},
+                             .begin = begin},
+        journals);
 }
 
 } // namespace
 
 Task<ExitCode> perform(UploadFile command, Workbench& bench)
 {
-    auto path = wholePath(command.file);
-    if (auto objection = objectionTo(path); !objection.isEmpty())
-        throw FileError(objection);
-    TransferTarget::Deliverable row{
-        .orgId = command.org, .projectId = command.project, .deliverableId = command.deliverable};
-    auto request = requestFor(row, path, command.deliverable);
-    request.confirmed = command.confirmed;
-    co_return co_await sendFile(std::move(request), bench);
+    std::vector<std::unique_ptr<Errand>> errands;
+    errands.push_back(filing(command, bench.journals));
+    co_return co_await Errands(bench.errands(), std::move(errands)).carryOut();
 }
 
 Task<ExitCode> perform(UploadToBin command, Workbench& bench)
 {
-    auto worst = ExitCode::done;
-    auto folder = binFolder(command.folder);
-    for (const auto& file : command.files) {
-        auto path = wholePath(file);
-        auto code = ExitCode::failed;
-        if (auto objection = objectionTo(path); !objection.isEmpty()) {
-            bench.output.fail(objection);
-        } else {
-            auto request = requestFor(TransferTarget::Bin{.orgId = command.org, .folder = folder}, path,
-                                      binJournalKey(command.org, folder, path));
-            code = co_await sendFile(std::move(request), bench);
-        }
-        worst = worse(worst, code);
-        if (code == ExitCode::interrupted)
-            break;
-    }
-    co_return worst;
+    std::vector<std::unique_ptr<Errand>> errands;
+    for (const auto& file : command.files)
+        errands.push_back(adding(file, command, bench.journals));
+    co_return co_await Errands(bench.errands(), std::move(errands)).carryOut();
 }
 
 } // namespace palvera::cli

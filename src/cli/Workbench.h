@@ -1,28 +1,41 @@
 #pragma once
 
-#include "cli/Output.h"
-#include "platform/Clock.h"
-#include "transfer/CancelFlag.h"
+#include "cli/Errands.h"
 
 namespace palvera {
 
 class API;
 class JournalStore;
 class Preferences;
-class Uploader;
+class Session;
+class Transfers;
 
 namespace cli {
 
 /// What commands work with; all of it outlives them. They run on the main thread.
 struct Workbench {
-    Clock& clock;
-    Preferences& preferences;
     API& api;
+    Preferences& preferences;
+    Session& session;
+    Transfers& transfers;
     const JournalStore& journals;
-    Uploader& uploader;
     Output& output;
+    Clock& clock;
     Executor mainThread;
-    std::shared_ptr<CancelFlag> stop; ///< stopped when the user interrupts the program
+    std::shared_ptr<CancelFlag> stop;   ///< stopped when the user interrupts the program
+    std::shared_ptr<CancelFlag> cutOff; ///< cuts downloads off that were to finish what is in flight
+    bool stopOnInterrupt = false;       ///< an interruption gives up what is in flight
+
+    Errands::Environment errands() const
+    {
+        return {.transfers = transfers,
+                .output = output,
+                .clock = clock,
+                .mainThread = mainThread,
+                .stop = stop,
+                .cutOff = cutOff,
+                .stopOnInterrupt = stopOnInterrupt};
+    }
 };
 
 } // namespace cli

@@ -43,7 +43,7 @@ int main(int argc, char** argv)
         return answer(*text, out, error);
     const auto& invocation = std::get<Invocation>(asked);
     Output output(invocation.json ? Output::Style::json : Output::Style::text, out, error);
-    auto code = Program(output).run(invocation.command);
+    auto code = Program(invocation, output).run();
     if (code == ExitCode::done && out.hasFailed()) {
         output.remark(QStringLiteral("palvera-cli: The output could not be written: ") +
                       QString::fromLocal8Bit(std::strerror(out.failure())));

@@ -44,7 +44,7 @@ Transfers::Transfers(Environment environment, Settings settings, QObject* parent
       m_settings(settings),
       m_places(asio::make_strand(m_environment.background)),
       m_reading(asio::make_strand(m_environment.background)),
-      m_nothingLive(m_environment.main)
+      m_nothingUnderWay(m_environment.main)
 {
     m_environment.sleep.onWake([this] { retryAtOnce(); });
     loadJournalsSoon();
@@ -197,9 +197,12 @@ std::shared_ptr<CancelFlag> Transfers::add(Item item)
 
 void Transfers::spawn(Task<void> task)
 {
-    asio::co_spawn(m_environment.main, std::move(task), [](const std::exception_ptr& failure) {
+    ++m_tasks;
+    asio::co_spawn(m_environment.main, std::move(task), [model = QPointer(this)](const std::exception_ptr& failure) {
         assert(!failure && "a task deals with its own failures");
         (void)failure;
+        if (model && --model->m_tasks == 0)
+            model->m_nothingUnderWay.set();
     });
 }
 
@@ -221,8 +224,8 @@ Task<void> Transfers::suspend()
         live->isSuspended = true;
         live->flag->stop();
     }
-    while (!m_live.isEmpty())
-        co_await m_nothingLive.wait();
+    while (m_tasks > 0)
+        co_await m_nothingUnderWay.wait();
 }
 
 void Transfers::clearFinished()

@@ -164,8 +164,8 @@ public:
     /// Forgets the items that are not in flight.
     void clearFinished();
     /// Cuts off all that is in flight, such that it can be gone on with: journals and records stay, and the platform is
-    /// told nothing. Ends when nothing is under way any more, stopped uploads that are being given up included. Items
-    /// keep their states. Nothing may be begun from then on.
+    /// told nothing. Ends when nothing is under way any more, the giving up of stopped uploads and readings of the
+    /// journals included. Items keep their states. Nothing may be begun from then on.
     Task<void> suspend();
 
 Q_SIGNALS:
@@ -237,7 +237,8 @@ private:
     const Executor m_reading; // a strand: the latest reading comes last
     TransfersListModel m_model;
     QHash<QUuid, Live> m_live;
-    Event m_nothingLive;
+    int m_tasks = 0; // under way
+    Event m_nothingUnderWay;
     QHash<QUuid, std::shared_ptr<Event>> m_waits; // set to end a wait for a retry
     QSet<QString> m_paths;                        // files that downloads write
     std::vector<Journal> m_journals;

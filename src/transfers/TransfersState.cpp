@@ -51,8 +51,6 @@ void Transfers::ended(const QUuid& id)
     auto live = m_live.take(id);
     if (live.journalKey)
         loadJournalsSoon();
-    if (m_live.isEmpty())
-        m_nothingLive.set();
     Q_EMIT itemEnded(id);
 }
 

@@ -78,6 +78,13 @@ INSTANTIATE_TEST_SUITE_P(
                    UploadToBin{.org = u"o"_s, .files = {u"a"_s, u"b"_s}, .folder = u"x"_s}},
         Understood{"upload-bin o [a,b] é%20",
                    UploadToBin{.org = u"o"_s, .files = {u"[a,b]"_s, QStringLiteral("é%20")}}},
+        Understood{"download o p d", DownloadFiled{.org = u"o"_s, .project = u"p"_s, .deliverable = u"d"_s}},
+        Understood{"download o p d --to x",
+                   DownloadFiled{.org = u"o"_s, .project = u"p"_s, .deliverable = u"d"_s, .folder = u"x"_s}},
+        Understood{"download-bin o a/b [c,d] --to=x",
+                   DownloadFromBin{.org = u"o"_s, .keys = {u"a/b"_s, u"[c,d]"_s}, .folder = u"x"_s}},
+        Understood{"downloads-folder", DownloadsFolder{}},
+        Understood{"downloads-folder x", DownloadsFolder{.folder = u"x"_s}},
         Understood{"interrupted", ListInterrupted{}}, Understood{"resume k", ResumeUploads{.key = u"k"_s}},
         Understood{"resume --all", ResumeUploads{}}, Understood{"discard k", DiscardUpload{.key = u"k"_s}}));
 
@@ -110,8 +117,23 @@ INSTANTIATE_TEST_SUITE_P(
                     Misunderstood{"projects a b", "b"}, Misunderstood{"orgs --loud", "--loud"},
                     Misunderstood{"upload o p d", "FILE"}, Misunderstood{"upload-bin o", "FILE"},
                     Misunderstood{"resume", "KEY or --all is required"}, Misunderstood{"resume k --all", "excludes"},
-                    Misunderstood{"discard", "KEY"}, Misunderstood{"orgs projects o", "projects"},
+                    Misunderstood{"resume k --retry maybe", "retry"}, Misunderstood{"download o p", "DELIVERABLE"},
+                    Misunderstood{"download-bin o --to x", "KEY"},
+                    Misunderstood{"download o p d --retry off", "--retry"}, Misunderstood{"discard", "KEY"},
+                    Misunderstood{"orgs projects o", "projects"},
                     Misunderstood{"bin o --search a --search b", "--search"}));
+
+TEST(Arguments, sayHowTransfersGo)
+{
+    auto options = [](const char* line) {
+        auto asked = std::get<Invocation>(read(words(line)));
+        return std::pair(asked.retry, asked.stopOnInterrupt);
+    };
+    EXPECT_EQ(options("upload o p d f"), std::pair(true, false));
+    EXPECT_EQ(options("upload o p d f --retry off --stop-on-interrupt"), std::pair(false, true));
+    EXPECT_EQ(options("upload-bin o f --retry=off"), std::pair(false, false));
+    EXPECT_EQ(options("resume --all --retry on"), std::pair(true, false));
+}
 
 TEST(Arguments, takeTheWordsAsTheyAre)
 {

@@ -58,7 +58,7 @@ TEST_F(OutputTest, redrawsProgressOnATerminalAndClearsItBeforeAnythingElse)
 {
     m_error.cells = 41;
     m_text.progress(u"k"_s, {.name = u"a"_s, .sent = 1000, .total = 2000});
-    EXPECT_EQ(std::exchange(m_error.written, {}), "\r\x1b[K[======>     ]   50%  1.00 KB of 2.00 KB");
+    EXPECT_EQ(std::exchange(m_error.written, {}), "\r\x1b[Ka  [==============>              ]   50%");
     m_text.say(u"Done"_s, {});
     EXPECT_EQ(std::exchange(m_error.written, {}), "\r\x1b[K");
     m_text.say(u"More"_s, {});
@@ -79,8 +79,25 @@ TEST_F(OutputTest, keepsShowingTheRateOfTheSameUploadWhileItIsMeasuredAfresh)
     m_text.progress(u"k"_s, {.name = u"a"_s, .sent = 1000, .total = 2000, .bytesPerSecond = 5e6});
     m_text.progress(u"k"_s, {.name = u"a"_s, .sent = 1500, .total = 2000});
     EXPECT_EQ(m_error.written.count("5.00 MB/s"), 2);
+    m_error.written.clear();
     m_text.progress(u"other"_s, {.name = u"b"_s, .sent = 1500, .total = 2000});
-    EXPECT_EQ(m_error.written.count("5.00 MB/s"), 2);
+    EXPECT_EQ(m_error.written.count("5.00 MB/s"), 1) << "of the first";
+}
+
+TEST_F(OutputTest, showsOneLineForEachTransferUntilItEnds)
+{
+    m_error.cells = 60;
+    ProgressView half{.name = u"a"_s, .sent = 1000, .total = 2000};
+    m_text.progress(u"a"_s, half);
+    auto line = std::exchange(m_error.written, {}).mid(1);
+    m_text.progress(u"b"_s, half);
+    EXPECT_EQ(std::exchange(m_error.written, {}), '\r' + line + "\n\r" + line);
+    m_text.progress(u"a"_s, half);
+    EXPECT_EQ(std::exchange(m_error.written, {}), "\x1b[1A\r" + line + "\n\r" + line);
+    m_text.endProgress(u"a"_s);
+    EXPECT_EQ(std::exchange(m_error.written, {}), "\x1b[1A\r\x1b[J");
+    m_text.progress(u"b"_s, half);
+    EXPECT_EQ(m_error.written, '\r' + line);
 }
 
 TEST_F(OutputTest, reportsProgressToProgramsWithARateOnlyWhenItIsKnown)

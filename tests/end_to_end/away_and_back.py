@@ -35,13 +35,13 @@ def away_at_the_end_the_upload_is_resumed_without_sending_a_part():
         client = Client(workspace, platform.address).sign_in()
         file = workspace.make_file("Reel 2.mov", PART * PARTS)
         platform.break_with({"operation": "complete", "action": "stall-after-body", "times": 0})
-        process = client.start("upload", support.ORG, support.PROJECT, ROW, file)
+        process = client.start("upload", support.ORG, support.PROJECT, ROW, file, "--retry", "off")
         wait_until(lambda: platform.state()["requests"].get("complete"), "the completion")
         platform.kill()
         result = expect(UNREACHABLE, client.finish(process))
         assert f"palvera-cli resume {ROW}" in result.error, result
         assert client.run("interrupted", "--json").records()[0]["sent"] == PART * PARTS
-        expect(UNREACHABLE, client.run("resume", ROW))
+        expect(UNREACHABLE, client.run("resume", ROW, "--retry", "off"))
         platform.break_with()
         platform.start()
         expect(DONE, client.run("resume", ROW))

@@ -1,5 +1,7 @@
 #!/usr/bin/env python3
 """What the program ends with, what it says to people and to programs, and that an interruption loses nothing."""
+import datetime
+import json
 import os
 import select
 import signal
@@ -28,7 +30,8 @@ def nobody_signed_in_ends_with_3():
     with Workspace() as workspace, Platform(workspace) as platform:
         client = Client(workspace, platform.address)
         file = workspace.make_file("a.mov", 1000)
-        for words in (["whoami"], ["orgs"], ["upload", ORG, PROJECT, "salt-row-1", file], ["upload-bin", ORG, file]):
+        for words in (["whoami"], ["orgs"], ["upload", ORG, PROJECT, "salt-row-1", file], ["upload-bin", ORG, file],
+                      ["download-bin", ORG, "Reel 001 of 230.mov", "--to", workspace.path]):
             result = expect(NOT_SIGNED_IN, client.run(*words))
             assert "palvera-cli: Sign in to go on.\nSign in with: palvera-cli sign-in" in result.error, result
         wrong = client.run("sign-in", "--email", support.EMAIL, "--password-stdin", typed=b"not-this-one\n")
@@ -62,7 +65,7 @@ def no_platform_ends_with_5():
     with Workspace() as workspace:
         client = Client(workspace, NOWHERE)
         file = workspace.make_file("a.mov", 1000)
-        for words in (["whoami"], ["bin", ORG], ["upload", ORG, PROJECT, "salt-row-1", file]):
+        for words in (["whoami"], ["bin", ORG], ["upload", ORG, PROJECT, "salt-row-1", file, "--retry", "off"]):
             result = expect(UNREACHABLE, client.run(*words))
             assert "palvera-cli: Could not connect to the server." in result.error, result
         expect(DONE, client.run("sign-out"))
@@ -82,8 +85,8 @@ def what_cannot_be_sent_ends_with_1():
         assert platform.violations() == []
 
 
-def interrupt_an_upload(platform, client, number, row, file):
-    process = client.start("upload", ORG, PROJECT, row, file, "--json")
+def interrupt_an_upload(platform, client, number, row, file, *options):
+    process = client.start("upload", ORG, PROJECT, row, file, "--json", *options)
     wait_until(lambda: len((client.journal(row) or {"done": []})["done"]) >= 8, "recorded parts")
     support.interrupt(process, number)
     return expect(INTERRUPTED, client.finish(process))
@@ -108,6 +111,31 @@ def an_interruption_ends_with_130_and_loses_nothing():
             upload = support.expect_filed(platform, client, row, file)
             assert all(upload["parts"][part]["times"] == 1 for part in recorded), upload["parts"]
             platform.break_with(SLOW)
+
+
+def an_upload_that_is_stopped_leaves_nothing_here_and_there():
+    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        row, file = "salt-row-1", workspace.make_file("Reel.mov", PARTS * PART)
+        result = interrupt_an_upload(platform, client, signal.SIGINT, row, file, "--stop-on-interrupt")
+        assert result.records()[-1] == {"event": "stopped", "key": row} and "resume" not in result.error, result
+        assert not client.journal(row)
+        assert [upload["phase"] for upload in platform.uploads(row)] == ["aborted"]
+        assert platform.violations() == []
+
+
+def a_failed_upload_is_tried_again_and_says_when():
+    refused = {"operation": "start", "action": "status", "times": 0}
+    with Workspace() as workspace, Platform(workspace, rules=[refused]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        process = client.start("upload", ORG, PROJECT, "salt-row-1", workspace.make_file("a.mov", 1000), "--json")
+        retrying = json.loads(process.stdout.readline())
+        assert retrying["event"] == "retrying" and retrying["message"] == "The platform is having trouble.", retrying
+        wait = datetime.datetime.fromisoformat(retrying["until"]) - datetime.datetime.now(datetime.UTC)
+        assert 5 < wait.total_seconds() <= 11, wait
+        support.interrupt(process)
+        result = expect(INTERRUPTED, client.finish(process))
+        assert "Trying again in 10 s." in result.error, result
 
 
 def an_interruption_before_the_platform_answers_leaves_nothing_behind():
@@ -192,6 +220,7 @@ def a_reader_that_leaves_or_a_full_disk_is_no_crash():
 
 support.main(wrong_usage_ends_with_2, nobody_signed_in_ends_with_3, a_question_of_the_platform_ends_with_4,
              no_platform_ends_with_5, what_cannot_be_sent_ends_with_1, an_interruption_ends_with_130_and_loses_nothing,
+             an_upload_that_is_stopped_leaves_nothing_here_and_there, a_failed_upload_is_tried_again_and_says_when,
              an_interruption_before_the_platform_answers_leaves_nothing_behind,
              an_interruption_while_the_password_is_awaited_ends_with_130,
              a_discarded_upload_is_gone_here_and_there, one_upload_of_a_key_runs_at_a_time,

@@ -113,11 +113,11 @@ class Site:
         row, platform, client = f"long-tide-row-{next(self.rows)}", self.platform, self.client
         file = self.workspace.make_file(f"{case.name} 100%.mov", case.size)
         platform.break_with(*case.rules)
-        result = expect(case.code, client.upload(row, file, project=PROJECT))
+        result = expect(case.code, client.upload(row, file, "--retry", "off", project=PROJECT))
         platform.break_with()
         if case.code != DONE:
             assert f"palvera-cli: {case.message}" in result.error, f"not said: {case.message}\n{result}"
-            expect(DONE, client.upload(row, file, project=PROJECT))
+            expect(DONE, client.upload(row, file, "--retry", "off", project=PROJECT))
         uploads = platform.uploads(row)
         assert len(uploads) == case.starts, f"{len(uploads)} uploads were started"
         support.expect_filed(platform, client, row, file)

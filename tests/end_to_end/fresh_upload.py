@@ -34,7 +34,7 @@ def an_earlier_file_of_a_row_is_replaced():
         support.expect_filed(platform, client, "salt-row-4", file)
 
 
-def files_go_into_the_bin_one_after_the_other():
+def files_go_into_the_bin_together():
     with Workspace() as workspace, Platform(workspace, "--part-size", str(PART)) as platform:
         client = Client(workspace, platform.address).sign_in()
         first, last = workspace.make_file("Day 1 100%.mov", 3 * PART + 7), workspace.make_file("[x].mov", PART, seed=2)
@@ -50,4 +50,4 @@ def files_go_into_the_bin_one_after_the_other():
 
 
 support.main(files_with_odd_names_are_filed_as_they_are, an_earlier_file_of_a_row_is_replaced,
-             files_go_into_the_bin_one_after_the_other)
+             files_go_into_the_bin_together)

@@ -95,6 +95,17 @@ def progress_is_one_line_that_is_cleared_at_the_end():
         support.expect_filed(platform, client, "salt-row-1", file)
 
 
+def several_files_have_a_line_each():
+    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
+        client = Client(workspace, platform.address).sign_in()
+        files = [workspace.make_file(f"Reel {number}.mov", 40 * PART) for number in (1, 2, 3)]
+        code, seen = Terminal(client, "upload-bin", ORG, *files).finish()
+        blocks = re.findall(r"\x1b\[2A((?:\r+\x1b\[K[^\r\n\x1b]+(?:\r\n)?){3})", seen)
+        assert code == DONE and len(blocks) > 5, seen
+        assert all(all(f"Reel {number}" in block for number in (1, 2, 3)) for block in blocks), blocks
+        assert seen.count("Added to") == 3
+
+
 def ctrl_c_on_a_terminal_stops_an_upload():
     with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
         client = Client(workspace, platform.address).sign_in()
@@ -118,5 +129,5 @@ def tables_fit_the_terminal():
 
 support.main(the_password_is_asked_for_and_not_shown,
              an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was,
-             progress_is_one_line_that_is_cleared_at_the_end, ctrl_c_on_a_terminal_stops_an_upload,
+             progress_is_one_line_that_is_cleared_at_the_end, several_files_have_a_line_each, ctrl_c_on_a_terminal_stops_an_upload,
              tables_fit_the_terminal)

@@ -1,4 +1,4 @@
-#include "cli/Sending.h"
+#include "cli/UploadErrand.h"
 
 #include "cli/Commands.h"
 #include "support/QtPrinting.h"
@@ -15,18 +15,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(Sending, refusesWhatIsNoFile)
+TEST(UploadErrand, refusesWhatIsNoFile)
 {
     QTemporaryDir folder;
     auto file = folder.filePath(u"a b.mov"_s);
-    ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+    QFile written(file);
+    ASSERT_TRUE(written.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    EXPECT_TRUE(objectionTo(file).contains(u"is empty"));
+    written.write("film");
     EXPECT_EQ(objectionTo(file), QString());
     EXPECT_TRUE(objectionTo(folder.path()).contains(u"is a folder"));
     EXPECT_TRUE(objectionTo(folder.filePath(u"none"_s)).contains(u"There is no file"));
     EXPECT_TRUE(objectionTo(u"/dev/null"_s).contains(u"not an ordinary file"));
 }
 
-TEST(Sending, namesBinFoldersAsThePlatformDoes)
+TEST(UploadErrand, namesBinFoldersAsThePlatformDoes)
 {
     EXPECT_EQ(binFolder({}), std::nullopt);
     EXPECT_EQ(binFolder(u""_s), std::nullopt);
