@@ -2,8 +2,8 @@
 
 #include "cli/Errand.h"
 #include "cli/Output.h"
+#include "platform/CancelFlag.h"
 #include "platform/Event.h"
-#include "transfer/CancelFlag.h"
 
 #include <QHash>
 #include <QObject>

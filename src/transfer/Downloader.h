@@ -1,8 +1,8 @@
 #pragma once
 
+#include "platform/CancelFlag.h"
 #include "platform/Clock.h"
 #include "platform/HttpClient.h"
-#include "transfer/CancelFlag.h"
 
 #include <QString>
 

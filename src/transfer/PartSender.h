@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/CancelFlag.h"
 #include "platform/Clock.h"
 #include "platform/HttpClient.h"
 #include "platform/TaskGroup.h"
-#include "transfer/CancelFlag.h"
 #include "transfer/PartBody.h"
 #include "transfer/SendWatcher.h"
 #include "transfer/URLPool.h"

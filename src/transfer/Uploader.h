@@ -1,6 +1,6 @@
 #pragma once
 
-#include "transfer/CancelFlag.h"
+#include "platform/CancelFlag.h"
 #include "transfer/JournalStore.h"
 #include "transfer/PartSender.h"
 #include "transfer/ProgressReporter.h"

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "platform/CancelFlag.h"
 #include "platform/Clock.h"
 #include "platform/Event.h"
 #include "service/Deliverable.h"
-#include "transfer/CancelFlag.h"
 #include "transfer/Downloader.h"
 #include "transfer/Journal.h"
 #include "transfer/Uploader.h"

@@ -1,4 +1,4 @@
-#include "transfer/CancelFlag.h"
+#include "platform/CancelFlag.h"
 
 #include "platform/Failure.h"
 #include "platform/TaskGroup.h"
