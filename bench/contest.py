@@ -100,13 +100,20 @@ class Cost:
     cpu: float     # seconds of the client
     storage: float # CPU seconds of what it talked to
     peak: float    # MiB of the client
+    others: float  # processors that everything else kept busy meanwhile, the kernel's own threads among it
     stored: float = 0.0 # seconds until its bytes were on the disk too; 0 where nobody asked
+
+
+def busy():
+    """Seconds that the processors have worked so far."""
+    user, nice, system, _, _, *interrupts = pathlib.Path("/proc/stat").read_text().split("\n", 1)[0].split()[1:8]
+    return sum(map(int, (user, nice, system, *interrupts))) / os.sysconf("SC_CLK_TCK")
 
 
 def measure(command, environment, server):
     """CPU and memory are the operating system's own accounting of the finished process. The memory of a client that
     needs less than this script shows as this script's."""
-    before = server.cpu()
+    before, busy_before = server.cpu(), busy()
     with tempfile.TemporaryFile() as errors:
         began = time.monotonic()
         process = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL, stderr=errors)
@@ -116,7 +123,9 @@ def measure(command, environment, server):
         if status != 0:
             errors.seek(0)
             sys.exit(f"{command[0]} failed: {errors.read().decode()[-2000:]}")
-    return Cost(wall, usage.ru_utime + usage.ru_stime, server.cpu() - before, usage.ru_maxrss / 1024)
+    cpu, storage = usage.ru_utime + usage.ru_stime, server.cpu() - before
+    others = max(0, busy() - busy_before - cpu - storage) / wall
+    return Cost(wall, cpu, storage, usage.ru_maxrss / 1024, others)
 
 
 def alternate(clients, rounds, run):
@@ -130,15 +139,15 @@ def alternate(clients, rounds, run):
 
 
 def print_table(title, costs, gigabytes, limit, tools):
-    """`limit` is the client that shows what the machine can do; of `tools`, the best one by wall and the best by CPU are
-    what the others are compared with."""
+    """`limit` is the client that shows what the machine can do; of `tools`, the best one by wall and the best one by CPU
+    are what all are compared with. Where others kept processors busy, the walls are theirs too."""
     stored = any(cost.stored for cost in costs.values())
-    print(f"\n{title}\n{'':24}{'wall s':>8}{'GB/s':>7}{'CPU s/GB':>10}{'peak MiB':>10}"
-          f"{'wall':>8}{'CPU':>7}{'wall':>8}{'CPU':>7}{'storage':>10}" + (f"{'stored s':>10}" if stored else ""))
-    print(f"{'':59}{'x best tool':>15}{'x raw':>15}{'CPU s/GB':>10}")
+    print(f"\n{title}\n{'':58}{'x best tool':>15}{'x raw':>15}{'storage':>10}{'others':>8}\n"
+          f"{'':20}{'wall s':>9}{'GB/s':>8}{'CPU s/GB':>10}{'peak MiB':>11}{'wall':>8}{'CPU':>7}{'wall':>8}{'CPU':>7}"
+          f"{'CPU s/GB':>10}{'CPUs':>8}" + (f"{'stored s':>10}" if stored else ""))
     wall, cpu = (min(getattr(costs[name], key) for name in tools) for key in ("wall", "cpu"))
     raw = costs[limit]
     for name, cost in costs.items():
-        print(f"{name:24}{cost.wall:8.2f}{gigabytes / cost.wall:7.2f}{cost.cpu / gigabytes:10.3f}{cost.peak:10.0f}"
+        print(f"{name:20}{cost.wall:9.2f}{gigabytes / cost.wall:8.2f}{cost.cpu / gigabytes:10.3f}{cost.peak:11.0f}"
               f"{cost.wall / wall:8.2f}{cost.cpu / cpu:7.2f}{cost.wall / raw.wall:8.2f}{cost.cpu / raw.cpu:7.2f}"
-              f"{cost.storage / gigabytes:10.3f}" + (f"{cost.stored:10.2f}" if stored else ""))
+              f"{cost.storage / gigabytes:10.3f}{cost.others:8.2f}" + (f"{cost.stored:10.2f}" if stored else ""))
