@@ -69,7 +69,7 @@ private:
     struct Words {
         std::string email, org, project, deliverable, file, key;
         std::vector<std::string> files;
-        std::optional<std::string> site, search, family, folder, to;
+        std::optional<std::string> site, search, family, folder, to, code;
         bool passwordFromStdin = false;
         bool confirmed = false;
         bool all = false;
@@ -124,12 +124,16 @@ private:
     {
         m_group = "Account";
         auto* signIn = add("sign-in", "Sign in, for this and every later command", [this] {
-            return SignIn{.email = text(m_words.email), .passwordFromStdin = m_words.passwordFromStdin};
+            return SignIn{.email = text(m_words.email),
+                          .code = text(m_words.code),
+                          .passwordFromStdin = m_words.passwordFromStdin};
         });
-        signIn->footer("The password is asked for on the terminal and not shown.");
+        signIn->footer("The password is asked for on the terminal and not shown. So is a code, where the platform\n"
+                       "wants one from your e-mail or your authenticator.");
         need(signIn, "--email", m_words.email, "The e-mail address of the account")->option_text("E (required)");
         signIn->add_flag("--password-stdin", m_words.passwordFromStdin,
                          "Read the password from the first line of standard input");
+        offer(signIn, "--code", m_words.code, "C", "The code from your e-mail or your authenticator");
         add("sign-out", "Sign out and forget the sign-in", [] { return SignOut{}; });
         add("whoami", "Print who is signed in", [] { return WhoAmI{}; });
         auto* site = add("site", "Print or choose the platform's site that commands go to", [this] {

@@ -14,7 +14,8 @@ namespace palvera::cli {
 
 struct SignIn {
     QString email;
-    bool passwordFromStdin = false; ///< else it is asked for on the terminal
+    std::optional<QString> code = {}; ///< that the platform may ask for; nothing asks on the terminal
+    bool passwordFromStdin = false;   ///< else it is asked for on the terminal
 
     bool operator==(const SignIn&) const = default;
 };

@@ -103,6 +103,11 @@ QJsonObject recordOf(const TransferTarget& target)
     return record;
 }
 
+QString personText(const User& user)
+{
+    return user.name ? QStringLiteral("%1 <%2>").arg(*user.name, user.email) : user.email;
+}
+
 QString placeText(const TransferTarget& target)
 {
     if (const auto* deliverable = target.asDeliverable())

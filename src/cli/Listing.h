@@ -32,6 +32,8 @@ Listing listingOf(const std::vector<Journal>& journals);
 
 QJsonObject recordOf(const User& user);
 QJsonObject recordOf(const TransferTarget& target);
+/// Who somebody is, for people.
+QString personText(const User& user);
 /// Where an upload goes, for people.
 QString placeText(const TransferTarget& target);
 

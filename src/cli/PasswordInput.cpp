@@ -82,8 +82,24 @@ Task<QString> readLine(int number)
     if (line.endsWith('\r'))
         line.chop(1);
     if (line.isEmpty())
-        throw Failure(QStringLiteral("No password was given."));
+        throw Failure(QStringLiteral("Nothing was entered."));
     co_return QString::fromUtf8(line);
+}
+
+/// The user's terminal, open for us alone; throws Failure with the text `without` where there is none.
+std::unique_ptr<FileDescriptor> openTerminal(const QString& without)
+{
+    auto terminal = std::make_unique<FileDescriptor>(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY));
+    if (terminal->number() < 0)
+        throw Failure(without);
+    return terminal;
+}
+
+void ask(const FileDescriptor& terminal, const QString& prompt)
+{
+    auto asked = prompt.toUtf8();
+    if (::write(terminal.number(), asked.constData(), std::size_t(asked.size())) < 0)
+        throw Failure(QStringLiteral("The terminal cannot be written to."));
 }
 
 } // namespace
@@ -96,14 +112,17 @@ Task<QString> passwordFromStandardInput()
 
 Task<QString> passwordFromTerminal(QString prompt)
 {
-    FileDescriptor terminal(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY)); // ours alone, non-blocking or not
-    if (terminal.number() < 0)
-        throw Failure(QStringLiteral("There is no terminal to ask for the password. Use --password-stdin."));
-    Unshown unshown(terminal.number());
-    auto asked = prompt.toUtf8();
-    if (::write(terminal.number(), asked.constData(), std::size_t(asked.size())) < 0)
-        throw Failure(QStringLiteral("The terminal cannot be written to. Use --password-stdin."));
-    co_return co_await readLine(terminal.number());
+    auto terminal = openTerminal(QStringLiteral("There is no terminal to ask for the password. Use --password-stdin."));
+    Unshown unshown(terminal->number());
+    ask(*terminal, prompt);
+    co_return co_await readLine(terminal->number());
+}
+
+Task<QString> codeFromTerminal(QString prompt)
+{
+    auto terminal = openTerminal(QStringLiteral("There is no terminal to ask for the code. Use --code."));
+    ask(*terminal, prompt);
+    co_return co_await readLine(terminal->number());
 }
 
 } // namespace palvera::cli

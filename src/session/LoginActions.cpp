@@ -129,6 +129,7 @@ void LoginView::act(Task<void> action, const QString& fallback)
     if (m_busy)
         return;
     assign(m_busy, true, &LoginView::busyChanged);
+    m_failure = nullptr;
     assign(m_error, {}, &LoginView::errorChanged);
     start(perform(std::move(action), fallback));
 }
@@ -146,6 +147,7 @@ Task<void> LoginView::perform(Task<void> action, QString fallback)
 /// What the platform says is shown as it is, and so is what a door says; anything else is `fallback`.
 void LoginView::fail(const std::exception_ptr& failure, const QString& fallback)
 {
+    m_failure = failure;
     auto text = fallback;
     try {
         std::rethrow_exception(failure);

@@ -43,7 +43,8 @@ LoginView::Field fieldOf(LoginView::Face face)
 
 } // namespace
 
-LoginView::LoginView(const Environment& environment, QObject* parent) : QObject(parent), m_environment(environment)
+LoginView::LoginView(const Environment& environment, QObject* parent)
+    : QObject(parent), m_environment(environment), m_nothingUnderWay(environment.main)
 {
     QObject::connect(&m_environment.session, &Session::siteChanged, this, &LoginView::configChanged);
 }
@@ -62,6 +63,14 @@ void LoginView::open(bool developerDoor)
     m_faceMoves = false;
     start(focusSoon(++m_faceChanges));
     askForConfig();
+}
+
+Task<void> LoginView::close()
+{
+    if (m_opening)
+        m_opening->stop();
+    while (m_tasks > 0)
+        co_await m_nothingUnderWay.wait();
 }
 
 void LoginView::setEmail(const QString& email)
@@ -144,15 +153,19 @@ void LoginView::chooseSite(bool live)
 /// Runs `task` until the view is opened again.
 void LoginView::start(Task<void> task)
 {
+    ++m_tasks;
     asio::co_spawn(m_environment.main, runUntilStopped(m_opening, std::move(task)),
-                   [](const std::exception_ptr& failure) {
+                   [this](const std::exception_ptr& failure) {
                        assert((!failure || isCancellation(failure)) && "actions deal with their own failures");
                        (void)failure;
+                       if (--m_tasks == 0)
+                           m_nothingUnderWay.set();
                    });
 }
 
 void LoginView::go(Face face)
 {
+    m_failure = nullptr;
     assign(m_error, {}, &LoginView::errorChanged);
     assign(m_resent, false, &LoginView::resentChanged);
     assign(m_asked, false, &LoginView::askedChanged);
@@ -188,6 +201,7 @@ Task<void> LoginView::focusSoon(int change)
 void LoginView::askForConfig()
 {
     m_config.reset();
+    m_configLoading = true;
     m_configLate = false;
     Q_EMIT configChanged();
     ++m_configsAsked;
@@ -198,10 +212,13 @@ void LoginView::askForConfig()
 Task<void> LoginView::loadConfig(int asked)
 {
     auto outcome = co_await outcomeOf(authConfig(m_environment.api));
-    if (asked != m_configsAsked || !outcome.value)
+    if (asked != m_configsAsked)
         co_return;
-    m_config = *outcome.value;
+    m_configLoading = false;
+    m_config = std::move(outcome.value);
     Q_EMIT configChanged();
+    if (!m_config)
+        co_return;
     if (m_config->workos && m_face == Face::login)
         setFace(Face::email, false);
     else if (!m_config->workos && m_face == Face::email) // that of the site before

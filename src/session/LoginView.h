@@ -2,6 +2,7 @@
 
 #include "platform/CancelFlag.h"
 #include "platform/Clock.h"
+#include "platform/Event.h"
 #include "service/SignInRecords.h"
 #include "service/Site.h"
 
@@ -32,6 +33,7 @@ class LoginView final : public QObject {
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
     Q_PROPERTY(bool resent READ isResent NOTIFY resentChanged)
     Q_PROPERTY(bool asked READ isAsked NOTIFY askedChanged)
+    Q_PROPERTY(bool configLoading READ isConfigLoading NOTIFY configChanged)
     Q_PROPERTY(bool configLate READ isConfigLate NOTIFY configChanged)
     Q_PROPERTY(bool accessCodeLinkShown READ isAccessCodeLinkShown NOTIFY configChanged)
     Q_PROPERTY(bool identityProviderShown READ isIdentityProviderShown NOTIFY configChanged)
@@ -73,6 +75,9 @@ public:
     /// earlier opening still has under way is cut off. `developerDoor` offers the access-code door where the platform
     /// has one beside the others.
     Q_INVOKABLE void open(bool developerDoor);
+    /// Cuts off what is under way and ends once nothing is. To be awaited before the view is destroyed, unless its
+    /// executor runs nothing any more.
+    Task<void> close();
 
     Face face() const { return m_face; }
     /// Whether the last change of the face is one that the user should see happen.
@@ -89,11 +94,15 @@ public:
     bool isBusy() const { return m_busy; }
     /// What failed last, for the user; empty when nothing did.
     QString error() const { return m_error; }
+    /// What that was, for who must tell one kind from another; null where a text is all there is.
+    const std::exception_ptr& failure() const { return m_failure; }
     /// Another code was sent.
     bool isResent() const { return m_resent; }
     /// A link to reset the password was asked for.
     bool isAsked() const { return m_asked; }
-    /// The platform takes its time to say how one can sign in.
+    /// The platform has not said yet how one can sign in, and has not failed to.
+    bool isConfigLoading() const { return m_configLoading; }
+    /// It takes its time to.
     bool isConfigLate() const { return m_configLate; }
     bool isAccessCodeLinkShown() const;
     bool isIdentityProviderShown() const { return m_config && m_config->workos; }
@@ -174,7 +183,10 @@ private:
 
     const Environment m_environment;
     std::shared_ptr<CancelFlag> m_opening; // of what is under way since the view was opened
+    int m_tasks = 0;                       // under way
+    Event m_nothingUnderWay;
     std::optional<AuthConfig> m_config;
+    bool m_configLoading = false;
     bool m_configLate = false;
     int m_configsAsked = 0;
     bool m_developerDoor = false;
@@ -187,6 +199,7 @@ private:
     SignInStep::EnrolTotp m_enrol;
     bool m_busy = false;
     QString m_error;
+    std::exception_ptr m_failure;
     bool m_resent = false;
     bool m_asked = false;
 };

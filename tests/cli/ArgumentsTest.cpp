@@ -60,6 +60,7 @@ INSTANTIATE_TEST_SUITE_P(
         Understood{"orgs", ListOrgs{}}, Understood{"--json orgs", ListOrgs{}, true},
         Understood{"orgs --json", ListOrgs{}, true}, Understood{"projects o", ListProjects{.org = u"o"_s}},
         Understood{"deliverables o p", ListDeliverables{.org = u"o"_s, .project = u"p"_s}},
+        Understood{"sign-in --email e --code 123456", SignIn{.email = u"e"_s, .code = u"123456"_s}},
         Understood{"assets o", ListAssets{.org = u"o"_s}},
         Understood{"assets o --search reel --family video",
                    ListAssets{.org = u"o"_s, .search = u"reel"_s, .family = u"video"_s}},

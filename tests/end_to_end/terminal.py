@@ -66,6 +66,18 @@ def the_password_is_asked_for_and_not_shown():
             assert code == expected and password.strip() not in seen, seen
 
 
+def a_code_is_asked_for_and_shown():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        terminal = Terminal(Client(workspace, platform.address), "sign-in", "--email", "cleo@northlight.example")
+        terminal.read_until(b"Password of cleo@northlight.example: ")
+        terminal.type(b"reel-three\n")
+        terminal.read_until(b"Code from your authenticator app: ")
+        assert terminal.shows_typing()
+        terminal.type(b"135790\n")
+        code, seen = terminal.finish()
+        assert code == DONE and "135790" in seen and "reel-three" not in seen, seen
+
+
 def an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was():
     with Workspace() as workspace, Platform(workspace) as platform:
         terminal = Terminal(Client(workspace, platform.address), "sign-in", "--email", support.EMAIL)
@@ -127,7 +139,7 @@ def tables_fit_the_terminal():
         assert "salt row 2 of many" in seen and "row/3%25 of salt?#x" in seen
 
 
-support.main(the_password_is_asked_for_and_not_shown,
+support.main(the_password_is_asked_for_and_not_shown, a_code_is_asked_for_and_shown,
              an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was,
              progress_is_one_line_that_is_cleared_at_the_end, several_files_have_a_line_each, ctrl_c_on_a_terminal_stops_an_upload,
              tables_fit_the_terminal)

@@ -91,6 +91,7 @@ struct LoginViewTest : testing::Test {
     }
     ~LoginViewTest() override
     {
+        world.run(view.close());
         api.reset(); // a strand must go before the executor that it was made of
         world.kill();
     }

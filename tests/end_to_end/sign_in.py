@@ -1,0 +1,44 @@
+#!/usr/bin/env python3
+"""Each account of the local platform signs in in its own way, or is told why it cannot."""
+import support
+from support import DONE, FAILED, NOT_SIGNED_IN, UNREACHABLE, Client, Platform, Workspace, expect
+
+WAYS = [
+    # the e-mail address, the password, the code, how it ends and what is said
+    ("ada@northlight.example", "reel-one", None, DONE, ""),
+    ("ben@northlight.example", "reel-two", "246810", DONE, ""),
+    ("ben@northlight.example", "reel-two", "000000", NOT_SIGNED_IN, "That code is not right."),
+    ("ben@northlight.example", "reel-two", None, FAILED, "There is no terminal to ask for the code. Use --code."),
+    ("cleo@northlight.example", "reel-three", "135790", DONE, ""),
+    ("dov@northlight.example", "reel-four", "135790", DONE, "JBSW Y3DP EHPK 3PXP"),
+    ("eve@harbour.example", "", None, FAILED, "Your organisation's sign-in did not finish."),
+    ("finn@harbour.example", "reel-six", None, DONE, ""),
+    ("gus@harbour.example", "reel-seven", None, NOT_SIGNED_IN, "Your password needs renewing."),
+    ("hana@kestrel.example", "open-sesame", None, DONE, ""),
+    ("ada@northlight.example", "wrong", None, NOT_SIGNED_IN, "That email or password is not right."),
+]
+
+
+def each_account_signs_in_in_its_own_way():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        for number, (email, password, code, expected, said) in enumerate(WAYS):
+            client = Client(workspace, platform.address, f"home-{number}")
+            words = ["sign-in", "--email", email, "--password-stdin", *(["--code", code] if code else [])]
+            # Without a terminal of its own, so that nothing can be asked there.
+            process = client.start(*words, stdin=support.subprocess.PIPE, start_new_session=True)
+            result = expect(expected, client.finish(process, (password + "\n").encode()))
+            assert said in result.error and not (password and password in result.error), f"{email}: {result}"
+            who = client.run("whoami", "--json")
+            assert (who.code == DONE) == (expected == DONE), f"{email}: {who}"
+            assert expected != DONE or who.records()[0]["email"] == email, who
+        assert platform.violations() == [], platform.violations()
+
+
+def a_platform_that_is_away_is_said():
+    with Workspace() as workspace:
+        client = Client(workspace, "http://127.0.0.1:9/api")
+        result = client.run("sign-in", "--email", "e", "--password-stdin", typed=b"p\n")
+        assert "Could not connect" in expect(UNREACHABLE, result).error, result
+
+
+support.main(each_account_signs_in_in_its_own_way, a_platform_that_is_away_is_said)
