@@ -1,7 +1,9 @@
+#include "transfer/Downloader.h"
 #include "transfer/Uploader.h"
 
 #include "localplatform/Server.h"
 #include "platform/HttpSession.h"
+#include "service/BrowsingOperations.h"
 #include "support/QtPrinting.h"
 
 #include <boost/asio/use_future.hpp>
@@ -21,8 +23,8 @@ using namespace std::chrono_literals;
 using Kind = local::Fault::Kind;
 using Operation = local::Operation;
 
-/// The engine as it really runs: real threads, real sockets, the platform's server in the same process.
-struct UploaderThreadsTest : testing::Test {
+/// The engines as they really run: real threads, real sockets, the platform's server in the same process.
+struct EngineThreadsTest : testing::Test {
     static constexpr qint64 partSize = 256 << 10;
 
     QTemporaryDir disk;
@@ -34,15 +36,17 @@ struct UploaderThreadsTest : testing::Test {
     SystemClock clock;
     API api{{.client = session, .executor = pool.get_executor()}};
     JournalStore journals{disk.path()};
-    Uploader uploader{
-        {.engine = pool.get_executor(),
-         .clock = clock,
-         .api = api,
-         .storage =
-             [this] { return std::make_unique<HttpSession>(pool.get_executor(), HttpSessionOptions::storage()); },
-         .journals = journals,
-         .libraryFolder = disk.path(),
-         .spread = [] { return 1.0; }}};
+    HttpClientFactory storage = [this] {
+        return std::make_unique<HttpSession>(pool.get_executor(), HttpSessionOptions::storage());
+    };
+    Downloader downloader{{.engine = pool.get_executor(), .clock = clock, .storage = storage}, {.chunkSize = partSize}};
+    Uploader uploader{{.engine = pool.get_executor(),
+                       .clock = clock,
+                       .api = api,
+                       .storage = storage,
+                       .journals = journals,
+                       .libraryFolder = disk.path(),
+                       .spread = [] { return 1.0; }}};
     QByteArray content = QByteArray(qsizetype(24 * partSize + 1), '\0');
 
     void SetUp() override
@@ -54,7 +58,7 @@ struct UploaderThreadsTest : testing::Test {
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(content);
     }
-    ~UploaderThreadsTest() override { pool.join(); }
+    ~EngineThreadsTest() override { pool.join(); }
 
     std::future<void> send(
         const QString& row, std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>(),
@@ -86,7 +90,7 @@ struct UploaderThreadsTest : testing::Test {
     }
 };
 
-TEST_F(UploaderThreadsTest, severalUploadsAtOnceAllArrive)
+TEST_F(EngineThreadsTest, severalUploadsAtOnceAllArrive)
 {
     platform.faults().add({.operation = Operation::put, .times = 3, .every = 9, .fault = {.kind = Kind::loseAnswer}});
     platform.faults().add(
@@ -101,7 +105,7 @@ TEST_F(UploaderThreadsTest, severalUploadsAtOnceAllArrive)
     EXPECT_TRUE(journals.loadJournals().empty());
 }
 
-TEST_F(UploaderThreadsTest, aStopMeetsThePartsInFlightAndTheNextRunGoesOn)
+TEST_F(EngineThreadsTest, aStopMeetsThePartsInFlightAndTheNextRunGoesOn)
 {
     for (int round = 0; round < 8; ++round) {
         auto flag = std::make_shared<CancelFlag>();
@@ -124,6 +128,77 @@ TEST_F(UploaderThreadsTest, aStopMeetsThePartsInFlightAndTheNextRunGoesOn)
     platform.faults().clear();
     send("salt-row-1").get();
     expectDelivered("salt-row-1");
+}
+
+/// The address of an object of the bin with the content that was sent.
+struct DownloadThreadsTest : EngineThreadsTest {
+    QByteArray address;
+
+    void SetUp() override
+    {
+        EngineThreadsTest::SetUp();
+        UploadRequest request{.target = TransferTarget::Bin{.orgId = "org-northlight", .folder = {}},
+                              .file = disk.filePath("film.mov"),
+                              .key = "bin",
+                              .onProgress = [](const UploadProgress&) {}};
+        boost::asio::co_spawn(pool, uploader.upload(std::move(request)), boost::asio::use_future).get();
+        auto signedOne =
+            boost::asio::co_spawn(pool, binDownloadURL(api, "org-northlight", "film.mov"), boost::asio::use_future);
+        address = signedOne.get().url.toUtf8();
+    }
+    std::future<void> fetch(
+        const QString& path, std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>(),
+        std::function<void(const DownloadProgress&)> onProgress = [](const DownloadProgress&) {})
+    {
+        return boost::asio::co_spawn(pool,
+                                     downloader.download({.address = address,
+                                                          .destination = path,
+                                                          .flag = std::move(flag),
+                                                          .onProgress = std::move(onProgress)}),
+                                     boost::asio::use_future);
+    }
+    bool isWhole(const QString& path) const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) && file.readAll() == content;
+    }
+};
+
+TEST_F(DownloadThreadsTest, severalDownloadsAtOnceAllArrive)
+{
+    constexpr int probes = 3;
+    platform.faults().add(
+        {.operation = Operation::get, .after = probes, .times = 3, .every = 9, .fault = {.kind = Kind::status}});
+    platform.faults().add({.operation = Operation::get,
+                           .after = probes,
+                           .times = 2,
+                           .every = 11,
+                           .fault = {.kind = Kind::resetMidBody, .bytes = 9999}});
+    platform.faults().add(
+        {.operation = Operation::get, .after = probes, .times = 2, .every = 5, .fault = {.kind = Kind::wrongRange}});
+    std::map<QString, std::future<void>> running;
+    for (const char* name : {"1.mov", "2.mov", "3.mov"})
+        running[disk.filePath(name)] = fetch(disk.filePath(name));
+    for (auto& [path, each] : running) {
+        EXPECT_NO_THROW(each.get());
+        EXPECT_TRUE(isWhole(path)) << path.toStdString();
+    }
+}
+
+TEST_F(DownloadThreadsTest, aStopLeavesChunksFromWhichTheNextRunGoesOn)
+{
+    auto path = disk.filePath("down.mov");
+    platform.faults().add({.operation = Operation::get, .times = 0, .fault = {.latency = 20ms}});
+    auto flag = std::make_shared<CancelFlag>();
+    auto running = fetch(path, flag);
+    flag->stop();
+    EXPECT_THROW(running.get(), std::exception);
+    std::vector<qint64> received;
+    fetch(path, std::make_shared<CancelFlag>(), [&](const DownloadProgress& now) {
+        received.push_back(now.received);
+    }).get();
+    EXPECT_TRUE(isWhole(path));
+    EXPECT_TRUE(std::ranges::is_sorted(received));
 }
 
 } // namespace
