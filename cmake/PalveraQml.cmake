@@ -1,0 +1,37 @@
+# What the face needs beside plain C++: QML modules, symbols and fonts.
+
+# palvera_qml(NAME URI uri QML file... [SINGLETONS file...]): the QML module of the folder's library palvera_NAME, which
+# palvera_module has made. Programs link palvera_NAMEplugin, which imports itself: importing it once more hides its types.
+function(palvera_qml name)
+  cmake_parse_arguments(arg "" "URI" "QML;SINGLETONS" ${ARGN})
+  set(target palvera_${name})
+  set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
+  set_target_properties(${target} PROPERTIES AUTOMOC ON)
+  string(REPLACE "." "/" path ${arg_URI})
+  qt_add_qml_module(${target}
+      URI ${arg_URI}
+      VERSION 1.0
+      RESOURCE_PREFIX /qt/qml
+      DEPENDENCIES QtQuick
+      OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${path}
+      IMPORT_PATH ${CMAKE_BINARY_DIR}/qml
+      QML_FILES ${arg_SINGLETONS} ${arg_QML})
+  target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}) # generated code includes by file name
+endfunction()
+
+# palvera_bundle(TARGET PREFIX prefix FILE file ALIAS alias ...): files of installed packages as resources. One that is
+# missing stops the configure step with its path.
+function(palvera_bundle target prefix)
+  set(files)
+  set(pairs ${ARGN})
+  while(pairs)
+    list(POP_FRONT pairs file alias)
+    if(NOT EXISTS ${file})
+      message(FATAL_ERROR "${alias}: there is no ${file}; scripts/setup installs it")
+    endif()
+    set_source_files_properties(${file} PROPERTIES QT_RESOURCE_ALIAS ${alias})
+    list(APPEND files ${file})
+  endwhile()
+  string(MAKE_C_IDENTIFIER ${prefix} id)
+  qt_add_resources(${target} palvera${id} PREFIX ${prefix} FILES ${files})
+endfunction()

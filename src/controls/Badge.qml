@@ -1,0 +1,25 @@
+import QtQuick
+
+/// A number or a word in a capsule.
+Rectangle {
+    id: root
+
+    property string text: ""
+    property color ink: Theme.onFill
+
+    color: Theme.accentFill
+    implicitHeight: label.implicitHeight + Theme.focusGap
+    implicitWidth: Math.max(implicitHeight, label.implicitWidth + 2 * Theme.spaceTiny + Theme.focusGap)
+    radius: height / 2
+
+    Label {
+        id: label
+
+        Accessible.ignored: true
+        anchors.centerIn: parent
+        color: root.ink
+        font.pixelSize: Theme.textCaption
+        font.weight: Font.DemiBold
+        text: root.text
+    }
+}

@@ -1,0 +1,77 @@
+import QtQuick
+import QtQuick.Templates as T
+import Palvera.Controls
+
+/// A line that shows or hides what belongs to it.
+Column {
+    id: root
+
+    required property string title
+    property bool open: false
+    default property alias content: body.data
+
+    spacing: Theme.spaceSmall
+
+    T.AbstractButton {
+        id: head
+
+        focusPolicy: Qt.StrongFocus
+        implicitHeight: label.implicitHeight + Theme.spaceTiny
+        implicitWidth: label.x + label.implicitWidth
+        text: root.title
+
+        Accessible.checkable: true
+        Accessible.checked: root.open
+        Accessible.name: text
+        Accessible.role: Accessible.Button
+        Accessible.onPressAction: head.clicked()
+        Keys.onEnterPressed: head.clicked()
+        Keys.onReturnPressed: head.clicked()
+        onClicked: root.open = !root.open
+
+        SymbolIcon {
+            id: arrow
+
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.accent
+            height: Theme.symbolSmall
+            name: "chevron.right"
+            rotation: root.open ? 90 : 0
+            width: height
+
+            Behavior on rotation {
+                NumberAnimation {
+                    duration: Theme.quick
+                }
+            }
+        }
+
+        Label {
+            id: label
+
+            Accessible.ignored: true
+            anchors.left: arrow.right
+            anchors.leftMargin: Theme.spaceTiny
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.accent
+            text: head.text
+        }
+
+        FocusRing {
+            shown: head.visualFocus
+            target: head
+        }
+
+        HoverHandler {
+            cursorShape: Qt.PointingHandCursor
+        }
+    }
+
+    Column {
+        id: body
+
+        spacing: Theme.spaceTiny
+        visible: root.open
+        width: root.width
+    }
+}

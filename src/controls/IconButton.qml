@@ -1,0 +1,59 @@
+import QtQuick
+import QtQuick.Templates as T
+import Palvera.Controls
+
+/// A button that shows a symbol; `text` says what it does, to those who hover over it and to those who cannot see it.
+T.Button {
+    id: root
+
+    required property string symbol
+    property string badge: ""
+    property alias symbolColor: glyph.color
+    property bool outlined: false
+
+    font.family: Theme.family
+    focusPolicy: Qt.StrongFocus
+    implicitHeight: Theme.controlHeight
+    implicitWidth: Theme.controlHeight
+    opacity: enabled ? 1 : Theme.disabledOpacity
+
+    Accessible.name: badge === "" ? text : qsTr("%1, %2").arg(text).arg(badge)
+    Accessible.onPressAction: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
+
+    background: Rectangle {
+        border.color: Theme.line
+        border.width: root.outlined ? 1 : 0
+        color: root.down || root.checked ? Theme.pressed : root.hovered ? Theme.hover : root.outlined ? Theme.surface : "transparent"
+        radius: Theme.radiusMedium
+
+        FocusRing {
+            shown: root.visualFocus
+            target: parent
+        }
+    }
+    contentItem: Item {
+        SymbolIcon {
+            id: glyph
+
+            anchors.centerIn: parent
+            color: Theme.text
+            height: Theme.symbolLarge
+            name: root.symbol
+            width: height
+        }
+
+        Badge {
+            anchors.horizontalCenter: glyph.right
+            anchors.verticalCenter: glyph.top
+            text: root.badge
+            visible: root.badge !== ""
+        }
+    }
+
+    Tip {
+        shown: root.hovered || root.visualFocus
+        text: root.text
+    }
+}

@@ -1,0 +1,117 @@
+import QtQuick
+import QtQuick.Templates as T
+import Palvera.Controls
+
+/// One row of a list: a symbol on a tinted tile, a title with a second line, and what the caller puts at its end.
+T.ItemDelegate {
+    id: root
+
+    property string symbol: ""
+    property color tint: Theme.accent
+    property color tile: Theme.accentSoft
+    property string subtitle: ""
+    property string trailingSymbol: "chevron.right"
+    property bool separated: true ///< a line towards the next row
+
+    font.family: Theme.family
+    font.pixelSize: Theme.textRow
+    font.weight: Font.Medium
+    focusPolicy: Qt.StrongFocus
+    implicitHeight: Theme.rowHeight
+    implicitWidth: 480
+    leftPadding: Theme.spaceLarge
+    rightPadding: Theme.spaceLarge
+
+    Accessible.description: subtitle
+    Accessible.name: text
+    Accessible.role: Accessible.ListItem
+    Accessible.onPressAction: root.clicked()
+    Keys.onEnterPressed: root.clicked()
+    Keys.onReturnPressed: root.clicked()
+
+    background: Item {
+        Rectangle {
+            anchors.fill: parent
+            anchors.margins: Theme.spaceTiny
+            color: root.down ? Theme.pressed : root.hovered || root.activeFocus ? Theme.hover : "transparent"
+            radius: Theme.radiusMedium
+
+            FocusRing {
+                anchors.margins: 0
+                radius: parent.radius
+                shown: root.visualFocus
+                target: parent
+            }
+        }
+
+        Rectangle {
+            anchors.bottom: parent.bottom
+            anchors.left: parent.left
+            anchors.leftMargin: texts.x + root.leftPadding
+            anchors.right: parent.right
+            anchors.rightMargin: Theme.spaceLarge
+            color: Theme.line
+            height: 1
+            visible: root.separated && !root.hovered && !root.activeFocus
+        }
+    }
+    contentItem: Item {
+        Rectangle {
+            id: tile
+
+            anchors.verticalCenter: parent.verticalCenter
+            color: root.tile
+            height: Theme.spaceVast + Theme.focusGap
+            radius: Theme.radiusMedium
+            visible: root.symbol !== ""
+            width: visible ? height : 0
+
+            SymbolIcon {
+                anchors.centerIn: parent
+                color: root.tint
+                height: Theme.symbolLarge
+                name: root.symbol
+                width: height
+            }
+        }
+
+        Column {
+            id: texts
+
+            anchors.left: tile.right
+            anchors.leftMargin: tile.visible ? Theme.spaceMedium : 0
+            anchors.right: trailing.left
+            anchors.rightMargin: Theme.spaceMedium
+            anchors.verticalCenter: parent.verticalCenter
+            spacing: Theme.focusGap
+
+            Label {
+                Accessible.ignored: true
+                font: root.font
+                text: root.text
+                width: parent.width
+            }
+
+            Label {
+                Accessible.ignored: true
+                color: Theme.secondary
+                font.pixelSize: Theme.textSmall
+                text: root.subtitle
+                visible: text !== ""
+                width: parent.width
+            }
+        }
+
+        SymbolIcon {
+            id: trailing
+
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.secondary
+            height: Theme.symbolSmall
+            name: root.trailingSymbol
+            visible: name !== ""
+            width: height
+        }
+    }
+}

@@ -1,0 +1,42 @@
+import QtQuick
+import QtQuick.Templates as T
+import Palvera.Controls
+
+/// One thing that a menu offers; not enabled, one that it tells.
+T.MenuItem {
+    id: root
+
+    font.family: Theme.family
+    font.pixelSize: Theme.textBody
+    implicitHeight: Theme.controlHeight - Theme.spaceTiny
+    implicitWidth: 220
+    leftPadding: Theme.spaceMedium
+    rightPadding: Theme.spaceMedium
+
+    Accessible.name: text
+    Accessible.role: Accessible.MenuItem
+    Accessible.onPressAction: root.clicked()
+
+    background: Rectangle {
+        color: root.highlighted && root.enabled ? Theme.accentFill : "transparent"
+        radius: Theme.radiusSmall
+    }
+    contentItem: Label {
+        Accessible.ignored: true
+        color: !root.enabled ? Theme.secondary : root.highlighted ? Theme.onFill : Theme.text
+        font: root.font
+        rightPadding: root.checked ? Theme.symbolMedium : 0
+        text: root.text
+        verticalAlignment: Text.AlignVCenter
+
+        SymbolIcon {
+            anchors.right: parent.right
+            anchors.verticalCenter: parent.verticalCenter
+            color: parent.color
+            height: Theme.symbolSmall
+            name: "checkmark"
+            visible: root.checked
+            width: height
+        }
+    }
+}

@@ -1,0 +1,56 @@
+import QtQuick
+import Palvera.Controls
+
+/// What there is to say where there is nothing to show.
+Column {
+    id: root
+
+    required property string icon
+    required property string title
+    property string detail: ""
+    property string action: "" ///< text of a button, where something can be done
+
+    signal acted()
+
+    spacing: Theme.spaceSmall
+    width: 360
+
+    SymbolIcon {
+        anchors.horizontalCenter: parent.horizontalCenter
+        color: Theme.secondary
+        height: Theme.symbolHuge
+        name: root.icon
+        width: height
+    }
+
+    Label {
+        font.pixelSize: Theme.textHeading
+        font.weight: Font.DemiBold
+        horizontalAlignment: Text.AlignHCenter
+        text: root.title
+        width: parent.width
+        wrapMode: Text.Wrap
+    }
+
+    Label {
+        color: Theme.secondary
+        horizontalAlignment: Text.AlignHCenter
+        text: root.detail
+        visible: text !== ""
+        width: parent.width
+        wrapMode: Text.Wrap
+    }
+
+    Item {
+        height: Theme.spaceSmall
+        visible: root.action !== ""
+        width: 1
+    }
+
+    AppButton {
+        anchors.horizontalCenter: parent.horizontalCenter
+        text: root.action
+        visible: root.action !== ""
+        onClicked: root.acted()
+    }
+}

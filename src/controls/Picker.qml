@@ -1,0 +1,91 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import QtQuick.Templates as T
+import Palvera.Controls
+
+/// A choice of one among many, in a list that drops down.
+T.ComboBox {
+    id: root
+
+    property string label: ""
+
+    font.family: Theme.family
+    font.pixelSize: Theme.textBody
+    implicitHeight: Theme.controlHeight
+    implicitWidth: 180
+    leftPadding: Theme.spaceMedium
+    opacity: enabled ? 1 : Theme.disabledOpacity
+    rightPadding: Theme.spaceHuge + Theme.spaceTiny
+
+    Accessible.name: label === "" ? displayText : qsTr("%1: %2").arg(label).arg(displayText)
+    Accessible.role: Accessible.ComboBox
+    Accessible.onPressAction: popup.open()
+    // Not when pressed: the release closes an open list.
+    Keys.onReleased: event => {
+        event.accepted = !popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);
+        if (event.accepted)
+            popup.open();
+    }
+
+    background: Rectangle {
+        color: root.down ? Theme.pressed : root.hovered ? Theme.hover : Theme.field
+        radius: Theme.radiusMedium
+
+        FocusRing {
+            shown: root.visualFocus
+            target: parent
+        }
+    }
+    contentItem: Label {
+        Accessible.ignored: true
+        font: root.font
+        text: root.displayText
+        verticalAlignment: Text.AlignVCenter
+    }
+    delegate: MenuRow {
+        required property int index
+        required property var model
+
+        checked: root.currentIndex === index
+        highlighted: root.highlightedIndex === index
+        text: model[root.textRole === "" ? "modelData" : root.textRole]
+        width: ListView.view ? (ListView.view as ListView).width : 0
+    }
+    indicator: SymbolIcon {
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.spaceSmall
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.secondary
+        height: Theme.symbolSmall
+        name: "chevron.down"
+        width: height
+    }
+    popup: T.Popup {
+        implicitHeight: Math.min(contentItem.implicitHeight + 2 * padding, 320)
+        margins: Theme.spaceSmall
+        padding: Theme.spaceTiny + 1
+        width: Math.max(root.width, 180)
+        y: root.height + Theme.spaceTiny
+
+        background: Item {
+            Shadow {
+                anchors.fill: parent
+                radius: Theme.radiusMedium
+            }
+
+            Rectangle {
+                anchors.fill: parent
+                border.color: Theme.line
+                color: Theme.raised
+                radius: Theme.radiusMedium
+            }
+        }
+        contentItem: ListView {
+            clip: true
+            currentIndex: root.highlightedIndex
+            highlightMoveDuration: 0
+            implicitHeight: contentHeight
+            model: root.delegateModel
+        }
+    }
+}

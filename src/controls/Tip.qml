@@ -1,0 +1,30 @@
+import QtQuick
+import QtQuick.Templates as T
+
+/// What a control is for, beside it, once the pointer or the keyboard has stayed there.
+T.ToolTip {
+    id: root
+
+    property bool shown: false
+
+    delay: Theme.tipDelay
+    font.family: Theme.family
+    font.pixelSize: Theme.textSmall
+    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
+    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
+    margins: Theme.spaceSmall
+    padding: Theme.spaceSmall
+    visible: shown && text !== ""
+    x: parent ? Math.round((parent.width - width) / 2) : 0
+    y: parent ? parent.height + Theme.spaceTiny : 0
+
+    background: Rectangle {
+        border.color: Theme.line
+        color: Theme.raised
+        radius: Theme.radiusSmall
+    }
+    contentItem: Label {
+        font: root.font
+        text: root.text
+    }
+}

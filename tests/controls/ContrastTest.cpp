@@ -1,0 +1,71 @@
+#include "tests/support/Screen.h"
+
+#include <gtest/gtest.h>
+
+#include <QColor>
+
+#include <cmath>
+
+namespace palvera {
+namespace {
+
+double linear(double channel)
+{
+    return channel <= 0.04045 ? channel / 12.92 : std::pow((channel + 0.055) / 1.055, 2.4);
+}
+
+/// Relative luminance, as the Web Content Accessibility Guidelines 2.1 define it.
+double luminance(const QColor& color)
+{
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other)
+{
+    auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+constexpr double forText = 4.5; // level AA
+constexpr double forShapes = 3;
+
+struct Pair {
+    const char* front;
+    QList<const char*> backs;
+    double atLeast;
+};
+
+const QList<Pair> pairs = {
+    {"text", {"window", "bar", "surface", "raised", "field", "hover", "pressed", "chosen"}, forText},
+    {"secondary", {"window", "bar", "surface", "raised", "field", "hover"}, forText},
+    {"placeholder", {"field"}, forText},
+    {"accent", {"window", "surface", "raised", "accentSoft"}, forText},
+    {"danger", {"window", "surface", "raised", "dangerSoft"}, forText},
+    {"success", {"surface", "raised", "successSoft"}, forText},
+    {"warning", {"surface", "raised", "warningSoft"}, forText},
+    {"onFill", {"accentFill", "accentFillHover", "dangerFill", "dangerFillHover"}, forText},
+    {"focusRing", {"window", "bar", "surface", "raised"}, forShapes},
+};
+
+TEST(ContrastTest, everyTextCanBeReadOnWhatItStandsOn)
+{
+    Screen screen;
+    screen.showContent("property QtObject theme: Theme");
+    auto* theme = screen.window().property("theme").value<QObject*>();
+    ASSERT_TRUE(theme);
+    for (bool dark : {false, true}) {
+        theme->setProperty("dark", dark);
+        for (const auto& pair : pairs) {
+            for (const auto* back : pair.backs) {
+                auto front = theme->property(pair.front), behind = theme->property(back);
+                ASSERT_TRUE(front.isValid() && behind.isValid()) << pair.front << " on " << back;
+                EXPECT_GE(contrast(front.value<QColor>(), behind.value<QColor>()), pair.atLeast)
+                    << pair.front << " on " << back << (dark ? ", dark" : ", light");
+            }
+        }
+    }
+    theme->setProperty("dark", false);
+}
+
+} // namespace
+} // namespace palvera

@@ -1,0 +1,210 @@
+#include "tests/support/Screen.h"
+
+#include <gtest/gtest.h>
+
+#include <QElapsedTimer>
+#include <QQmlComponent>
+#include <QTest>
+
+#include <mutex>
+
+namespace palvera {
+namespace {
+
+// Qt's message handler is one for the process, and may be called on any thread.
+std::mutex warningsLock;
+QStringList warnings;
+QtMessageHandler earlierHandler = nullptr;
+
+void noteMessage(QtMsgType type, const QMessageLogContext& context, const QString& text)
+{
+    if (type == QtWarningMsg || type == QtCriticalMsg) {
+        std::lock_guard lock(warningsLock);
+        warnings.append(text);
+    }
+    earlierHandler(type, context, text);
+}
+
+bool isShown(QQuickItem* item)
+{
+    if (!item->isVisible() || item->width() <= 0 || item->height() <= 0)
+        return false;
+    for (auto* each = item; each; each = each->parentItem())
+        if (each->opacity() == 0)
+            return false;
+    return true;
+}
+
+void collect(QAccessibleInterface* interface, QList<QQuickItem*>& into)
+{
+    if (!interface)
+        return;
+    if (auto* item = qobject_cast<QQuickItem*>(interface->object()); item && isShown(item) && !into.contains(item))
+        into.append(item);
+    for (int i = 0; i < interface->childCount(); ++i)
+        collect(interface->child(i), into);
+}
+
+} // namespace
+
+Screen::Screen()
+{
+    QAccessible::setActive(true);
+    m_engine.addImportPath("qrc:/qt/qml");
+    takeWarnings();
+    earlierHandler = qInstallMessageHandler(noteMessage);
+}
+
+Screen::~Screen()
+{
+    m_ownWindow.reset();
+    qInstallMessageHandler(earlierHandler);
+    EXPECT_EQ(takeWarnings(), QStringList());
+}
+
+QStringList Screen::takeWarnings()
+{
+    std::lock_guard lock(warningsLock);
+    return std::exchange(warnings, {});
+}
+
+void Screen::showContent(const QString& qml, QSize size)
+{
+    QQmlComponent component(&m_engine);
+    component.setData(
+        ("import QtQuick\nimport Palvera.Controls\nWindow {\ncolor: Theme.window\n" + qml + "\n}").toUtf8(),
+        QUrl("test.qml"));
+    auto* made = component.create();
+    ASSERT_TRUE(made) << component.errorString().toStdString();
+    m_ownWindow.reset(qobject_cast<QQuickWindow*>(made));
+    m_ownWindow->resize(size);
+    use(m_ownWindow.get());
+}
+
+void Screen::use(QQuickWindow* window)
+{
+    m_window = window;
+    m_window->show();
+    m_window->requestActivate();
+    waitUntil([&] { return m_window->isExposed() && m_window->isActive(); });
+}
+
+bool Screen::waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds limit)
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!holds()) {
+        if (timer.hasExpired(limit.count())) {
+            ADD_FAILURE() << "Waited in vain. Shown: " << texts().join(" | ").toStdString();
+            return false;
+        }
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
+    }
+    return true;
+}
+
+void Screen::settle()
+{
+    QCoreApplication::sendPostedEvents(nullptr, 0);
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+QList<QQuickItem*> Screen::all(QAccessible::Role role, const QString& name) const
+{
+    QList<QQuickItem*> items;
+    collect(QAccessible::queryAccessibleInterface(m_window), items);
+    items.removeIf([&](QQuickItem* item) { return roleOf(item) != role || (!name.isNull() && nameOf(item) != name); });
+    return items;
+}
+
+QQuickItem* Screen::find(QAccessible::Role role, const QString& name)
+{
+    QList<QQuickItem*> items;
+    bool found = waitUntil([&] {
+        items = all(role, name);
+        return !items.isEmpty();
+    });
+    EXPECT_TRUE(found) << "no " << name.toStdString();
+    return found ? items.first() : nullptr;
+}
+
+QStringList Screen::texts() const
+{
+    QStringList texts;
+    QList<QQuickItem*> items;
+    collect(QAccessible::queryAccessibleInterface(m_window), items);
+    for (auto* item : items)
+        if (auto name = nameOf(item); !name.isEmpty())
+            texts.append(name);
+    return texts;
+}
+
+bool Screen::reads(const QString& text) const
+{
+    auto shown = texts();
+    return std::ranges::any_of(shown, [&](const QString& each) { return each.contains(text); });
+}
+
+QString Screen::nameOf(QObject* object)
+{
+    auto* interface = QAccessible::queryAccessibleInterface(object);
+    if (!interface)
+        return {};
+    auto name = interface->text(QAccessible::Name);
+    return name.isEmpty() ? interface->text(QAccessible::Description) : name; // Qt names no field for secrets
+}
+
+QAccessible::Role Screen::roleOf(QObject* object)
+{
+    auto* interface = QAccessible::queryAccessibleInterface(object);
+    return interface ? interface->role() : QAccessible::NoRole;
+}
+
+void Screen::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(m_window, key, modifiers);
+    settle();
+}
+
+void Screen::type(const QString& text)
+{
+    for (auto letter : text) {
+        QTest::sendKeyEvent(QTest::Click, m_window, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+    }
+    settle();
+}
+
+void Screen::click(QQuickItem* item)
+{
+    QPointF place, earlier(-1, -1);
+    waitUntil([&] {
+        earlier = std::exchange(place, item->mapToScene(QPointF(item->width() / 2, item->height() / 2)));
+        return place == earlier;
+    });
+    QTest::mouseMove(m_window, place.toPoint());
+    QTest::mouseClick(m_window, Qt::LeftButton, Qt::NoModifier, place.toPoint());
+    settle();
+}
+
+void Screen::activate(QQuickItem* item)
+{
+    auto* actions = QAccessible::queryAccessibleInterface(item)->actionInterface();
+    ASSERT_TRUE(actions);
+    ASSERT_TRUE(actions->actionNames().contains(QAccessibleActionInterface::pressAction()));
+    actions->doAction(QAccessibleActionInterface::pressAction());
+}
+
+QQuickItem* Screen::tabTo(QAccessible::Role role, const QString& name)
+{
+    constexpr int longestRound = 100;
+    for (int i = 0; i < longestRound; ++i) {
+        if (auto* item = focused(); item && roleOf(item) == role && nameOf(item) == name)
+            return item;
+        press(Qt::Key_Tab);
+    }
+    ADD_FAILURE() << "Tab does not lead to " << name.toStdString() << ". Shown: " << texts().join(" | ").toStdString();
+    return nullptr;
+}
+
+} // namespace palvera

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QAccessible>
+#include <QQmlApplicationEngine>
+#include <QQuickItem>
+#include <QQuickWindow>
+
+#include <chrono>
+#include <functional>
+#include <memory>
+
+namespace palvera {
+
+/// A window without a display, used as a person uses one who sees the names of things and has a keyboard and a mouse.
+///
+/// Every warning of QML, and whatever else Qt warns of, is a failure of the test that met it.
+class Screen {
+public:
+    Screen();
+    ~Screen();
+    Screen(const Screen&) = delete;
+    Screen& operator=(const Screen&) = delete;
+
+    QQmlApplicationEngine& engine() { return m_engine; }
+    /// Shows a window whose content is `qml`, with the controls imported, and waits until it has the keyboard.
+    void showContent(const QString& qml, QSize size = {640, 480});
+    /// Takes up a window that something else has made.
+    void use(QQuickWindow* window);
+    QQuickWindow& window() { return *m_window; }
+
+    /// Turns the event loop until `holds`; a test failure after `limit`. Waits for nothing longer than it must.
+    bool waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds limit = std::chrono::seconds(20));
+    /// Turns the event loop until nothing is left to do at once.
+    void settle();
+
+    /// The visible items of that role, whose accessible name is `name` or anything if it is null, from the top.
+    QList<QQuickItem*> all(QAccessible::Role role, const QString& name = {}) const;
+    /// The first of these, for which it waits; a test failure, and null, when there is none in time.
+    QQuickItem* find(QAccessible::Role role, const QString& name);
+    bool shows(QAccessible::Role role, const QString& name) const { return !all(role, name).isEmpty(); }
+    /// Whether some visible text contains `text`.
+    bool reads(const QString& text) const;
+    /// All visible texts, for a failing test to print.
+    QStringList texts() const;
+    static QString nameOf(QObject* object);
+    static QAccessible::Role roleOf(QObject* object);
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Into what has the keyboard.
+    void type(const QString& text);
+    /// With the mouse, once the item has come to rest.
+    void click(QQuickItem* item);
+    /// As an assistive program does.
+    static void activate(QQuickItem* item);
+    /// Tabs until the item of that role and name has the keyboard; a test failure if none has after a whole round.
+    QQuickItem* tabTo(QAccessible::Role role, const QString& name);
+    QQuickItem* focused() const { return m_window->activeFocusItem(); }
+
+    QStringList takeWarnings();
+
+private:
+    QQmlApplicationEngine m_engine;
+    std::unique_ptr<QQuickWindow> m_ownWindow;
+    QQuickWindow* m_window = nullptr;
+};
+
+} // namespace palvera

@@ -1,0 +1,20 @@
+// Runs the tests of a program with windows, without a display.
+
+#include "controls/Fonts.h"
+
+#include <gmock/gmock.h>
+
+#include <QGuiApplication>
+#include <QTemporaryDir>
+
+int main(int argc, char** argv)
+{
+    QTemporaryDir runtime;
+    qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    QGuiApplication application(argc, argv);
+    palvera::loadFonts();
+    testing::InitGoogleMock(&argc, argv);
+    return RUN_ALL_TESTS();
+}
