@@ -24,7 +24,7 @@ MainThread::~MainThread()
 
 bool MainThread::event(QEvent* event)
 {
-    if (event->type() != wakeType())
+    if (!m_queue->isWake(*event))
         return QObject::event(event);
     // What these post in turn comes with an event of its own, so that painting and input get their turn between.
     auto batch = m_queue->takeAll();
@@ -41,6 +41,12 @@ void MainThread::Queue::push(std::unique_ptr<Work> work)
     if (m_waiting.empty())
         QCoreApplication::postEvent(m_owner, new QEvent(wakeType())); // under the lock, so that the owner stays
     m_waiting.push_back(std::move(work));
+}
+
+bool MainThread::Queue::isWake(const QEvent& event)
+{
+    std::lock_guard guard(m_lock); // orders this after the push: TSan does not see Qt's own lock
+    return event.type() == wakeType();
 }
 
 std::vector<std::unique_ptr<MainThread::Work>> MainThread::Queue::takeAll()

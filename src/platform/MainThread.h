@@ -47,6 +47,7 @@ public:
     Queue(boost::asio::execution_context& served, MainThread& owner) : reactor(served), m_owner(&owner) {}
 
     void push(std::unique_ptr<Work> work);
+    bool isWake(const QEvent& event);
     std::vector<std::unique_ptr<Work>> takeAll();
     /// Takes nothing any more and destroys what waits.
     void close();

@@ -142,6 +142,8 @@ Task<void> DownloadRun::probe()
     if (m_partial.total < 1 || !answer.isSuccess())
         throw APIError(0, QStringLiteral("That file is empty."));
     m_partial.tag = QString::fromLatin1(answer.header("ETag"));
+    m_total = m_partial.total;
+    m_tag = m_partial.tag;
     m_partial.source = m_request.source;
 }
 
@@ -261,7 +263,7 @@ bool DownloadRun::isAnotherObject(const HttpResponse& answer) const
 {
     auto total = contentRangeOf(answer).total;
     auto tag = QString::fromLatin1(answer.header("ETag"));
-    return (total && *total != m_partial.total) || (!tag.isEmpty() && !m_partial.tag.isEmpty() && tag != m_partial.tag);
+    return (total && *total != m_total) || (!tag.isEmpty() && !m_tag.isEmpty() && tag != m_tag);
 }
 
 Task<void> DownloadRun::keepRecord()

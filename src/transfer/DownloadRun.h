@@ -53,6 +53,9 @@ private:
     const Executor m_disk; // a strand for the record
     std::optional<DestinationFile> m_file;
     Partial m_partial; // as it is on the disk, or about to be
+    // Of the object, since the probe. Read by every lane's session, on its own strand.
+    qint64 m_total = 0;
+    QString m_tag;
 
     std::optional<Event> m_somethingWritten;
     std::vector<qint64> m_written; // chunks in the file that the record does not list yet
