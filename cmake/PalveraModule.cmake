@@ -1,6 +1,7 @@
-# palvera_module(NAME SOURCES file... [USES folder...] [LIBRARIES target...] [PRIVATE_LIBRARIES target...])
+# palvera_module(NAME SOURCES file... [HEADERS file...] [USES folder...] [LIBRARIES target...] [PRIVATE_LIBRARIES target...])
 #
-# One folder under src/ is one static library, palvera_NAME. USES names other folders, which must stand lower in the
+# One folder under src/ is one static library, palvera_NAME. HEADERS are those without a source file of their own that
+# the meta-object compiler must see. USES names other folders, which must stand lower in the
 # graph: naming one on the same level or above stops the configure step.
 
 set(palveraLevel_platform 0)
@@ -30,11 +31,11 @@ function(palvera_check_uses name)
 endfunction()
 
 function(palvera_module name)
-  cmake_parse_arguments(arg "" "" "SOURCES;USES;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
+  cmake_parse_arguments(arg "" "" "SOURCES;HEADERS;USES;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
   palvera_check_uses(${name} ${arg_USES})
   set_property(GLOBAL PROPERTY palveraUses_${name} "${arg_USES}")
   set(target palvera_${name})
-  add_library(${target} STATIC ${arg_SOURCES})
+  add_library(${target} STATIC ${arg_SOURCES} ${arg_HEADERS})
   palvera_own_sources(${target} ${arg_SOURCES})
   palvera_use_pch(${target})
   target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)

@@ -39,7 +39,7 @@ T.ItemDelegate {
             FocusRing {
                 anchors.margins: 0
                 radius: parent.radius
-                shown: root.visualFocus
+                shown: root.activeFocus
                 target: parent
             }
         }

@@ -131,7 +131,7 @@ void LoginView::act(Task<void> action, const QString& fallback)
     assign(m_busy, true, &LoginView::busyChanged);
     m_failure = nullptr;
     assign(m_error, {}, &LoginView::errorChanged);
-    start(perform(std::move(action), fallback));
+    m_tasks.start(perform(std::move(action), fallback));
 }
 
 Task<void> LoginView::perform(Task<void> action, QString fallback)

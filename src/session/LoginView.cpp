@@ -6,13 +6,10 @@
 #include "session/Session.h"
 #include "session/SignInDoors.h"
 
-#include <boost/asio/co_spawn.hpp>
-
-#include <cassert>
+#include <QMetaEnum>
 
 namespace palvera {
 
-namespace asio = boost::asio;
 using namespace std::chrono_literals;
 
 namespace {
@@ -44,16 +41,14 @@ LoginView::Field fieldOf(LoginView::Face face)
 } // namespace
 
 LoginView::LoginView(const Environment& environment, QObject* parent)
-    : QObject(parent), m_environment(environment), m_nothingUnderWay(environment.main)
+    : QObject(parent), m_environment(environment), m_tasks(environment.main)
 {
     QObject::connect(&m_environment.session, &Session::siteChanged, this, &LoginView::configChanged);
 }
 
 void LoginView::open(bool developerDoor)
 {
-    if (m_opening)
-        m_opening->stop();
-    m_opening = std::make_shared<CancelFlag>();
+    m_tasks.stop();
     m_developerDoor = developerDoor;
     setEmail({});
     setPassword({});
@@ -61,16 +56,13 @@ void LoginView::open(bool developerDoor)
     assign(m_busy, false, &LoginView::busyChanged);
     go(Face::login);
     m_faceMoves = false;
-    start(focusSoon(++m_faceChanges));
+    m_tasks.start(focusSoon(++m_faceChanges));
     askForConfig();
 }
 
-Task<void> LoginView::close()
+QString LoginView::faceName() const
 {
-    if (m_opening)
-        m_opening->stop();
-    while (m_tasks > 0)
-        co_await m_nothingUnderWay.wait();
+    return QString::fromLatin1(QMetaEnum::fromType<Face>().valueToKey(int(m_face)));
 }
 
 void LoginView::setEmail(const QString& email)
@@ -146,21 +138,8 @@ void LoginView::chooseSite(bool live)
     const auto site = live ? Site::live : Site::qa;
     if (m_busy || site == m_environment.session.site())
         return;
-    start(m_environment.session.setSite(site));
+    m_tasks.start(m_environment.session.setSite(site));
     askForConfig();
-}
-
-/// Runs `task` until the view is opened again.
-void LoginView::start(Task<void> task)
-{
-    ++m_tasks;
-    asio::co_spawn(m_environment.main, runUntilStopped(m_opening, std::move(task)),
-                   [this](const std::exception_ptr& failure) {
-                       assert((!failure || isCancellation(failure)) && "actions deal with their own failures");
-                       (void)failure;
-                       if (--m_tasks == 0)
-                           m_nothingUnderWay.set();
-                   });
 }
 
 void LoginView::go(Face face)
@@ -180,7 +159,7 @@ void LoginView::setFace(Face face, bool moves)
     m_face = face;
     m_faceMoves = moves;
     Q_EMIT faceChanged();
-    start(focusSoon(++m_faceChanges));
+    m_tasks.start(focusSoon(++m_faceChanges));
 }
 
 void LoginView::restart()
@@ -205,8 +184,8 @@ void LoginView::askForConfig()
     m_configLate = false;
     Q_EMIT configChanged();
     ++m_configsAsked;
-    start(loadConfig(m_configsAsked));
-    start(noteLateConfig(m_configsAsked));
+    m_tasks.start(loadConfig(m_configsAsked));
+    m_tasks.start(noteLateConfig(m_configsAsked));
 }
 
 Task<void> LoginView::loadConfig(int asked)

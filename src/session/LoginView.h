@@ -1,8 +1,7 @@
 #pragma once
 
-#include "platform/CancelFlag.h"
 #include "platform/Clock.h"
-#include "platform/Event.h"
+#include "platform/TaskScope.h"
 #include "service/SignInRecords.h"
 #include "service/Site.h"
 
@@ -23,6 +22,7 @@ class WebSignIn;
 class LoginView final : public QObject {
     Q_OBJECT
     Q_PROPERTY(Face face READ face NOTIFY faceChanged)
+    Q_PROPERTY(QString faceName READ faceName NOTIFY faceChanged)
     Q_PROPERTY(bool faceMoves READ faceMoves NOTIFY faceChanged)
     Q_PROPERTY(QString email READ email WRITE setEmail NOTIFY emailChanged)
     Q_PROPERTY(QString password READ password WRITE setPassword NOTIFY passwordChanged)
@@ -77,9 +77,11 @@ public:
     Q_INVOKABLE void open(bool developerDoor);
     /// Cuts off what is under way and ends once nothing is. To be awaited before the view is destroyed, unless its
     /// executor runs nothing any more.
-    Task<void> close();
+    Task<void> close() { return m_tasks.close(); }
 
     Face face() const { return m_face; }
+    /// The same as a word, as it is written above.
+    QString faceName() const;
     /// Whether the last change of the face is one that the user should see happen.
     bool faceMoves() const { return m_faceMoves; }
     QString email() const { return m_email; }
@@ -147,7 +149,6 @@ Q_SIGNALS:
     void focusWanted(palvera::LoginView::Field field);
 
 private:
-    void start(Task<void> task);
     /// Runs `action` unless one runs already; a failure that is not the platform's is shown as `fallback`.
     void act(Task<void> action, const QString& fallback);
     Task<void> perform(Task<void> action, QString fallback);
@@ -182,9 +183,7 @@ private:
     void assign(T& property, T value, void (LoginView::*changed)());
 
     const Environment m_environment;
-    std::shared_ptr<CancelFlag> m_opening; // of what is under way since the view was opened
-    int m_tasks = 0;                       // under way
-    Event m_nothingUnderWay;
+    TaskScope m_tasks; // under way since the view was opened
     std::optional<AuthConfig> m_config;
     bool m_configLoading = false;
     bool m_configLate = false;

@@ -90,6 +90,11 @@ void Session::choose(const Org& org)
     m_preferences.setString(orgKey, org.id);
 }
 
+void Session::leave()
+{
+    assignShown(m_org, std::optional<Org>(), &Session::orgChanged);
+}
+
 Task<void> Session::signOut()
 {
     co_await m_api.signOut();

@@ -79,6 +79,8 @@ public:
     Task<void> setSite(Site site);
     /// Opens `org` and remembers it.
     void choose(const Org& org);
+    /// Closes the organisation that is open.
+    void leave();
     /// Signs out, whatever the platform says to it.
     Task<void> signOut();
 

@@ -1,16 +1,10 @@
 #include "platform/SleepInhibitor.h"
+#include "tests/platform/BusFixture.h"
 
-#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusContext>
 #include <QDBusMessage>
 #include <QDBusUnixFileDescriptor>
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QProcess>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <poll.h>
 #include <unistd.h>
@@ -65,16 +59,13 @@ private:
 };
 
 /// A message bus of its own with a login manager on it.
-class SleepInhibitorTest : public testing::Test {
+class SleepInhibitorTest : public BusFixture {
 protected:
     void SetUp() override
     {
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-                        QStringLiteral("--address=unix:path=") + m_folder.filePath(QStringLiteral("bus"))});
-        if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead())
-            GTEST_SKIP() << "there is no dbus-daemon to run";
-        address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+        BusFixture::SetUp();
+        if (IsSkipped())
+            return;
         auto bus = QDBusConnection::connectToBus(address, QStringLiteral("login manager"));
         ASSERT_TRUE(bus.registerObject(QStringLiteral("/org/freedesktop/login1"), &manager,
                                        QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
@@ -83,27 +74,9 @@ protected:
     void TearDown() override
     {
         QDBusConnection::disconnectFromBus(QStringLiteral("login manager"));
-        m_daemon.kill();
-        m_daemon.waitForFinished();
+        BusFixture::TearDown();
     }
 
-    /// Lets messages through until `reached` holds; false when that takes ten seconds.
-    static bool pumpUntil(const std::function<bool()>& reached)
-    {
-        QElapsedTimer passed;
-        passed.start();
-        while (!reached() && passed.elapsed() < 10'000)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
-        return reached();
-    }
-
-    int m_argc = 1;
-    char m_name[5] = "test";
-    char* m_argv[2] = {m_name, nullptr};
-    QCoreApplication m_application{m_argc, m_argv};
-    QTemporaryDir m_folder;
-    QProcess m_daemon;
-    QString address;
     FakeLoginManager manager;
 };
 

@@ -26,6 +26,8 @@ public:
     void showContent(const QString& qml, QSize size = {640, 480});
     /// Takes up a window that something else has made.
     void use(QQuickWindow* window);
+    /// Lets go of the window, which is about to be destroyed.
+    void leave() { m_window = nullptr; }
     QQuickWindow& window() { return *m_window; }
 
     /// Turns the event loop until `holds`; a test failure after `limit`. Waits for nothing longer than it must.

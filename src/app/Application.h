@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/RootView.h"
+#include "app/WindowPlace.h"
+#include "session/Session.h"
+
+#include <QQmlApplicationEngine>
+
+#include <memory>
+
+namespace palvera {
+
+class Preferences;
+
+/// The desktop application: the long-lived objects and the main window. Main thread, within a QGuiApplication.
+class Application {
+public:
+    /// What it works with. Everything referred to outlives it.
+    struct Environment {
+        API& api;
+        Preferences& preferences;
+        Clock& clock;
+        Executor main;
+        std::function<bool()> isDoorAsked;
+        QString version = {};
+        QString build = {};
+        WebSignIn& web;
+        PasskeySignIn& passkey;
+    };
+
+    explicit Application(Environment environment);
+    /// Ends what is under way first, for which it turns the event loop.
+    ~Application();
+
+    /// Loads and shows the main window. False when it could not be loaded, which is a fault of the installation.
+    bool show();
+    /// Brings the main window to the front.
+    void raise();
+    /// Shows everything dark, or light.
+    void setDark(bool dark);
+
+    Session& session() { return m_session; }
+    RootView& root() { return m_root; }
+    QQuickWindow* window() const { return m_window; }
+
+private:
+    const Environment m_environment;
+    Session m_session;
+    RootView m_root;
+    QQmlApplicationEngine m_engine;
+    bool m_dark = false;
+    QQuickWindow* m_window = nullptr; // the engine's
+    std::unique_ptr<WindowPlace> m_place;
+};
+
+} // namespace palvera

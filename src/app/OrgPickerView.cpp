@@ -1,0 +1,39 @@
+#include "app/OrgPickerView.h"
+
+#include "session/Session.h"
+
+namespace palvera {
+
+OrgPickerView::OrgPickerView(Session& session, QObject* parent) : RowsModel(parent), m_session(session)
+{
+    connect(&session, &Session::orgsChanged, this, &OrgPickerView::showRows);
+    showRows();
+}
+
+void OrgPickerView::choose(int row)
+{
+    if (row >= 0 && row < m_session.orgs().size())
+        m_session.choose(m_session.orgs()[row]);
+}
+
+void OrgPickerView::showRows()
+{
+    QList<OrgRow> wanted;
+    for (const auto& org : m_session.orgs())
+        wanted.append({.key = org.id, .name = org.name});
+    setRows(wanted);
+}
+
+QVariant OrgPickerView::data(const QModelIndex& index, int role) const
+{
+    if (role != nameRole || !checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    return rows()[index.row()].name;
+}
+
+QHash<int, QByteArray> OrgPickerView::roleNames() const
+{
+    return {{nameRole, "name"}};
+}
+
+} // namespace palvera

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "platform/RowsModel.h"
+#include "service/Organisations.h"
+
+#include <QtQml/qqmlregistration.h>
+
+namespace palvera {
+
+class Session;
+
+/// The rows of the organisation picker: an organisation's id and name.
+struct OrgRow {
+    QString key;
+    QString name;
+
+    bool operator==(const OrgRow&) const = default;
+};
+
+/// The organisations that the user can open, as a list. Lives on the main thread; follows the session.
+class OrgPickerView : public RowsModel<OrgRow> {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(OrgPickerModel)
+    QML_UNCREATABLE("the program makes it")
+
+public:
+    enum Role { nameRole = Qt::UserRole };
+
+    explicit OrgPickerView(Session& session, QObject* parent = nullptr);
+
+    /// Opens the organisation of that row.
+    Q_INVOKABLE void choose(int row);
+
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+private:
+    void showRows();
+
+    Session& m_session;
+};
+
+} // namespace palvera

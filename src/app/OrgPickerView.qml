@@ -1,0 +1,88 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Palvera.Controls
+import Palvera.App
+
+/// Where the user chooses the client whose work to do.
+FocusScope {
+    id: root
+
+    required property RootModel model
+
+    Toolbar {
+        id: bar
+
+        title: qsTr("Palvera")
+        trailing: AccountMenu {
+            model: root.model
+        }
+        width: parent.width
+    }
+
+    Item {
+        id: page
+
+        anchors.bottom: parent.bottom
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: bar.bottom
+        width: Math.min(720, parent.width - 2 * Theme.spaceHuge)
+
+        Label {
+            id: heading
+
+            Accessible.role: Accessible.Heading
+            anchors.left: parent.left
+            anchors.top: parent.top
+            anchors.topMargin: Theme.spaceHuge
+            font.pixelSize: Theme.textDisplay
+            font.weight: Font.DemiBold
+            text: qsTr("Choose a client")
+        }
+
+        Card {
+            id: card
+
+            anchors.top: heading.bottom
+            anchors.topMargin: Theme.spaceLarge
+            height: Math.min(list.contentHeight + 2 * Theme.spaceSmall, parent.height - y - Theme.spaceHuge)
+            visible: list.count > 0
+            width: parent.width
+
+            Entrance {
+                target: card
+            }
+
+            RowList {
+                id: list
+
+                anchors.fill: parent
+                anchors.margins: Theme.spaceSmall
+                focus: true
+                label: heading.text
+                model: root.model.orgPicker
+
+                delegate: ListRow {
+                    required property int index
+                    required property string name
+
+                    focusPolicy: Qt.NoFocus
+                    separated: index < list.count - 1
+                    symbol: "building.2.fill"
+                    text: name
+                    width: ListView.view.width
+                    onClicked: root.model.orgPicker.choose(index)
+                }
+            }
+        }
+
+        Message {
+            action: qsTr("Try again")
+            anchors.centerIn: parent
+            detail: root.model.error !== "" ? root.model.error : qsTr("Nobody has shared work with you yet.")
+            icon: root.model.error !== "" ? "exclamationmark.triangle" : "building.2.fill"
+            title: root.model.error !== "" ? qsTr("Could not load your clients") : qsTr("No clients")
+            visible: list.count === 0
+            onActed: root.model.reloadOrgs()
+        }
+    }
+}

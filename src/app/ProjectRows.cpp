@@ -1,0 +1,33 @@
+#include "app/ProjectRows.h"
+
+#include <QCoreApplication>
+
+namespace palvera {
+
+namespace {
+
+bool matches(const Project& project, const QString& query)
+{
+    return project.name.toLower().contains(query) || project.reference.value_or(QString()).toLower().contains(query);
+}
+
+} // namespace
+
+QList<ProjectRow> projectRows(const QList<Project>& projects, const QString& search)
+{
+    const auto query = search.trimmed().toLower();
+    QList<ProjectRow> rows;
+    if (QStringLiteral("assets").contains(query))
+        rows.append({.title = QCoreApplication::translate("ProjectsView", "Assets"),
+                     .subtitle = QCoreApplication::translate("ProjectsView", "Master assets, for any project"),
+                     .symbol = QStringLiteral("tray")});
+    for (const auto& project : projects)
+        if (query.isEmpty() || matches(project, query))
+            rows.append({.key = project.id,
+                         .title = project.name,
+                         .subtitle = project.reference.value_or(QString()),
+                         .symbol = QStringLiteral("folder.fill")});
+    return rows;
+}
+
+} // namespace palvera

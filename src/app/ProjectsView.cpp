@@ -1,0 +1,85 @@
+#include "app/ProjectsView.h"
+
+#include "platform/Failure.h"
+#include "platform/TaskGroup.h"
+#include "service/BrowsingOperations.h"
+
+namespace palvera {
+
+ProjectsView::ProjectsView(API& api, const Executor& main, QObject* parent)
+    : RowsModel(parent), m_api(api), m_tasks(main)
+{
+    showRows();
+}
+
+void ProjectsView::open(const Org& org)
+{
+    m_org = org;
+    m_projects.clear();
+    m_loaded = false;
+    Q_EMIT orgChanged();
+    setSearch({});
+    showRows();
+    load();
+}
+
+void ProjectsView::load()
+{
+    m_tasks.stop();
+    m_loading = true;
+    Q_EMIT loadChanged();
+    m_tasks.start(listOnce());
+}
+
+Task<void> ProjectsView::listOnce()
+{
+    auto outcome = co_await outcomeOf(listProjects(m_api, m_org.id));
+    if (isCancellation(outcome.failure))
+        std::rethrow_exception(outcome.failure);
+    m_loading = false;
+    m_error = outcome.failure ? describe(outcome.failure) : QString();
+    if (outcome.value) {
+        m_projects = *std::move(outcome.value);
+        m_loaded = true;
+    }
+    showRows();
+    Q_EMIT loadChanged();
+}
+
+void ProjectsView::setSearch(const QString& search)
+{
+    if (search == m_search)
+        return;
+    m_search = search;
+    showRows();
+    Q_EMIT searchChanged();
+}
+
+void ProjectsView::showRows()
+{
+    setRows(projectRows(m_projects, m_search));
+}
+
+QVariant ProjectsView::data(const QModelIndex& index, int role) const
+{
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const auto& row = rows()[index.row()];
+    switch (role) {
+    case titleRole:
+        return row.title;
+    case subtitleRole:
+        return row.subtitle;
+    case symbolRole:
+        return row.symbol;
+    default:
+        return {};
+    }
+}
+
+QHash<int, QByteArray> ProjectsView::roleNames() const
+{
+    return {{titleRole, "title"}, {subtitleRole, "subtitle"}, {symbolRole, "symbol"}};
+}
+
+} // namespace palvera

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "app/ProjectRows.h"
+#include "platform/RowsModel.h"
+#include "platform/TaskScope.h"
+
+#include <QtQml/qqmlregistration.h>
+
+namespace palvera {
+
+class API;
+
+/// The projects screen of the organisation that is open: its rows, the search above them and what goes wrong.
+///
+/// Lives on the main thread. One is used for one organisation after the other.
+class ProjectsView : public RowsModel<ProjectRow> {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(ProjectsModel)
+    QML_UNCREATABLE("the program makes it")
+    Q_PROPERTY(QString orgName READ orgName NOTIFY orgChanged)
+    Q_PROPERTY(bool loading READ isLoading NOTIFY loadChanged)
+    Q_PROPERTY(QString error READ error NOTIFY loadChanged)
+    Q_PROPERTY(bool empty READ isEmpty NOTIFY loadChanged)
+    Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY searchChanged)
+
+public:
+    enum Role { titleRole = Qt::UserRole, subtitleRole, symbolRole };
+
+    ProjectsView(API& api, const Executor& main, QObject* parent = nullptr);
+
+    /// Begins afresh with `org` and loads its projects.
+    void open(const Org& org);
+    /// Loads the projects again. A failure leaves those that are there.
+    Q_INVOKABLE void load();
+    /// Cuts off what is under way; see TaskScope.
+    Task<void> close() { return m_tasks.close(); }
+
+    QString orgName() const { return m_org.name; }
+    bool isLoading() const { return m_loading; }
+    /// Why the last load failed, for the user; empty when it did not.
+    QString error() const { return m_error; }
+    /// The organisation was asked, and has no projects.
+    bool isEmpty() const { return m_loaded && m_projects.isEmpty(); }
+    QString search() const { return m_search; }
+    void setSearch(const QString& search);
+
+    QVariant data(const QModelIndex& index, int role) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void orgChanged();
+    void loadChanged();
+    void searchChanged();
+
+private:
+    Task<void> listOnce();
+    void showRows();
+
+    API& m_api;
+    TaskScope m_tasks;
+    Org m_org;
+    QList<Project> m_projects;
+    bool m_loaded = false;
+    bool m_loading = false;
+    QString m_error;
+    QString m_search;
+};
+
+} // namespace palvera

@@ -1,0 +1,147 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Palvera.Controls
+import Palvera.App
+
+/// The projects of the client that is open, and the way to its assets.
+FocusScope {
+    id: root
+
+    required property RootModel model
+    readonly property ProjectsModel projects: model.projects
+
+    Keys.onPressed: event => {
+        if (event.text.trim() !== "" && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))) {
+            search.forceActiveFocus();
+            search.insert(search.length, event.text);
+            event.accepted = true;
+        }
+    }
+    Keys.onEscapePressed: root.model.chooseAnotherClient()
+
+    Toolbar {
+        id: bar
+
+        title: root.projects.orgName
+        leading: IconButton {
+            symbol: "chevron.left"
+            text: qsTr("Clients")
+            onClicked: root.model.chooseAnotherClient()
+        }
+        trailing: AccountMenu {
+            model: root.model
+        }
+        width: parent.width
+    }
+
+    Item {
+        anchors.bottom: parent.bottom
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: bar.bottom
+        width: Math.min(720, parent.width - 2 * Theme.spaceHuge)
+
+        Label {
+            id: heading
+
+            Accessible.role: Accessible.Heading
+            anchors.left: parent.left
+            anchors.right: search.left
+            anchors.rightMargin: Theme.spaceMedium
+            anchors.verticalCenter: search.verticalCenter
+            font.pixelSize: Theme.textDisplay
+            font.weight: Font.DemiBold
+            text: qsTr("Projects")
+        }
+
+        SearchField {
+            id: search
+
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.topMargin: Theme.spaceHuge
+            placeholderText: qsTr("Find a project")
+            text: root.projects.search
+            onTextChanged: root.projects.search = text
+            Keys.onDownPressed: list.forceActiveFocus()
+            Keys.onReturnPressed: list.forceActiveFocus()
+        }
+
+        ProgressLine {
+            anchors.bottom: card.top
+            anchors.bottomMargin: Theme.spaceSmall
+            anchors.left: parent.left
+            anchors.right: parent.right
+            height: 2
+            label: qsTr("Loading the projects")
+            value: -1
+            visible: root.projects.loading
+        }
+
+        Card {
+            id: card
+
+            anchors.top: search.bottom
+            anchors.topMargin: Theme.spaceLarge
+            height: Math.min(list.contentHeight + 2 * Theme.spaceSmall, parent.height - y - Theme.spaceHuge - footer.height)
+            visible: list.count > 0 && root.projects.error === ""
+            width: parent.width
+
+            RowList {
+                id: list
+
+                anchors.fill: parent
+                anchors.margins: Theme.spaceSmall
+                focus: true
+                label: heading.text
+                model: root.projects
+
+                delegate: ListRow {
+                    required property int index
+                    required property string subtitle
+                    required property string symbol
+                    required property string title
+
+                    focusPolicy: Qt.NoFocus
+                    separated: index < list.count - 1
+                    text: title
+                    width: ListView.view.width
+                }
+            }
+        }
+
+        Message {
+            id: footer
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            anchors.top: card.bottom
+            anchors.topMargin: Theme.spaceVast
+            detail: qsTr("Nothing has been shared with you in this client yet.")
+            height: visible ? implicitHeight + Theme.spaceVast : 0
+            icon: "folder"
+            title: qsTr("No projects")
+            visible: root.projects.empty && root.projects.error === "" && root.projects.search === ""
+        }
+
+        Message {
+            action: qsTr("Clear the search")
+            anchors.centerIn: parent
+            icon: "magnifyingglass"
+            title: qsTr("Nothing matches")
+            visible: list.count === 0 && root.projects.error === ""
+            onActed: {
+                search.clear();
+                search.forceActiveFocus();
+            }
+        }
+
+        Message {
+            action: qsTr("Try again")
+            anchors.centerIn: parent
+            detail: root.projects.error
+            icon: "exclamationmark.triangle"
+            title: qsTr("Could not load your projects")
+            visible: root.projects.error !== ""
+            onActed: root.projects.load()
+        }
+    }
+}

@@ -1,0 +1,91 @@
+import QtQuick
+import Palvera.Controls
+import Palvera.App
+
+/// The screen that belongs to the model's key; a change of the key fades from one to the next.
+FocusScope {
+    id: root
+
+    required property RootModel model
+    property Loader shown: one
+    readonly property Loader spare: shown === one ? other : one
+
+    Component.onCompleted: {
+        show();
+        model.start();
+    }
+
+    Connections {
+        function onKeyChanged() {
+            root.show();
+        }
+
+        target: root.model
+    }
+
+    Loader {
+        id: one
+
+        anchors.fill: parent
+        opacity: 0
+    }
+
+    Loader {
+        id: other
+
+        anchors.fill: parent
+        opacity: 0
+    }
+
+    ParallelAnimation {
+        id: fade
+
+        property Loader from
+        property Loader to
+
+        onFinished: from.source = ""
+
+        NumberAnimation {
+            duration: Theme.screenChange
+            easing.type: Easing.InOutQuad
+            from: 0
+            property: "opacity"
+            target: fade.to
+            to: 1
+        }
+
+        NumberAnimation {
+            duration: Theme.screenChange
+            easing.type: Easing.InOutQuad
+            from: 1
+            property: "opacity"
+            target: fade.from
+            to: 0
+        }
+    }
+
+    function sourceFor(key: string): string {
+        if (key === "loading")
+            return "LoadingView.qml";
+        if (key === "login")
+            return "LoginView.qml";
+        return key === "orgs" ? "OrgPickerView.qml" : "ProjectsView.qml";
+    }
+
+    function show() {
+        fade.complete();
+        fade.from = shown;
+        fade.to = spare;
+        fade.to.setSource(sourceFor(model.key), {
+            model: root.model
+        });
+        fade.from.enabled = false;
+        fade.to.enabled = true;
+        fade.to.z = 1;
+        fade.from.z = 0;
+        shown = fade.to;
+        shown.item.focus = true;
+        shown.focus = true;
+        fade.start();
+    }
+}

@@ -1,0 +1,39 @@
+import QtQuick
+import QtQuick.Templates as T
+import Palvera.Controls
+
+/// A list of rows that is walked with the keyboard: arrows, page keys, Home and End; Enter presses the current row.
+ListView {
+    id: root
+
+    property string label: ""
+    readonly property int page: Math.max(1, Math.floor(height / Theme.rowHeight) - 1)
+
+    activeFocusOnTab: true
+    boundsBehavior: Flickable.StopAtBounds
+    clip: true
+    highlightMoveDuration: 0
+    keyNavigationEnabled: true
+    reuseItems: true
+
+    Accessible.name: label
+    Accessible.role: Accessible.List
+    Keys.onPressed: event => {
+        const steps = {
+            [Qt.Key_PageDown]: page,
+            [Qt.Key_PageUp]: -page,
+            [Qt.Key_Home]: -count,
+            [Qt.Key_End]: count
+        };
+        const step = steps[event.key];
+        event.accepted = step !== undefined && count > 0;
+        if (event.accepted)
+            currentIndex = Math.min(count - 1, Math.max(0, currentIndex + step));
+    }
+    onCountChanged: {
+        if (currentIndex < 0 && count > 0)
+            currentIndex = 0;
+    }
+
+    T.ScrollBar.vertical: AppScrollBar {}
+}

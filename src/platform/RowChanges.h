@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QStringList>
+
+#include <vector>
+
+namespace palvera {
+
+/// A run of rows that a list model removes or inserts.
+struct RowChange {
+    enum class Kind { remove, insert };
+
+    Kind kind;
+    int first; ///< from 0, in the rows as they are when this change's turn comes
+    int count;
+
+    bool operator==(const RowChange&) const = default;
+};
+
+/// What makes the rows with the keys `from` into those with the keys `to`: every removal, from the end on, then every
+/// insertion, from the start on. Rows that stay in their order are left alone; one that moved is removed and inserted.
+/// Keys need not be unique. In time proportional to the rows.
+std::vector<RowChange> rowChanges(const QStringList& from, const QStringList& to);
+
+} // namespace palvera

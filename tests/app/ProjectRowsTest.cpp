@@ -1,0 +1,78 @@
+#include "app/ProjectRows.h"
+#include "platform/RowChanges.h"
+#include "tests/support/QtPrinting.h"
+
+#include <gmock/gmock.h>
+
+#include <random>
+
+namespace palvera {
+namespace {
+
+const QList<Project> projects = {
+    {.id = "1", .name = "Long Tide", .reference = "LT-2024"},
+    {.id = "2", .name = "Paper Moon"},
+    {.id = "3", .name = "SALT", .reference = "moonlight"},
+};
+
+QStringList titles(const QString& search)
+{
+    QStringList titles;
+    for (const auto& row : projectRows(projects, search))
+        titles.append(row.title);
+    return titles;
+}
+
+TEST(ProjectRowsTest, showsWhatMatchesInThePlatformsOrder)
+{
+    const std::vector<std::pair<const char*, QStringList>> cases = {
+        {"", {"Assets", "Long Tide", "Paper Moon", "SALT"}},
+        {"   ", {"Assets", "Long Tide", "Paper Moon", "SALT"}},
+        {"moon", {"Paper Moon", "SALT"}}, // one by its name, one by its reference
+        {" salt ", {"SALT"}},
+        {"lt-20", {"Long Tide"}},
+        {"ASS", {"Assets"}},
+        {"ets", {"Assets"}},
+        {"asset list", {}},
+        {"a", {"Assets", "Paper Moon", "SALT"}},
+    };
+    for (const auto& [search, expected] : cases)
+        EXPECT_EQ(titles(search), expected) << search;
+}
+
+QStringList applied(QStringList rows, const QStringList& to)
+{
+    for (const auto& change : rowChanges(rows, to)) {
+        if (change.kind == RowChange::Kind::remove)
+            rows.remove(change.first, change.count);
+        else
+            for (int i = change.first; i < change.first + change.count; ++i)
+                rows.insert(i, to[i]);
+    }
+    return rows;
+}
+
+TEST(RowChangesTest, leadFromAnyRowsToAnyOthers)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 2000; ++round) {
+        QStringList from, to;
+        for (auto* list : {&from, &to})
+            for (unsigned i = random() % 9; i > 0; --i)
+                list->append(QString(QChar('a' + int(random() % 6)))); // repeated keys, too
+        EXPECT_EQ(applied(from, to), to) << from.join("").toStdString();
+    }
+}
+
+TEST(RowChangesTest, leaveAloneWhatStays)
+{
+    using enum RowChange::Kind;
+    EXPECT_THAT(rowChanges({"a", "b", "c"}, {"a", "b", "c"}), testing::IsEmpty());
+    EXPECT_THAT(rowChanges({"a", "b", "c", "d", "e"}, {"a", "d"}),
+                testing::ElementsAre(RowChange{remove, 4, 1}, RowChange{remove, 1, 2}));
+    EXPECT_THAT(rowChanges({"b", "d"}, {"a", "b", "c", "d"}),
+                testing::ElementsAre(RowChange{insert, 0, 1}, RowChange{insert, 2, 1}));
+}
+
+} // namespace
+} // namespace palvera
