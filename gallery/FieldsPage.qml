@@ -7,7 +7,7 @@ ColumnLayout {
     spacing: Theme.spaceLarge
 
     AppTextField {
-        placeholderText: "you@studio.example"
+        hint: "you@studio.example"
         Component.onCompleted: forceActiveFocus()
     }
 
@@ -26,7 +26,7 @@ ColumnLayout {
     }
 
     SecureField {
-        placeholderText: "Password"
+        hint: "Password"
         text: "open-sesame"
     }
 
@@ -36,7 +36,7 @@ ColumnLayout {
     }
 
     SearchField {
-        placeholderText: "Find a project"
+        hint: "Find a project"
     }
 
     SearchField {

@@ -38,7 +38,7 @@ SignInFace {
         id: code
 
         login: root.login
-        placeholderText: root.byEmail ? qsTr("Code from the email") : qsTr("Code from the app")
+        hint: root.byEmail ? qsTr("Code from the email") : qsTr("Code from the app")
         width: parent.width
         onAccepted: root.submit()
     }

@@ -11,7 +11,7 @@ AppTextField {
     enabled: !login.busy
     inputMethodHints: Qt.ImhEmailCharactersOnly | Qt.ImhNoAutoUppercase
     label: qsTr("Work email")
-    placeholderText: qsTr("you@studio.example")
+    hint: qsTr("you@studio.example")
     text: login.email
     onTextEdited: login.email = text
 }

@@ -62,7 +62,7 @@ SignInFace {
         id: code
 
         login: root.login
-        placeholderText: qsTr("Code from the app")
+        hint: qsTr("Code from the app")
         width: parent.width
         onAccepted: root.submit()
     }

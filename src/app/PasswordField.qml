@@ -10,7 +10,7 @@ SecureField {
 
     enabled: !login.busy
     label: qsTr("Password")
-    placeholderText: "••••••••••••"
+    hint: "••••••••••••"
     text: login.password
     onTextEdited: login.password = text
 }

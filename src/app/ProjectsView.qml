@@ -23,14 +23,24 @@ FocusScope {
         id: bar
 
         title: root.projects.orgName
-        leading: IconButton {
+        leading: AppButton {
+            kind: AppButton.Kind.Link
             symbol: "chevron.left"
             text: qsTr("Clients")
             onClicked: root.model.chooseAnotherClient()
         }
-        trailing: AccountMenu {
-            model: root.model
-        }
+        trailing: [
+            AppButton {
+                anchors.verticalCenter: parent.verticalCenter
+                kind: AppButton.Kind.Link
+                rightPadding: Theme.spaceMedium
+                text: qsTr("Choose another client")
+                onClicked: root.model.chooseAnotherClient()
+            },
+            AccountMenu {
+                model: root.model
+            }
+        ]
         width: parent.width
     }
 
@@ -59,7 +69,7 @@ FocusScope {
             anchors.right: parent.right
             anchors.top: parent.top
             anchors.topMargin: Theme.spaceHuge
-            placeholderText: qsTr("Find a project")
+            hint: qsTr("Find a project")
             text: root.projects.search
             onTextChanged: root.projects.search = text
             Keys.onDownPressed: list.forceActiveFocus()
@@ -97,9 +107,9 @@ FocusScope {
 
                 delegate: ListRow {
                     required property int index
-                    required property string subtitle
-                    required property string symbol
                     required property string title
+                    required subtitle
+                    required symbol
 
                     focusPolicy: Qt.NoFocus
                     separated: index < list.count - 1

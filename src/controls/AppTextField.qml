@@ -1,11 +1,13 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A field for one line of text. `label` is its name for those who cannot see where it stands.
+/// A field for one line of text. `hint` is shown while it is empty; `label` is its name for those who cannot see where it
+/// stands.
 T.TextField {
     id: root
 
-    property string label: placeholderText
+    property string hint: ""
+    property string label: hint
     property bool wrong: false
 
     color: Theme.text
@@ -15,6 +17,7 @@ T.TextField {
     implicitWidth: 240
     leftPadding: Theme.spaceMedium
     opacity: enabled ? 1 : Theme.disabledOpacity
+    placeholderText: label // not drawn: Qt tells assistants of it, and of nothing else where a secret is entered
     placeholderTextColor: Theme.placeholder
     rightPadding: Theme.spaceMedium
     selectByMouse: true
@@ -37,7 +40,7 @@ T.TextField {
         anchors.rightMargin: root.rightPadding
         color: root.placeholderTextColor
         font: root.font
-        text: root.placeholderText
+        text: root.hint
         verticalAlignment: Text.AlignVCenter
         visible: root.text === "" && root.preeditText === ""
     }

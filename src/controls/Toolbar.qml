@@ -26,7 +26,7 @@ Rectangle {
 
     Row {
         anchors.left: start.right
-        anchors.leftMargin: start.width > 0 ? Theme.spaceSmall : 0
+        anchors.leftMargin: start.width > 0 ? Theme.spaceLarge : 0
         anchors.right: end.left
         anchors.rightMargin: Theme.spaceMedium
         anchors.verticalCenter: parent.verticalCenter

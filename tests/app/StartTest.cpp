@@ -36,5 +36,23 @@ TEST(StartTest, theWindowComesBackWhereItWas)
     EXPECT_EQ(desktop.screen.window().geometry(), QRect(60, 50, 770, 590));
 }
 
+TEST(StartTest, aSecondStartBringsTheWindowBack)
+{
+    Desktop desktop;
+    desktop.start();
+    desktop.screen.window().setWindowStates(Qt::WindowMinimized);
+    desktop.application().raise();
+    desktop.screen.takeWarnings(); // where there is no display, nothing can be put in front
+    desktop.screen.waitUntil([&] { return desktop.screen.window().isActive(); });
+    EXPECT_FALSE(desktop.screen.window().windowStates().testFlag(Qt::WindowMinimized));
+}
+
+TEST(FloatingWindowTest, keepsItsWindowAboveTheOthers)
+{
+    Screen screen;
+    screen.showContent("FloatingWindow {}", "import Palvera.App");
+    EXPECT_TRUE(screen.window().flags().testFlag(Qt::WindowStaysOnTopHint));
+}
+
 } // namespace
 } // namespace palvera

@@ -1,5 +1,7 @@
 #include "tests/support/Screen.h"
 
+#include "tests/support/Watchdog.h"
+
 #include <gtest/gtest.h>
 
 #include <QElapsedTimer>
@@ -52,6 +54,8 @@ Screen::Screen()
     QAccessible::setActive(true);
     m_engine.addImportPath("qrc:/qt/qml");
     takeWarnings();
+    if (auto* watched = dynamic_cast<WatchedApplication*>(qApp))
+        watched->takeLongest();
     earlierHandler = qInstallMessageHandler(noteMessage);
 }
 
@@ -60,6 +64,11 @@ Screen::~Screen()
     m_ownWindow.reset();
     qInstallMessageHandler(earlierHandler);
     EXPECT_EQ(takeWarnings(), QStringList());
+    if (auto* watched = dynamic_cast<WatchedApplication*>(qApp)) {
+        auto longest = watched->takeLongest();
+        EXPECT_LE(longest.time, WatchedApplication::limit())
+            << "The main thread was held by " << longest.what.toStdString();
+    }
 }
 
 QStringList Screen::takeWarnings()
@@ -68,16 +77,16 @@ QStringList Screen::takeWarnings()
     return std::exchange(warnings, {});
 }
 
-void Screen::showContent(const QString& qml, QSize size)
+void Screen::showContent(const QString& qml, const QString& imports)
 {
     QQmlComponent component(&m_engine);
-    component.setData(
-        ("import QtQuick\nimport Palvera.Controls\nWindow {\ncolor: Theme.window\n" + qml + "\n}").toUtf8(),
-        QUrl("test.qml"));
+    component.setData(("import QtQuick\nimport Palvera.Controls\n" + imports +
+                       "\nWindow {\ncolor: Theme.window; width: 640; height: 480\n" + qml + "\n}")
+                          .toUtf8(),
+                      QUrl("test.qml"));
     auto* made = component.create();
     ASSERT_TRUE(made) << component.errorString().toStdString();
     m_ownWindow.reset(qobject_cast<QQuickWindow*>(made));
-    m_ownWindow->resize(size);
     use(m_ownWindow.get());
 }
 

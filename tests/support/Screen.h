@@ -13,7 +13,8 @@ namespace palvera {
 
 /// A window without a display, used as a person uses one who sees the names of things and has a keyboard and a mouse.
 ///
-/// Every warning of QML, and whatever else Qt warns of, is a failure of the test that met it.
+/// Every warning of QML, and whatever else Qt warns of, is a failure of the test that met it; so is an event that holds
+/// the main thread for longer than 50 ms.
 class Screen {
 public:
     Screen();
@@ -22,8 +23,9 @@ public:
     Screen& operator=(const Screen&) = delete;
 
     QQmlApplicationEngine& engine() { return m_engine; }
-    /// Shows a window whose content is `qml`, with the controls imported, and waits until it has the keyboard.
-    void showContent(const QString& qml, QSize size = {640, 480});
+    /// Shows a window whose content is `qml`, with the controls and `imports` imported, and waits until it has the
+    /// keyboard.
+    void showContent(const QString& qml, const QString& imports = {});
     /// Takes up a window that something else has made.
     void use(QQuickWindow* window);
     /// Lets go of the window, which is about to be destroyed.

@@ -1,10 +1,10 @@
 // Runs the tests of a program with windows, without a display.
 
 #include "controls/Fonts.h"
+#include "tests/support/Watchdog.h"
 
 #include <gmock/gmock.h>
 
-#include <QGuiApplication>
 #include <QTemporaryDir>
 
 int main(int argc, char** argv)
@@ -13,7 +13,7 @@ int main(int argc, char** argv)
     qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
-    QGuiApplication application(argc, argv);
+    palvera::WatchedApplication application(argc, argv);
     palvera::loadFonts();
     testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();
