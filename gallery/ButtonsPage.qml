@@ -130,6 +130,8 @@ ColumnLayout {
             Layout.preferredHeight: 32
             Layout.preferredWidth: 32
         }
+
+        Logo {}
     }
 
     Disclosure {

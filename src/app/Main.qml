@@ -23,6 +23,11 @@ Window {
         value: root.dark
     }
 
+    Shortcut {
+        sequence: "Ctrl+Q"
+        onActivated: Qt.quit()
+    }
+
     RootView {
         anchors.fill: parent
         focus: true

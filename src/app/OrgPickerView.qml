@@ -12,7 +12,7 @@ FocusScope {
     Toolbar {
         id: bar
 
-        title: qsTr("Palvera")
+        leading: Logo {}
         trailing: AccountMenu {
             model: root.model
         }

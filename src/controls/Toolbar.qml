@@ -35,6 +35,7 @@ Rectangle {
         Label {
             font.weight: Font.DemiBold
             text: root.title
+            visible: text !== ""
         }
 
         Label {
