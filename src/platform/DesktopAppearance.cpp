@@ -44,15 +44,18 @@ void DesktopAppearance::ask(const QString& busAddress)
     auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call), this);
     connect(watcher, &QDBusPendingCallWatcher::finished, this, [this, watcher] {
         watcher->deleteLater();
-        if (QDBusPendingReply<QDBusVariant> reply = *watcher; reply.isValid())
+        // An answer may come through after a change that the portal told of later.
+        if (QDBusPendingReply<QDBusVariant> reply = *watcher; reply.isValid() && !m_hasChanged)
             take(reply.value().variant());
     });
 }
 
 void DesktopAppearance::settingChanged(const QString& group, const QString& key, const QDBusVariant& value)
 {
-    if (group == appearance && key == colorScheme)
-        take(value.variant());
+    if (group != appearance || key != colorScheme)
+        return;
+    m_hasChanged = true;
+    take(value.variant());
 }
 
 void DesktopAppearance::take(const QVariant& scheme)

@@ -9,7 +9,8 @@ namespace palvera {
 
 /// Whether the desktop asks for a dark appearance, as its settings portal says and as long as it says so.
 ///
-/// Main thread; never blocks: it begins with the fallback and learns the rest through the event loop.
+/// Main thread. It begins with the fallback and learns the rest through the event loop; it waits for nothing but the
+/// connection to the bus, when it is made.
 class DesktopAppearance : public QObject {
     Q_OBJECT
     Q_PROPERTY(bool dark READ isDark NOTIFY changed)
@@ -35,6 +36,7 @@ private:
     const QString m_connection;
     const bool m_fallback;
     bool m_dark;
+    bool m_hasChanged = false; // since it was asked for
 };
 
 } // namespace palvera

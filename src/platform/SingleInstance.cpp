@@ -1,6 +1,7 @@
 #include "platform/SingleInstance.h"
 
 #include <QCryptographicHash>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QLocalServer>
 #include <QLocalSocket>
@@ -15,13 +16,15 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto patience = 2s;    // with a first one that does not answer
-constexpr auto longestTalk = 5s; // of a later start with the first
+constexpr auto patience = 2s;                                       // with a first one that does not answer
+constexpr auto longestTalk = 5s;                                    // of a later start with the first
+constexpr qint64 longestWhole = SingleInstance::longestMessage + 1; // with the line end that marks it whole
 
 /// Short, since the path of a socket may have no more than 107 bytes.
 QString nameFor(const QString& dataFolder)
 {
-    const auto hash = QCryptographicHash::hash(dataFolder.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
+    const auto folder = QDir::cleanPath(QDir(dataFolder).absolutePath());
+    const auto hash = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha256).toHex().left(16);
     return QStringLiteral("palvera-") + QString::fromLatin1(hash);
 }
 
@@ -29,14 +32,17 @@ QString nameFor(const QString& dataFolder)
 
 SingleInstance::SingleInstance(const QString& dataFolder, const QString& runtimeFolder)
 {
-    // Qt sees to it that the user's own is nobody else's.
+    // Qt sees to it that the user's own is nobody else's, and names none if it is.
     const auto folder =
         runtimeFolder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation) : runtimeFolder;
-    m_socket = QDir(folder).filePath(nameFor(dataFolder));
+    if (folder.isEmpty())
+        return;
+    m_socket = QDir(folder).absoluteFilePath(nameFor(dataFolder));
     m_lock.emplace(m_socket + QStringLiteral(".lock"));
     m_lock->setStaleLockTime(0); // however long it runs; a lock whose process is gone is free at once
-    m_isFirst = m_lock->tryLock() || m_lock->error() != QLockFile::LockFailedError;
-    if (m_isFirst)
+    const bool isOurs = m_lock->tryLock();
+    m_isFirst = isOurs || m_lock->error() != QLockFile::LockFailedError;
+    if (isOurs)
         listen();
 }
 
@@ -57,34 +63,42 @@ void SingleInstance::listen()
 /// A message is what comes until the peer closes, less the line end that marks it whole.
 void SingleInstance::serve(QLocalSocket* peer)
 {
-    peer->setReadBufferSize(longestMessage + 1);
-    QTimer::singleShot(longestTalk, peer, [peer] { peer->abort(); });
-    QObject::connect(peer, &QLocalSocket::readyRead, peer, [peer] {
-        if (peer->bytesAvailable() > longestMessage)
-            peer->abort();
+    const auto drop = [peer] {
+        QObject::disconnect(peer, &QLocalSocket::disconnected, nullptr, nullptr); // it is not heard
+        peer->abort();
+        peer->deleteLater();
+    };
+    peer->setReadBufferSize(longestWhole + 1);
+    QTimer::singleShot(longestTalk, peer, drop);
+    QObject::connect(peer, &QLocalSocket::readyRead, peer, [peer, drop] {
+        if (peer->bytesAvailable() > longestWhole)
+            drop();
     });
     QObject::connect(peer, &QLocalSocket::disconnected, m_server.get(), [this, peer] {
-        const auto message = peer->isReadable() ? peer->readAll() : QByteArray(); // not once it was aborted
+        const auto message = peer->readAll();
         peer->deleteLater();
-        if (message.endsWith('\n') && message.size() <= longestMessage && onMessage)
+        if (message.endsWith('\n') && onMessage)
             onMessage(message.chopped(1));
     });
 }
 
 bool SingleInstance::send(const QByteArray& message) const
 {
+    if (message.size() > longestMessage)
+        return false;
+    const QDeadlineTimer limit(patience);
+    const auto left = [&limit] { return int(limit.remainingTime()); }; // milliseconds
     QLocalSocket socket;
     socket.connectToServer(m_socket);
-    const int limit = int(std::chrono::milliseconds(patience).count());
-    if (!socket.waitForConnected(limit))
+    if (!socket.waitForConnected(left()))
         return false;
     // The end is marked: a connection that breaks ends just like one that is closed.
     socket.write(message + '\n');
     while (socket.bytesToWrite() > 0)
-        if (!socket.waitForBytesWritten(limit))
+        if (!socket.waitForBytesWritten(left()))
             return false;
     socket.disconnectFromServer();
-    return socket.state() == QLocalSocket::UnconnectedState || socket.waitForDisconnected(limit);
+    return socket.state() == QLocalSocket::UnconnectedState || socket.waitForDisconnected(left());
 }
 
 } // namespace palvera

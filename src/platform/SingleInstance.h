@@ -16,9 +16,10 @@ namespace palvera {
 /// the first one and goes. Main thread.
 class SingleInstance {
 public:
-    static constexpr qint64 longestMessage = 64 << 10; ///< bytes, its end included
+    static constexpr qint64 longestMessage = 64 << 10; ///< bytes
 
-    /// `runtimeFolder` holds the lock and the socket; the user's own unless given.
+    /// `dataFolder` is one folder however its path is spelled, links apart. `runtimeFolder` holds the lock and the
+    /// socket; the user's own unless given.
     explicit SingleInstance(const QString& dataFolder, const QString& runtimeFolder = {});
     ~SingleInstance();
     SingleInstance(const SingleInstance&) = delete;
@@ -26,7 +27,7 @@ public:
 
     /// Whether nobody was here before. Without a place for the lock everybody is the first.
     bool isFirst() const { return m_isFirst; }
-    /// Hands `message` over to the first one. False when that could not be done within two seconds.
+    /// Hands `message` over to the first one. False when it is too long or that could not be done within two seconds.
     bool send(const QByteArray& message) const;
 
     /// For the first one: called with each message, from the event loop. One that is too long, or does not end within

@@ -77,12 +77,13 @@ struct LoginViewTest : testing::Test {
     Session session{*api, preferences};
     FakeBrowser browser{world.clock};
     FakePasskey passkey;
-    LoginView view{{.main = world.executor(),
-                    .clock = world.clock,
-                    .api = *api,
-                    .session = session,
-                    .web = browser,
-                    .passkey = passkey}};
+    std::optional<LoginView> shown{std::in_place, LoginView::Environment{.main = world.executor(),
+                                                                         .clock = world.clock,
+                                                                         .api = *api,
+                                                                         .session = session,
+                                                                         .web = browser,
+                                                                         .passkey = passkey}};
+    LoginView& view = *shown;
     std::vector<Field> focused;
 
     LoginViewTest()
@@ -92,7 +93,8 @@ struct LoginViewTest : testing::Test {
     ~LoginViewTest() override
     {
         world.run(view.close());
-        api.reset(); // a strand must go before the executor that it was made of
+        shown.reset(); // a timer or a strand must go before the executor that it was made of
+        api.reset();
         world.kill();
     }
 
