@@ -37,6 +37,7 @@ void DesktopAppearance::ask(const QString& busAddress)
                                     : QDBusConnection::connectToBus(busAddress, m_connection);
     if (!bus.isConnected())
         return;
+    qRegisterMetaType<QDBusVariant>(); // Qt looks it up by name in the slot's signature, and else does not connect
     bus.connect(service, path, settings, QStringLiteral("SettingChanged"), this,
                 SLOT(settingChanged(QString, QString, QDBusVariant)));
     auto call = QDBusMessage::createMethodCall(service, path, settings, QStringLiteral("Read"));
