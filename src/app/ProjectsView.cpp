@@ -17,6 +17,7 @@ void ProjectsView::open(const Org& org)
     m_org = org;
     m_projects.clear();
     m_loaded = false;
+    m_error.clear();
     Q_EMIT orgChanged();
     setSearch({});
     showRows();

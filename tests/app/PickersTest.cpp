@@ -89,6 +89,24 @@ TEST_F(PickersTest, projectsThatCannotBeLoadedAreAskedForAgain)
     EXPECT_FALSE(screen.reads("Could not load your projects"));
 }
 
+TEST_F(PickersTest, whatFailedForOneClientIsNotSaidOfTheNext)
+{
+    auto clients = rows();
+    desktop.platform.faults().add(
+        {.operation = Operation::projects, .times = 1, .fault = {.kind = Fault::Kind::status, .status = 500}});
+    choose(clients.first());
+    desktop.waitForText("Could not load your projects");
+    screen.press(Qt::Key_Escape);
+    desktop.waitForText("Choose a client");
+    screen.waitUntil([&] { return rows() == clients; });
+    desktop.platform.faults().add({.operation = Operation::projects, .fault = {.kind = Fault::Kind::stallAfterBody}});
+    choose(clients.last());
+    desktop.waitForText(clients.last());
+    screen.waitUntil([&] { return desktop.application().root().projects()->isLoading(); });
+    EXPECT_EQ(desktop.application().root().projects()->error(), "");
+    EXPECT_FALSE(screen.reads("Could not load your projects"));
+}
+
 TEST_F(PickersTest, aClientWithoutProjectsStillOffersItsAssets)
 {
     desktop.platform.faults().add(
