@@ -2,6 +2,7 @@
 #include "tests/platform/BusFixture.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusVariant>
 
 namespace palvera {
@@ -28,6 +29,17 @@ Q_SIGNALS:
     void SettingChanged(const QString& group, const QString& key, const QDBusVariant& value);
 };
 
+/// Hears what the portal tells everybody.
+class Listener final : public QObject {
+    Q_OBJECT
+
+public:
+    QStringList heard; ///< the settings
+
+public Q_SLOTS:
+    void hear(const QDBusMessage& signal) { heard.append(signal.arguments().value(1).toString()); }
+};
+
 class DesktopAppearanceTest : public BusFixture {
 protected:
     void SetUp() override
@@ -39,9 +51,13 @@ protected:
         ASSERT_TRUE(bus.registerObject(QStringLiteral("/org/freedesktop/portal/desktop"), &portal,
                                        QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
         ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+        auto listening = QDBusConnection::connectToBus(address, QStringLiteral("listener"));
+        ASSERT_TRUE(listening.connect({}, {}, QStringLiteral("org.freedesktop.portal.Settings"),
+                                      QStringLiteral("SettingChanged"), &listener, SLOT(hear(QDBusMessage))));
     }
     void TearDown() override
     {
+        QDBusConnection::disconnectFromBus(QStringLiteral("listener"));
         QDBusConnection::disconnectFromBus(QStringLiteral("portal"));
         BusFixture::TearDown();
     }
@@ -65,7 +81,16 @@ protected:
         Q_EMIT portal.SettingChanged(group, key, QDBusVariant(value));
     }
 
+    /// Lets through what the portal has sent: what it sends after that has arrived, if at another connection.
+    void letThrough()
+    {
+        listener.heard.clear();
+        change(0U, "contrast");
+        ASSERT_TRUE(pumpUntil([&] { return listener.heard.contains("contrast"); }));
+    }
+
     FakePortal portal;
+    Listener listener;
 };
 
 TEST_F(DesktopAppearanceTest, takesWhatTheDesktopPrefers)
@@ -87,25 +112,60 @@ TEST_F(DesktopAppearanceTest, takesWhatTheDesktopPrefers)
 TEST_F(DesktopAppearanceTest, followsEachChangeAndTellsOfItOnce)
 {
     DesktopAppearance appearance(false, address);
-    int told = 0;
-    QObject::connect(&appearance, &DesktopAppearance::changed, [&] { ++told; });
     expectAnswered(appearance, true);
-    told = 0;
+    QList<bool> told;
+    QObject::connect(&appearance, &DesktopAppearance::changed, [&] { told.append(appearance.isDark()); });
     change(1U);
-    change(0U, "contrast");
-    change(2U, "color-scheme", "org.example.appearance");
-    change(QString("dark"), "accent-color");
     change(2U);
-    ASSERT_TRUE(pumpUntil([&] { return !appearance.isDark(); }));
-    EXPECT_EQ(told, 1);
+    change(2U);
+    change(1U);
+    change(1U);
+    change(2U);
+    ASSERT_TRUE(pumpUntil([&] { return told.size() >= 3; }));
+    EXPECT_EQ(told, QList<bool>({false, true, false}));
+}
+
+TEST_F(DesktopAppearanceTest, takesNoOtherSettingForIt)
+{
+    const std::vector<std::pair<QString, QString>> others = {{"org.freedesktop.appearance", "contrast"},
+                                                             {"org.example.appearance", "color-scheme"}};
+    for (const auto& [group, key] : others) {
+        DesktopAppearance appearance(false, address);
+        expectAnswered(appearance, true);
+        int told = 0;
+        QObject::connect(&appearance, &DesktopAppearance::changed, [&] { ++told; });
+        change(2U, key, group);
+        change(1U); // takes back what the other setting did, so that it is told of
+        change(2U);
+        ASSERT_TRUE(pumpUntil([&] { return !appearance.isDark(); }));
+        EXPECT_TRUE(pumpUntil([&] { return told > 0; }));
+        EXPECT_EQ(told, 1) << group.toStdString() << ' ' << key.toStdString();
+    }
+}
+
+TEST_F(DesktopAppearanceTest, followsAPortalThatComesLater)
+{
+    auto bus = QDBusConnection(QStringLiteral("portal"));
+    ASSERT_TRUE(bus.unregisterService(QStringLiteral("org.freedesktop.portal.Desktop")));
+    DesktopAppearance appearance(false, address);
+    ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.portal.Desktop")));
+    change(1U);
+    EXPECT_TRUE(pumpUntil([&] { return appearance.isDark(); }));
 }
 
 TEST_F(DesktopAppearanceTest, keepsTheFallbackWithoutAPreferenceOrAnAnswerThatMakesSense)
 {
-    for (const QVariant& scheme : {QVariant(0U), QVariant(7U), QVariant("dark"), QVariant(QStringList{"1"})}) {
+    const QVariantList schemes = {0U, 7U, "dark", "1", "2", 1, 2, true, QStringList{"1"}};
+    for (const QVariant& scheme : schemes) {
         for (bool fallback : {false, true}) {
+            portal.scheme = scheme;
             DesktopAppearance appearance(fallback, address);
-            expectAnswered(appearance, !fallback);
+            ASSERT_TRUE(pumpUntil([&] { return portal.asked > 0; }));
+            portal.asked = 0;
+            letThrough();
+            EXPECT_EQ(appearance.isDark(), fallback) << "answered " << scheme.typeName();
+            change(fallback ? 2U : 1U);
+            ASSERT_TRUE(pumpUntil([&] { return appearance.isDark() != fallback; }));
             change(scheme);
             EXPECT_TRUE(pumpUntil([&] { return appearance.isDark() == fallback; })) << scheme.typeName();
         }
