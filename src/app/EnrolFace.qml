@@ -15,7 +15,7 @@ SignInFace {
     Rectangle {
         anchors.horizontalCenter: parent.horizontalCenter
         border.color: Theme.line
-        color: "#ffffff"
+        color: Theme.paper
         height: 176
         radius: Theme.radiusMedium
         visible: picture.state !== DataImage.Failed && picture.state !== DataImage.Empty

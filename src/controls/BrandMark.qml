@@ -16,12 +16,12 @@ Item {
 
         gradient: Gradient {
             GradientStop {
-                color: "#4da3ff"
+                color: Theme.brandTop
                 position: 0
             }
 
             GradientStop {
-                color: "#0b4fd0"
+                color: Theme.brandBottom
                 position: 1
             }
         }
@@ -29,7 +29,7 @@ Item {
 
     Rectangle {
         antialiasing: true
-        color: "#ffffff"
+        color: Theme.onFill
         height: parent.height * 0.12
         radius: height / 2
         width: parent.width * 0.5
@@ -44,7 +44,7 @@ Item {
             required property int index
 
             antialiasing: true
-            color: "#ffffff"
+            color: Theme.onFill
             height: root.width * 0.12
             radius: height / 2
             rotation: index === 0 ? -42 : 42
@@ -55,7 +55,7 @@ Item {
     }
 
     Rectangle {
-        color: "#ffffff"
+        color: Theme.onFill
         height: parent.height * 0.36
         radius: width / 2
         width: parent.width * 0.12

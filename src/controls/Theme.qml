@@ -36,6 +36,9 @@ QtObject {
     readonly property color dangerFill: dark ? "#c73a34" : "#c42b23"
     readonly property color dangerFillHover: dark ? "#b2332e" : "#ac251e"
     readonly property color onFill: "#ffffff"
+    readonly property color brandTop: "#4da3ff"
+    readonly property color brandBottom: "#0b4fd0"
+    readonly property color paper: "#ffffff" ///< behind what a camera reads
     readonly property color accentSoft: dark ? "#22344d" : "#e4eefd"
     readonly property color warningSoft: dark ? "#40331d" : "#fdf0dc"
     readonly property color successSoft: dark ? "#1d3a2a" : "#e1f3e7"
