@@ -100,6 +100,7 @@ void DestinationFile::requireRoom(qint64 size) const
 void DestinationFile::writeAt(qint64 offset, std::span<const char> bytes) const
 {
     const auto length = static_cast<qint64>(bytes.size());
+    std::unique_lock writing(*m_writing);
     for (qint64 done = 0; done < length;) {
         const auto rest = bytes.subspan(static_cast<std::size_t>(done));
         const ssize_t count = ::pwrite(m_file.number(), rest.data(), rest.size(), offset + done);
@@ -108,6 +109,7 @@ void DestinationFile::writeAt(qint64 offset, std::span<const char> bytes) const
         else if (errno != EINTR)
             throwFileError(m_path, cannotWrite, errno);
     }
+    writing.unlock();
     // Begins the way to the disk now, so that `sync` finds little left to wait for. Only a hint.
     ::sync_file_range(m_file.number(), offset, length, SYNC_FILE_RANGE_WRITE);
 }
