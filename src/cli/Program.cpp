@@ -1,8 +1,6 @@
 #include "cli/Program.h"
 
 #include "platform/EnginePool.h"
-#include "platform/HttpSession.h"
-#include "platform/NetworkThreads.h"
 #include "platform/TaskGroup.h"
 #include "service/API.h"
 
@@ -13,42 +11,16 @@
 #include <QCoreApplication>
 
 #include <csignal>
-#include <random>
 
 namespace palvera::cli {
 
 namespace asio = boost::asio;
 
-namespace {
-
-double drawSpread()
-{
-    thread_local std::minstd_rand generator(std::random_device{}());
-    return std::uniform_real_distribution<>(0.8, 1.2)(generator);
-}
-
-/// Each lane's session keeps to one thread. Like the engine pool's, these are never released.
-std::unique_ptr<HttpClient> makeStorageClient()
-{
-    static auto& threads = *new NetworkThreads;
-    return std::make_unique<HttpSession>(threads.next(), HttpSessionOptions::storage());
-}
-
-} // namespace
-
 Program::Program(Invocation invocation, Output& output)
     : m_invocation(std::move(invocation)),
       m_output(output),
       m_preferences(m_folders.preferences()),
-      m_journals(m_folders.applicationSupport),
-      m_uploader({.engine = enginePool().get_executor(),
-                  .clock = m_clock,
-                  .api = API::shared(),
-                  .storage = makeStorageClient,
-                  .journals = m_journals,
-                  .libraryFolder = m_folders.library,
-                  .spread = drawSpread}),
-      m_downloader({.engine = enginePool().get_executor(), .clock = m_clock, .storage = makeStorageClient}),
+      m_engines(m_folders, m_clock, API::shared(), enginePool().get_executor()),
       m_mainThread(enginePool()),
       m_session(API::shared(), m_preferences),
       m_transfers(environment(), {.retries = m_invocation.retry ? mostRetries : 0}),
@@ -56,7 +28,7 @@ Program::Program(Invocation invocation, Output& output)
               .preferences = m_preferences,
               .session = m_session,
               .transfers = m_transfers,
-              .journals = m_journals,
+              .journals = m_engines.journals(),
               .output = m_output,
               .clock = m_clock,
               .mainThread = m_mainThread.executor(),
@@ -67,18 +39,11 @@ Program::Program(Invocation invocation, Output& output)
 
 Transfers::Environment Program::environment()
 {
-    return {.main = m_mainThread.executor(),
-            .background = enginePool().get_executor(),
-            .clock = m_clock,
-            .api = API::shared(),
-            .journals = m_journals,
-            .upload = [this](UploadRequest request) { return m_uploader.upload(std::move(request)); },
-            .download =
-                [this](DownloadRequest request) {
-                    return runUntilStopped(m_cutOff, m_downloader.download(std::move(request)));
-                },
-            .sleep = m_sleep,
-            .network = m_network};
+    auto environment = m_engines.environment(m_mainThread.executor());
+    environment.download = [this, download = environment.download](DownloadRequest request) {
+        return runUntilStopped(m_cutOff, download(std::move(request)));
+    };
+    return environment;
 }
 
 ExitCode Program::run()

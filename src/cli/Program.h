@@ -3,13 +3,9 @@
 #include "cli/Commands.h"
 #include "platform/Folders.h"
 #include "platform/MainThread.h"
-#include "platform/NetworkPath.h"
 #include "platform/Preferences.h"
-#include "platform/SleepInhibitor.h"
 #include "session/Session.h"
-#include "transfer/Downloader.h"
-#include "transfer/Uploader.h"
-#include "transfers/Transfers.h"
+#include "transfers/TransferEngines.h"
 
 namespace palvera::cli {
 
@@ -34,12 +30,8 @@ private:
     const Folders m_folders = Folders::ofUser();
     SystemClock m_clock;
     Preferences m_preferences;
-    JournalStore m_journals;
-    Uploader m_uploader;
-    Downloader m_downloader;
+    TransferEngines m_engines;
     MainThread m_mainThread;
-    SystemSleepInhibitor m_sleep;
-    SystemNetworkPath m_network;
     const std::shared_ptr<CancelFlag> m_cutOff = std::make_shared<CancelFlag>();
     Session m_session;
     Transfers m_transfers;

@@ -27,6 +27,7 @@ struct Item {
     struct Retrying {
         QString message;
         Clock::WallTime until;
+        std::exception_ptr failure = {}; ///< as of `Failed`
 
         bool operator==(const Retrying&) const = default;
     };

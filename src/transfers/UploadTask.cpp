@@ -64,7 +64,7 @@ Task<void> UploadTask::perform()
             co_return raiseDoubt(failure);
         if (failed >= m_retries || !isRetryable(failure))
             co_return co_await fail(failure);
-        co_await waitForRetry(retryDelay(failed), describe(failure));
+        co_await waitForRetry(retryDelay(failed), failure);
         if (m_model && !m_flag->isStopped())
             m_model->setState(m_id, Item::Running{});
     }
@@ -108,10 +108,11 @@ Task<void> UploadTask::attempt()
     co_await m_environment.upload(std::move(request));
 }
 
-Task<void> UploadTask::waitForRetry(std::chrono::seconds delay, QString message)
+Task<void> UploadTask::waitForRetry(std::chrono::seconds delay, std::exception_ptr failure)
 {
     m_model->change(m_id, [&](Item& item) {
-        item.state = Item::Retrying{.message = message, .until = m_environment.clock.wallNow() + delay};
+        item.state = Item::Retrying{
+            .message = describe(failure), .until = m_environment.clock.wallNow() + delay, .failure = failure};
         item.rate = {};
     });
     auto hurry = std::make_shared<Event>(m_environment.main);

@@ -22,7 +22,7 @@ private:
     Task<void> attempt();
     /// Ends when the time for the next attempt has come, the machine woke, a network returned or the upload was
     /// stopped.
-    Task<void> waitForRetry(std::chrono::seconds delay, QString message);
+    Task<void> waitForRetry(std::chrono::seconds delay, std::exception_ptr failure);
     Task<void> untilNetworkReturns();
     void succeed();
     void raiseDoubt(const std::exception_ptr& failure);

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/Folders.h"
+#include "platform/NetworkPath.h"
+#include "platform/SleepInhibitor.h"
+#include "transfer/Downloader.h"
+#include "transfer/Uploader.h"
+#include "transfers/Transfers.h"
+
+namespace palvera {
+
+/// What a model of transfers stands on in a program: the engines on real connections, the journals in the user's
+/// folder, and what the machine says of sleep and network. Main thread; outlives the model.
+class TransferEngines {
+public:
+    /// `engine` runs the engines and what blocks on the disk; it, `api` and `clock` outlive this.
+    TransferEngines(const Folders& folders, Clock& clock, API& api, const Executor& engine);
+
+    const JournalStore& journals() const { return m_journals; }
+    /// For the model that lives on `main`.
+    Transfers::Environment environment(const Executor& main);
+
+private:
+    Clock& m_clock;
+    API& m_api;
+    const Executor m_engine;
+    JournalStore m_journals;
+    Uploader m_uploader;
+    Downloader m_downloader;
+    SystemSleepInhibitor m_sleep;
+    SystemNetworkPath m_network;
+};
+
+} // namespace palvera
