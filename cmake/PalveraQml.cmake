@@ -1,9 +1,10 @@
 # What the face needs beside plain C++: QML modules, symbols and fonts.
 
-# palvera_qml(NAME URI uri QML file... [SINGLETONS file...]): the QML module of the folder's library palvera_NAME, which
-# palvera_module has made. Programs link palvera_NAMEplugin, which imports itself: importing it once more hides its types.
+# palvera_qml(NAME URI uri QML file... [SINGLETONS file...] [DEPENDS uri...]): the QML module of the folder's library
+# palvera_NAME, which palvera_module has made; DEPENDS names modules whose types its own types speak of. Programs link
+# palvera_NAMEplugin, which imports itself: importing it once more hides its types.
 function(palvera_qml name)
-  cmake_parse_arguments(arg "" "URI" "QML;SINGLETONS" ${ARGN})
+  cmake_parse_arguments(arg "" "URI" "QML;SINGLETONS;DEPENDS" ${ARGN})
   set(target palvera_${name})
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   set_target_properties(${target} PROPERTIES AUTOMOC ON)
@@ -12,7 +13,7 @@ function(palvera_qml name)
       URI ${arg_URI}
       VERSION 1.0
       RESOURCE_PREFIX /qt/qml
-      DEPENDENCIES QtQuick
+      DEPENDENCIES QtQuick ${arg_DEPENDS}
       OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${path}
       IMPORT_PATH ${CMAKE_BINARY_DIR}/qml
       QML_FILES ${arg_SINGLETONS} ${arg_QML})

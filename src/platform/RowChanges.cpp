@@ -2,6 +2,8 @@
 
 #include <QHash>
 
+#include <algorithm>
+
 namespace palvera {
 
 namespace {
@@ -21,6 +23,24 @@ public:
 private:
     std::vector<RowChange> m_runs;
 };
+
+/// One removal and one insertion between what both begin with and what both end with.
+std::vector<RowChange> replacement(const QStringList& from, const QStringList& to)
+{
+    auto [fromDiffers, toDiffers] = std::ranges::mismatch(from, to);
+    auto begin = int(fromDiffers - from.begin());
+    auto shorter = int(std::min(from.size(), to.size()));
+    int alike = 0; // at the end
+    while (alike < shorter - begin && from[from.size() - 1 - alike] == to[to.size() - 1 - alike])
+        ++alike;
+    std::vector<RowChange> changes{
+        {.kind = RowChange::Kind::remove, .first = begin, .count = int(from.size()) - alike - begin},
+        {.kind = RowChange::Kind::insert, .first = begin, .count = int(to.size()) - alike - begin}};
+    std::erase_if(changes, [](const RowChange& change) { return change.count == 0; });
+    return changes;
+}
+
+constexpr std::size_t mostRuns = 64;
 
 } // namespace
 
@@ -47,6 +67,8 @@ std::vector<RowChange> rowChanges(const QStringList& from, const QStringList& to
     for (; next < to.size(); ++next)
         inserted.add(next);
 
+    if (removed.runs().size() + inserted.runs().size() > mostRuns)
+        return replacement(from, to);
     std::vector<RowChange> changes;
     for (auto run = removed.runs().rbegin(); run != removed.runs().rend(); ++run)
         changes.push_back({.kind = RowChange::Kind::remove, .first = run->first, .count = run->count});

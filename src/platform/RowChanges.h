@@ -19,7 +19,8 @@ struct RowChange {
 
 /// What makes the rows with the keys `from` into those with the keys `to`: every removal, from the end on, then every
 /// insertion, from the start on. Rows that stay in their order are left alone; one that moved is removed and inserted.
-/// Keys need not be unique. In time proportional to the rows.
+/// Keys need not be unique. In time proportional to the rows. Where that comes to more than 64 runs, all rows between
+/// the first and the last difference are replaced in one go: a view spends more on a run than on the rows in it.
 std::vector<RowChange> rowChanges(const QStringList& from, const QStringList& to);
 
 } // namespace palvera

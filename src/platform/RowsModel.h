@@ -21,24 +21,33 @@ protected:
     void setRows(const QList<Row>& wanted)
     {
         for (const auto& change : rowChanges(keysOf(m_rows), keysOf(wanted))) {
-            const auto last = change.first + change.count - 1;
-            if (change.kind == RowChange::Kind::remove) {
-                beginRemoveRows({}, change.first, last);
-                m_rows.remove(change.first, change.count);
-                endRemoveRows();
-            } else {
-                beginInsertRows({}, change.first, last);
-                for (int i = change.first; i <= last; ++i)
-                    m_rows.insert(i, wanted[i]);
-                endInsertRows();
-            }
+            if (change.kind == RowChange::Kind::remove)
+                removeRun(change.first, change.count);
+            else
+                insertRun(change.first, wanted.mid(change.first, change.count));
         }
-        for (int i = 0; i < m_rows.size(); ++i) {
-            if (m_rows[i] == wanted[i])
-                continue;
-            m_rows[i] = wanted[i];
-            Q_EMIT dataChanged(index(i), index(i));
-        }
+        for (int i = 0; i < m_rows.size(); ++i)
+            setRow(i, wanted[i]);
+    }
+    void setRow(int at, const Row& row)
+    {
+        if (m_rows[at] == row)
+            return;
+        m_rows[at] = row;
+        Q_EMIT dataChanged(index(at), index(at));
+    }
+    void insertRun(int first, const QList<Row>& rows)
+    {
+        beginInsertRows({}, first, first + int(rows.size()) - 1);
+        m_rows.insert(first, rows.size(), Row());
+        std::ranges::copy(rows, m_rows.begin() + first);
+        endInsertRows();
+    }
+    void removeRun(int first, int count)
+    {
+        beginRemoveRows({}, first, first + count - 1);
+        m_rows.remove(first, count);
+        endRemoveRows();
     }
 
 private:

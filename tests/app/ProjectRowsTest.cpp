@@ -64,6 +64,20 @@ TEST(RowChangesTest, leadFromAnyRowsToAnyOthers)
     }
 }
 
+TEST(RowChangesTest, aListThatChangesAllOverIsReplacedInOneGoBetweenWhatStays)
+{
+    using enum RowChange::Kind;
+    QStringList all, odd;
+    for (int i = 0; i < 1000; ++i) {
+        all.append(QString::number(i));
+        if (i % 2 == 1 || i < 10)
+            odd.append(QString::number(i));
+    }
+    EXPECT_THAT(rowChanges(all, odd), testing::ElementsAre(RowChange{remove, 10, 989}, RowChange{insert, 10, 494}));
+    EXPECT_EQ(applied(all, odd), odd);
+    EXPECT_EQ(applied(odd, all), all);
+}
+
 TEST(RowChangesTest, leaveAloneWhatStays)
 {
     using enum RowChange::Kind;
