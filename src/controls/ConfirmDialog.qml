@@ -2,7 +2,7 @@ import QtQuick
 import QtQuick.Templates as T
 import Palvera.Controls
 
-/// A question that must be answered first. Escape cancels; the safe answer has the keyboard where the other destroys.
+/// A question that must be answered first. Escape cancels.
 T.Dialog {
     id: root
 
@@ -11,6 +11,7 @@ T.Dialog {
     property string confirmText: qsTr("OK")
     property string cancelText: qsTr("Cancel")
     property bool destructive: false
+    property bool careful: destructive ///< the keyboard is at the answer that does nothing
 
     anchors.centerIn: T.Overlay.overlay
     closePolicy: T.Popup.CloseOnEscape
@@ -21,7 +22,7 @@ T.Dialog {
     padding: Theme.spaceHuge
     width: Math.min(340, (parent ? parent.width : 340) - 2 * Theme.spaceLarge)
 
-    onOpened: (destructive ? cancel : confirm).forceActiveFocus(Qt.TabFocusReason)
+    onOpened: (careful ? cancel : confirm).forceActiveFocus(Qt.TabFocusReason)
 
     T.Overlay.modal: Rectangle {
         color: Theme.scrim

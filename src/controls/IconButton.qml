@@ -10,6 +10,8 @@ T.Button {
     property string badge: ""
     property alias symbolColor: glyph.color
     property bool outlined: false
+    property int symbolSize: Theme.symbolLarge
+    property bool filled: false ///< the symbol on a disc
 
     font.family: Theme.family
     focusPolicy: Qt.StrongFocus
@@ -34,19 +36,32 @@ T.Button {
         }
     }
     contentItem: Item {
+        Rectangle {
+            anchors.centerIn: parent
+            color: Theme.accentFill
+            height: Theme.symbolLarge + Theme.spaceTiny
+            radius: height / 2
+            visible: root.filled
+            width: height
+        }
+
         SymbolIcon {
             id: glyph
 
             anchors.centerIn: parent
-            color: Theme.text
-            height: Theme.symbolLarge
+            color: root.filled ? Theme.onFill : Theme.text
+            height: root.filled ? Theme.symbolSmall + Theme.focusGap : root.symbolSize
             name: root.symbol
             width: height
         }
 
         Badge {
-            anchors.horizontalCenter: glyph.right
-            anchors.verticalCenter: glyph.top
+            anchors.horizontalCenter: root.filled ? parent.right : glyph.right
+            anchors.horizontalCenterOffset: root.filled ? -Theme.spaceTiny : 0
+            anchors.verticalCenter: root.filled ? parent.top : glyph.top
+            anchors.verticalCenterOffset: root.filled ? Theme.spaceTiny : 0
+            border.color: Theme.bar
+            border.width: root.filled ? 1.5 : 0
             text: root.badge
             visible: root.badge !== ""
         }

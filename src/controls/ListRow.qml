@@ -7,11 +7,12 @@ T.ItemDelegate {
     id: root
 
     property string symbol: ""
-    property color tint: Theme.accent
+    property color tintColor: Theme.accent
     property color tile: Theme.accentSoft
     property string subtitle: ""
     property string trailingSymbol: "chevron.right"
     property bool separated: true ///< a line towards the next row
+    property alias trailing: end.data
 
     font.family: Theme.family
     font.pixelSize: Theme.textRow
@@ -68,7 +69,7 @@ T.ItemDelegate {
 
             SymbolIcon {
                 anchors.centerIn: parent
-                color: root.tint
+                color: root.tintColor
                 height: Theme.symbolLarge
                 name: root.symbol
                 width: height
@@ -80,7 +81,7 @@ T.ItemDelegate {
 
             anchors.left: tile.right
             anchors.leftMargin: tile.visible ? Theme.spaceMedium : 0
-            anchors.right: trailing.left
+            anchors.right: end.left
             anchors.rightMargin: Theme.spaceMedium
             anchors.verticalCenter: parent.verticalCenter
             spacing: Theme.focusGap
@@ -92,7 +93,7 @@ T.ItemDelegate {
                 width: parent.width
             }
 
-            Label {
+            Figures {
                 Accessible.ignored: true
                 color: Theme.secondary
                 font.pixelSize: Theme.textSmall
@@ -100,6 +101,14 @@ T.ItemDelegate {
                 visible: text !== ""
                 width: parent.width
             }
+        }
+
+        Row {
+            id: end
+
+            anchors.right: trailing.left
+            anchors.rightMargin: children.length > 0 ? Theme.spaceMedium : 0
+            anchors.verticalCenter: parent.verticalCenter
         }
 
         SymbolIcon {

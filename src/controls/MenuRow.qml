@@ -6,6 +6,8 @@ import Palvera.Controls
 T.MenuItem {
     id: root
 
+    property string code: "" ///< what the text stands for
+
     font.family: Theme.family
     font.pixelSize: Theme.textBody
     implicitHeight: Theme.controlHeight - Theme.spaceTiny
@@ -25,9 +27,33 @@ T.MenuItem {
         Accessible.ignored: true
         color: !root.enabled ? Theme.secondary : root.highlighted ? Theme.onFill : Theme.text
         font: root.font
-        rightPadding: root.checked ? Theme.symbolMedium : 0
+        rightPadding: (root.checked ? Theme.symbolMedium : 0) + (chip.visible ? chip.width + Theme.spaceSmall : 0)
         text: root.text
         verticalAlignment: Text.AlignVCenter
+
+        Rectangle {
+            id: chip
+
+            anchors.right: parent.right
+            anchors.rightMargin: root.checked ? Theme.symbolMedium + Theme.spaceTiny : 0
+            anchors.verticalCenter: parent.verticalCenter
+            color: Qt.alpha(codeText.color, 0.15)
+            height: codeText.implicitHeight + Theme.spaceTiny
+            radius: Theme.spaceTiny
+            visible: root.code !== ""
+            width: codeText.implicitWidth + Theme.spaceSmall
+
+            Label {
+                id: codeText
+
+                Accessible.ignored: true
+                anchors.centerIn: parent
+                color: root.highlighted ? Theme.onFill : Theme.secondary
+                font.family: Theme.code
+                font.pixelSize: Theme.textCaption
+                text: root.code
+            }
+        }
 
         SymbolIcon {
             anchors.right: parent.right

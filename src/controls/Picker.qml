@@ -8,11 +8,14 @@ T.ComboBox {
     id: root
 
     property string label: ""
+    property string codeRole: "" ///< of a code that is shown beside the text
+    property bool compact: false ///< as wide as what it is set to
+
 
     font.family: Theme.family
     font.pixelSize: Theme.textBody
-    implicitHeight: Theme.controlHeight
-    implicitWidth: 180
+    implicitHeight: compact ? Theme.controlHeight - Theme.spaceTiny : Theme.controlHeight
+    implicitWidth: compact ? leftPadding + Math.min(160, implicitContentWidth) + rightPadding : 180
     leftPadding: Theme.spaceMedium
     opacity: enabled ? 1 : Theme.disabledOpacity
     rightPadding: Theme.spaceHuge + Theme.spaceTiny
@@ -48,6 +51,7 @@ T.ComboBox {
 
         checked: root.currentIndex === index
         highlighted: root.highlightedIndex === index
+        code: root.codeRole === "" ? "" : model[root.codeRole]
         text: model[root.textRole === "" ? "modelData" : root.textRole]
         width: ListView.view ? (ListView.view as ListView).width : 0
     }

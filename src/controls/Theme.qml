@@ -43,6 +43,8 @@ QtObject {
     readonly property color warningSoft: dark ? "#40331d" : "#fdf0dc"
     readonly property color successSoft: dark ? "#1d3a2a" : "#e1f3e7"
     readonly property color dangerSoft: dark ? "#452726" : "#fce6e4"
+    readonly property color green: dark ? "#5fd38d" : "#1a7f42"
+    readonly property color orange: dark ? "#ffb057" : "#b45309"
     readonly property color focusRing: dark ? "#7ab8ff" : "#3d86f0"
     readonly property real disabledOpacity: 0.45
 
@@ -64,6 +66,8 @@ QtObject {
     readonly property int focusGap: 2
 
     readonly property string family: "Inter"
+    readonly property string figures: "Palvera Figures" ///< the same with digits of one width
+    readonly property string code: "monospace" ///< the desktop's
     readonly property int textCaption: 11
     readonly property int textSmall: 12
     readonly property int textBody: 13
@@ -81,4 +85,24 @@ QtObject {
     readonly property int screenChange: still ? 0 : 260
     readonly property int entrance: still ? 0 : 320
     readonly property int tipDelay: 600
+
+    /// The tint of that name, for symbols.
+    function tint(name: string): color {
+        switch (name) {
+        case "blue":
+            return dark ? "#7ab8ff" : "#1d63d8";
+        case "purple":
+            return dark ? "#c4a1ff" : "#8338ec";
+        case "orange":
+            return orange;
+        case "pink":
+            return dark ? "#ff8fc1" : "#c2347a";
+        case "teal":
+            return dark ? "#5fd3c7" : "#0f766e";
+        case "indigo":
+            return dark ? "#a9acff" : "#4f46e5";
+        default:
+            return secondary;
+        }
+    }
 }
