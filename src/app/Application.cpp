@@ -3,38 +3,56 @@
 #include <boost/asio/co_spawn.hpp>
 
 #include <QEventLoop>
+#include <QGuiApplication>
 #include <QQuickWindow>
+#include <QScreen>
 
 namespace palvera {
 
 Application::Application(Environment environment)
     : m_environment(std::move(environment)),
       m_session(m_environment.api, m_environment.preferences),
+      m_transfers(m_environment.transfers),
+      m_endNotice(m_transfers, m_environment.notices, m_environment.isWatched),
       m_root({.signIn = {.main = m_environment.main,
                          .clock = m_environment.clock,
                          .api = m_environment.api,
                          .session = m_session,
                          .web = m_environment.web,
                          .passkey = m_environment.passkey},
+              .background = m_environment.transfers.background,
+              .transfers = m_transfers,
               .isDoorAsked = m_environment.isDoorAsked,
               .version = m_environment.version,
               .build = m_environment.build})
 {
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
+    QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_root, [this](Qt::ApplicationState state) {
+        if (state == Qt::ApplicationActive)
+            m_root.becomeActive();
+    });
 }
 
 Application::~Application()
 {
     if (m_window)
         m_window->hide();
+    if (m_panel)
+        m_panel->hide();
     QEventLoop untilClosed;
     bool isClosed = false;
-    boost::asio::co_spawn(m_environment.main, m_root.close(), [&](const std::exception_ptr&) {
+    boost::asio::co_spawn(m_environment.main, finish(), [&](const std::exception_ptr&) {
         isClosed = true;
         untilClosed.quit();
     });
     if (!isClosed)
         untilClosed.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+Task<void> Application::finish()
+{
+    co_await m_root.close();
+    co_await m_transfers.suspend(); // what it still does in the background must not outlive the program
 }
 
 bool Application::show()
@@ -45,9 +63,22 @@ bool Application::show()
     m_window = qobject_cast<QQuickWindow*>(m_engine.rootObjects().value(0));
     if (!m_window)
         return false;
-    m_place = std::make_unique<WindowPlace>(*m_window, m_environment.preferences);
+    m_place = std::make_unique<WindowPlace>(*m_window, m_environment.preferences, QStringLiteral("pv.window"));
+    placePanel();
     m_window->show();
     return true;
+}
+
+/// In the upper corner at the end of the screen, until the user has put it elsewhere.
+void Application::placePanel()
+{
+    m_panel = m_window->property("panel").value<QQuickWindow*>();
+    m_panel->setProperty("_q_showWithoutActivating", true); // it opens by itself, while the user types elsewhere
+    const auto screen = m_window->screen()->availableGeometry();
+    constexpr int margin = 20;
+    m_panel->setPosition(screen.right() - m_panel->width() - margin, screen.top() + margin);
+    m_panelPlace =
+        std::make_unique<WindowPlace>(*m_panel, m_environment.preferences, QStringLiteral("pv.window.transfers"));
 }
 
 void Application::raise()

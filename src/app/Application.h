@@ -1,8 +1,10 @@
 #pragma once
 
+#include "app/EndNotice.h"
 #include "app/RootView.h"
 #include "app/WindowPlace.h"
 #include "session/Session.h"
+#include "transfers/Transfers.h"
 
 #include <QQmlApplicationEngine>
 
@@ -10,6 +12,7 @@
 
 namespace palvera {
 
+class Notices;
 class Preferences;
 
 /// The desktop application: the long-lived objects and the main window. Main thread, within a QGuiApplication.
@@ -22,10 +25,13 @@ public:
         Clock& clock;
         Executor main;
         std::function<bool()> isDoorAsked;
+        std::function<bool()> isWatched; ///< whether a window of the program is active
         QString version = {};
         QString build = {};
         WebSignIn& web;
         PasskeySignIn& passkey;
+        Transfers::Environment transfers;
+        Notices& notices;
     };
 
     explicit Application(Environment environment);
@@ -40,17 +46,27 @@ public:
     void setDark(bool dark);
 
     Session& session() { return m_session; }
+    Transfers& transfers() { return m_transfers; }
     RootView& root() { return m_root; }
     QQuickWindow* window() const { return m_window; }
+    /// That of the transfers, shown or not.
+    QQuickWindow* panel() const { return m_panel; }
 
 private:
+    Task<void> finish();
+    void placePanel();
+
     const Environment m_environment;
     Session m_session;
+    Transfers m_transfers;
+    EndNotice m_endNotice;
     RootView m_root;
     QQmlApplicationEngine m_engine;
     bool m_dark = false;
     QQuickWindow* m_window = nullptr; // the engine's
+    QQuickWindow* m_panel = nullptr;  // the engine's
     std::unique_ptr<WindowPlace> m_place;
+    std::unique_ptr<WindowPlace> m_panelPlace;
 };
 
 } // namespace palvera

@@ -3,19 +3,36 @@ import QtQuick.Window
 import Palvera.Controls
 import Palvera.App
 
-/// The main window.
+/// The main window, and that of the transfers.
 Window {
     id: root
 
     required property RootModel model
     property bool dark: false
+    readonly property Window panel: transfers
 
     color: Theme.window
     height: 720
     minimumHeight: 560
     minimumWidth: 720
-    title: root.model.key.startsWith("org:") ? qsTr("%1 – Palvera").arg(root.model.projects.orgName) : qsTr("Palvera")
+    title: root.model.windowTitle
     width: 1080
+    onClosing: close => {
+        close.accepted = question.answered || root.model.transfers.badge === "";
+        if (!close.accepted)
+            question.open();
+    }
+
+    Connections {
+        function onDoubtChanged() {
+            if (root.model.transfers.doubtText === "")
+                return;
+            root.alert(0);
+            root.requestActivate();
+        }
+
+        target: root.model.transfers
+    }
 
     Binding {
         property: "dark"
@@ -25,12 +42,43 @@ Window {
 
     Shortcut {
         sequence: "Ctrl+Q"
-        onActivated: Qt.quit()
+        onActivated: root.close()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+Shift+T"
+        onActivated: {
+            root.model.transfers.panelOpen = true;
+            transfers.raise();
+            transfers.requestActivate();
+        }
     }
 
     RootView {
         anchors.fill: parent
         focus: true
         model: root.model
+    }
+
+    ConfirmDialog {
+        id: question
+
+        property bool answered: false
+
+        cancelText: qsTr("Keep going")
+        confirmText: qsTr("Quit")
+        destructive: true
+        message: qsTr("Uploads wait under Interrupted and go on from the part they had reached. Downloads go on when you start them again.")
+        title: qsTr("Quit while files are moving?")
+        onAccepted: {
+            answered = true;
+            root.close();
+        }
+    }
+
+    TransfersWindow {
+        id: transfers
+
+        transfers: root.model.transfers
     }
 }

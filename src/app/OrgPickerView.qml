@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Palvera.Controls
+import Palvera.Screens
 import Palvera.App
 
 /// Where the user chooses the client whose work to do.
@@ -13,9 +14,14 @@ FocusScope {
         id: bar
 
         leading: Logo {}
-        trailing: AccountMenu {
-            model: root.model
-        }
+        trailing: [
+            TransfersButton {
+                transfers: root.model.transfers
+            },
+            AccountMenu {
+                model: root.model
+            }
+        ]
         width: parent.width
     }
 

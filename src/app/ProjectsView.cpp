@@ -47,6 +47,13 @@ Task<void> ProjectsView::listOnce()
     Q_EMIT loadChanged();
 }
 
+std::optional<Project> ProjectsView::projectAt(int row) const
+{
+    auto key = rows().value(row).key;
+    auto found = std::ranges::find(m_projects, key, &Project::id);
+    return key.isEmpty() || found == m_projects.end() ? std::nullopt : std::optional(*found);
+}
+
 void ProjectsView::setSearch(const QString& search)
 {
     if (search == m_search)

@@ -35,6 +35,8 @@ public:
     /// Cuts off what is under way; see TaskScope.
     Task<void> close() { return m_tasks.close(); }
 
+    /// Nothing where the row is no project.
+    std::optional<Project> projectAt(int row) const;
     QString orgName() const { return m_org.name; }
     bool isLoading() const { return m_loading; }
     /// Why the last load failed, for the user; empty when it did not.

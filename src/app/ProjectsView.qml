@@ -1,6 +1,7 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Palvera.Controls
+import Palvera.Screens
 import Palvera.App
 
 /// The projects of the client that is open, and the way to its assets.
@@ -36,6 +37,9 @@ FocusScope {
                 rightPadding: Theme.spaceMedium
                 text: qsTr("Choose another client")
                 onClicked: root.model.chooseAnotherClient()
+            },
+            TransfersButton {
+                transfers: root.model.transfers
             },
             AccountMenu {
                 model: root.model
@@ -115,6 +119,10 @@ FocusScope {
                     separated: index < list.count - 1
                     text: title
                     width: ListView.view.width
+                    onClicked: {
+                        list.currentIndex = index;
+                        root.model.openProject(index);
+                    }
                 }
             }
         }

@@ -4,6 +4,14 @@
 
 namespace palvera {
 
+namespace {
+
+const QString projectsPage = QStringLiteral("projects");
+const QString deliverablesPage = QStringLiteral("deliverables");
+const QString deliverablePage = QStringLiteral("deliverable");
+
+} // namespace
+
 RootView::RootView(Environment environment, QObject* parent)
     : QObject(parent),
       m_environment(std::move(environment)),
@@ -11,12 +19,35 @@ RootView::RootView(Environment environment, QObject* parent)
       m_tasks(m_environment.signIn.main),
       m_login(m_environment.signIn),
       m_orgPicker(m_session),
-      m_projects(m_environment.signIn.api, m_environment.signIn.main)
+      m_projects(m_environment.signIn.api, m_environment.signIn.main),
+      m_deliverables({.main = m_environment.signIn.main,
+                      .background = m_environment.background,
+                      .clock = m_environment.signIn.clock,
+                      .api = m_environment.signIn.api,
+                      .transfers = m_environment.transfers}),
+      m_deliverable({.main = m_environment.signIn.main,
+                     .background = m_environment.background,
+                     .api = m_environment.signIn.api,
+                     .transfers = m_environment.transfers,
+                     .session = m_session}),
+      m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main),
+      m_page(projectsPage)
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
     connect(&m_session, &Session::stateChanged, this, &RootView::userChanged);
     connect(&m_session, &Session::errorChanged, this, &RootView::errorChanged);
+    connect(&m_deliverables, &DeliverablesView::refreshed, this, &RootView::updateDeliverable);
+    connect(&m_projects, &ProjectsView::orgChanged, this, &RootView::windowTitleChanged);
+    connect(&m_transfers, &TransfersView::overallChanged, this, &RootView::windowTitleChanged);
+    connect(this, &RootView::keyChanged, this, &RootView::windowTitleChanged);
     changeScreen();
+}
+
+QString RootView::windowTitle() const
+{
+    QStringList parts{m_transfers.overallText(), m_session.org() ? m_session.org()->name : QString(), tr("Palvera")};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(" – "));
 }
 
 QString RootView::userName() const
@@ -62,11 +93,63 @@ void RootView::reloadOrgs()
     m_tasks.start(m_session.loadOrgs());
 }
 
+void RootView::openProject(int row)
+{
+    auto project = m_projects.projectAt(row);
+    if (!project || !m_session.org())
+        return;
+    m_deliverables.open(*m_session.org(), *project);
+    goTo(deliverablesPage);
+}
+
+void RootView::openDeliverable(int row)
+{
+    if (row < 0 || row >= m_deliverables.rowCount())
+        return;
+    m_deliverable.open(m_deliverables.org(), m_deliverables.project(), m_deliverables.deliverableAt(row));
+    goTo(deliverablePage);
+}
+
+void RootView::back()
+{
+    if (m_page == deliverablePage)
+        goTo(deliverablesPage);
+    else if (m_page == deliverablesPage)
+        goTo(projectsPage);
+    else
+        chooseAnotherClient();
+}
+
+void RootView::becomeActive()
+{
+    m_deliverables.load();
+}
+
+void RootView::goTo(const QString& page)
+{
+    if (page == projectsPage)
+        m_deliverables.leave();
+    if (std::exchange(m_page, page) != page)
+        Q_EMIT pageChanged();
+}
+
+/// What is filed on the deliverable that is open may have changed.
+void RootView::updateDeliverable()
+{
+    if (m_page != deliverablePage)
+        return;
+    if (const auto* deliverable = m_deliverables.find(m_deliverable.deliverable().id))
+        m_deliverable.update(*deliverable);
+}
+
 Task<void> RootView::close()
 {
     co_await m_tasks.close();
     co_await m_login.close();
     co_await m_projects.close();
+    co_await m_deliverables.close();
+    co_await m_deliverable.close();
+    co_await m_transfers.close();
 }
 
 void RootView::changeScreen()
@@ -75,6 +158,7 @@ void RootView::changeScreen()
     if (key == m_key)
         return;
     m_key = key;
+    goTo(projectsPage);
     if (const auto& org = m_session.org())
         m_projects.open(*org);
     else if (key == QStringLiteral("login"))

@@ -2,6 +2,9 @@
 
 #include "app/OrgPickerView.h"
 #include "app/ProjectsView.h"
+#include "screens/DeliverableView.h"
+#include "screens/DeliverablesView.h"
+#include "screens/TransfersView.h"
 #include "session/LoginView.h"
 
 namespace palvera {
@@ -17,6 +20,11 @@ class RootView : public QObject {
     Q_PROPERTY(palvera::LoginView* login READ login CONSTANT)
     Q_PROPERTY(palvera::OrgPickerView* orgPicker READ orgPicker CONSTANT)
     Q_PROPERTY(palvera::ProjectsView* projects READ projects CONSTANT)
+    Q_PROPERTY(QString page READ page NOTIFY pageChanged)
+    Q_PROPERTY(palvera::DeliverablesView* deliverables READ deliverables CONSTANT)
+    Q_PROPERTY(palvera::DeliverableView* deliverable READ deliverable CONSTANT)
+    Q_PROPERTY(palvera::TransfersView* transfers READ transfers CONSTANT)
+    Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
     Q_PROPERTY(QString userName READ userName NOTIFY userChanged)
     Q_PROPERTY(QString userEmail READ userEmail NOTIFY userChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
@@ -26,6 +34,8 @@ public:
     /// What it works with. Everything referred to outlives it.
     struct Environment {
         LoginView::Environment signIn;
+        Executor background; ///< threads for decoding and for looking at files
+        Transfers& transfers;
         std::function<bool()> isDoorAsked; ///< whether the developers' way in is asked for, at this moment
         QString version = {};
         QString build = {};
@@ -39,6 +49,13 @@ public:
     LoginView* login() { return &m_login; }
     OrgPickerView* orgPicker() { return &m_orgPicker; }
     ProjectsView* projects() { return &m_projects; }
+    /// How far one has gone into the organisation that is open: "projects", "deliverables" or "deliverable".
+    const QString& page() const { return m_page; }
+    DeliverablesView* deliverables() { return &m_deliverables; }
+    DeliverableView* deliverable() { return &m_deliverable; }
+    TransfersView* transfers() { return &m_transfers; }
+    /// The client, and how much of what moves has gone.
+    QString windowTitle() const;
     /// Empty when nobody is signed in, or one who has no name.
     QString userName() const;
     QString userEmail() const;
@@ -51,6 +68,14 @@ public:
     Q_INVOKABLE void signOut();
     /// Closes the organisation that is open: the picker comes back.
     Q_INVOKABLE void chooseAnotherClient();
+    /// Opens the project of that row of `projects`.
+    Q_INVOKABLE void openProject(int row);
+    /// Opens the deliverable of that row of `deliverables`.
+    Q_INVOKABLE void openDeliverable(int row);
+    /// Goes one page back within the organisation.
+    Q_INVOKABLE void back();
+    /// The user has come back to the program.
+    void becomeActive();
     /// Asks again which organisations there are.
     Q_INVOKABLE void reloadOrgs();
     /// Cuts off what every screen has under way; see TaskScope.
@@ -58,11 +83,15 @@ public:
 
 Q_SIGNALS:
     void keyChanged();
+    void pageChanged();
+    void windowTitleChanged();
     void userChanged();
     void errorChanged();
 
 private:
     void changeScreen();
+    void goTo(const QString& page);
+    void updateDeliverable();
 
     const Environment m_environment;
     Session& m_session;
@@ -70,7 +99,11 @@ private:
     LoginView m_login;
     OrgPickerView m_orgPicker;
     ProjectsView m_projects;
+    DeliverablesView m_deliverables;
+    DeliverableView m_deliverable;
+    TransfersView m_transfers;
     QString m_key;
+    QString m_page;
 };
 
 } // namespace palvera

@@ -37,6 +37,17 @@ FocusScope {
         opacity: 0
     }
 
+    ConfirmDialog {
+        cancelText: qsTr("Cancel")
+        careful: true
+        confirmText: qsTr("Send anyway")
+        message: root.model.transfers.doubtText
+        title: qsTr("Check this file before it goes")
+        visible: root.model.transfers.doubtText !== ""
+        onAccepted: root.model.transfers.confirmDoubt()
+        onRejected: root.model.transfers.dismissDoubt()
+    }
+
     ParallelAnimation {
         id: fade
 
@@ -69,7 +80,7 @@ FocusScope {
             return "LoadingView.qml";
         if (key === "login")
             return "LoginView.qml";
-        return key === "orgs" ? "OrgPickerView.qml" : "ProjectsView.qml";
+        return key === "orgs" ? "OrgPickerView.qml" : "ClientView.qml";
     }
 
     function show() {

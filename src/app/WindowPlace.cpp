@@ -8,8 +8,6 @@
 
 namespace palvera {
 
-const QString WindowPlace::key = QStringLiteral("pv.window");
-
 namespace {
 
 const QString maximized = QStringLiteral("maximized");
@@ -19,8 +17,8 @@ constexpr int gripWidth = 120;
 
 } // namespace
 
-WindowPlace::WindowPlace(QQuickWindow& window, Preferences& preferences)
-    : m_window(window), m_preferences(preferences), m_normal(window.geometry())
+WindowPlace::WindowPlace(QQuickWindow& window, Preferences& preferences, QString key)
+    : m_window(window), m_preferences(preferences), m_key(std::move(key)), m_normal(window.geometry())
 {
     restore();
     connect(&window, &QWindow::visibilityChanged, this, &WindowPlace::keep);
@@ -57,10 +55,11 @@ bool WindowPlace::isReachable(const QRect& place, const QList<QRect>& screens)
 
 void WindowPlace::restore()
 {
-    const auto stored = m_preferences.string(key).value_or(QString());
+    const auto stored = m_preferences.string(m_key).value_or(QString());
     const auto place = parse(stored);
     if (!place)
         return;
+    m_restored = true;
     QList<QRect> screens;
     for (const auto* screen : QGuiApplication::screens())
         screens.append(screen->availableGeometry());
@@ -82,8 +81,8 @@ void WindowPlace::keep()
         QStringLiteral("%1,%2,%3,%4").arg(m_normal.x()).arg(m_normal.y()).arg(m_normal.width()).arg(m_normal.height());
     if (isMaximized)
         text += u',' + maximized;
-    if (text != m_preferences.string(key))
-        m_preferences.setString(key, text);
+    if (text != m_preferences.string(m_key))
+        m_preferences.setString(m_key, text);
 }
 
 } // namespace palvera

@@ -9,17 +9,17 @@ namespace palvera {
 
 class Preferences;
 
-/// Keeps where the main window is and how big, from one start to the next. Main thread.
+/// Keeps where a window is and how big, from one start to the next. Main thread.
 class WindowPlace : public QObject {
     Q_OBJECT
 
 public:
-    /// Under which the place is kept: "x,y,width,height" and ",maximized" where it is.
-    static const QString key;
+    /// Puts `window` where it was the last time, if some screen still has room for it there, and follows it. Its place
+    /// is kept under `key`: "x,y,width,height" and ",maximized" where it is. Window and preferences must outlive this.
+    WindowPlace(QQuickWindow& window, Preferences& preferences, QString key);
 
-    /// Puts `window` where it was the last time, if some screen still has room for it there, and follows it. Both must
-    /// outlive this.
-    WindowPlace(QQuickWindow& window, Preferences& preferences);
+    /// Whether there was a last time.
+    bool isRestored() const { return m_restored; }
 
     /// What `stored` says, or nothing where it makes no sense.
     static std::optional<QRect> parse(const QString& stored);
@@ -32,6 +32,8 @@ private:
 
     QQuickWindow& m_window;
     Preferences& m_preferences;
+    const QString m_key;
+    bool m_restored = false;
     QRect m_normal; // while it is not maximized
 };
 

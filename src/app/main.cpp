@@ -5,14 +5,17 @@
 #include "platform/EnginePool.h"
 #include "platform/Folders.h"
 #include "platform/MainThread.h"
+#include "platform/Notices.h"
 #include "platform/Preferences.h"
 #include "platform/SingleInstance.h"
 #include "service/API.h"
 #include "session/SignInDoors.h"
+#include "transfers/TransferEngines.h"
 
 #include <QGuiApplication>
 #include <QIcon>
 #include <QPalette>
+#include <QStandardPaths>
 
 #include <csignal>
 
@@ -31,6 +34,16 @@ bool isPaletteDark()
     return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
 }
 
+/// Has Qt ask the desktop's portal for its dialogs, where there is one and the user has not chosen otherwise. Before
+/// the application object.
+void useDesktopDialogs()
+{
+    const QString service = QStringLiteral("dbus-1/services/org.freedesktop.portal.Desktop.service");
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORMTHEME") &&
+        !QStandardPaths::locate(QStandardPaths::GenericDataLocation, service).isEmpty())
+        qputenv("QT_QPA_PLATFORMTHEME", "xdgdesktopportal");
+}
+
 int run()
 {
     const auto folders = Folders::ofUser();
@@ -43,16 +56,21 @@ int run()
     MainThread mainThread(enginePool());
     NoWebSignIn web;
     NoPasskeySignIn passkey;
+    TransferEngines engines(folders, clock, API::shared(), enginePool().get_executor());
+    DesktopNotices notices;
     DesktopAppearance appearance(isPaletteDark());
     Application application({.api = API::shared(),
                              .preferences = preferences,
                              .clock = clock,
                              .main = mainThread.executor(),
                              .isDoorAsked = isAltHeld,
+                             .isWatched = [] { return QGuiApplication::focusWindow() != nullptr; },
                              .version = QStringLiteral(PALVERA_VERSION),
                              .build = QStringLiteral(PALVERA_BUILD),
                              .web = web,
-                             .passkey = passkey});
+                             .passkey = passkey,
+                             .transfers = engines.environment(mainThread.executor()),
+                             .notices = notices});
     application.setDark(appearance.isDark());
     QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });
     instance.onMessage = [&](const QByteArray&) { application.raise(); };
@@ -66,6 +84,7 @@ int run()
 
 int main(int argc, char** argv)
 {
+    palvera::useDesktopDialogs();
     std::signal(SIGPIPE, SIG_IGN); // a peer that goes away is an error of that write
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Palvera"));

@@ -6,11 +6,13 @@
 #include "platform/CookieStore.h"
 #include "platform/HttpSession.h"
 #include "platform/MainThread.h"
+#include "platform/Notices.h"
 #include "platform/Preferences.h"
 #include "service/API.h"
 #include "session/SignInDoors.h"
 #include "tests/support/ScopedVariable.h"
 #include "tests/support/Screen.h"
+#include "transfers/TransferEngines.h"
 
 #include <boost/asio/thread_pool.hpp>
 
@@ -20,21 +22,36 @@
 
 namespace palvera {
 
+/// Keeps what the user is told.
+class FakeNotices final : public Notices {
+public:
+    QStringList titles;
+
+    void show(const QString& title, const QString&) override { titles.append(title); }
+};
+
 /// The desktop application in a window without a display, against the local platform's server in the same process.
 class Desktop {
 public:
+    /// Storage moves that many bytes in a second on each connection; 0 is no limit.
+    explicit Desktop(qint64 bytesPerSecond = 0)
+        : server(std::in_place, platform, local::ServerOptions{.bytesPerSecond = bytesPerSecond})
+    {}
+
     QTemporaryDir disk;
     local::Platform platform{{.folder = disk.filePath("platform")}, [] { return std::chrono::system_clock::now(); }};
-    std::optional<local::Server> server{std::in_place, platform, local::ServerOptions{}};
+    std::optional<local::Server> server;
     ScopedVariable serviceAddress{"PV_API", server->serviceAddress() + "/api"};
     Screen screen;
     bool isAltHeld = false;
+    bool isWatched = true;
+    FakeNotices notices;
 
     /// Starts the program with what an earlier start left. `show` by itself is the second start.
     void start()
     {
         finish();
-        m_running.emplace(disk.path(), isAltHeld);
+        m_running.emplace(disk.path(), isAltHeld, isWatched, notices);
         ASSERT_TRUE(m_running->application.show());
         screen.use(m_running->application.window());
     }
@@ -44,6 +61,16 @@ public:
         m_running.reset();
     }
     Application& application() { return m_running->application; }
+    Transfers& transfers() { return application().transfers(); }
+    void goToPanel() { screen.use(application().panel()); }
+    void goToMainWindow() { screen.use(application().window()); }
+    /// A file of that many bytes, all zero, that takes no room.
+    QUrl sparseFile(const QString& name, qint64 bytes)
+    {
+        QFile file(disk.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(bytes));
+        return QUrl::fromLocalFile(file.fileName());
+    }
 
     /// Types `text` into the field of that name, which has the keyboard or is led to by Tab.
     void enter(const QString& field, const QString& text)
@@ -60,6 +87,27 @@ public:
         screen.press(Qt::Key_Return);
         enter("Password", password);
         screen.press(Qt::Key_Return);
+    }
+    /// From the clients, past the sign-in if nobody is signed in, to the deliverables of the sample project.
+    void openDeliverables()
+    {
+        screen.waitUntil([&] { return application().root().key() != "loading"; });
+        if (application().root().key() == "login")
+            signIn("ada@northlight.example", "reel-one");
+        waitForText("Choose a client");
+        screen.click(screen.find(QAccessible::ListItem, "Northlight Pictures"));
+        screen.click(screen.find(QAccessible::ListItem, "Salt"));
+        screen.find(QAccessible::ListItem, "Picture master");
+    }
+    void openDeliverable(const QString& name)
+    {
+        openDeliverables();
+        enter("Find a deliverable", name);
+        screen.waitUntil(
+            [&] { return screen.shows(QAccessible::ListItem, name) && screen.all(QAccessible::ListItem).size() < 4; });
+        screen.click(screen.find(QAccessible::ListItem, name));
+        screen.waitUntil([&] { return application().root().page() == "deliverable"; });
+        screen.find(QAccessible::Heading, name);
     }
     bool waitForText(const QString& text)
     {
@@ -81,7 +129,7 @@ private:
     };
 
     struct Running {
-        Running(const QString& folder, bool isAltHeld)
+        Running(const QString& folder, bool isAltHeld, bool& isWatched, FakeNotices& notices)
             : cookies(std::make_shared<CookieStore>(folder + "/cookies")),
               preferences(folder + "/palvera.conf"),
               mainThread(engine.threads),
@@ -89,15 +137,20 @@ private:
               api({.client = http,
                    .executor = engine.threads.get_executor(),
                    .clearCookies = [this] { cookies->clear(); }}),
+              engines({.applicationSupport = folder, .library = folder, .caches = folder + "/caches", .config = folder},
+                      clock, api, engine.threads.get_executor()),
               application({.api = api,
                            .preferences = preferences,
                            .clock = clock,
                            .main = mainThread.executor(),
                            .isDoorAsked = [isAltHeld] { return isAltHeld; },
+                           .isWatched = [&isWatched] { return isWatched; },
                            .version = "1.2.3",
                            .build = "45",
                            .web = web,
-                           .passkey = passkey})
+                           .passkey = passkey,
+                           .transfers = engines.environment(mainThread.executor()),
+                           .notices = notices})
         {}
 
         Pool engine;
@@ -109,6 +162,7 @@ private:
         API api;
         NoWebSignIn web;
         NoPasskeySignIn passkey;
+        TransferEngines engines;
         Application application;
     };
 

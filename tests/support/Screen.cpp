@@ -4,7 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <QDropEvent>
 #include <QElapsedTimer>
+#include <QMimeData>
 #include <QQmlComponent>
 #include <QTest>
 
@@ -63,7 +65,7 @@ Screen::~Screen()
 {
     m_ownWindow.reset();
     qInstallMessageHandler(earlierHandler);
-    EXPECT_EQ(takeWarnings(), QStringList());
+    EXPECT_EQ(takeWarnings().join("\n").toStdString(), "");
     if (auto* watched = dynamic_cast<WatchedApplication*>(qApp)) {
         auto longest = watched->takeLongest();
         EXPECT_LE(longest.time, WatchedApplication::limit())
@@ -194,6 +196,30 @@ void Screen::click(QQuickItem* item)
     QTest::mouseMove(m_window, place.toPoint());
     QTest::mouseClick(m_window, Qt::LeftButton, Qt::NoModifier, place.toPoint());
     settle();
+}
+
+void Screen::drag(QQuickItem* over, const QList<QUrl>& files)
+{
+    QMimeData data;
+    data.setUrls(files);
+    const auto place = over->mapToScene(QPointF(over->width() / 2, over->height() / 4)).toPoint();
+    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window, &enter);
+    QDragMoveEvent move(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window, &move);
+    settle();
+}
+
+bool Screen::drop(QQuickItem* over, const QList<QUrl>& files)
+{
+    drag(over, files);
+    QMimeData data;
+    data.setUrls(files);
+    const auto place = over->mapToScene(QPointF(over->width() / 2, over->height() / 4));
+    QDropEvent event(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window, &event);
+    settle();
+    return event.isAccepted();
 }
 
 void Screen::activate(QQuickItem* item)

@@ -4,6 +4,7 @@
 #include <QQmlApplicationEngine>
 #include <QQuickItem>
 #include <QQuickWindow>
+#include <QUrl>
 
 #include <chrono>
 #include <functional>
@@ -56,6 +57,10 @@ public:
     void click(QQuickItem* item);
     /// As an assistive program does.
     static void activate(QQuickItem* item);
+    /// Brings files from elsewhere over the item.
+    void drag(QQuickItem* over, const QList<QUrl>& files);
+    /// Lets them go there. False when nothing took them.
+    bool drop(QQuickItem* over, const QList<QUrl>& files);
     /// Tabs until the item of that role and name has the keyboard; a test failure if none has after a whole round.
     QQuickItem* tabTo(QAccessible::Role role, const QString& name);
     QQuickItem* focused() const { return m_window->activeFocusItem(); }

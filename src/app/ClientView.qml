@@ -1,0 +1,32 @@
+import QtQuick
+import Palvera.App
+
+/// The client that is open: its projects, the deliverables of one, and one of these. A page that one comes back to is as
+/// one left it.
+FocusScope {
+    id: root
+
+    required property RootModel model
+
+    ClientPage {
+        anchors.fill: parent
+        asynchronous: false
+        file: "ProjectsView.qml"
+        model: root.model
+        shown: root.model.page === "projects"
+    }
+
+    ClientPage {
+        anchors.fill: parent
+        file: "DeliverablesPage.qml"
+        model: root.model
+        shown: root.model.page === "deliverables"
+    }
+
+    ClientPage {
+        anchors.fill: parent
+        file: "DeliverablePage.qml"
+        model: root.model
+        shown: root.model.page === "deliverable"
+    }
+}

@@ -1,0 +1,22 @@
+import QtQuick
+import Palvera.Screens
+import Palvera.App
+
+/// The deliverable that is open.
+DeliverableView {
+    id: root
+
+    required property RootModel model
+
+    deliverable: model.deliverable
+    projectName: model.deliverables.title
+    toolbarItems: [
+        TransfersButton {
+            transfers: root.model.transfers
+        },
+        AccountMenu {
+            model: root.model
+        }
+    ]
+    onLeaving: model.back()
+}

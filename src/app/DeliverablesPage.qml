@@ -1,0 +1,22 @@
+import QtQuick
+import Palvera.Screens
+import Palvera.App
+
+/// The deliverables of the project that is open.
+DeliverablesView {
+    id: root
+
+    required property RootModel model
+
+    deliverables: model.deliverables
+    toolbarItems: [
+        TransfersButton {
+            transfers: root.model.transfers
+        },
+        AccountMenu {
+            model: root.model
+        }
+    ]
+    onLeaving: model.back()
+    onOpened: row => model.openDeliverable(row)
+}

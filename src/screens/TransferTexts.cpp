@@ -1,0 +1,100 @@
+#include "screens/TransferTexts.h"
+
+#include "screens/Quantities.h"
+#include "service/APIError.h"
+
+namespace palvera {
+
+namespace {
+
+std::exception_ptr failureOf(const Item::State& state)
+{
+    if (const auto* retrying = std::get_if<Item::Retrying>(&state))
+        return retrying->failure;
+    const auto* failed = std::get_if<Item::Failed>(&state);
+    return failed ? failed->failure : nullptr;
+}
+
+/// The failure as one of type `Error`; nothing when it is another.
+template <class Error>
+std::optional<Error> as(const std::exception_ptr& failure)
+{
+    if (!failure)
+        return {};
+    try {
+        std::rethrow_exception(failure);
+    } catch (const Error& error) {
+        return error;
+    } catch (...) {
+        return {};
+    }
+}
+
+bool isBusy(qint64 status)
+{
+    constexpr int timedOut = 408, tooMany = 429, serverFault = 500;
+    return status == timedOut || status == tooMany || status >= serverFault;
+}
+
+QString plainTransport(const TransportError& error)
+{
+    switch (error.kind()) {
+    case TransportError::Kind::noNetwork:
+        return QStringLiteral("This computer is not connected to a network.");
+    case TransportError::Kind::connect:
+        return QStringLiteral("The platform cannot be reached.");
+    case TransportError::Kind::idle:
+    case TransportError::Kind::timedOut:
+        return QStringLiteral("The connection has come to a standstill.");
+    case TransportError::Kind::broken:
+        return QStringLiteral("The connection was lost.");
+    case TransportError::Kind::tls:
+    case TransportError::Kind::tooLarge:
+        break;
+    }
+    return error.text();
+}
+
+} // namespace
+
+QString amountText(const Item& item)
+{
+    return QStringLiteral("%1 of %2").arg(byteCountText(item.sent), byteCountText(item.total));
+}
+
+std::optional<double> secondsLeft(const Item& item)
+{
+    if (item.rate.value_or(0) <= 0 || item.sent >= item.total)
+        return {};
+    return double(item.total - item.sent) / *item.rate;
+}
+
+QString plainReason(const Item::State& state)
+{
+    auto failure = failureOf(state);
+    if (auto error = as<TransportError>(failure))
+        return plainTransport(*error);
+    auto error = as<APIError>(failure);
+    bool isComposed = error && error->message() == APIError::fromAnswer(int(error->status()), {}).message();
+    if (isComposed && isBusy(error->status()))
+        return QStringLiteral("The platform is busy.");
+    return messageOf(state);
+}
+
+QString technicalReason(const Item::State& state)
+{
+    auto error = as<APIError>(failureOf(state));
+    if (!error || error->status() == 0)
+        return messageOf(state);
+    return QStringLiteral("%1 (HTTP %2)").arg(error->message()).arg(error->status());
+}
+
+QString countdownText(Clock::WallTime until, Clock::WallTime now)
+{
+    auto left = std::max<qint64>(0, std::chrono::ceil<std::chrono::seconds>(until - now).count());
+    if (left < 60)
+        return QStringLiteral("%1 sec").arg(left);
+    return QStringLiteral("%1 min, %2 sec").arg(left / 60).arg(left % 60);
+}
+
+} // namespace palvera

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "transfers/Item.h"
+
+#include <optional>
+
+namespace palvera {
+
+// What is said of one transfer.
+
+/// "1.2 MB of 3.4 GB".
+QString amountText(const Item& item);
+/// How long the rest takes at the present speed, in seconds; nothing without a speed or a rest.
+std::optional<double> secondsLeft(const Item& item);
+/// What went wrong, in words for somebody who knows nothing of networks; empty when nothing did.
+QString plainReason(const Item::State& state);
+/// The same as precisely as it is known.
+QString technicalReason(const Item::State& state);
+/// "42 sec", "3 min, 5 sec": how long until `until`.
+QString countdownText(Clock::WallTime until, Clock::WallTime now);
+
+} // namespace palvera

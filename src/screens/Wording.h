@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace palvera {
+
+// The platform's machine words as people read them.
+
+/// A code such as a status or a kind: "picture_master" is "Picture master", "qc_report" is "QC report".
+QString humanised(const QString& code);
+/// Each word with a capital: "artwork stills" is "Artwork Stills".
+QString capitalisedWords(const QString& text);
+/// What the language with that code ("pt-BR", "de") is called; "Textless" for "zxx", and the code itself where the
+/// language is unknown.
+QString languageName(const QString& code);
+/// The symbol of a family of deliverables, see controls/symbols.txt.
+QString familySymbol(const QString& family);
+/// The name of its tint: "blue", "purple", "orange", "pink", "teal", "indigo" or "gray".
+QString familyTint(const QString& family);
+
+} // namespace palvera
