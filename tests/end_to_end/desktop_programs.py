@@ -1,0 +1,189 @@
+"""The desktop application on a display of its own, met through the accessibility bus, the keyboard and the pointer."""
+import os
+import pathlib
+import re
+import subprocess
+import tempfile
+
+import gi
+
+import support
+from support import wait_until
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi, GLib # noqa: E402: only with the version
+
+DESKTOP = os.environ["PALVERA"]
+
+
+class Display:
+    """An X server and a session bus that nobody else uses."""
+
+    def __enter__(self):
+        self.runtime = tempfile.TemporaryDirectory(prefix="palvera-run-")
+        read, write = os.pipe()
+        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x900x24", "-nolisten", "tcp"],
+                                       pass_fds=[write], stderr=subprocess.DEVNULL)
+        os.close(write)
+        with os.fdopen(read) as said:
+            self.name = ":" + said.readline().strip()
+        self.bus = subprocess.Popen(["dbus-daemon", "--session", "--nofork", "--print-address"],
+                                    stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True,
+                                    env=self.environment())
+        os.environ.update(self.environment(), DBUS_SESSION_BUS_ADDRESS=self.bus.stdout.readline().strip())
+        return self
+
+    def __exit__(self, *unused):
+        for process in (self.bus, self.server):
+            process.terminate()
+            process.wait()
+        self.runtime.cleanup()
+
+    def environment(self):
+        return os.environ | {"DISPLAY": self.name, "XDG_RUNTIME_DIR": self.runtime.name, "NO_AT_BRIDGE": "0"}
+
+
+class Desktop:
+    """The program, in homes of its own."""
+
+    BUTTON = "push button|button"
+
+    def __init__(self, workspace, address):
+        home = workspace.path / "home"
+        home.mkdir(exist_ok=True)
+        self.environment = os.environ | {
+            "PV_API": address, "HOME": str(home), "XDG_DATA_HOME": str(home / "data"),
+            "XDG_STATE_HOME": str(home / "state"), "XDG_CACHE_HOME": str(home / "cache"),
+            "XDG_CONFIG_HOME": str(home / "config"), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
+            "QT_QUICK_BACKEND": "software"}
+        self.errors = workspace.path / "errors"
+
+    def __enter__(self):
+        with open(self.errors, "wb") as errors:
+            self.process = subprocess.Popen([DESKTOP], env=self.environment, stderr=errors)
+        # No window manager gives the window the keyboard.
+        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "Palvera", "windowfocus", "--sync"],
+                       check=True, timeout=support.PATIENCE, stdout=subprocess.DEVNULL)
+        return self
+
+    def __exit__(self, *unused):
+        self.process.kill()
+        self.process.wait()
+
+    def start_again(self):
+        return subprocess.run([DESKTOP], env=self.environment, timeout=support.PATIENCE).returncode
+
+    def items(self):
+        """Everything that a screen reader finds in the window, as pairs of role and name."""
+        while GLib.MainContext.default().iteration(False):
+            pass
+        root = Atspi.get_desktop(0)
+        root.clear_cache()
+        found = []
+        for i in range(root.get_child_count()):
+            self.collect(root.get_child_at_index(i), found)
+        return found
+
+    def collect(self, node, found):
+        if not node:
+            return
+        try:
+            node.clear_cache()
+            states = node.get_state_set()
+            if states.contains(Atspi.StateType.SHOWING) or node.get_role_name() == "application":
+                # Qt keeps the name of a field for secrets to itself.
+                name = node.get_description() if node.get_role_name() == "password text" else node.get_name()
+                found.append((node.get_role_name(), name or "", node))
+                for i in range(node.get_child_count()):
+                    self.collect(node.get_child_at_index(i), found)
+        except GLib.Error:
+            pass # an item that has just gone
+
+    def find(self, role, name):
+        found = []
+
+        def look():
+            found[:] = [node for kind, text, node in self.items() if re.fullmatch(role, kind) and text == name]
+            return bool(found)
+
+        try:
+            wait_until(look, f"{role} {name}")
+        except AssertionError as failure:
+            shown = [(kind, text) for kind, text, _ in self.items() if text]
+            raise AssertionError(f"{failure}; shown: {shown}; said: {self.errors.read_text()}") from None
+        return found[0]
+
+    def has_keyboard(self, node):
+        node.clear_cache()
+        return node.get_state_set().contains(Atspi.StateType.FOCUSED)
+
+    def type(self, role, name, text):
+        """Tabs to a field and types into it."""
+        node = self.find(role, name)
+        for _ in range(30):
+            if self.has_keyboard(node):
+                break
+            self.press("Tab")
+        assert self.has_keyboard(node), f"Tab does not lead to {name}"
+        subprocess.run(["xdotool", "type", "--delay", "5", text], check=True)
+
+    def sign_in(self, email, password):
+        self.type("text|entry", "Work email", email)
+        self.press("Return")
+        self.type("password text", "Password", password)
+        self.press("Return")
+
+    def open_row(self, row="Picture master"):
+        self.activate("list item", "Northlight Pictures")
+        self.activate("list item", "Salt")
+        self.activate("list item", row)
+        self.find("heading", row)
+
+    def press(self, *keys):
+        subprocess.run(["xdotool", "key", "--delay", "20", *keys], check=True)
+
+    def says(self, text):
+        return any(text in name for _, name, _ in self.items())
+
+    def middle_of(self, node):
+        place = node.get_component_iface().get_extents(Atspi.CoordType.SCREEN)
+        return place.x + place.width // 2, place.y + place.height // 2
+
+    def activate(self, role, name):
+        """As a screen reader does. Of two screens of which one fades away, it may be on the other."""
+        def press():
+            node = self.find(role, name)
+            actions = node.get_action_iface()
+            if not actions:
+                return False
+            names = [actions.get_action_name(i).lower() for i in range(actions.get_n_actions())]
+            return "press" in names and actions.do_action(names.index("press"))
+
+        wait_until(press, f"{name} can be pressed")
+
+
+class Portal:
+    """The desktop's portal, whose file dialog chooses `file`. Programs learn of it as of an installed one."""
+
+    def __init__(self, workspace, file):
+        self.data, self.file, self.said = workspace.path / "share", file, workspace.path / "portal"
+
+    def __enter__(self):
+        services = self.data / "dbus-1" / "services"
+        services.mkdir(parents=True)
+        (services / "org.freedesktop.portal.Desktop.service").write_text("[D-BUS Service]\n")
+        self.earlier = os.environ.get("XDG_DATA_DIRS", "/usr/local/share:/usr/share")
+        os.environ["XDG_DATA_DIRS"] = f"{self.data}:{self.earlier}"
+        with open(self.said, "wb") as said:
+            self.process = subprocess.Popen(["/usr/bin/python3", pathlib.Path(__file__).with_name("portal.py"), self.file],
+                                            stdout=said)
+        wait_until(lambda: self.said.read_text(), "the portal is ready")
+        return self
+
+    def __exit__(self, *unused):
+        os.environ["XDG_DATA_DIRS"] = self.earlier
+        self.process.kill()
+        self.process.wait()
+
+    def asked(self):
+        return self.said.read_text().splitlines()[1:]

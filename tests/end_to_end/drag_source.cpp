@@ -1,0 +1,49 @@
+// A stand-in for a file manager: a window in which pressing and moving the pointer drags the file that the program was
+// given. Says what became of each drag.
+
+#include <QBackingStore>
+#include <QDrag>
+#include <QGuiApplication>
+#include <QMimeData>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QRasterWindow>
+#include <QUrl>
+
+#include <iostream>
+
+namespace {
+
+class Source : public QRasterWindow {
+public:
+    explicit Source(const QString& file) : m_file(QUrl::fromLocalFile(file)) {}
+
+private:
+    void mouseMoveEvent(QMouseEvent* event) override
+    {
+        if (event->buttons() != Qt::LeftButton)
+            return;
+        auto* data = new QMimeData;
+        data->setUrls({m_file});
+        auto* drag = new QDrag(this);
+        drag->setMimeData(data);
+        std::cout << (drag->exec(Qt::CopyAction) == Qt::CopyAction ? "copied" : "refused") << std::endl;
+    }
+    void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(0, 0, width(), height(), Qt::darkGreen); }
+
+    const QUrl m_file;
+};
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QGuiApplication application(argc, argv);
+    if (argc != 2)
+        return 2;
+    Source source(QString::fromLocal8Bit(argv[1]));
+    source.setTitle("Files");
+    source.setGeometry(1100, 760, 150, 100);
+    source.show();
+    return QGuiApplication::exec();
+}
