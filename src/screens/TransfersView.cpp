@@ -84,8 +84,7 @@ void TransfersView::resume(const QString& key)
     auto found = std::ranges::find(journals, key, &Journal::key);
     if (found == journals.end())
         return;
-    auto journal = *found; // resuming changes the list
-    m_transfers.resume(journal);
+    m_transfers.resume(Journal(*found)); // a copy: resuming changes the list
 }
 
 void TransfersView::clearFinished()
