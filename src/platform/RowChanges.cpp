@@ -3,6 +3,7 @@
 #include <QHash>
 
 #include <algorithm>
+#include <optional>
 
 namespace palvera {
 
@@ -24,7 +25,7 @@ private:
     std::vector<RowChange> m_runs;
 };
 
-/// One removal and one insertion between what both begin with and what both end with.
+/// Replaces what lies between what both begin with and what both end with.
 std::vector<RowChange> replacement(const QStringList& from, const QStringList& to)
 {
     auto [fromDiffers, toDiffers] = std::ranges::mismatch(from, to);
@@ -33,11 +34,65 @@ std::vector<RowChange> replacement(const QStringList& from, const QStringList& t
     int alike = 0; // at the end
     while (alike < shorter - begin && from[from.size() - 1 - alike] == to[to.size() - 1 - alike])
         ++alike;
-    std::vector<RowChange> changes{
-        {.kind = RowChange::Kind::remove, .first = begin, .count = int(from.size()) - alike - begin},
-        {.kind = RowChange::Kind::insert, .first = begin, .count = int(to.size()) - alike - begin}};
-    std::erase_if(changes, [](const RowChange& change) { return change.count == 0; });
+    auto common = shorter - alike - begin;
+    auto surplus = int(from.size() - to.size());
+    std::vector<RowChange> changes;
+    if (common > 0)
+        changes.push_back({.kind = RowChange::Kind::replace, .first = begin, .count = common});
+    if (surplus > 0)
+        changes.push_back({.kind = RowChange::Kind::remove, .first = begin + common, .count = surplus});
+    if (surplus < 0)
+        changes.push_back({.kind = RowChange::Kind::insert, .first = begin + common, .count = -surplus});
     return changes;
+}
+
+/// The runs of `more` without which it is `fewer`; nothing where no runs do that.
+std::optional<Runs> runsWithout(const QStringList& more, const QStringList& fewer)
+{
+    Runs runs;
+    int next = 0;
+    for (int i = 0; i < more.size(); ++i) {
+        if (next < fewer.size() && more[i] == fewer[next])
+            ++next;
+        else
+            runs.add(i);
+    }
+    return next == fewer.size() ? std::optional(runs) : std::nullopt;
+}
+
+struct Difference {
+    Runs removed;
+    Runs inserted;
+};
+
+Difference difference(const QStringList& from, const QStringList& to)
+{
+    // A search that narrows or widens comes this way, key by key.
+    if (auto removed = runsWithout(from, to))
+        return {.removed = *std::move(removed), .inserted = {}};
+    if (auto inserted = runsWithout(to, from))
+        return {.removed = {}, .inserted = *std::move(inserted)};
+
+    QHash<QString, std::vector<int>> places; // in `to`, the last one first
+    for (int i = int(to.size()) - 1; i >= 0; --i)
+        places[to[i]].push_back(i);
+    Difference found;
+    int next = 0; // the first of `to` that no row stands for
+    for (int i = 0; i < from.size(); ++i) {
+        auto& candidates = places[from[i]];
+        while (!candidates.empty() && candidates.back() < next)
+            candidates.pop_back();
+        if (candidates.empty()) {
+            found.removed.add(i);
+            continue;
+        }
+        for (; next < candidates.back(); ++next)
+            found.inserted.add(next);
+        ++next;
+    }
+    for (; next < to.size(); ++next)
+        found.inserted.add(next);
+    return found;
 }
 
 constexpr std::size_t mostRuns = 64;
@@ -46,27 +101,7 @@ constexpr std::size_t mostRuns = 64;
 
 std::vector<RowChange> rowChanges(const QStringList& from, const QStringList& to)
 {
-    QHash<QString, std::vector<int>> places; // in `to`, the last one first
-    for (int i = int(to.size()) - 1; i >= 0; --i)
-        places[to[i]].push_back(i);
-
-    Runs removed, inserted;
-    int next = 0; // the first of `to` that no row stands for
-    for (int i = 0; i < from.size(); ++i) {
-        auto& found = places[from[i]];
-        while (!found.empty() && found.back() < next)
-            found.pop_back();
-        if (found.empty()) {
-            removed.add(i);
-            continue;
-        }
-        for (; next < found.back(); ++next)
-            inserted.add(next);
-        ++next;
-    }
-    for (; next < to.size(); ++next)
-        inserted.add(next);
-
+    auto [removed, inserted] = difference(from, to);
     if (removed.runs().size() + inserted.runs().size() > mostRuns)
         return replacement(from, to);
     std::vector<RowChange> changes;

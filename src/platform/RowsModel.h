@@ -21,20 +21,37 @@ protected:
     void setRows(const QList<Row>& wanted)
     {
         for (const auto& change : rowChanges(keysOf(m_rows), keysOf(wanted))) {
-            if (change.kind == RowChange::Kind::remove)
+            switch (change.kind) {
+            case RowChange::Kind::remove:
                 removeRun(change.first, change.count);
-            else
+                break;
+            case RowChange::Kind::insert:
                 insertRun(change.first, wanted.mid(change.first, change.count));
+                break;
+            case RowChange::Kind::replace:
+                replaceRun(change.first, wanted.mid(change.first, change.count));
+                break;
+            }
         }
         for (int i = 0; i < m_rows.size(); ++i)
             setRow(i, wanted[i]);
     }
+    /// Tells the views of those roles alone that changed.
     void setRow(int at, const Row& row)
     {
         if (m_rows[at] == row)
             return;
+        const auto roles = roleNames().keys();
+        QVariantList before;
+        for (auto role : roles)
+            before.append(this->data(index(at), role));
         m_rows[at] = row;
-        Q_EMIT dataChanged(index(at), index(at));
+        QList<int> changed;
+        for (qsizetype i = 0; i < roles.size(); ++i)
+            if (this->data(index(at), roles[i]) != before[i])
+                changed.append(roles[i]);
+        if (!changed.isEmpty())
+            Q_EMIT dataChanged(index(at), index(at), changed);
     }
     void insertRun(int first, const QList<Row>& rows)
     {
@@ -42,6 +59,11 @@ protected:
         m_rows.insert(first, rows.size(), Row());
         std::ranges::copy(rows, m_rows.begin() + first);
         endInsertRows();
+    }
+    void replaceRun(int first, const QList<Row>& rows)
+    {
+        std::ranges::copy(rows, m_rows.begin() + first);
+        Q_EMIT dataChanged(index(first), index(first + int(rows.size()) - 1));
     }
     void removeRun(int first, int count)
     {

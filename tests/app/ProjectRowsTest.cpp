@@ -43,11 +43,16 @@ TEST(ProjectRowsTest, showsWhatMatchesInThePlatformsOrder)
 QStringList applied(QStringList rows, const QStringList& to)
 {
     for (const auto& change : rowChanges(rows, to)) {
-        if (change.kind == RowChange::Kind::remove)
+        if (change.kind == RowChange::Kind::remove) {
             rows.remove(change.first, change.count);
-        else
-            for (int i = change.first; i < change.first + change.count; ++i)
+            continue;
+        }
+        for (int i = change.first; i < change.first + change.count; ++i) {
+            if (change.kind == RowChange::Kind::insert)
                 rows.insert(i, to[i]);
+            else
+                rows[i] = to[i];
+        }
     }
     return rows;
 }
@@ -64,7 +69,7 @@ TEST(RowChangesTest, leadFromAnyRowsToAnyOthers)
     }
 }
 
-TEST(RowChangesTest, aListThatChangesAllOverIsReplacedInOneGoBetweenWhatStays)
+TEST(RowChangesTest, aListThatChangesAllOverIsReplacedInItsPlaceBetweenWhatStays)
 {
     using enum RowChange::Kind;
     QStringList all, odd;
@@ -73,9 +78,13 @@ TEST(RowChangesTest, aListThatChangesAllOverIsReplacedInOneGoBetweenWhatStays)
         if (i % 2 == 1 || i < 10)
             odd.append(QString::number(i));
     }
-    EXPECT_THAT(rowChanges(all, odd), testing::ElementsAre(RowChange{remove, 10, 989}, RowChange{insert, 10, 494}));
+    EXPECT_THAT(rowChanges(all, odd), testing::ElementsAre(RowChange{replace, 10, 494}, RowChange{remove, 504, 495}));
     EXPECT_EQ(applied(all, odd), odd);
     EXPECT_EQ(applied(odd, all), all);
+    auto turned = odd;
+    std::ranges::reverse(turned);
+    EXPECT_EQ(applied(odd, turned), turned);
+    EXPECT_EQ(applied(all, turned), turned);
 }
 
 TEST(RowChangesTest, leaveAloneWhatStays)
