@@ -1,5 +1,5 @@
-pragma ComponentBehavior: Bound
 import QtQuick
+import Palvera.Controls
 
 /// Something goes on, nobody knows for how long.
 Item {
@@ -7,8 +7,15 @@ Item {
 
     property color color: Theme.secondary
     property bool running: true
-    readonly property int spokes: 8
-    property int step: 0
+    readonly property bool turning: running && visible
+    property bool counted: false
+
+    function count() {
+        if (turning === counted)
+            return;
+        counted = turning;
+        SpinnerBeat.spinners += turning ? 1 : -1;
+    }
 
     implicitHeight: Theme.symbolHuge
     implicitWidth: Theme.symbolHuge
@@ -16,36 +23,16 @@ Item {
     Accessible.name: qsTr("Busy")
     Accessible.role: Accessible.Indicator
 
-    // Whole steps: a turn that never rests would have the window drawn sixty times a second.
-    Timer {
-        interval: 110
-        repeat: true
-        running: root.running && root.visible
-        onTriggered: root.step = (root.step + 1) % root.spokes
+    onTurningChanged: count()
+    Component.onCompleted: count()
+    Component.onDestruction: {
+        if (counted)
+            SpinnerBeat.spinners -= 1;
     }
 
-    Repeater {
-        model: root.spokes
-
-        Rectangle {
-            id: spoke
-
-            required property int index
-
-            antialiasing: true
-            color: root.color
-            height: root.height * 0.28
-            opacity: 1 - 0.75 * ((root.step - index + root.spokes) % root.spokes) / root.spokes
-            radius: width / 2
-            transformOrigin: Item.Bottom
-            width: Math.max(1.5, root.width * 0.09)
-            x: (root.width - width) / 2
-
-            transform: Rotation {
-                angle: spoke.index * 360 / root.spokes
-                origin.x: spoke.width / 2
-                origin.y: root.height / 2
-            }
-        }
+    SpinnerCanvas {
+        anchors.fill: parent
+        color: root.color
+        step: root.turning ? SpinnerBeat.step : 0
     }
 }
