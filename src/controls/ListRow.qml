@@ -27,6 +27,9 @@ T.ItemDelegate {
     Accessible.name: text
     Accessible.role: Accessible.ListItem
     Accessible.onPressAction: root.clicked()
+    // A row in the pool is not drawn, but would be read out.
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
     Keys.onEnterPressed: root.clicked()
     Keys.onReturnPressed: root.clicked()
 

@@ -64,11 +64,10 @@ bool DeliverableFilter::isSet() const
 bool matches(const DeliverableCard& card, const DeliverableFilter& filter, const QString& query)
 {
     const auto& row = card.deliverable;
-    auto passes = [](const QString& wanted, const QString& value) {
-        return wanted == DeliverableFilter::all || wanted == value;
-    };
-    if (!passes(filter.family, row.family) || !passes(filter.status, row.status) ||
-        !passes(filter.language, row.language.value_or(QString())))
+    auto isSet = [](const QString& wanted) { return wanted != DeliverableFilter::all; };
+    if ((isSet(filter.family) && filter.family != row.family) ||
+        (isSet(filter.status) && filter.status != row.status) ||
+        (isSet(filter.language) && filter.language != row.language.value_or(QString())))
         return false;
     if (filter.filled != DeliverableFilter::Filled::all &&
         card.isFiled != (filter.filled == DeliverableFilter::Filled::yes))

@@ -173,12 +173,7 @@ FocusScope {
                         text: row.badge
                     }
 
-                    // A row in the pool is not drawn, but would be read out.
-                    ListView.onPooled: visible = false
-                    ListView.onReused: {
-                        opacity = 1;
-                        visible = true;
-                    }
+                    ListView.onReused: opacity = 1
                     onClicked: {
                         list.currentIndex = index;
                         root.opened(index);

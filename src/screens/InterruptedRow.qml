@@ -14,6 +14,8 @@ Item {
 
     Accessible.name: qsTr("%1, %2").arg(filename).arg(progress)
     Accessible.role: Accessible.ListItem
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
 
     SymbolIcon {
         id: symbol

@@ -24,7 +24,7 @@ void SpeedTraceCanvas::setSamples(const QList<double>& samples)
 void SpeedTraceCanvas::setFraction(double fraction)
 {
     // Less than this moves nothing that one could see.
-    if (qAbs(fraction - m_fraction) * std::max(width(), 1.0) < 0.25 && fraction != 1)
+    if (qAbs(fraction - m_fraction) * std::max(width(), 1.0) < 0.5 && fraction != 1)
         return;
     m_fraction = fraction;
     update();

@@ -22,13 +22,16 @@ Rectangle {
         anchors.centerIn: parent
         spacing: Theme.spaceTiny
 
-        Spinner {
+        Loader {
+            active: root.moving
             anchors.verticalCenter: parent.verticalCenter
-            color: root.ink
-            height: 12
-            running: root.moving
-            visible: root.moving
-            width: 12
+            visible: active
+
+            sourceComponent: Spinner {
+                color: root.ink
+                height: 12
+                width: 12
+            }
         }
 
         SymbolIcon {

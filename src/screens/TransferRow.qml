@@ -38,6 +38,8 @@ Item {
 
     Accessible.name: spoken
     Accessible.role: Accessible.ListItem
+    ListView.onPooled: visible = false
+    ListView.onReused: visible = true
 
     SymbolIcon {
         id: glyph

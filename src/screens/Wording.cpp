@@ -65,7 +65,8 @@ QString languageName(const QString& code)
 {
     if (code.toLower() == QStringLiteral("zxx"))
         return QStringLiteral("Textless");
-    auto language = QLocale::codeToLanguage(code.section(QRegularExpression(QStringLiteral("[-_]")), 0, 0).toLower());
+    auto end = std::ranges::find_if(code, [](QChar c) { return c == u'-' || c == u'_'; });
+    auto language = QLocale::codeToLanguage(code.left(end - code.begin()).toLower());
     if (language == QLocale::AnyLanguage || language == QLocale::C)
         return code;
     auto name = QLocale::languageToString(language);
