@@ -239,7 +239,7 @@ TEST_F(SlowDeliveryTest, anUploadThatWasCutOffIsResumedFromThePanelAfterTheNextS
 {
     desktop.openDeliverable("Picture master");
     drop(desktop.sparseFile("reel.mov", 70'000'000));
-    screen.waitUntil([&] { return item(0)->sent > 0; });
+    screen.waitUntil([&] { return !desktop.transfers().items().empty() && item(0)->sent > 0; });
     EXPECT_TRUE(screen.window().title().contains("%"));
     desktop.start();
     desktop.openDeliverables();

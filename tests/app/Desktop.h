@@ -45,13 +45,14 @@ public:
     Screen screen;
     bool isAltHeld = false;
     bool isWatched = true;
+    std::function<Task<void>(UploadRequest)> upload; ///< in the place of the engine, where it is set
     FakeNotices notices;
 
     /// Starts the program with what an earlier start left. `show` by itself is the second start.
     void start()
     {
         finish();
-        m_running.emplace(disk.path(), isAltHeld, isWatched, notices);
+        m_running.emplace(disk.path(), *this);
         ASSERT_TRUE(m_running->application.show());
         screen.use(m_running->application.window());
     }
@@ -129,7 +130,7 @@ private:
     };
 
     struct Running {
-        Running(const QString& folder, bool isAltHeld, bool& isWatched, FakeNotices& notices)
+        Running(const QString& folder, Desktop& desktop)
             : cookies(std::make_shared<CookieStore>(folder + "/cookies")),
               preferences(folder + "/palvera.conf"),
               mainThread(engine.threads),
@@ -143,15 +144,23 @@ private:
                            .preferences = preferences,
                            .clock = clock,
                            .main = mainThread.executor(),
-                           .isDoorAsked = [isAltHeld] { return isAltHeld; },
-                           .isWatched = [&isWatched] { return isWatched; },
+                           .isDoorAsked = [isAltHeld = desktop.isAltHeld] { return isAltHeld; },
+                           .isWatched = [&desktop] { return desktop.isWatched; },
                            .version = "1.2.3",
                            .build = "45",
                            .web = web,
                            .passkey = passkey,
-                           .transfers = engines.environment(mainThread.executor()),
-                           .notices = notices})
+                           .transfers = transfersEnvironment(desktop),
+                           .notices = desktop.notices})
         {}
+
+        Transfers::Environment transfersEnvironment(Desktop& desktop)
+        {
+            auto environment = engines.environment(mainThread.executor());
+            if (desktop.upload)
+                environment.upload = desktop.upload;
+            return environment;
+        }
 
         Pool engine;
         std::shared_ptr<CookieStore> cookies;

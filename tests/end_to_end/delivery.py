@@ -81,6 +81,7 @@ def dragged_killed_resumed_filed_and_downloaded_again():
             desktop.activate(desktop.BUTTON, "Download")
             wait_until(lambda: (folder / file.name).exists() and len(list(folder.iterdir())) == 1
                        and digest(folder / file.name) == digest(file), "the same bytes come down")
+            desktop.quit()
             said = desktop.errors.read_text()
             assert said == "", said
         assert before > 10 and platform.violations() == [], platform.violations()

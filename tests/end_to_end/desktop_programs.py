@@ -62,13 +62,21 @@ class Desktop:
         with open(self.errors, "wb") as errors:
             self.process = subprocess.Popen([DESKTOP], env=self.environment, stderr=errors)
         # No window manager gives the window the keyboard.
-        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "Palvera", "windowfocus", "--sync"],
-                       check=True, timeout=support.PATIENCE, stdout=subprocess.DEVNULL)
+        self.focus()
         return self
 
     def __exit__(self, *unused):
         self.process.kill()
         self.process.wait()
+
+    def focus(self):
+        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "Palvera", "windowfocus", "--sync"],
+                       check=True, timeout=support.PATIENCE, stdout=subprocess.DEVNULL)
+
+    def quit(self):
+        self.focus()
+        self.press("ctrl+q")
+        assert self.process.wait(support.PATIENCE) == 0, "it ends with a failure"
 
     def start_again(self):
         return subprocess.run([DESKTOP], env=self.environment, timeout=support.PATIENCE).returncode
