@@ -1,0 +1,208 @@
+// What the screens cost while they are used, on the software renderer without a display: a key in the search field
+// above ten thousand rows, twenty transfers that move, and two hundred finished ones that are scrolled. Fails where a
+// goal is missed.
+
+#include "controls/Fonts.h"
+#include "tests/app/Desktop.h"
+
+#include <QEventLoop>
+#include <QGuiApplication>
+#include <QJsonArray>
+#include <QTimer>
+
+#include <ctime>
+
+#include <algorithm>
+#include <iostream>
+
+namespace palvera {
+namespace {
+
+using local::Fault;
+using local::Operation;
+
+double seconds(const timespec& time)
+{
+    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
+}
+
+/// Processor time of the calling thread.
+double threadTime()
+{
+    timespec now{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+    return seconds(now);
+}
+
+class FaceBench {
+public:
+    FaceBench()
+    {
+        m_desktop.upload = [this](UploadRequest request) -> Task<void> {
+            m_uploads.push_back(request);
+            co_await untilStopped(request.flag);
+            throwCancelled();
+        };
+        QJsonArray rows;
+        for (int i = 0; i < 10'000; ++i)
+            rows.append(QJsonObject{{"id", QString("row-%1").arg(i)},
+                                    {"label", QString("Reel %1 of %2").arg(i).arg(i % 97)},
+                                    {"family", i % 3 ? "video" : "audio"},
+                                    {"kind", "picture_master"},
+                                    {"status", i % 5 ? "awaiting" : "in_progress"},
+                                    {"language", i % 2 ? "fr" : "de"},
+                                    {"titleName", QString("Film %1").arg(i % 31)}});
+        m_desktop.platform.faults().add(
+            {.operation = Operation::deliverables,
+             .times = 0,
+             .fault = {.kind = Fault::Kind::overwrite, .members = QJsonObject{{"deliverables", rows}}}});
+        m_desktop.start();
+        m_desktop.signIn("ada@northlight.example", "reel-one");
+        m_desktop.waitForText("Choose a client");
+        screen().click(screen().find(QAccessible::ListItem, "Northlight Pictures"));
+        screen().click(screen().find(QAccessible::ListItem, "Salt"));
+        m_desktop.waitForText("10000 of 10000");
+        pass(std::chrono::seconds(1));
+    }
+
+    bool run()
+    {
+        bool met = filter();
+        met = follow() && met;
+        return scroll() && met;
+    }
+
+private:
+    Screen& screen() { return m_desktop.screen; }
+    /// Lets the program do what it does by itself. (Screen::waitUntil looks all the time, which costs what is
+    /// measured.)
+    static void pass(std::chrono::milliseconds time)
+    {
+        QEventLoop loop;
+        QTimer::singleShot(time, &loop, &QEventLoop::quit);
+        loop.exec();
+    }
+    /// Processor time of the main thread from `act` until the next picture is shown.
+    double untilShown(const std::function<void()>& act)
+    {
+        bool isShown = false;
+        auto connection = QObject::connect(&screen().window(), &QQuickWindow::frameSwapped, [&] { isShown = true; });
+        auto began = threadTime();
+        act();
+        while (!isShown)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        auto took = threadTime() - began;
+        QObject::disconnect(connection);
+        return took;
+    }
+    static bool report(const char* what, std::vector<double> times, double goal)
+    {
+        std::ranges::sort(times);
+        std::cout << what << ": median " << times[times.size() / 2] * 1000 << " ms, worst " << times.back() * 1000
+                  << " ms of " << times.size() << "; goal " << goal * 1000 << " ms" << std::endl;
+        return times.back() <= goal;
+    }
+
+    /// Each key changes which rows are shown, all over the list.
+    bool filter()
+    {
+        m_desktop.enter("Find a deliverable", "");
+        std::vector<double> times;
+        for (int round = 0; round < 5; ++round) {
+            for (auto letter : QString("of 42 film")) {
+                times.push_back(untilShown([&] { screen().type(letter); }));
+                pass(std::chrono::milliseconds(60));
+            }
+            for (int i = 0; i < 10; ++i) {
+                times.push_back(untilShown([&] { screen().press(Qt::Key_Backspace); }));
+                pass(std::chrono::milliseconds(60));
+            }
+        }
+        return report("a key above 10,000 rows", times, 0.016);
+    }
+
+    void add(int count)
+    {
+        for (int i = 0; i < count; ++i)
+            m_desktop.transfers().addUpload({.file = QString("/films/Reel %1.mov").arg(i),
+                                             .orgId = "org-northlight",
+                                             .projectId = "salt",
+                                             .deliverable = {.id = QString("row-%1").arg(i), .label = "Reel"}});
+    }
+
+    bool follow()
+    {
+        add(20);
+        screen().waitUntil([&] { return m_uploads.size() == 20; });
+        pass(std::chrono::seconds(1));
+        qint64 sent = 0;
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout, [&] {
+            sent += 40'000'000;
+            for (std::size_t i = 0; i < m_uploads.size(); ++i)
+                m_uploads[i].onProgress({.sent = sent + qint64(i) * 1'000'000'000,
+                                         .total = 40'000'000'000,
+                                         .bytesPerSecond = 2e8 + double(sent % 70'000'000)});
+        });
+        timer.start(200);
+        constexpr int length = 30;
+        pass(std::chrono::seconds(5));
+        auto began = processTime();
+        pass(std::chrono::seconds(length));
+        auto used = (processTime() - began) / length * 100;
+        timer.stop();
+        std::cout << "20 transfers at 5 Hz, list and panel open: " << used << " % of a core; goal 5 %" << std::endl;
+        return used <= 5;
+    }
+    static double processTime()
+    {
+        timespec now{};
+        clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
+        return seconds(now);
+    }
+
+    /// Two hundred that have a graph each.
+    bool scroll()
+    {
+        for (const auto& item : m_desktop.transfers().inFlight())
+            m_desktop.transfers().stop(item.id);
+        m_uploads.clear();
+        add(200);
+        screen().waitUntil([&] { return m_uploads.size() == 200; });
+        for (int i = 1; i <= 30; ++i) { // a sample a second: they come from the reports' own clock
+            for (auto& upload : m_uploads)
+                upload.onProgress({.sent = i * 1'000'000, .total = 40'000'000, .bytesPerSecond = 1e8 + i % 7 * 1e7});
+            pass(std::chrono::milliseconds(1010));
+        }
+        for (const auto& item : m_desktop.transfers().inFlight())
+            m_desktop.transfers().stop(item.id);
+        m_desktop.goToPanel();
+        screen().click(screen().find(QAccessible::PageTab, "Finished"));
+        auto* list = screen().find(QAccessible::List, "Finished");
+        pass(std::chrono::milliseconds(500));
+        std::vector<double> times;
+        const auto end = list->property("contentHeight").toDouble() - list->height();
+        for (double y = 60; y < end && times.size() < 400; y += 60)
+            times.push_back(untilShown([&] { list->setProperty("contentY", y); }));
+        return report("scrolling 200 finished transfers, a frame", times, 0.032);
+    }
+
+    std::vector<UploadRequest> m_uploads;
+    Desktop m_desktop;
+};
+
+} // namespace
+} // namespace palvera
+
+int main(int argc, char** argv)
+{
+    QTemporaryDir runtime;
+    qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    QGuiApplication application(argc, argv);
+    palvera::loadFonts();
+    testing::GTEST_FLAG(throw_on_failure) = true; // what a test would be told of ends the program
+    testing::InitGoogleTest(&argc, argv);
+    return palvera::FaceBench().run() ? 0 : 1;
+}
