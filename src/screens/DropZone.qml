@@ -80,6 +80,7 @@ Item {
 
         Item {
             height: Theme.spaceTiny
+            visible: root.prominent
             width: 1
         }
 

@@ -143,10 +143,10 @@ private:
         m_desktop.waitForText("Nothing matches");
         take("deliverables-nothing-matches");
         screen().press(Qt::Key_Escape);
-        openRow("5.1 surround mix");
+        openRow("Music and effects");
         take("deliverable");
         auto* zone = screen().find(QAccessible::Grouping, "Drop a file here");
-        auto file = m_desktop.sparseFile("Salt_5-1_surround_v2.wav", 900'000'000);
+        auto file = m_desktop.sparseFile("Salt_music_effects_v2.wav", 2'900'000'000);
         screen().drag(zone, {file});
         take("deliverable-drag");
         screen().drop(zone, {QUrl::fromLocalFile(m_desktop.disk.path())});
@@ -167,6 +167,7 @@ private:
         take("deliverable-doubtful");
         screen().press(Qt::Key_Escape);
         back();
+        screen().press(Qt::Key_Escape); // which clears the search
         take("deliverables-transferring");
         panel();
     }
@@ -174,9 +175,9 @@ private:
     {
         m_desktop.platform.faults().add(
             {.operation = Operation::start, .times = 2, .fault = {.kind = Fault::Kind::status, .status = 503}});
-        send("Key art", "Salt_key_art_v4.tif", 640'000'000);
-        send("Music cue sheet", "Salt_cues.pdf", 90'000'000);
-        send("Music and effects", "Salt_music_effects.wav", 410'000'000);
+        send("Key art", "Salt_key_art_v4.tif", 940'000'000);
+        send("Music cue sheet", "Salt_cues.pdf", 390'000'000);
+        send("5.1 surround mix", "Salt_5-1_surround_v2.wav", 1'410'000'000);
         m_desktop.goToPanel();
         m_desktop.waitForText("Trying again in");
         letMove(6);
@@ -248,7 +249,7 @@ private:
 
     const QString m_folder;
     const bool m_dark;
-    Desktop m_desktop{12'000'000};
+    Desktop m_desktop{5'000'000};
 };
 
 } // namespace
