@@ -197,9 +197,12 @@ bool CurlTransfer::keep(std::span<const char> bytes)
         return keepInAnswer(bytes);
     const auto room = m_request.into.subspan(std::size_t(m_answer.length));
     m_tooLarge = bytes.size() > room.size();
-    if (!m_tooLarge)
-        std::memcpy(room.data(), bytes.data(), bytes.size());
-    return !m_tooLarge;
+    if (m_tooLarge)
+        return false;
+    std::memcpy(room.data(), bytes.data(), bytes.size());
+    if (m_request.onReceived)
+        m_request.onReceived(m_answer.length + qint64(bytes.size()));
+    return true;
 }
 
 bool CurlTransfer::keepInAnswer(std::span<const char> bytes)

@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QLocale>
 
+#include <algorithm>
 #include <cerrno>
 
 #include <fcntl.h>
@@ -17,6 +18,10 @@
 namespace palvera {
 
 namespace {
+
+/// Bytes of one write. For more, the kernel caches the file in larger pieces of memory, which it has to find: written
+/// in one go, 32 MiB were measured on ext4 (Linux 6.18, a virtual machine) to cost twice the processor time.
+constexpr std::size_t mostAtOnce = 64 << 10;
 
 const QString cannotWrite = QStringLiteral("cannot be written");
 
@@ -100,17 +105,18 @@ void DestinationFile::requireRoom(qint64 size) const
 void DestinationFile::writeAt(qint64 offset, std::span<const char> bytes) const
 {
     const auto length = static_cast<qint64>(bytes.size());
-    std::unique_lock writing(*m_writing);
     for (qint64 done = 0; done < length;) {
         const auto rest = bytes.subspan(static_cast<std::size_t>(done));
-        const ssize_t count = ::pwrite(m_file.number(), rest.data(), rest.size(), offset + done);
+        const ssize_t count = ::pwrite(m_file.number(), rest.data(), std::min(rest.size(), mostAtOnce), offset + done);
         if (count >= 0)
             done += count;
         else if (errno != EINTR)
             throwFileError(m_path, cannotWrite, errno);
     }
-    writing.unlock();
-    // Begins the way to the disk now, so that `sync` finds little left to wait for. Only a hint.
+}
+
+void DestinationFile::startStoring(qint64 offset, qint64 length) const
+{
     ::sync_file_range(m_file.number(), offset, length, SYNC_FILE_RANGE_WRITE);
 }
 

@@ -4,8 +4,6 @@
 
 #include <QString>
 
-#include <memory>
-#include <mutex>
 #include <span>
 
 namespace palvera {
@@ -24,8 +22,12 @@ public:
     /// Empties the file and gives it `size` bytes again, all zero, with real room for them where the file system can
     /// reserve it. Fails before that when the file system has less room.
     void reset(qint64 size) const;
-    /// The bytes may be in the system's memory only until `sync`.
+    /// The bytes may be in the system's memory only until `sync`. One thread at a time writes to a file; the others
+    /// spin until it is their turn.
     void writeAt(qint64 offset, std::span<const char> bytes) const;
+    /// Sends bytes that are written on their way to the disk, so that `sync` finds little left to wait for. Only a
+    /// hint.
+    void startStoring(qint64 offset, qint64 length) const;
     /// Returns once everything written so far is on the disk and the file still is the one that its path names.
     void sync() const;
 
@@ -37,9 +39,6 @@ private:
 
     QString m_path;
     FileDescriptor m_file;
-    // Held while bytes are written: the kernel lets one thread at a time write to a file, and the others would spin
-    // until it is their turn (measured on ext4: up to three times the processor time).
-    std::unique_ptr<std::mutex> m_writing = std::make_unique<std::mutex>();
 };
 
 } // namespace palvera

@@ -45,6 +45,8 @@ struct HttpRequest {
     std::function<void(qint64 sent)> onSent = {};
     /// Where the body of a 2xx answer goes instead of `HttpResponse::body`. A longer one fails as too large.
     std::span<char> into = {};
+    /// Called on the session's strand with the number of bytes that stand in `into`, whenever it grows.
+    std::function<void(qint64 length)> onReceived = {};
     /// Asked on the session's strand before the first byte of a body is taken, with status and headers. False ends the
     /// request at once with these; the connection is given up, since the rest of the body is still on it.
     std::function<bool(const HttpResponse& head)> wantsBody = {};

@@ -106,10 +106,11 @@ DownloadRun::DownloadRun(const Downloader::Environment& environment, const Downl
     : m_environment(environment),
       m_settings(settings),
       m_request(std::move(request)),
+      m_writing(asio::make_strand(environment.engine)),
       m_disk(asio::make_strand(environment.engine))
 {
     for (const auto& session : sessions)
-        m_lanes.push_back({.session = *session, .disk = asio::make_strand(environment.engine)});
+        m_lanes.push_back({.session = *session});
 }
 
 Task<void> DownloadRun::perform()
@@ -205,8 +206,8 @@ Task<void> DownloadRun::fetchWave(std::span<const qint64> chunks)
 Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
 {
     const auto range = rangeOf(index);
-    if (!lane.buffer)
-        lane.buffer.emplace(std::min(m_settings.chunkSize, m_partial.total));
+    if (!lane.chunk)
+        lane.chunk.emplace(m_writing, *m_file, std::min(m_settings.chunkSize, m_partial.total), m_settings.sliceSize);
     QString failure = QStringLiteral("");
     for (int number = 0; number < attempts; ++number) {
         if (number > 0)
@@ -217,20 +218,24 @@ Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
     }
     if (!failure.isNull())
         throw APIError(0, failure);
-    co_await callOn(lane.disk, [&] { m_file->writeAt(range.offset, lane.buffer->first(range.length)); });
+    co_await lane.chunk->finish();
     m_written.push_back(index);
     m_somethingWritten->set();
 }
 
-/// Why the chunk is not in the lane's buffer now; a null text when it is.
+/// Why the chunk has not arrived; a null text when it has.
 Task<QString> DownloadRun::attempt(Lane& lane, ByteRange range)
 {
     auto request = rangedRequest(m_request.address, range);
-    request.into = lane.buffer->first(range.length);
+    request.into = lane.chunk->begin(range);
+    request.onReceived = [&lane](qint64 length) { lane.chunk->received(length); };
     request.wantsBody = [this, range](const HttpResponse& head) {
         return !head.isSuccess() || (!isAnotherObject(head) && objectionTo(head, range).isNull());
     };
     auto sent = co_await outcomeOf(lane.session.send(std::move(request)));
+    co_await asio::this_coro::throw_if_cancelled(false);
+    co_await lane.chunk->settle();
+    co_await asio::this_coro::throw_if_cancelled(true);
     if (isCancellation(sent.failure))
         std::rethrow_exception(sent.failure);
     if (sent.failure)

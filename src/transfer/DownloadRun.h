@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/BulkBuffer.h"
 #include "platform/DestinationFile.h"
 #include "platform/Event.h"
+#include "transfer/ChunkWriter.h"
 #include "transfer/Downloader.h"
 #include "transfer/Partial.h"
 #include "transfer/UploadRules.h"
@@ -22,11 +22,10 @@ public:
     Task<void> perform();
 
 private:
-    /// What a lane keeps from wave to wave. Its strand writes chunks to the disk.
+    /// What a lane keeps from wave to wave.
     struct Lane {
         HttpClient& session;
-        Executor disk;
-        std::optional<BulkBuffer> buffer = {};
+        std::optional<ChunkWriter> chunk = {};
     };
 
     Task<void> probe();
@@ -50,7 +49,8 @@ private:
     const Downloader::Settings& m_settings;
     const DownloadRequest m_request;
     std::vector<Lane> m_lanes;
-    const Executor m_disk; // a strand for the record
+    const Executor m_writing; // a strand for the bytes: a file takes them from one thread at a time
+    const Executor m_disk;    // a strand for the record
     std::optional<DestinationFile> m_file;
     Partial m_partial; // as it is on the disk, or about to be
     // Of the object, since the probe. Read by every lane's session, on its own strand.

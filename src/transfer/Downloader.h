@@ -40,10 +40,11 @@ public:
     struct Settings {
         int lanes = 8;                 ///< chunks in flight at once for one download
         qint64 chunkSize = 33'554'432; ///< bytes
+        qint64 sliceSize = 1'048'576;  ///< bytes of a chunk that have to be there before they are written
     };
     /// What the engine works with. Everything referred to outlives it.
     struct Environment {
-        Executor engine; ///< threads for disk work; more of them than one download has lanes
+        Executor engine; ///< threads for disk work; one download keeps two of them busy at most
         Clock& clock;
         HttpClientFactory storage; ///< makes the session of each lane, shared by all downloads
     };

@@ -66,11 +66,16 @@ TEST_F(HttpSessionTest, putsTheBodyOfASuccessWhereItIsToldTo)
     });
     QByteArray memory(10, '?');
     std::span<char> into(memory.data(), 10);
-    auto refused = send({.url = server.url("/gone"), .into = into});
+    auto refused = send(
+        {.url = server.url("/gone"), .into = into, .onReceived = [](qint64) { FAIL() << "nothing stands there"; }});
     EXPECT_EQ(refused.body, "0123456789");
     EXPECT_EQ(refused.length, 10);
     EXPECT_EQ(memory, "??????????");
-    auto taken = send({.url = server.url("/"), .into = into});
+    QList<qint64> received;
+    auto taken =
+        send({.url = server.url("/"), .into = into, .onReceived = [&](qint64 length) { received.append(length); }});
+    EXPECT_TRUE(std::ranges::is_sorted(received));
+    EXPECT_EQ(received.value(received.size() - 1), 10);
     EXPECT_EQ(taken.body, "");
     EXPECT_EQ(taken.length, 10);
     EXPECT_EQ(memory, "0123456789");

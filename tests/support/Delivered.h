@@ -20,7 +20,13 @@ inline HttpResponse delivered(const HttpRequest& request, HttpResponse response)
         return response;
     if (response.length > static_cast<qint64>(request.into.size()))
         throw TransportError(TransportError::Kind::tooLarge, QStringLiteral("The server's answer is too large."));
-    std::copy(response.body.cbegin(), response.body.cend(), request.into.begin());
+    constexpr qsizetype packet = 300;
+    for (qsizetype at = 0; at < response.body.size(); at += packet) {
+        const auto bytes = response.body.mid(at, packet);
+        std::ranges::copy(bytes, request.into.begin() + at);
+        if (request.onReceived)
+            request.onReceived(at + bytes.size());
+    }
     response.body.clear();
     return response;
 }

@@ -14,6 +14,10 @@
 
 #include <gmock/gmock.h>
 
+#include <csignal>
+
+#include <sys/resource.h>
+
 namespace palvera {
 namespace {
 
@@ -98,7 +102,7 @@ struct Life {
     Downloader downloader{{.engine = world.executor(),
                            .clock = world.clock,
                            .storage = [this] { return std::make_unique<Forward>(client, beforeSending); }},
-                          {.chunkSize = chunk}};
+                          {.chunkSize = chunk, .sliceSize = 400}};
 
     explicit Life(const Storage& storage)
     {
@@ -382,6 +386,57 @@ TEST_F(DownloaderTest, recordsWhatArrivedBeforeAnotherChunkFailed)
     EXPECT_EQ(life.download(path), "Storage answered 500 on a chunk.");
     EXPECT_EQ(loadPartial(path)->done, (std::set<qint64>{0, 1, 3}));
     EXPECT_EQ(fileAt(path).size(), storage.content.size());
+}
+
+TEST_F(DownloaderTest, writesOverWhatAnAnswerLeftThatWasCutOff)
+{
+    storage.trouble = [this, cutOff = 0](const HttpRequest& request) mutable -> std::optional<HttpResponse> {
+        if (rangeOf(request) != "bytes=1000-1999" || ++cutOff > 2)
+            return std::nullopt;
+        auto answer = storage.properly(request);
+        answer.body = QByteArray(cutOff == 1 ? 999 : 600, 'x');
+        return answer;
+    };
+    Life life(storage);
+    EXPECT_EQ(life.download(path), "");
+    expectWhole();
+}
+
+TEST_F(DownloaderTest, takesNoChunkForWrittenThatTheDiskRefused)
+{
+    struct FileSizeLimit {
+        rlimit before{};
+        FileSizeLimit()
+        {
+            std::signal(SIGXFSZ, SIG_IGN);
+            ::getrlimit(RLIMIT_FSIZE, &before);
+        }
+        ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &before); }
+        void set(rlim_t bytes)
+        {
+            auto limit = before;
+            limit.rlim_cur = bytes;
+            ::setrlimit(RLIMIT_FSIZE, &limit);
+        }
+    };
+    for (rlim_t refusedFrom : {1300, 1700, 1900}) { // in the first slice of the second chunk, the second, the rest
+        {
+            Life life(storage);
+            FileSizeLimit limit;
+            life.beforeSending = [&, sent = 0]() mutable {
+                if (++sent == 2) // the probe is over, the room is reserved
+                    limit.set(refusedFrom);
+            };
+            EXPECT_THAT(life.download(path), HasSubstr("cannot be written"));
+            auto partial = loadPartial(path);
+            ASSERT_TRUE(partial);
+            EXPECT_THAT(partial->done, testing::IsSubsetOf({0}));
+        }
+        Life next(storage);
+        EXPECT_EQ(next.download(path), "");
+        expectWhole();
+        QFile::remove(path);
+    }
 }
 
 TEST_F(DownloaderTest, losesNothingWhenItDiesAtAnyRecord)

@@ -39,7 +39,8 @@ struct EngineThreadsTest : testing::Test {
     HttpClientFactory storage = [this] {
         return std::make_unique<HttpSession>(pool.get_executor(), HttpSessionOptions::storage());
     };
-    Downloader downloader{{.engine = pool.get_executor(), .clock = clock, .storage = storage}, {.chunkSize = partSize}};
+    Downloader downloader{{.engine = pool.get_executor(), .clock = clock, .storage = storage},
+                          {.chunkSize = partSize, .sliceSize = partSize / 16}};
     Uploader uploader{{.engine = pool.get_executor(),
                        .clock = clock,
                        .api = api,
