@@ -87,6 +87,10 @@ void CurlHandles::setConnection(CURL* easy) const
 void CurlHandles::setTrust(CURL* easy) const
 {
     setOption(easy, CURLOPT_SSLVERSION, long(CURL_SSLVERSION_TLSv1_2));
+    // In the order of browsers. OpenSSL would begin with 256 bits, which cost four tenths more processor time for a
+    // byte.
+    setOption(easy, CURLOPT_TLS13_CIPHERS,
+              "TLS_AES_128_GCM_SHA256:TLS_AES_256_GCM_SHA384:TLS_CHACHA20_POLY1305_SHA256");
     if (auto file = authoritiesFile(m_options); !file.isEmpty())
         setOption(easy, CURLOPT_CAINFO, file.constData());
     if (!m_options.verifyPeer) {

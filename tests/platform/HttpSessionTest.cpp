@@ -264,6 +264,18 @@ TEST_F(HttpSessionTest, leavesNoTraceOfARequestInTheNextOverTheSameConnection)
     EXPECT_EQ(server.connections(), 1);
 }
 
+TEST_F(HttpSessionTest, encryptsWithTheFastestCipherThatIsSafe)
+{
+    TestCertificate certificate;
+    LoopbackServer server(
+        [](Connection& connection) {
+            connection.readHead();
+            connection.write(answer("200 OK", connection.cipher()));
+        },
+        {.certificate = &certificate});
+    EXPECT_EQ(send({.url = server.url("/")}, {.verifyPeer = false}).body, "TLS_AES_128_GCM_SHA256");
+}
+
 TEST_F(HttpSessionTest, trustsOnlyCertificatesOfItsAuthorities)
 {
     TestCertificate certificate;

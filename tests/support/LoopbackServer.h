@@ -91,6 +91,8 @@ public:
     /// Reads whole requests and answers each with `answer`, until the client goes.
     void answerAll(const QByteArray& answer);
     void write(const QByteArray& bytes);
+    /// What the connection is encrypted with, by the name that TLS has for it; empty when it is not.
+    QByteArray cipher() const { return m_tls ? SSL_get_cipher_name(m_tls) : ""; }
     /// Waits for so long, at most until the client goes; false then.
     bool stay(int milliseconds);
     /// Waits until the client goes and says whether it cut the connection off instead of closing it.
