@@ -147,9 +147,8 @@ QString DeliverableView::doubtfulMessage() const
     if (!m_doubtful)
         return {};
     auto name = QFileInfo(m_doubtful->file).fileName();
-    return tr("%1 is %2. Textless elements are usually a few minutes long. The picture master row is probably the "
-              "right "
-              "place.")
+    return tr("%1 is %2. Textless elements are usually a few minutes long. "
+              "The picture master row is probably the right place.")
         .arg(name.isEmpty() ? tr("This file") : name, byteCountText(m_doubtful->bytes));
 }
 

@@ -22,16 +22,13 @@ Rectangle {
         anchors.centerIn: parent
         spacing: Theme.spaceTiny
 
-        Loader {
-            active: root.moving
+        Spinner {
             anchors.verticalCenter: parent.verticalCenter
-            visible: active
-
-            sourceComponent: Spinner {
-                color: root.ink
-                height: 12
-                width: 12
-            }
+            color: root.ink
+            height: 12
+            running: root.moving
+            visible: root.moving
+            width: 12
         }
 
         SymbolIcon {
