@@ -44,9 +44,10 @@ TransportError outOfTime(RequestWatch::Verdict verdict, std::chrono::millisecond
 CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, CurlHandles& handles, CurlMulti& multi)
     : m_request(std::move(request)),
       m_totalLimit(totalLimit(m_request, handles.options())),
+      m_handles(handles),
       m_multi(multi),
       m_wake(multi.strand()),
-      m_watch(m_request.idleTimeout, m_totalLimit, RequestWatch::Moment::clock::now()),
+      m_watch(m_request.idleTimeout, m_totalLimit, now()),
       m_easy(handles.take(), GiveBack{&handles})
 {
     setAddress(address);
@@ -155,7 +156,7 @@ int CurlTransfer::seekBody(void* self, curl_off_t offset, int origin)
 std::size_t CurlTransfer::takeHeader(char* line, std::size_t size, std::size_t count, void* self)
 {
     auto& transfer = *static_cast<CurlTransfer*>(self);
-    transfer.m_watch.moved(RequestWatch::Moment::clock::now());
+    transfer.m_watch.moved(transfer.now());
     auto text = QByteArrayView(line, qsizetype(size * count));
     if (text.startsWith("HTTP/")) { // of the final answer, or of an interim one before it
         transfer.m_answer.headers.clear();
@@ -225,7 +226,7 @@ int CurlTransfer::takeProgress(void* self, curl_off_t, curl_off_t received, curl
     auto& transfer = *static_cast<CurlTransfer*>(self);
     if (sent == transfer.m_sent && received == transfer.m_received)
         return 0;
-    transfer.m_watch.moved(RequestWatch::Moment::clock::now());
+    transfer.m_watch.moved(transfer.now());
     transfer.m_received = received;
     if (std::exchange(transfer.m_sent, sent) < sent)
         transfer.reportSent();
@@ -251,7 +252,8 @@ void CurlTransfer::ended(CURLcode result) noexcept
 
 void CurlTransfer::started() noexcept
 {
-    m_started = true;
+    if (!std::exchange(m_started, true))
+        m_watch.moved(now());
 }
 
 void CurlTransfer::leaves(curl_socket_t socket) noexcept
@@ -278,7 +280,8 @@ void CurlTransfer::abandon()
 Task<void> CurlTransfer::untilEnded()
 {
     while (!hasEnded()) {
-        m_wake.expires_at(m_watch.nextLook(RequestWatch::Moment::clock::now()));
+        const auto present = now();
+        m_wake.expires_after(m_watch.nextLook(present) - present);
         boost::system::error_code woken;
         co_await m_wake.async_wait(asio::redirect_error(asio::use_awaitable, woken));
         auto state = co_await asio::this_coro::cancellation_state;
@@ -291,11 +294,10 @@ Task<void> CurlTransfer::untilEnded()
 
 void CurlTransfer::look()
 {
-    auto now = RequestWatch::Moment::clock::now();
     if (!m_started)
-        m_watch.moved(now); // it waits for a connection that another request uses: its turn has not come
+        m_watch.moved(now()); // it waits for a connection that another request uses: its turn has not come
     noteDraining();
-    auto verdict = m_watch.verdict(now);
+    auto verdict = m_watch.verdict(now());
     if (verdict == RequestWatch::Verdict::idle)
         throw outOfTime(verdict, m_request.idleTimeout);
     if (verdict == RequestWatch::Verdict::timedOut)
@@ -307,8 +309,14 @@ void CurlTransfer::noteDraining()
     auto queued = m_multi.queuedInKernel(m_easy.get());
     if (std::exchange(m_queuedInKernel, queued) == queued)
         return;
-    m_watch.moved(RequestWatch::Moment::clock::now());
+    m_watch.moved(now());
     reportSent();
+}
+
+RequestWatch::Moment CurlTransfer::now() const
+{
+    const auto& given = m_handles.options().now;
+    return given ? given() : RequestWatch::Moment::clock::now();
 }
 
 int CurlTransfer::status() const

@@ -59,6 +59,7 @@ private:
     bool isBodyWanted();
     bool keep(std::span<const char> bytes);
     bool keepInAnswer(std::span<const char> bytes);
+    RequestWatch::Moment now() const;
     bool hasEnded() const { return m_result || m_failure; }
     void look();
     void noteDraining();
@@ -69,6 +70,7 @@ private:
 
     HttpRequest m_request;
     const std::chrono::milliseconds m_totalLimit;
+    const CurlHandles& m_handles;
     CurlMulti& m_multi;
     StrandTimer m_wake;
     RequestWatch m_watch;

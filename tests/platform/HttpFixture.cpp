@@ -73,6 +73,28 @@ void HttpFixture::expectFailure(HttpRequest request, TransportError::Kind kind, 
     }
 }
 
+std::function<std::chrono::steady_clock::time_point()> PassingTime::clock()
+{
+    return [this] {
+        std::lock_guard guard(m_lock);
+        ++m_count;
+        m_asked.notify_all();
+        return m_now;
+    };
+}
+
+void PassingTime::pass(std::chrono::milliseconds duration)
+{
+    std::lock_guard guard(m_lock);
+    m_now += duration;
+}
+
+void PassingTime::untilLookedAt()
+{
+    std::unique_lock lock(m_lock);
+    m_asked.wait_for(lock, std::chrono::seconds(10), [this, before = m_count] { return m_count >= before + 8; });
+}
+
 FakeNetworkPath::FakeNetworkPath(Executor executor)
     : m_strand(executor), m_change(m_strand, asio::steady_timer::time_point::max())
 {}

@@ -54,6 +54,23 @@ protected:
     boost::asio::thread_pool m_pool{2};
 };
 
+/// The time by which a session counts its time-outs. It passes as servers' scripts say. Any thread.
+class PassingTime {
+public:
+    /// What `HttpSessionOptions::now` takes. Refers to this object.
+    std::function<std::chrono::steady_clock::time_point()> clock();
+    void pass(std::chrono::milliseconds duration);
+    /// Waits until every session that uses this time must have compared it with its limits, which asks for it two or
+    /// three times. Gives up after ten seconds, so that a failing test ends.
+    void untilLookedAt();
+
+private:
+    std::mutex m_lock;
+    std::condition_variable m_asked;
+    std::chrono::steady_clock::time_point m_now{};
+    int m_count = 0;
+};
+
 /// A path that a test brings up.
 class FakeNetworkPath final : public NetworkPath {
 public:

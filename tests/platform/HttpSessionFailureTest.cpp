@@ -83,34 +83,44 @@ TEST_F(HttpSessionFailureTest, waitsForANetworkNoLongerThanItsCallerOrItsSession
 
 TEST_F(HttpSessionFailureTest, countsInactivityEitherWay)
 {
-    LoopbackServer server([](Connection& connection) {
+    PassingTime time;
+    LoopbackServer server([&](Connection& connection) {
         auto path = connection.readHead().split(' ').at(1);
         if (path == "/drips") {
-            connection.write("HTTP/1.1 200 OK\r\nContent-Length: 12\r\n\r\n");
-            for (int i = 0; i < 12 && connection.stay(20); ++i)
+            connection.write("HTTP/1.1 200 OK\r\nContent-Length: 4\r\n\r\n");
+            for (int i = 0; i < 4; ++i) {
+                time.pass(50ms);
                 connection.write("x");
+                time.untilLookedAt();
+            }
         } else if (path == "/halts") {
             connection.write("HTTP/1.1 200 OK\r\nContent-Length: 12\r\n\r\nxxx");
         }
-        connection.waitForReset();
+        while (connection.stay(5))
+            time.pass(40ms);
     });
     const QString text = QStringLiteral("No answer within 0.12 seconds.");
-    EXPECT_EQ(send({.url = server.url("/drips"), .idleTimeout = 120ms}).body.size(), 12); // 240 ms in all
-    expectFailure({.url = server.url("/silent"), .idleTimeout = 120ms}, Kind::idle, text);
-    expectFailure({.url = server.url("/halts"), .idleTimeout = 120ms}, Kind::idle, text);
+    const HttpSessionOptions options{.now = time.clock()};
+    EXPECT_EQ(send({.url = server.url("/drips"), .idleTimeout = 120ms}, options).body.size(), 4); // 200 ms in all
+    expectFailure({.url = server.url("/silent"), .idleTimeout = 120ms}, Kind::idle, text, options);
+    expectFailure({.url = server.url("/halts"), .idleTimeout = 120ms}, Kind::idle, text, options);
     expectFailure(
         {.method = "PUT", .url = server.url("/takesNothing"), .body = patternedBody(20 << 20), .idleTimeout = 120ms},
-        Kind::idle, text);
+        Kind::idle, text, options);
 }
 
 TEST_F(HttpSessionFailureTest, takesADrainingSendQueueForActivity)
 {
+    PassingTime time;
     LoopbackServer server(
-        [](Connection& connection) {
+        [&](Connection& connection) {
             auto length = headerOf(connection.readHead(), "Content-Length").toLongLong();
-            constexpr qint64 sip = 100'000;
-            for (; length > sip && connection.stay(15); length -= sip) // twenty times
+            constexpr qint64 sip = 300'000;
+            for (; length > sip; length -= sip) { // six times
                 connection.discard(sip);
+                time.untilLookedAt();
+                time.pass(60ms);
+            }
             connection.discard(length);
             connection.write(answer("200 OK"));
         },
@@ -119,21 +129,26 @@ TEST_F(HttpSessionFailureTest, takesADrainingSendQueueForActivity)
     std::vector<qint64> sent;
     HttpRequest request{.method = "PUT", .url = server.url("/"), .body = body, .idleTimeout = 150ms};
     request.onSent = [&](qint64 count) { sent.push_back(count); };
-    EXPECT_EQ(send(std::move(request), HttpSessionOptions::storage()).status, 200);
+    auto options = HttpSessionOptions::storage();
+    options.now = time.clock();
+    EXPECT_EQ(send(std::move(request), options).status, 200);
     EXPECT_GT(std::ranges::count(sent, body.size()), 1) << "draining is reported with the count unchanged";
 }
 
 TEST_F(HttpSessionFailureTest, endsARequestThatTakesTooLongAsAWhole)
 {
-    LoopbackServer server([](Connection& connection) {
+    PassingTime time;
+    LoopbackServer server([&](Connection& connection) {
         connection.readHead();
         connection.write("HTTP/1.1 200 OK\r\nContent-Length: 1000\r\n\r\n");
-        while (connection.stay(10))
+        while (connection.stay(5)) {
+            time.pass(10ms);
             connection.write("x");
+        }
     });
     const QString text = QStringLiteral("The request took longer than 0.1 seconds.");
-    expectFailure({.url = server.url("/"), .totalTimeout = 100ms}, Kind::timedOut, text);
-    expectFailure({.url = server.url("/")}, Kind::timedOut, text, {.totalTimeout = 100ms});
+    expectFailure({.url = server.url("/"), .totalTimeout = 100ms}, Kind::timedOut, text, {.now = time.clock()});
+    expectFailure({.url = server.url("/")}, Kind::timedOut, text, {.totalTimeout = 100ms, .now = time.clock()});
 }
 
 TEST_F(HttpSessionFailureTest, refusesAnAnswerBeyondTheLimit)

@@ -212,13 +212,18 @@ TEST_F(HttpSessionTest, takesAnyStatusAsAnAnswerAndLeavesItAsItCame)
 
 TEST_F(HttpSessionTest, keepsToItsNumberOfConnectionsAndWaitingForATurnIsNotInactivity)
 {
+    PassingTime time;
     LoopbackServer server([&](Connection& connection) {
         connection.readHead();
-        connection.stay(150); // longer than the second request may be idle
+        for (int i = 0; i < 6; ++i) { // far longer than the others may be idle
+            time.pass(50ms);
+            time.untilLookedAt();
+        }
+        time.pass(99ms);
         connection.write(answer("200 OK"));
         connection.answerAll(answer("200 OK"));
     });
-    HttpSession session(executor(), {.maxConnectionsPerHost = 1});
+    HttpSession session(executor(), {.maxConnectionsPerHost = 1, .now = time.clock()});
     auto one = start(session, {.url = server.url("/1")});
     auto two = start(session, {.url = server.url("/2"), .idleTimeout = 100ms});
     auto three = start(session, {.url = server.url("/3"), .idleTimeout = 100ms});
