@@ -213,8 +213,10 @@ TEST_F(HttpSessionTest, takesAnyStatusAsAnAnswerAndLeavesItAsItCame)
 TEST_F(HttpSessionTest, keepsToItsNumberOfConnectionsAndWaitingForATurnIsNotInactivity)
 {
     PassingTime time;
+    Gate firstCame;
     LoopbackServer server([&](Connection& connection) {
         connection.readHead();
+        firstCame.open();
         for (int i = 0; i < 6; ++i) { // far longer than the others may be idle
             time.pass(50ms);
             time.untilLookedAt();
@@ -225,6 +227,7 @@ TEST_F(HttpSessionTest, keepsToItsNumberOfConnectionsAndWaitingForATurnIsNotInac
     });
     HttpSession session(executor(), {.maxConnectionsPerHost = 1, .now = time.clock()});
     auto one = start(session, {.url = server.url("/1")});
+    ASSERT_TRUE(firstCame.wait());
     auto two = start(session, {.url = server.url("/2"), .idleTimeout = 100ms});
     auto three = start(session, {.url = server.url("/3"), .idleTimeout = 100ms});
     EXPECT_EQ(one.wait().status, 200);
