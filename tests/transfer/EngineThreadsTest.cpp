@@ -4,6 +4,7 @@
 #include "localplatform/Server.h"
 #include "platform/HttpSession.h"
 #include "service/BrowsingOperations.h"
+#include "support/LoopbackServer.h"
 #include "support/QtPrinting.h"
 
 #include <boost/asio/use_future.hpp>
@@ -167,19 +168,28 @@ struct DownloadThreadsTest : EngineThreadsTest {
 
 TEST_F(DownloadThreadsTest, severalDownloadsAtOnceAllArrive)
 {
-    constexpr int probes = 3;
-    platform.faults().add(
-        {.operation = Operation::get, .after = probes, .times = 3, .every = 9, .fault = {.kind = Kind::status}});
-    platform.faults().add({.operation = Operation::get,
-                           .after = probes,
-                           .times = 2,
-                           .every = 11,
-                           .fault = {.kind = Kind::resetMidBody, .bytes = 9999}});
-    platform.faults().add(
-        {.operation = Operation::get, .after = probes, .times = 2, .every = 5, .fault = {.kind = Kind::wrongRange}});
+    constexpr int count = 3;
+    std::atomic<int> sized = 0;
+    Gate troubled; // once the size of all is known, for which nobody asks twice
+    auto begin = [&](const DownloadProgress& now) {
+        if (now.received > 0)
+            return;
+        if (++sized == count) {
+            const auto fails = [&](int times, int every, local::Fault fault) {
+                platform.faults().add({.operation = Operation::get, .times = times, .every = every, .fault = fault});
+            };
+            fails(3, 9, {.kind = Kind::status});
+            fails(2, 11, {.kind = Kind::resetMidBody, .bytes = 9999});
+            fails(2, 5, {.kind = Kind::wrongRange});
+            troubled.open();
+        }
+        EXPECT_TRUE(troubled.wait());
+    };
     std::map<QString, std::future<void>> running;
-    for (const char* name : {"1.mov", "2.mov", "3.mov"})
-        running[disk.filePath(name)] = fetch(disk.filePath(name));
+    for (int i = 0; i < count; ++i) {
+        auto path = disk.filePath(QStringLiteral("%1.mov").arg(i));
+        running[path] = fetch(path, std::make_shared<CancelFlag>(), begin);
+    }
     for (auto& [path, each] : running) {
         EXPECT_NO_THROW(each.get());
         EXPECT_TRUE(isWhole(path)) << path.toStdString();
