@@ -85,8 +85,10 @@ FocusScope {
             login.submit();
     }
 
+    /// Leaves the keyboard where somebody has led it already: who types ahead must not find a secret in another field.
     function takeFocus() {
-        if (firstField)
+        const chosen = activeFocus && Window.activeFocusItem !== root;
+        if (firstField && !chosen)
             firstField.forceActiveFocus(Qt.OtherFocusReason);
     }
 }

@@ -11,6 +11,7 @@ ListView {
 
     activeFocusOnTab: true
     boundsBehavior: Flickable.StopAtBounds
+    cacheBuffer: 0 // rows ahead are made in idle moments; Qt 6.4 loses track of them when the list gets shorter then
     clip: true
     highlightMoveDuration: 0
     keyNavigationEnabled: true

@@ -154,8 +154,10 @@ QString DeliverableView::doubtfulMessage() const
 
 bool DeliverableView::drop(const QList<QUrl>& files)
 {
-    if (files.isEmpty())
+    if (files.isEmpty()) { // a program that is busy hands them over too late
+        refuse(tr("The file did not arrive from the other program. Drop it again, or choose it here."));
         return false;
+    }
     sendFile(files.first());
     return true;
 }

@@ -98,7 +98,7 @@ public:
     bool isPicking() const { return m_asking != Asking::nothing; }
     bool isPickingFolder() const { return m_asking == Asking::folder; }
 
-    /// Takes the first of what was dropped; false when there is nothing.
+    /// Takes the first of what was dropped. False when nothing has come with the drop, which is then said.
     Q_INVOKABLE bool drop(const QList<QUrl>& files);
     /// Sends a file of this computer, or asks first, or says why not.
     Q_INVOKABLE void sendFile(const QUrl& file);

@@ -98,7 +98,10 @@ Item {
         anchors.fill: parent
         keys: ["text/uri-list"]
         onDropped: drop => {
-            drop.accept(Qt.CopyAction);
+            if (drop.urls.length > 0)
+                drop.accept(Qt.CopyAction);
+            else
+                drop.accepted = false;
             root.dropped(drop.urls);
         }
     }

@@ -114,6 +114,8 @@ TEST_F(DeliveryTest, whatIsNoFileIsRefusedInWords)
     drop(QUrl::fromLocalFile(desktop.disk.path()));
     screen.waitUntil([&] { return !screen.all(QAccessible::AlertMessage).isEmpty(); });
     EXPECT_TRUE(screen.reads("is a folder. Drop the file itself."));
+    EXPECT_FALSE(screen.drop(screen.find(QAccessible::Grouping, "Drop a file here"), {}));
+    desktop.waitForText("The file did not arrive from the other program.");
     EXPECT_TRUE(desktop.transfers().items().empty());
 }
 

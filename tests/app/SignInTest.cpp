@@ -142,6 +142,26 @@ TEST(SignInDoorsTest, theAccessCodeDoorIsThereForWhoHoldsAlt)
     EXPECT_EQ(desktop.application().root().userEmail(), "hana@kestrel.example");
 }
 
+TEST(SignInDoorsTest, whoTypesAheadOfANewFaceKeepsTheKeyboardWhereItIs)
+{
+    Desktop desktop;
+    auto& screen = desktop.screen;
+    desktop.isAltHeld = true;
+    desktop.start();
+    screen.find(QAccessible::Button, "Sign in with an access code");
+    screen.tabTo(QAccessible::Button, "Sign in with an access code");
+    bool moved = false;
+    QObject::connect(desktop.application().root().login(), &LoginView::focusWanted, &screen.window(),
+                     [&] { moved = true; });
+    screen.press(Qt::Key_Return);
+    desktop.enter("Work email", "hana@kestrel.example");
+    desktop.enter("Password", "open-");
+    screen.waitUntil([&] { return moved; });
+    screen.type("sesame");
+    screen.press(Qt::Key_Return);
+    desktop.waitForText("Choose a client");
+}
+
 TEST(SignInDoorsTest, theAccessCodeDoorIsNowhereOtherwise)
 {
     Desktop desktop;

@@ -60,7 +60,7 @@ def dragged_killed_resumed_filed_and_downloaded_again():
             with FileManager(file) as files:
                 result = files.drag_to(*zone)
                 assert result == "copied", f"the drop was {result}"
-            desktop.find("heading|label|static|text", "Uploading")
+                desktop.find("heading|label|static|text", "Uploading")  # until then the file is still to be fetched
             wait_until(lambda: stored_parts(platform) > 10, "parts in storage")
             assert desktop.says("upload, running"), "the panel has not opened"
             desktop.process.kill()

@@ -83,6 +83,7 @@ TEST_F(DeliverableViewTest, aFileOfAnyNameIsSentToTheDeliverable)
     }
     EXPECT_EQ(uploads.requests.size(), 3U) << "only the first of those dropped";
     EXPECT_FALSE(view->drop({}));
+    EXPECT_EQ(view->refusal(), "The file did not arrive from the other program. Drop it again, or choose it here.");
 }
 
 TEST_F(DeliverableViewTest, whatIsNoFileIsRefusedWithAReason)

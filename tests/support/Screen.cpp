@@ -186,10 +186,20 @@ void Screen::type(const QString& text)
     settle();
 }
 
+void Screen::waitForFrame()
+{
+    bool shown = false;
+    QObject frame;
+    QObject::connect(m_window, &QQuickWindow::frameSwapped, &frame, [&] { shown = true; });
+    m_window->update();
+    waitUntil([&] { return shown; });
+}
+
 void Screen::click(QQuickItem* item)
 {
     QPointF place, earlier(-1, -1);
     waitUntil([&] {
+        waitForFrame();
         earlier = std::exchange(place, item->mapToScene(QPointF(item->width() / 2, item->height() / 2)));
         return place == earlier;
     });

@@ -51,6 +51,8 @@ public:
     static QAccessible::Role roleOf(QObject* object);
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+    /// Waits until everything has been laid out and drawn once more.
+    void waitForFrame();
     /// Into what has the keyboard.
     void type(const QString& text);
     /// With the mouse, once the item has come to rest.
