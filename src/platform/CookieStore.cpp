@@ -2,6 +2,7 @@
 
 #include "platform/AtomicFile.h"
 #include "platform/CookieFile.h"
+#include "platform/CurlLibrary.h"
 #include "platform/Failure.h"
 #include "platform/Folders.h"
 
@@ -37,8 +38,8 @@ EasyPointer openCookies(void* share)
 
 CURLSH* newShare()
 {
-    static const CURLcode initialised = curl_global_init(CURL_GLOBAL_DEFAULT);
-    CURLSH* share = initialised == CURLE_OK ? curl_share_init() : nullptr;
+    startCurl();
+    CURLSH* share = curl_share_init();
     if (!share)
         throw std::bad_alloc();
     return share;

@@ -1,5 +1,7 @@
 #include "platform/CurlMulti.h"
 
+#include "platform/CurlLibrary.h"
+
 #include <fcntl.h>
 #include <linux/sockios.h>
 #include <sys/ioctl.h>
@@ -33,8 +35,8 @@ namespace {
 
 CURLM* newMulti()
 {
-    static const CURLcode initialised = curl_global_init(CURL_GLOBAL_DEFAULT);
-    CURLM* multi = initialised == CURLE_OK ? curl_multi_init() : nullptr;
+    startCurl();
+    CURLM* multi = curl_multi_init();
     if (!multi)
         throw std::bad_alloc();
     return multi;

@@ -303,6 +303,35 @@ TEST_F(HttpSessionTest, trustsOnlyCertificatesOfItsAuthorities)
     expectFailure(request, TransportError::Kind::tls, "No encrypted connection to the server could be made.");
 }
 
+const LoopbackServer* serverAtTheEnd = nullptr;
+
+int statusAtTheEnd()
+{
+    boost::asio::thread_pool pool(1);
+    HttpSession session(pool.get_executor(), {.verifyPeer = false});
+    auto sending = session.send({.url = serverAtTheEnd->url("/")});
+    return boost::asio::co_spawn(pool, std::move(sending), boost::asio::use_future).get().status;
+}
+
+/// Ends the program, and tells by its exit code whether a request is still answered after everything that was to happen
+/// at its end.
+void endWithARequest()
+{
+    std::atexit([] { std::_Exit(statusAtTheEnd() == 200 ? 0 : 1); }); // the first to be asked for is the last called
+    HttpSession makesTheLibraryReady(boost::asio::system_executor{});
+    TestCertificate certificate;
+    LoopbackServer server([](Connection& connection) { connection.answerAll(answer("200 OK")); },
+                          {.certificate = &certificate});
+    serverAtTheEnd = &server;
+    std::exit(statusAtTheEnd() == 200 ? 3 : 4);
+}
+
+TEST(HttpSessionAtTheEndTest, encryptsUntilTheVeryEndOfTheProgram)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(endWithARequest(), testing::ExitedWithCode(0), "");
+}
+
 TEST_F(HttpSessionTest, usesTheEnvironmentsProxyForOtherMachinesOnly)
 {
     LoopbackServer proxy([](Connection& connection) {
