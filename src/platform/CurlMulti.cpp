@@ -25,8 +25,9 @@ struct CurlMulti::Socket {
     Socket(const Strand& strand, curl_socket_t socket) : number(socket), duplicate(strand) {}
 
     curl_socket_t number; // libcurl's
-    CURL* user = nullptr; // the transfer that libcurl last named with it
+    CURL* user = nullptr; // the transfer that libcurl last named with it, while that is not forgotten
     Descriptor duplicate;
+    qint64 given = 0;             // bytes that had come for `user` when it was last looked at
     int wanted = CURL_POLL_NONE;  // which of CURL_POLL_IN and CURL_POLL_OUT libcurl waits for
     int pending = CURL_POLL_NONE; // for which of them Asio waits
 };
@@ -82,6 +83,9 @@ void CurlMulti::remove(CURL* easy, Leave leave)
     m_resetting = leave == Leave::reset;
     curl_multi_remove_handle(m_multi, easy);
     m_resetting = false;
+    for (auto& [number, socket] : m_sockets) // which other transfers still use
+        if (socket->user == easy)
+            socket->user = nullptr;
 }
 
 int CurlMulti::queuedInKernel(const CURL* easy) const
@@ -112,7 +116,8 @@ void CurlMulti::watch(CURL* easy, curl_socket_t socket, int wanted)
     auto watched = socketFor(socket);
     if (!watched)
         return client->unwatchable();
-    watched->user = easy;
+    if (std::exchange(watched->user, easy) != easy)
+        watched->given = 0;
     watched->wanted = wanted;
     arm(watched);
 }
@@ -161,7 +166,7 @@ void CurlMulti::wait(const SocketPointer& socket, int direction)
         socket->pending &= ~direction;
         if (failure || !(socket->wanted & direction))
             return;
-        self->act(socket->number);
+        self->act(socket->number, direction == CURL_POLL_IN ? CURL_CSELECT_IN : 0);
         self->arm(socket); // nothing is wanted any more if libcurl let go of the socket
     });
 }
@@ -206,16 +211,50 @@ void CurlMulti::setTimer(long milliseconds)
     m_timer.async_wait([weak = weak_from_this()](error_code failure) {
         auto self = failure ? nullptr : weak.lock();
         if (self)
-            self->act(CURL_SOCKET_TIMEOUT);
+            self->act(CURL_SOCKET_TIMEOUT, 0);
     });
 }
 
-void CurlMulti::act(curl_socket_t socket)
+void CurlMulti::act(curl_socket_t socket, int ready)
+{
+    actOnce(socket, ready);
+    readOn();
+}
+
+/// Reads on as long as something comes. libcurl leaves off when the socket is empty; what TLS has taken from the socket
+/// ahead of it would then wait for an event that never comes.
+void CurlMulti::readOn()
+{
+    constexpr int mostTurns = 64; // then it is for others on the strand
+    for (int turns = 0; auto socket = socketThatGave(); ++turns) {
+        if (turns == mostTurns) {
+            asio::post(m_strand, [weak = weak_from_this()] {
+                if (auto self = weak.lock())
+                    self->readOn();
+            });
+            return;
+        }
+        socket->given = clientOf(socket->user)->received();
+        actOnce(socket->number, CURL_CSELECT_IN);
+    }
+}
+
+/// A socket from which something has come that was not followed by another look; null when there is none.
+CurlMulti::SocketPointer CurlMulti::socketThatGave() const
+{
+    for (const auto& [number, socket] : m_sockets)
+        if (socket->user && (socket->wanted & CURL_POLL_IN) && clientOf(socket->user)->received() != socket->given)
+            return socket;
+    return nullptr;
+}
+
+void CurlMulti::actOnce(curl_socket_t socket, int ready)
 {
     int running = 0;
-    // 0 for what is ready: libcurl then looks for itself and reads before it writes. Told of writability alone it would
-    // write into a connection that the server has closed and lose the answer that stands in the receive queue.
-    curl_multi_socket_action(m_multi, socket, 0, &running);
+    // Where bytes may leave, `ready` is 0: libcurl then looks for itself and reads before it writes. Told of
+    // writability alone it would write into a connection that the server has closed and lose the answer in the receive
+    // queue.
+    curl_multi_socket_action(m_multi, socket, ready, &running);
     int left = 0;
     while (auto* message = curl_multi_info_read(m_multi, &left))
         if (message->msg == CURLMSG_DONE)

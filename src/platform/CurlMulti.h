@@ -34,6 +34,8 @@ public:
         virtual void leaves(curl_socket_t socket) noexcept = 0;
         /// The transfer's socket cannot be watched for want of a descriptor. It will not go on.
         virtual void unwatchable() noexcept = 0;
+        /// Bytes of the answer, its headers included, that libcurl has handed over so far.
+        virtual qint64 received() const noexcept = 0;
     };
     enum class Leave {
         open,  ///< the connection may serve the next request
@@ -68,7 +70,10 @@ private:
     void wait(const SocketPointer& socket, int direction);
     void drop(curl_socket_t socket);
     void setTimer(long milliseconds);
-    void act(curl_socket_t socket);
+    void act(curl_socket_t socket, int ready);
+    void actOnce(curl_socket_t socket, int ready);
+    void readOn();
+    SocketPointer socketThatGave() const;
 
     Strand m_strand;
     StrandTimer m_timer;

@@ -157,6 +157,7 @@ std::size_t CurlTransfer::takeHeader(char* line, std::size_t size, std::size_t c
 {
     auto& transfer = *static_cast<CurlTransfer*>(self);
     transfer.m_watch.moved(transfer.now());
+    transfer.m_handedOver += qint64(size * count);
     auto text = QByteArrayView(line, qsizetype(size * count));
     if (text.startsWith("HTTP/")) { // of the final answer, or of an interim one before it
         transfer.m_answer.headers.clear();
@@ -171,6 +172,7 @@ std::size_t CurlTransfer::takeBody(char* bytes, std::size_t size, std::size_t co
 {
     auto& transfer = *static_cast<CurlTransfer*>(self);
     const std::span<const char> arrived(bytes, size * count);
+    transfer.m_handedOver += qint64(arrived.size());
     if (transfer.m_answer.length == 0 && !transfer.isBodyWanted())
         return 0;
     if (!transfer.keep(arrived))

@@ -41,6 +41,7 @@ private:
     void started() noexcept override;
     void leaves(curl_socket_t socket) noexcept override;
     void unwatchable() noexcept override;
+    qint64 received() const noexcept override { return m_handedOver; }
 
     void setAddress(const HttpAddress& address);
     void setHeaders();
@@ -82,6 +83,7 @@ private:
     qint64 m_offset = 0; // of the body, where libcurl reads next
     qint64 m_sent = 0;
     qint64 m_received = 0;
+    qint64 m_handedOver = 0; // of the answer by libcurl, headers too
     int m_queuedInKernel = 0;
     bool m_started = false;
     bool m_abandoned = false;

@@ -284,6 +284,28 @@ TEST_F(HttpSessionTest, encryptsWithTheFastestCipherThatIsSafe)
     EXPECT_EQ(send({.url = server.url("/")}, {.verifyPeer = false}).body, "TLS_AES_128_GCM_SHA256");
 }
 
+TEST_F(HttpSessionTest, missesNothingThatTlsHasReadAhead)
+{
+    // Many small records leave the server at once and stand in the TLS library when the socket is empty.
+    TestCertificate certificate;
+    const auto body = patternedBody(3'000'000);
+    LoopbackServer server(
+        [&body](Connection& connection) {
+            while (!connection.readHead().isEmpty()) {
+                connection.write("HTTP/1.1 200 OK\r\nContent-Length: " + QByteArray::number(body.size()) + "\r\n\r\n");
+                for (qsizetype at = 0; at < body.size(); at += 700)
+                    connection.write(body.mid(at, 700));
+            }
+        },
+        {.certificate = &certificate});
+    auto options = HttpSessionOptions::storage();
+    options.verifyPeer = false;
+    HttpSession session(executor(), options);
+    for (int i = 0; i < 5; ++i)
+        EXPECT_TRUE(send(session, {.url = server.url("/")}).body == body) << i;
+    EXPECT_EQ(server.connections(), 1);
+}
+
 TEST_F(HttpSessionTest, trustsOnlyCertificatesOfItsAuthorities)
 {
     TestCertificate certificate;
