@@ -54,10 +54,14 @@ public:
         if (!address.tls)
             return;
         m_context = SSL_CTX_new(TLS_client_method());
-        SSL_CTX_set_read_ahead(m_context, 1); // several records with one call
-        SSL_CTX_set_default_read_buffer_len(m_context, 256 << 10);
+        SSL_CTX_set_ciphersuites(m_context, "TLS_AES_128_GCM_SHA256");
         m_tls = SSL_new(m_context);
         SSL_set_fd(m_tls, m_socket);
+        auto* stream = SSL_get_rbio(m_tls);
+        auto* buffer = BIO_new(BIO_f_buffer()); // several records with one read
+        BIO_set_read_buffer_size(buffer, 128 << 10);
+        BIO_up_ref(stream);
+        SSL_set0_rbio(m_tls, BIO_push(buffer, stream));
         if (SSL_connect(m_tls) != 1)
             die("no TLS connection");
     }

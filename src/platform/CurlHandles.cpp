@@ -2,8 +2,6 @@
 
 #include "platform/CookieStore.h"
 
-#include <openssl/ssl.h>
-
 #include <netinet/in.h>
 #include <netinet/tcp.h>
 #include <sys/socket.h>
@@ -40,23 +38,6 @@ curl_socket_t openSocket(void* options, curlsocktype, curl_sockaddr* address)
     if (socket >= 0 && !name.isEmpty())
         ::setsockopt(socket, IPPROTO_TCP, TCP_CONGESTION, name.constData(), socklen_t(name.size())); // or keeps its own
     return socket;
-}
-
-/// Takes in three records of TLS with one read from the connection, instead of one with two. More would cost more:
-/// OpenSSL moves what is left to the front of its buffer for every record.
-CURLcode readAhead(CURL*, void* context, void*)
-{
-    constexpr std::size_t threeRecords = 50 << 10;
-    auto* tls = static_cast<SSL_CTX*>(context);
-    SSL_CTX_set_read_ahead(tls, 1);
-    SSL_CTX_set_default_read_buffer_len(tls, threeRecords);
-    SSL_CTX_clear_mode(tls, SSL_MODE_RELEASE_BUFFERS); // libcurl's choice: fresh memory whenever it was empty
-    return CURLE_OK;
-}
-
-bool isOpenSsl()
-{
-    return QByteArrayView(curl_version_info(CURLVERSION_NOW)->ssl_version).startsWith("OpenSSL/");
 }
 
 } // namespace
@@ -110,8 +91,6 @@ void CurlHandles::setTrust(CURL* easy) const
     // byte.
     setOption(easy, CURLOPT_TLS13_CIPHERS,
               "TLS_AES_128_GCM_SHA256:TLS_AES_256_GCM_SHA384:TLS_CHACHA20_POLY1305_SHA256");
-    if (m_options.readAhead && isOpenSsl())
-        setOption(easy, CURLOPT_SSL_CTX_FUNCTION, &readAhead);
     if (auto file = authoritiesFile(m_options); !file.isEmpty())
         setOption(easy, CURLOPT_CAINFO, file.constData());
     if (!m_options.verifyPeer) {

@@ -1,6 +1,7 @@
 #include "platform/CurlTransfer.h"
 
 #include "platform/CurlFailure.h"
+#include "platform/CurlTls.h"
 #include "platform/EarlyAnswer.h"
 #include "platform/Failure.h"
 
@@ -161,6 +162,8 @@ std::size_t CurlTransfer::takeHeader(char* line, std::size_t size, std::size_t c
     auto text = QByteArrayView(line, qsizetype(size * count));
     if (text.startsWith("HTTP/")) { // of the final answer, or of an interim one before it
         transfer.m_answer.headers.clear();
+        if (auto bytes = transfer.m_handles.options().tlsReadAhead; bytes > 0)
+            readAhead(transfer.m_easy.get(), bytes);
     } else if (auto colon = text.indexOf(':'); colon > 0) {
         transfer.m_answer.headers.append(
             {text.first(colon).toByteArray(), text.sliced(colon + 1).trimmed().toByteArray()});
@@ -196,16 +199,17 @@ bool CurlTransfer::isBodyWanted()
 
 bool CurlTransfer::keep(std::span<const char> bytes)
 {
-    if (m_request.into.empty() || !m_answer.isSuccess())
+    if (!m_request.sink || !m_answer.isSuccess())
         return keepInAnswer(bytes);
-    const auto room = m_request.into.subspan(std::size_t(m_answer.length));
-    m_tooLarge = bytes.size() > room.size();
+    m_tooLarge = m_answer.length + qint64(bytes.size()) > m_request.sink->room();
     if (m_tooLarge)
         return false;
-    std::memcpy(room.data(), bytes.data(), bytes.size());
-    if (m_request.onReceived)
-        m_request.onReceived(m_answer.length + qint64(bytes.size()));
-    return true;
+    try {
+        m_request.sink->take(bytes);
+    } catch (...) {
+        m_failure = std::current_exception();
+    }
+    return !m_failure;
 }
 
 bool CurlTransfer::keepInAnswer(std::span<const char> bytes)

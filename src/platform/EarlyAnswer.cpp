@@ -1,7 +1,8 @@
 #include "platform/EarlyAnswer.h"
 
+#include "platform/CurlTls.h"
+
 #include <openssl/bio.h>
-#include <openssl/ssl.h>
 
 namespace palvera {
 
@@ -42,11 +43,10 @@ std::optional<HttpResponse> parseRefusal(const QByteArray& bytes)
 
 void readAfterFailedWrite(CURL* easy)
 {
-    const curl_tlssessioninfo* session = nullptr;
-    if (curl_easy_getinfo(easy, CURLINFO_TLS_SSL_PTR, &session) != CURLE_OK || !session ||
-        session->backend != CURLSSLBACKEND_OPENSSL || !session->internals)
+    auto* tls = tlsOf(easy);
+    if (!tls)
         return;
-    auto* stream = SSL_get_wbio(static_cast<SSL*>(session->internals));
+    auto* stream = SSL_get_wbio(tls);
     BIO_set_callback_arg(stream, nullptr);
     BIO_set_callback_ex(stream, &retryFirstFailedWrite);
 }

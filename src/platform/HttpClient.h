@@ -28,9 +28,21 @@ public:
     virtual std::size_t read(qint64 offset, std::span<char> into) = 0;
 };
 
+/// Where the body of an answer goes while it arrives.
+class BodySink {
+public:
+    virtual ~BodySink() = default;
+
+    /// Most bytes that it takes. A longer body fails as too large.
+    virtual qint64 room() const = 0;
+    /// Takes the bytes that follow those taken before. Called on the session's strand, and must not wait for a disk.
+    /// What it throws ends the request and reaches the caller of `send` unchanged.
+    virtual void take(std::span<const char> bytes) = 0;
+};
+
 struct HttpResponse;
 
-/// One request. Plain data; `source` and the memory of `into`, where set, must outlive the request.
+/// One request. Plain data; `source` and `sink`, where set, must outlive the request.
 struct HttpRequest {
     QByteArray method = "GET";
     QByteArray url;                                ///< already encoded; sent byte for byte
@@ -43,10 +55,7 @@ struct HttpRequest {
     /// Called on the session's strand with the body bytes handed to the network so far whenever the count grows or
     /// bytes already handed over have drained.
     std::function<void(qint64 sent)> onSent = {};
-    /// Where the body of a 2xx answer goes instead of `HttpResponse::body`. A longer one fails as too large.
-    std::span<char> into = {};
-    /// Called on the session's strand with the number of bytes that stand in `into`, whenever it grows.
-    std::function<void(qint64 length)> onReceived = {};
+    BodySink* sink = nullptr; ///< for the body of a 2xx answer, instead of `HttpResponse::body`
     /// Asked on the session's strand before the first byte of a body is taken, with status and headers. False ends the
     /// request at once with these; the connection is given up, since the rest of the body is still on it.
     std::function<bool(const HttpResponse& head)> wantsBody = {};
@@ -57,7 +66,7 @@ struct HttpResponse {
     int status = 0;
     HttpHeaders headers = {};
     QByteArray body = {};
-    qint64 length = 0; ///< bytes of the body that arrived, in `body` or in the request's `into`
+    qint64 length = 0; ///< bytes of the body that arrived, in `body` or in the request's sink
 
     bool isSuccess() const { return status >= 200 && status <= 299; }
     /// The value of the first header of that name (case does not matter), or a null array.

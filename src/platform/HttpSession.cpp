@@ -104,7 +104,7 @@ HttpSessionOptions HttpSessionOptions::storage()
             .protocol = Protocol::http11,
             .uploadSlice = 512 << 10,
             .receiveSlice = 512 << 10,
-            .readAhead = true,
+            .tlsReadAhead = 128 << 10,
             .congestionControl = "bbr", // holds up where packets get lost far away
             .loopbackCongestionControl = "cubic"};
 }

@@ -22,7 +22,7 @@ struct HttpSessionOptions {
     Protocol protocol = Protocol::newest;
     qint64 uploadSlice = 64 << 10;  ///< most bytes that one write hands to the network
     qint64 receiveSlice = 64 << 10; ///< most bytes that one read takes from it
-    bool readAhead = false;         ///< under TLS, one read takes more than is asked for: less work for bulk
+    int tlsReadAhead = 0;           ///< the same where it is encrypted; 0: a record of 16 KiB takes two reads
     /// Asked of the kernel by name for connections to other machines and to this one; empty, or refused by the kernel:
     /// the kernel's own choice. On loopback, "bbr" costs a fifth more time than "cubic".
     QByteArray congestionControl = {};

@@ -1,52 +1,72 @@
 #include "transfer/ChunkWriter.h"
 
-#include "platform/RunOn.h"
-
 #include <boost/asio/post.hpp>
+#include <boost/asio/use_awaitable.hpp>
 
+#include <algorithm>
+#include <cstring>
 #include <utility>
 
 namespace palvera {
 
-ChunkWriter::ChunkWriter(Executor writing, const DestinationFile& file, qint64 size, qint64 sliceSize)
-    : m_writing(std::move(writing)), m_file(file), m_sliceSize(sliceSize), m_buffer(size)
+ChunkWriter::ChunkWriter(Executor writing, const DestinationFile& file, SlicePool& slices)
+    : m_writing(std::move(writing)), m_file(file), m_slices(slices)
 {}
 
-std::span<char> ChunkWriter::begin(ByteRange range)
+void ChunkWriter::begin(ByteRange range)
 {
     m_range = range;
     m_handedOver = 0;
+    m_filled = 0;
     m_failure = nullptr;
-    return m_buffer.first(range.length);
 }
 
-void ChunkWriter::received(qint64 length)
+void ChunkWriter::take(std::span<const char> bytes)
 {
-    if (length - m_handedOver < m_sliceSize)
-        return;
-    boost::asio::post(m_writing, [this, from = std::exchange(m_handedOver, length), length] { write(from, length); });
+    while (!bytes.empty()) {
+        if (!m_slice)
+            m_slice = m_slices.take();
+        const auto fits = std::min(static_cast<std::size_t>(m_slices.sliceSize() - m_filled), bytes.size());
+        std::memcpy(m_slice.get() + m_filled, bytes.data(), fits); // std::copy was measured to cost twice as much
+        bytes = bytes.subspan(fits);
+        m_filled += static_cast<qint64>(fits);
+        if (m_filled == m_slices.sliceSize())
+            writeSlice();
+    }
+}
+
+void ChunkWriter::writeSlice()
+{
+    const auto offset = m_range.offset + m_handedOver;
+    const auto length = std::exchange(m_filled, 0);
+    m_handedOver += length;
+    boost::asio::post(m_writing, [this, slice = std::move(m_slice), offset, length] {
+        write(offset, {slice.get(), static_cast<std::size_t>(length)});
+    });
 }
 
 Task<void> ChunkWriter::settle()
 {
-    return callOn(m_writing, [] {}); // after all that was posted before
+    // Posted, to come after all that was posted before. What is dispatched, as callOn does, overtakes that where the
+    // caller was itself resumed from the strand.
+    return boost::asio::post(m_writing, boost::asio::use_awaitable);
 }
 
 Task<void> ChunkWriter::finish()
 {
-    co_await callOn(m_writing, [this] {
-        write(m_handedOver, m_range.length);
-        if (m_failure)
-            std::rethrow_exception(m_failure);
-        m_file.startStoring(m_range.offset, m_range.length);
-    });
+    if (m_filled > 0)
+        writeSlice();
+    boost::asio::post(m_writing, [this] { m_file.startStoring(m_range.offset, m_range.length); });
+    co_await settle();
+    if (m_failure)
+        std::rethrow_exception(m_failure);
 }
 
-void ChunkWriter::write(qint64 begin, qint64 end)
+void ChunkWriter::write(qint64 offset, std::span<const char> bytes)
 {
     try {
         if (!m_failure)
-            m_file.writeAt(m_range.offset + begin, m_buffer.first(end).subspan(static_cast<std::size_t>(begin)));
+            m_file.writeAt(offset, bytes);
     } catch (...) {
         m_failure = std::current_exception();
     }

@@ -106,6 +106,7 @@ DownloadRun::DownloadRun(const Downloader::Environment& environment, const Downl
     : m_environment(environment),
       m_settings(settings),
       m_request(std::move(request)),
+      m_slices(settings.sliceSize),
       m_writing(asio::make_strand(environment.engine)),
       m_disk(asio::make_strand(environment.engine))
 {
@@ -207,7 +208,7 @@ Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
 {
     const auto range = rangeOf(index);
     if (!lane.chunk)
-        lane.chunk.emplace(m_writing, *m_file, std::min(m_settings.chunkSize, m_partial.total), m_settings.sliceSize);
+        lane.chunk.emplace(m_writing, *m_file, m_slices);
     QString failure = QStringLiteral("");
     for (int number = 0; number < attempts; ++number) {
         if (number > 0)
@@ -227,8 +228,8 @@ Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
 Task<QString> DownloadRun::attempt(Lane& lane, ByteRange range)
 {
     auto request = rangedRequest(m_request.address, range);
-    request.into = lane.chunk->begin(range);
-    request.onReceived = [&lane](qint64 length) { lane.chunk->received(length); };
+    lane.chunk->begin(range);
+    request.sink = &*lane.chunk;
     request.wantsBody = [this, range](const HttpResponse& head) {
         return !head.isSuccess() || (!isAnotherObject(head) && objectionTo(head, range).isNull());
     };

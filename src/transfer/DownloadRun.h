@@ -48,6 +48,7 @@ private:
     const Downloader::Environment& m_environment;
     const Downloader::Settings& m_settings;
     const DownloadRequest m_request;
+    SlicePool m_slices;
     std::vector<Lane> m_lanes;
     const Executor m_writing; // a strand for the bytes: a file takes them from one thread at a time
     const Executor m_disk;    // a strand for the record

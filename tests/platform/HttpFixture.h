@@ -109,4 +109,17 @@ private:
     QByteArray m_bytes;
 };
 
+/// Keeps the first `room` bytes of a body in memory.
+class BytesSink : public BodySink {
+public:
+    explicit BytesSink(qint64 room) : m_room(room) {}
+    qint64 room() const override { return m_room; }
+    void take(std::span<const char> more) override { bytes.append(more.data(), qsizetype(more.size())); }
+
+    QByteArray bytes;
+
+private:
+    const qint64 m_room;
+};
+
 } // namespace palvera

@@ -168,7 +168,7 @@ TEST_F(HttpSessionFailureTest, refusesAnAnswerBeyondTheLimit)
         EXPECT_EQ(send({.url = server.url(path), .answerLimit = 1001}).body.size(), 1001);
 }
 
-TEST_F(HttpSessionFailureTest, refusesABodyThatItsMemoryCannotHold)
+TEST_F(HttpSessionFailureTest, refusesABodyThatItsSinkHasNoRoomFor)
 {
     LoopbackServer server([](Connection& connection) {
         auto path = connection.readHead().split(' ').at(1);
@@ -177,14 +177,23 @@ TEST_F(HttpSessionFailureTest, refusesABodyThatItsMemoryCannotHold)
             patternedBody(70001));
     });
     for (auto path : {"/announced", "/untold"}) {
-        QByteArray memory(70002, '?');
-        std::span<char> room(memory.data(), 70000);
-        expectFailure({.url = server.url(path), .into = room}, Kind::tooLarge,
+        BytesSink small(70000), fitting(70001);
+        expectFailure({.url = server.url(path), .sink = &small}, Kind::tooLarge,
                       QStringLiteral("The server's answer is too large."));
-        EXPECT_EQ(memory.last(2), "??");
-        EXPECT_EQ(send({.url = server.url(path), .into = {memory.data(), 70001}}).length, 70001);
-        EXPECT_TRUE(memory == patternedBody(70001) + '?') << path;
+        EXPECT_LE(small.bytes.size(), 70000);
+        EXPECT_EQ(send({.url = server.url(path), .sink = &fitting}).length, 70001);
+        EXPECT_TRUE(fitting.bytes == patternedBody(70001)) << path;
     }
+}
+
+TEST_F(HttpSessionFailureTest, endsWithWhatItsSinkThrows)
+{
+    struct FullSink final : BodySink {
+        qint64 room() const override { return 10; }
+        void take(std::span<const char>) override { throw FileError("no memory"); }
+    } sink;
+    LoopbackServer server([](Connection& connection) { connection.answerAll(answer("200 OK", "0123456789")); });
+    EXPECT_THROW(send({.url = server.url("/"), .sink = &sink}), FileError);
 }
 
 TEST_F(HttpSessionFailureTest, takesAnAnswerThatComesBeforeTheBodyIsThrough)

@@ -16,16 +16,14 @@ inline HttpResponse delivered(const HttpRequest& request, HttpResponse response)
             return head;
     }
     response.length = response.body.size();
-    if (request.into.empty() || !response.isSuccess())
+    if (!request.sink || !response.isSuccess())
         return response;
-    if (response.length > static_cast<qint64>(request.into.size()))
+    if (response.length > request.sink->room())
         throw TransportError(TransportError::Kind::tooLarge, QStringLiteral("The server's answer is too large."));
     constexpr qsizetype packet = 300;
     for (qsizetype at = 0; at < response.body.size(); at += packet) {
         const auto bytes = response.body.mid(at, packet);
-        std::ranges::copy(bytes, request.into.begin() + at);
-        if (request.onReceived)
-            request.onReceived(at + bytes.size());
+        request.sink->take({bytes.constData(), static_cast<std::size_t>(bytes.size())});
     }
     response.body.clear();
     return response;

@@ -227,7 +227,7 @@ private:
     {
         const bool cutShort = m_fault.kind == Kind::resetMidBody || m_fault.kind == Kind::stallMidBody;
         const auto end = cutShort ? std::min(download.length, m_fault.bytes) : download.length;
-        if (m_request.into.empty() && end > m_request.answerLimit)
+        if (!m_request.sink && end > m_request.answerLimit)
             throw TransportError(TransportError::Kind::tooLarge, QStringLiteral("The answer is too large."));
         const auto began = clock().now();
         into.resize(end);

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <curl/curl.h>
+#include <openssl/ssl.h>
+
+namespace palvera {
+
+/// The TLS connection of `easy`; null while it has none, where it is not encrypted and where libcurl does not stand on
+/// OpenSSL.
+SSL* tlsOf(CURL* easy);
+
+/// From here on, has the encrypted connection of `easy` read up to `bytes` at a time from its socket. What was read
+/// ahead raises no event: who waits for the socket must read on until nothing comes. A second call does nothing.
+///
+/// OpenSSL by itself reads twice for each record of 16 KiB. Its own reading ahead moves all that is left to the front
+/// of its buffer for every record, which costs what it saves.
+void readAhead(CURL* easy, int bytes);
+
+} // namespace palvera
