@@ -29,7 +29,7 @@ QString managerInterface()
 
 } // namespace
 
-/// The login manager, and the lock it gave: an open file, which ends the delay when it is closed.
+/// The login manager, and the lock it gave: an open file, which lets the machine sleep when it is closed.
 class LoginManager final : public QObject {
     Q_OBJECT
 

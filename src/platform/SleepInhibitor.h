@@ -24,8 +24,8 @@ public:
 
 class LoginManager;
 
-/// The login manager's (logind) delaying of sleep, over the system's message bus. Where there is no bus or no login
-/// manager it does nothing. Never blocks on either beyond connecting to the bus, at the first `hold`.
+/// The login manager's (logind) lock against sleep and idling, over the system's message bus. Where there is no bus or
+/// no login manager it does nothing. Never blocks on either beyond connecting to the bus, at the first `hold`.
 class SystemSleepInhibitor final : public SleepInhibitor {
 public:
     SystemSleepInhibitor();
