@@ -11,10 +11,10 @@ namespace palvera::local {
 std::optional<QString> unescape(QByteArrayView escaped);
 
 /// `text` with every byte but ASCII letters and digits as % and two upper-case hexadecimal digits.
-QByteArray escapeAll(QByteArrayView text);
+QByteArray escapeAll(const QByteArray& text);
 
 /// Whether `value` stands as a query value must: escaped by `escapeAll`, nothing else.
-bool isQueryValue(QByteArrayView value);
+bool isQueryValue(const QByteArray& value);
 
 /// Whether `segment` stands as a path segment may: escapes in upper case, for what a path cannot hold as it is.
 bool isPathSegment(QByteArrayView segment);

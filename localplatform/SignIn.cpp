@@ -203,7 +203,7 @@ Reply SignIn::password(const QJsonObject& body, WallTime now)
     case Way::enrolment:
         return begin(account, Stage::authenticator,
                      {{QStringLiteral("next"), QStringLiteral("enrol_totp")},
-                      {QStringLiteral("qrCode"), qrImage(account.email)},
+                      {QStringLiteral("qrCode"), qrImage},
                       {QStringLiteral("secret"), QStringLiteral("JBSW Y3DP EHPK 3PXP")}},
                      now);
     case Way::sso:
