@@ -1,53 +1,18 @@
 #include "service/Addresses.h"
 
 #include <QChar>
+#include <QRegularExpression>
 #include <QUrl>
 
 namespace palvera {
 
 namespace {
 
-bool isAsciiAlphanumeric(char byte)
-{
-    return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9');
-}
-
-bool isHexDigit(char byte)
-{
-    return (byte >= '0' && byte <= '9') || (byte >= 'a' && byte <= 'f') || (byte >= 'A' && byte <= 'F');
-}
-
-void appendEscaped(QByteArray& out, char byte)
-{
-    constexpr char digits[] = "0123456789ABCDEF";
-    const auto value = static_cast<unsigned char>(byte);
-    out.append('%').append(digits[value >> 4]).append(digits[value & 15]);
-}
-
-/// The bytes of `text`, each escaped unless `stays` holds for it.
-template <class Stays>
-QByteArray escaped(const QByteArray& text, Stays stays)
-{
-    QByteArray out;
-    out.reserve(text.size());
-    for (qsizetype index = 0; index < text.size(); ++index) {
-        if (stays(index))
-            out.append(text[index]);
-        else
-            appendEscaped(out, text[index]);
-    }
-    return out;
-}
-
 QByteArray escapedPath(const QString& path)
 {
-    const QByteArray bytes = path.toUtf8();
-    return escaped(bytes, [&](qsizetype index) {
-        const char byte = bytes[index];
-        if (byte == '%')
-            return index + 2 < bytes.size() && isHexDigit(bytes[index + 1]) && isHexDigit(bytes[index + 2]);
-        return isAsciiAlphanumeric(byte) || QByteArrayView("-._~!$&'()*+,;=:@/").contains(byte);
-    });
+    static const QRegularExpression escapedTwice(QStringLiteral("%25([0-9A-Fa-f]{2})"));
+    auto escaped = QString::fromLatin1(QUrl::toPercentEncoding(path, "!$&'()*+,;=:@/"));
+    return escaped.replace(escapedTwice, QStringLiteral("%\\1")).toLatin1();
 }
 
 } // namespace
@@ -100,8 +65,7 @@ QString pathSegment(const QString& identifier)
 
 QString queryValue(const QString& value)
 {
-    const QByteArray bytes = value.toUtf8();
-    return QString::fromLatin1(escaped(bytes, [&](qsizetype index) { return isAsciiAlphanumeric(bytes[index]); }));
+    return QString::fromLatin1(QUrl::toPercentEncoding(value, {}, "-._~"));
 }
 
 QString alphanumericSegment(const QString& value)
