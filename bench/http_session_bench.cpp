@@ -6,8 +6,8 @@
 // The clients alternate, each run in a process of its own; the table shows medians. Every part is read from a file in
 // the page cache into the lane's buffer, slice by slice as the client asks for bytes, as the upload engine does it.
 
-#include "platform/HttpSession.h"
-#include "platform/NetworkThreads.h"
+#include "http/HttpSession.h"
+#include "http/NetworkThreads.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/thread_pool.hpp>

@@ -1,10 +1,12 @@
-// What the model of all transfers costs the main thread: one second of a run with many items, some of which move, while
-// a view reads what changed.
+// What the transfers cost the main thread: one second of a run with many items, some of which move, while the panel's
+// list reads what changed.
 
+#include "screens/panel/TransferRows.h"
 #include "transfers/Transfers.h"
 
-#include "platform/NetworkPath.h"
-#include "platform/SleepInhibitor.h"
+#include "desktop/SleepInhibitor.h"
+#include "http/NetworkPath.h"
+#include "http/TransportError.h"
 #include "service/API.h"
 
 #include <QTemporaryDir>
@@ -58,9 +60,9 @@ class Bench {
 public:
     explicit Bench(int items)
     {
-        QObject::connect(m_model.listModel(), &QAbstractItemModel::dataChanged, [this](auto index, auto, auto roles) {
+        QObject::connect(&m_rows, &QAbstractItemModel::dataChanged, [this](auto index, auto, auto roles) {
             for (int role : roles)
-                benchmark::DoNotOptimize(m_model.listModel()->data(index, role));
+                benchmark::DoNotOptimize(m_rows.data(index, role));
         });
         for (int i = 0; i < items; ++i)
             m_model.addUpload({.file = QStringLiteral("/films/%1.mov").arg(i),
@@ -108,6 +110,7 @@ private:
                        .download = {},
                        .sleep = m_sleep,
                        .network = m_path}};
+    TransferRows m_rows{m_model, m_clock, TransferRows::Which::inFlight};
 };
 
 void followProgress(benchmark::State& state)

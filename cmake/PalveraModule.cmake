@@ -1,20 +1,32 @@
-# palvera_module(NAME SOURCES file... [HEADERS file...] [USES folder...] [LIBRARIES target...] [PRIVATE_LIBRARIES target...])
+# palvera_module(NAME SOURCES file... [USES folder...] [LIBRARIES target...] [PRIVATE_LIBRARIES target...])
 #
-# One folder under src/ is one static library, palvera_NAME. HEADERS are those without a source file of their own that
-# the meta-object compiler must see. USES names other folders, which must stand lower in the
-# graph: naming one on the same level or above stops the configure step.
+# One folder under src/ is one static library, palvera_NAME; a room within a folder is named by its own name. USES names
+# other folders, which must stand lower in the graph: naming one on the same level or above stops the configure step, and
+# so does a library that another folder keeps for itself.
 
-set(palveraLevel_platform 0)
-set(palveraLevel_service 1)
-set(palveraLevel_session 2)
-set(palveraLevel_transfer 2)
-set(palveraLevel_transfers 3)
-set(palveraLevel_screens 4)
-set(palveraLevel_update 4)
-set(palveraLevel_app 5)
-set(palveraLevel_cli 5)
-set(palveraOnly_update platform transfers) # the updater sees what is in flight, nothing else
-set(palveraOnly_controls "")                  # building blocks of the face: nothing of ours
+set(palveraLevel_async 0)
+set(palveraLevel_files 1)
+set(palveraLevel_http 2)
+set(palveraLevel_desktop 2)
+set(palveraLevel_service 3)
+set(palveraLevel_session 4)
+set(palveraLevel_transfer 4)
+set(palveraLevel_transfers 5)
+set(palveraLevel_screens 6)
+set(palveraLevel_deliverables 7) # the rooms of screens/
+set(palveraLevel_panel 7)
+set(palveraLevel_signin 7) # a room of app/
+set(palveraLevel_app 8)
+set(palveraLevel_cli 8)
+set(palveraOnly_controls "") # building blocks of the face: nothing of ours
+
+# Which folders may link what lies outside of Qt Core and Asio.
+set(palveraOwners_CURL::libcurl http)
+set(palveraOwners_OpenSSL::SSL http)
+set(palveraOwners_OpenSSL::Crypto http)
+set(palveraOwners_Qt6::DBus desktop)
+set(palveraOwners_Qt6::Quick controls)
+set(palveraOwners_CLI11::CLI11 cli)
 
 function(palvera_check_uses name)
   if(NOT DEFINED palveraLevel_${name} AND NOT DEFINED palveraOnly_${name})
@@ -30,12 +42,21 @@ function(palvera_check_uses name)
   endforeach()
 endfunction()
 
+function(palvera_check_libraries name)
+  foreach(library IN LISTS ARGN)
+    if(DEFINED palveraOwners_${library} AND NOT name IN_LIST palveraOwners_${library})
+      message(FATAL_ERROR "${name} must not link ${library}: ${palveraOwners_${library}} does")
+    endif()
+  endforeach()
+endfunction()
+
 function(palvera_module name)
-  cmake_parse_arguments(arg "" "" "SOURCES;HEADERS;USES;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
+  cmake_parse_arguments(arg "" "" "SOURCES;USES;LIBRARIES;PRIVATE_LIBRARIES" ${ARGN})
   palvera_check_uses(${name} ${arg_USES})
+  palvera_check_libraries(${name} ${arg_LIBRARIES} ${arg_PRIVATE_LIBRARIES})
   set_property(GLOBAL PROPERTY palveraUses_${name} "${arg_USES}")
   set(target palvera_${name})
-  add_library(${target} STATIC ${arg_SOURCES} ${arg_HEADERS})
+  add_library(${target} STATIC ${arg_SOURCES})
   palvera_own_sources(${target} ${arg_SOURCES})
   palvera_use_pch(${target})
   target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)

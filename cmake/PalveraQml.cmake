@@ -1,5 +1,8 @@
 # What the face needs beside plain C++: QML modules, symbols and fonts.
 
+# What a program with all screens links, beside palvera_app.
+add_library(palvera_qmlplugins INTERFACE)
+
 # palvera_qml(NAME URI uri QML file... [SINGLETONS file...] [DEPENDS uri...]): the QML module of the folder's library
 # palvera_NAME, which palvera_module has made; DEPENDS names modules whose types its own types speak of. Programs link
 # palvera_NAMEplugin, which imports itself: importing it once more hides its types.
@@ -18,6 +21,7 @@ function(palvera_qml name)
       IMPORT_PATH ${CMAKE_BINARY_DIR}/qml
       QML_FILES ${arg_SINGLETONS} ${arg_QML})
   target_include_directories(${target} PRIVATE ${CMAKE_CURRENT_SOURCE_DIR}) # generated code includes by file name
+  target_link_libraries(palvera_qmlplugins INTERFACE ${target}plugin)
 endfunction()
 
 # palvera_bundle(TARGET PREFIX prefix FILE file ALIAS alias ...): files of installed packages as resources. One that is

@@ -2,7 +2,7 @@
 
 #include "localplatform/Wire.h"
 
-#include "platform/Task.h"
+#include "async/Task.h"
 
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/ssl/context.hpp>

@@ -2,7 +2,7 @@
 
 #include "localplatform/Routes.h"
 
-#include "platform/Clock.h"
+#include "async/Clock.h"
 
 #include <QHash>
 #include <QJsonArray>

@@ -40,12 +40,4 @@ Reply storageRefusal(int status, const QByteArray& code, const QByteArray& messa
                     "</Message></Error>\n"};
 }
 
-QByteArray headerOf(const HttpHeaders& headers, QByteArrayView name)
-{
-    for (const auto& [key, value] : headers)
-        if (key.compare(name, Qt::CaseInsensitive) == 0)
-            return value;
-    return {};
-}
-
 } // namespace palvera::local

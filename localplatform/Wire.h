@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/HttpClient.h"
+#include "http/HttpClient.h"
 
 #include <QJsonObject>
 #include <QString>
@@ -39,8 +39,5 @@ Reply htmlReply(const QByteArray& html, int status = 200);
 Reply refusalReply(const Refusal& refusal);
 /// How storage words a refusal.
 Reply storageRefusal(int status, const QByteArray& code, const QByteArray& message);
-
-/// The value of the first header of that name, whatever its case, or a null array.
-QByteArray headerOf(const HttpHeaders& headers, QByteArrayView name);
 
 } // namespace palvera::local

@@ -14,17 +14,16 @@ Application::Application(Environment environment)
       m_session(m_environment.api, m_environment.preferences),
       m_transfers(m_environment.transfers),
       m_endNotice(m_transfers, m_environment.notices, m_environment.isWatched),
-      m_root({.signIn = {.main = m_environment.main,
-                         .clock = m_environment.clock,
-                         .api = m_environment.api,
-                         .session = m_session,
-                         .web = m_environment.web,
-                         .passkey = m_environment.passkey},
-              .background = m_environment.transfers.background,
-              .transfers = m_transfers,
-              .isDoorAsked = m_environment.isDoorAsked,
-              .version = m_environment.version,
-              .build = m_environment.build})
+      m_root(
+          {.signIn = {.main = m_environment.main,
+                      .clock = m_environment.clock,
+                      .session = m_session,
+                      .doors = {.api = m_environment.api, .web = m_environment.web, .passkey = m_environment.passkey}},
+           .background = m_environment.transfers.background,
+           .transfers = m_transfers,
+           .isDoorAsked = m_environment.isDoorAsked,
+           .version = m_environment.version,
+           .build = m_environment.build})
 {
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_root, [this](Qt::ApplicationState state) {

@@ -11,22 +11,22 @@ FocusScope {
     ClientPage {
         anchors.fill: parent
         asynchronous: false
-        file: "ProjectsView.qml"
+        file: "ProjectsPage.qml"
         model: root.model
-        shown: root.model.page === "projects"
+        shown: root.model.page === RootModel.Projects
     }
 
     ClientPage {
         anchors.fill: parent
         file: "DeliverablesPage.qml"
         model: root.model
-        shown: root.model.page === "deliverables"
+        shown: root.model.page === RootModel.Deliverables
     }
 
     ClientPage {
         anchors.fill: parent
         file: "DeliverablePage.qml"
         model: root.model
-        shown: root.model.page === "deliverable"
+        shown: root.model.page === RootModel.Deliverable
     }
 }

@@ -1,5 +1,6 @@
 import QtQuick
-import Palvera.Screens
+import Palvera.Deliverables
+import Palvera.Panel
 import Palvera.App
 
 /// The deliverable that is open.

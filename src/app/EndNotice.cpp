@@ -1,6 +1,6 @@
 #include "app/EndNotice.h"
 
-#include "platform/Notices.h"
+#include "desktop/Notices.h"
 #include "transfers/Transfers.h"
 
 namespace palvera {

@@ -4,7 +4,8 @@
 
 namespace palvera {
 
-OrgPickerView::OrgPickerView(Session& session, QObject* parent) : RowsModel(parent), m_session(session)
+OrgPickerView::OrgPickerView(Session& session, QObject* parent)
+    : RowsModel({{"name", &OrgRow::name}}, parent), m_session(session)
 {
     connect(&session, &Session::orgsChanged, this, &OrgPickerView::showRows);
     showRows();
@@ -22,18 +23,6 @@ void OrgPickerView::showRows()
     for (const auto& org : m_session.orgs())
         wanted.append({.key = org.id, .name = org.name});
     setRows(wanted);
-}
-
-QVariant OrgPickerView::data(const QModelIndex& index, int role) const
-{
-    if (role != nameRole || !checkIndex(index, CheckIndexOption::IndexIsValid))
-        return {};
-    return rows()[index.row()].name;
-}
-
-QHash<int, QByteArray> OrgPickerView::roleNames() const
-{
-    return {{nameRole, "name"}};
 }
 
 } // namespace palvera

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RowsModel.h"
+#include "screens/RowsModel.h"
 #include "service/Organisations.h"
 
 #include <QtQml/qqmlregistration.h>
@@ -24,15 +24,10 @@ class OrgPickerView : public RowsModel<OrgRow> {
     QML_UNCREATABLE("the program makes it")
 
 public:
-    enum Role { nameRole = Qt::UserRole };
-
     explicit OrgPickerView(Session& session, QObject* parent = nullptr);
 
     /// Opens the organisation of that row.
     Q_INVOKABLE void choose(int row);
-
-    QVariant data(const QModelIndex& index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
 
 private:
     void showRows();

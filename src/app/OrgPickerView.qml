@@ -1,27 +1,23 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Palvera.Controls
-import Palvera.Screens
 import Palvera.App
 
 /// Where the user chooses the client whose work to do.
 FocusScope {
     id: root
 
-    required property RootModel model
+    required property OrgPickerModel orgs
+    property string error ///< why there may be none, for the user
+    property alias toolbarItems: bar.trailing
+
+    signal chosen(int row)
+    signal retried()
 
     Toolbar {
         id: bar
 
         leading: Logo {}
-        trailing: [
-            TransfersButton {
-                transfers: root.model.transfers
-            },
-            AccountMenu {
-                model: root.model
-            }
-        ]
         width: parent.width
     }
 
@@ -65,7 +61,7 @@ FocusScope {
                 anchors.margins: Theme.spaceSmall
                 focus: true
                 label: heading.text
-                model: root.model.orgPicker
+                model: root.orgs
 
                 delegate: ListRow {
                     required property int index
@@ -76,7 +72,7 @@ FocusScope {
                     symbol: "building.2.fill"
                     text: name
                     width: ListView.view.width
-                    onClicked: root.model.orgPicker.choose(index)
+                    onClicked: root.chosen(index)
                 }
             }
         }
@@ -84,11 +80,11 @@ FocusScope {
         Message {
             action: qsTr("Try again")
             anchors.centerIn: parent
-            detail: root.model.error !== "" ? root.model.error : qsTr("Nobody has shared work with you yet.")
-            icon: root.model.error !== "" ? "exclamationmark.triangle" : "building.2.fill"
-            title: root.model.error !== "" ? qsTr("Could not load your clients") : qsTr("No clients")
+            detail: root.error !== "" ? root.error : qsTr("Nobody has shared work with you yet.")
+            icon: root.error !== "" ? "exclamationmark.triangle" : "building.2.fill"
+            title: root.error !== "" ? qsTr("Could not load your clients") : qsTr("No clients")
             visible: list.count === 0
-            onActed: root.model.reloadOrgs()
+            onActed: root.retried()
         }
     }
 }

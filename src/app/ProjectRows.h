@@ -11,7 +11,6 @@ struct ProjectRow {
     QString subtitle;
     QString symbol;
 
-    bool isAssets() const { return key.isEmpty(); }
     bool operator==(const ProjectRow&) const = default;
 };
 

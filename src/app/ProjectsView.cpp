@@ -1,13 +1,16 @@
 #include "app/ProjectsView.h"
 
-#include "platform/Failure.h"
-#include "platform/TaskGroup.h"
+#include "async/Failure.h"
+#include "async/TaskGroup.h"
 #include "service/BrowsingOperations.h"
 
 namespace palvera {
 
 ProjectsView::ProjectsView(API& api, const Executor& main, QObject* parent)
-    : RowsModel(parent), m_api(api), m_tasks(main)
+    : RowsModel({{"title", &ProjectRow::title}, {"subtitle", &ProjectRow::subtitle}, {"symbol", &ProjectRow::symbol}},
+                parent),
+      m_api(api),
+      m_tasks(main)
 {
     showRows();
 }
@@ -17,7 +20,7 @@ void ProjectsView::open(const Org& org)
     m_org = org;
     m_projects.clear();
     m_loaded = false;
-    m_error.clear();
+    m_failure = nullptr;
     Q_EMIT orgChanged();
     setSearch({});
     showRows();
@@ -34,11 +37,9 @@ void ProjectsView::load()
 
 Task<void> ProjectsView::listOnce()
 {
-    auto outcome = co_await outcomeOf(listProjects(m_api, m_org.id));
-    if (isCancellation(outcome.failure))
-        std::rethrow_exception(outcome.failure);
+    auto outcome = co_await answerOf(listProjects(m_api, m_org.id));
     m_loading = false;
-    m_error = outcome.failure ? describe(outcome.failure) : QString();
+    m_failure = outcome.failure;
     if (outcome.value) {
         m_projects = *std::move(outcome.value);
         m_loaded = true;
@@ -66,28 +67,6 @@ void ProjectsView::setSearch(const QString& search)
 void ProjectsView::showRows()
 {
     setRows(projectRows(m_projects, m_search));
-}
-
-QVariant ProjectsView::data(const QModelIndex& index, int role) const
-{
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
-        return {};
-    const auto& row = rows()[index.row()];
-    switch (role) {
-    case titleRole:
-        return row.title;
-    case subtitleRole:
-        return row.subtitle;
-    case symbolRole:
-        return row.symbol;
-    default:
-        return {};
-    }
-}
-
-QHash<int, QByteArray> ProjectsView::roleNames() const
-{
-    return {{titleRole, "title"}, {subtitleRole, "subtitle"}, {symbolRole, "symbol"}};
 }
 
 } // namespace palvera

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "app/ProjectRows.h"
-#include "platform/RowsModel.h"
-#include "platform/TaskScope.h"
+#include "async/Failure.h"
+#include "async/TaskScope.h"
+#include "screens/RowsModel.h"
 
 #include <QtQml/qqmlregistration.h>
 
@@ -24,8 +25,6 @@ class ProjectsView : public RowsModel<ProjectRow> {
     Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY searchChanged)
 
 public:
-    enum Role { titleRole = Qt::UserRole, subtitleRole, symbolRole };
-
     ProjectsView(API& api, const Executor& main, QObject* parent = nullptr);
 
     /// Begins afresh with `org` and loads its projects.
@@ -40,14 +39,11 @@ public:
     QString orgName() const { return m_org.name; }
     bool isLoading() const { return m_loading; }
     /// Why the last load failed, for the user; empty when it did not.
-    QString error() const { return m_error; }
+    QString error() const { return m_failure ? describe(m_failure) : QString(); }
     /// The organisation was asked, and has no projects.
     bool isEmpty() const { return m_loaded && m_projects.isEmpty(); }
     QString search() const { return m_search; }
     void setSearch(const QString& search);
-
-    QVariant data(const QModelIndex& index, int role) const override;
-    QHash<int, QByteArray> roleNames() const override;
 
 Q_SIGNALS:
     void orgChanged();
@@ -64,7 +60,7 @@ private:
     QList<Project> m_projects;
     bool m_loaded = false;
     bool m_loading = false;
-    QString m_error;
+    std::exception_ptr m_failure;
     QString m_search;
 };
 

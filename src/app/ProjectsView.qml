@@ -1,15 +1,17 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import Palvera.Controls
-import Palvera.Screens
 import Palvera.App
 
 /// The projects of the client that is open, and the way to its assets.
 FocusScope {
     id: root
 
-    required property RootModel model
-    readonly property ProjectsModel projects: model.projects
+    required property ProjectsModel projects
+    property alias toolbarItems: bar.trailing
+
+    signal opened(int row)
+    signal leaving()
 
     Keys.onPressed: event => {
         if (event.text.trim() !== "" && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))) {
@@ -18,7 +20,7 @@ FocusScope {
             event.accepted = true;
         }
     }
-    Keys.onEscapePressed: root.model.chooseAnotherClient()
+    Keys.onEscapePressed: root.leaving()
 
     Toolbar {
         id: bar
@@ -28,23 +30,8 @@ FocusScope {
             kind: AppButton.Kind.Link
             symbol: "chevron.left"
             text: qsTr("Clients")
-            onClicked: root.model.chooseAnotherClient()
+            onClicked: root.leaving()
         }
-        trailing: [
-            AppButton {
-                anchors.verticalCenter: parent.verticalCenter
-                kind: AppButton.Kind.Link
-                rightPadding: Theme.spaceMedium
-                text: qsTr("Choose another client")
-                onClicked: root.model.chooseAnotherClient()
-            },
-            TransfersButton {
-                transfers: root.model.transfers
-            },
-            AccountMenu {
-                model: root.model
-            }
-        ]
         width: parent.width
     }
 
@@ -121,7 +108,7 @@ FocusScope {
                     width: ListView.view.width
                     onClicked: {
                         list.currentIndex = index;
-                        root.model.openProject(index);
+                        root.opened(index);
                     }
                 }
             }

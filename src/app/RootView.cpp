@@ -4,14 +4,6 @@
 
 namespace palvera {
 
-namespace {
-
-const QString projectsPage = QStringLiteral("projects");
-const QString deliverablesPage = QStringLiteral("deliverables");
-const QString deliverablePage = QStringLiteral("deliverable");
-
-} // namespace
-
 RootView::RootView(Environment environment, QObject* parent)
     : QObject(parent),
       m_environment(std::move(environment)),
@@ -19,19 +11,18 @@ RootView::RootView(Environment environment, QObject* parent)
       m_tasks(m_environment.signIn.main),
       m_login(m_environment.signIn),
       m_orgPicker(m_session),
-      m_projects(m_environment.signIn.api, m_environment.signIn.main),
+      m_projects(m_environment.signIn.doors.api, m_environment.signIn.main),
       m_deliverables({.main = m_environment.signIn.main,
                       .background = m_environment.background,
                       .clock = m_environment.signIn.clock,
-                      .api = m_environment.signIn.api,
+                      .api = m_environment.signIn.doors.api,
                       .transfers = m_environment.transfers}),
       m_deliverable({.main = m_environment.signIn.main,
                      .background = m_environment.background,
-                     .api = m_environment.signIn.api,
+                     .api = m_environment.signIn.doors.api,
                      .transfers = m_environment.transfers,
                      .session = m_session}),
-      m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main),
-      m_page(projectsPage)
+      m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main)
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
     connect(&m_session, &Session::stateChanged, this, &RootView::userChanged);
@@ -64,7 +55,7 @@ QString RootView::userEmail() const
 
 QString RootView::error() const
 {
-    return m_session.errorText();
+    return m_session.error().value_or(QString());
 }
 
 QString RootView::buildText() const
@@ -99,7 +90,7 @@ void RootView::openProject(int row)
     if (!project || !m_session.org())
         return;
     m_deliverables.open(*m_session.org(), *project);
-    goTo(deliverablesPage);
+    goTo(Page::Deliverables);
 }
 
 void RootView::openDeliverable(int row)
@@ -107,15 +98,15 @@ void RootView::openDeliverable(int row)
     if (row < 0 || row >= m_deliverables.rowCount())
         return;
     m_deliverable.open(m_deliverables.org(), m_deliverables.project(), m_deliverables.deliverableAt(row));
-    goTo(deliverablePage);
+    goTo(Page::Deliverable);
 }
 
 void RootView::back()
 {
-    if (m_page == deliverablePage)
-        goTo(deliverablesPage);
-    else if (m_page == deliverablesPage)
-        goTo(projectsPage);
+    if (m_page == Page::Deliverable)
+        goTo(Page::Deliverables);
+    else if (m_page == Page::Deliverables)
+        goTo(Page::Projects);
     else
         chooseAnotherClient();
 }
@@ -125,9 +116,9 @@ void RootView::becomeActive()
     m_deliverables.load();
 }
 
-void RootView::goTo(const QString& page)
+void RootView::goTo(Page page)
 {
-    if (page == projectsPage)
+    if (page == Page::Projects)
         m_deliverables.leave();
     if (std::exchange(m_page, page) != page)
         Q_EMIT pageChanged();
@@ -136,7 +127,7 @@ void RootView::goTo(const QString& page)
 /// What is filed on the deliverable that is open may have changed.
 void RootView::updateDeliverable()
 {
-    if (m_page != deliverablePage)
+    if (m_page != Page::Deliverable)
         return;
     if (const auto* deliverable = m_deliverables.find(m_deliverable.deliverable().id))
         m_deliverable.update(*deliverable);
@@ -158,7 +149,7 @@ void RootView::changeScreen()
     if (key == m_key)
         return;
     m_key = key;
-    goTo(projectsPage);
+    goTo(Page::Projects);
     if (const auto& org = m_session.org())
         m_projects.open(*org);
     else if (key == QStringLiteral("login"))

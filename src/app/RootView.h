@@ -2,10 +2,10 @@
 
 #include "app/OrgPickerView.h"
 #include "app/ProjectsView.h"
-#include "screens/DeliverableView.h"
-#include "screens/DeliverablesView.h"
-#include "screens/TransfersView.h"
-#include "session/LoginView.h"
+#include "app/signin/LoginView.h"
+#include "screens/deliverables/DeliverableView.h"
+#include "screens/deliverables/DeliverablesView.h"
+#include "screens/panel/TransfersView.h"
 
 namespace palvera {
 
@@ -20,7 +20,7 @@ class RootView : public QObject {
     Q_PROPERTY(palvera::LoginView* login READ login CONSTANT)
     Q_PROPERTY(palvera::OrgPickerView* orgPicker READ orgPicker CONSTANT)
     Q_PROPERTY(palvera::ProjectsView* projects READ projects CONSTANT)
-    Q_PROPERTY(QString page READ page NOTIFY pageChanged)
+    Q_PROPERTY(Page page READ page NOTIFY pageChanged)
     Q_PROPERTY(palvera::DeliverablesView* deliverables READ deliverables CONSTANT)
     Q_PROPERTY(palvera::DeliverableView* deliverable READ deliverable CONSTANT)
     Q_PROPERTY(palvera::TransfersView* transfers READ transfers CONSTANT)
@@ -31,6 +31,10 @@ class RootView : public QObject {
     Q_PROPERTY(QString buildText READ buildText CONSTANT)
 
 public:
+    /// How far one has gone into the organisation that is open.
+    enum class Page { Projects, Deliverables, Deliverable };
+    Q_ENUM(Page)
+
     /// What it works with. Everything referred to outlives it.
     struct Environment {
         LoginView::Environment signIn;
@@ -49,8 +53,7 @@ public:
     LoginView* login() { return &m_login; }
     OrgPickerView* orgPicker() { return &m_orgPicker; }
     ProjectsView* projects() { return &m_projects; }
-    /// How far one has gone into the organisation that is open: "projects", "deliverables" or "deliverable".
-    const QString& page() const { return m_page; }
+    Page page() const { return m_page; }
     DeliverablesView* deliverables() { return &m_deliverables; }
     DeliverableView* deliverable() { return &m_deliverable; }
     TransfersView* transfers() { return &m_transfers; }
@@ -90,7 +93,7 @@ Q_SIGNALS:
 
 private:
     void changeScreen();
-    void goTo(const QString& page);
+    void goTo(Page page);
     void updateDeliverable();
 
     const Environment m_environment;
@@ -103,7 +106,7 @@ private:
     DeliverableView m_deliverable;
     TransfersView m_transfers;
     QString m_key;
-    QString m_page;
+    Page m_page = Page::Projects;
 };
 
 } // namespace palvera

@@ -79,8 +79,8 @@ FocusScope {
         if (key === "loading")
             return "LoadingView.qml";
         if (key === "login")
-            return "LoginView.qml";
-        return key === "orgs" ? "OrgPickerView.qml" : "ClientView.qml";
+            return "LoginPage.qml";
+        return key === "orgs" ? "OrgPickerPage.qml" : "ClientView.qml";
     }
 
     function show() {

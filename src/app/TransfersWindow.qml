@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Window
 import Palvera.Controls
-import Palvera.Screens
+import Palvera.Panel
 import Palvera.App
 
 /// The window of the transfers panel. Shown as long as the model says so; closing it tells the model.

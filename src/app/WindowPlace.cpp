@@ -1,6 +1,6 @@
 #include "app/WindowPlace.h"
 
-#include "platform/Preferences.h"
+#include "files/Preferences.h"
 
 #include <QGuiApplication>
 #include <QQuickWindow>
@@ -59,7 +59,6 @@ void WindowPlace::restore()
     const auto place = parse(stored);
     if (!place)
         return;
-    m_restored = true;
     QList<QRect> screens;
     for (const auto* screen : QGuiApplication::screens())
         screens.append(screen->availableGeometry());

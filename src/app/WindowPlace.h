@@ -18,9 +18,6 @@ public:
     /// is kept under `key`: "x,y,width,height" and ",maximized" where it is. Window and preferences must outlive this.
     WindowPlace(QQuickWindow& window, Preferences& preferences, QString key);
 
-    /// Whether there was a last time.
-    bool isRestored() const { return m_restored; }
-
     /// What `stored` says, or nothing where it makes no sense.
     static std::optional<QRect> parse(const QString& stored);
     /// Whether a window at `place` could be seen and moved: enough of its upper edge is on one of `screens`.
@@ -33,7 +30,6 @@ private:
     QQuickWindow& m_window;
     Preferences& m_preferences;
     const QString m_key;
-    bool m_restored = false;
     QRect m_normal; // while it is not maximized
 };
 

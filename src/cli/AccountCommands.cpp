@@ -1,5 +1,5 @@
 #include "cli/Commands.h"
-#include "platform/Preferences.h"
+#include "files/Preferences.h"
 #include "service/API.h"
 #include "service/SignInOperations.h"
 #include "session/Session.h"

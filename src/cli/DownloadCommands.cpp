@@ -1,7 +1,7 @@
 #include "cli/Commands.h"
 #include "cli/DownloadErrand.h"
 #include "cli/Listing.h"
-#include "platform/Failure.h"
+#include "files/FileError.h"
 #include "service/APIError.h"
 #include "service/BrowsingOperations.h"
 #include "session/Session.h"

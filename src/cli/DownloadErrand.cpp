@@ -15,9 +15,9 @@ QString DownloadErrand::beginning() const
     return QStringLiteral("Downloading “%1”").arg(m_download.name);
 }
 
-std::optional<QUuid> DownloadErrand::begin(Transfers& transfers)
+Task<std::optional<QUuid>> DownloadErrand::begin(Transfers& transfers)
 {
-    return transfers.addDownload(m_download);
+    co_return transfers.addDownload(m_download);
 }
 
 QString DownloadErrand::doneText(const Item& item, double seconds) const

@@ -13,7 +13,7 @@ public:
 
     QString key() const override { return m_key; }
     QString beginning() const override;
-    std::optional<QUuid> begin(Transfers& transfers) override;
+    Task<std::optional<QUuid>> begin(Transfers& transfers) override;
     QString doneText(const Item& item, double seconds) const override;
     QJsonObject doneRecord(const Item& item) const override;
     QString howToGoOn(const Item& item) const override;

@@ -22,7 +22,7 @@ public:
     virtual QString beginning() const = 0;
     /// Has `transfers` begin it and gives its item's id; nothing when the same is under way already. Throws FileError
     /// when there is nothing to begin with.
-    virtual std::optional<QUuid> begin(Transfers& transfers) = 0;
+    virtual Task<std::optional<QUuid>> begin(Transfers& transfers) = 0;
     /// What people and programs read when it is done, `seconds` after it began.
     virtual QString doneText(const Item& item, double seconds) const = 0;
     virtual QJsonObject doneRecord(const Item& item) const = 0;

@@ -1,7 +1,7 @@
 #include "cli/Errands.h"
 
-#include "platform/Failure.h"
-#include "platform/TaskGroup.h"
+#include "async/TaskGroup.h"
+#include "files/FileError.h"
 #include "transfers/Transfers.h"
 
 #include <boost/asio/this_coro.hpp>
@@ -57,8 +57,11 @@ Task<ExitCode> Errands::carryOut()
     // What interrupts the program also cancels its command, which is to end in its own time here.
     co_await asio::this_coro::reset_cancellation_state(asio::disable_cancellation());
     const auto& stop = m_environment.stop;
-    for (beginMore(); !m_begun.isEmpty() && !stop->isStopped(); beginMore())
+    co_await beginMore();
+    while (!m_begun.isEmpty() && !stop->isStopped()) {
         co_await firstOf(untilStopped(stop), m_ended.wait());
+        co_await beginMore();
+    }
     if (stop->isStopped())
         co_await endEarly();
     for (auto code : m_codes)
@@ -67,16 +70,16 @@ Task<ExitCode> Errands::carryOut()
     co_return m_worst;
 }
 
-void Errands::beginMore()
+Task<void> Errands::beginMore()
 {
     while (m_next < m_errands.size() && m_begun.size() < mostAtOnce && !m_environment.stop->isStopped())
-        begin(*m_errands[m_next++]);
+        co_await begin(*m_errands[m_next++]);
 }
 
-void Errands::begin(Errand& errand)
+Task<void> Errands::begin(Errand& errand)
 {
     try {
-        if (auto id = errand.begin(m_environment.transfers)) {
+        if (auto id = co_await errand.begin(m_environment.transfers)) {
             m_begun.insert(*id, {.errand = &errand, .at = m_environment.clock.now()});
             m_environment.output.say(errand.beginning(), {});
             m_environment.output.expectProgress(errand.key());
@@ -152,7 +155,7 @@ ExitCode Errands::sayFailed(const Errand& errand, const Item& item, const Item::
 /// The platform's question has taken the place of the errand's item.
 ExitCode Errands::sayDoubt(const Errand& errand)
 {
-    m_environment.output.fail(m_environment.transfers.doubtMessage(), {{QStringLiteral("key"), errand.key()}});
+    m_environment.output.fail(m_environment.transfers.doubt()->message, {{QStringLiteral("key"), errand.key()}});
     m_environment.transfers.dismissDoubt();
     m_environment.output.remark(QStringLiteral("To send it all the same: ") + errand.confirmingCommand());
     return ExitCode::confirmationNeeded;

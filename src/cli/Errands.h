@@ -1,9 +1,9 @@
 #pragma once
 
+#include "async/CancelFlag.h"
+#include "async/Event.h"
 #include "cli/Errand.h"
 #include "cli/Output.h"
-#include "platform/CancelFlag.h"
-#include "platform/Event.h"
 
 #include <QHash>
 #include <QObject>
@@ -41,8 +41,8 @@ private:
         std::optional<Item> shown = {}; ///< as it was when it was last spoken of
     };
 
-    void beginMore();
-    void begin(Errand& errand);
+    Task<void> beginMore();
+    Task<void> begin(Errand& errand);
     void show(const QUuid& id);
     void conclude(const QUuid& id);
     ExitCode sayEnd(const Errand& errand, const Item& item, double seconds);

@@ -1,6 +1,8 @@
 #include "cli/ExitCode.h"
 
+#include "http/TransportError.h"
 #include "service/APIError.h"
+#include "transfers/RetryRules.h"
 
 #include <algorithm>
 #include <array>
@@ -13,17 +15,13 @@ ExitCode exitCodeFor(const std::exception_ptr& failure)
         return ExitCode::done;
     if (isCancellation(failure))
         return ExitCode::interrupted;
-    try {
-        std::rethrow_exception(failure);
-    } catch (const APIError& error) {
-        if (error.code() == QStringLiteral("delivery_doubt"))
+    if (auto error = failureAs<APIError>(failure)) {
+        if (isDeliveryDoubt(failure))
             return ExitCode::confirmationNeeded;
-        return error.status() == 401 ? ExitCode::notSignedIn : ExitCode::failed;
-    } catch (const TransportError&) {
-        return ExitCode::unreachable; // storage's failures come as an APIError, once all attempts at a part are used up
-    } catch (...) {
-        return ExitCode::failed;
+        return error->status() == 401 ? ExitCode::notSignedIn : ExitCode::failed;
     }
+    // Storage's failures come as an APIError, once all attempts at a part are used up.
+    return failureAs<TransportError>(failure) ? ExitCode::unreachable : ExitCode::failed;
 }
 
 ExitCode worse(ExitCode a, ExitCode b)

@@ -1,9 +1,10 @@
+#include "async/EnginePool.h"
+#include "async/Failure.h"
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
 #include "cli/UploadErrand.h"
-#include "platform/Bookmark.h"
-#include "platform/EnginePool.h"
-#include "platform/Failure.h"
+#include "files/Bookmark.h"
+#include "files/FileError.h"
 #include "transfers/DiscardUpload.h"
 #include "transfers/Transfers.h"
 
@@ -30,6 +31,11 @@ Task<std::vector<Journal>> interruptedUploads(Workbench& bench)
     co_return journals;
 }
 
+Task<std::optional<QUuid>> beginAgain(Transfers& transfers, Journal journal)
+{
+    co_return transfers.resume(journal);
+}
+
 std::unique_ptr<Errand> resuming(const Journal& journal, Workbench& bench)
 {
     auto found = journal.bookmark ? bookmark::resolve(*journal.bookmark) : std::nullopt;
@@ -40,7 +46,7 @@ std::unique_ptr<Errand> resuming(const Journal& journal, Workbench& bench)
         UploadErrand::Upload{.journalKey = journal.key,
                              .file = path,
                              .target = journal.destination(),
-                             .begin = [journal](Transfers& transfers) { return transfers.resume(journal); }},
+                             .begin = [journal](Transfers& transfers) { return beginAgain(transfers, journal); }},
         bench.journals);
 }
 

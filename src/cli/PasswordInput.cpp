@@ -1,7 +1,7 @@
 #include "cli/PasswordInput.h"
 
-#include "platform/Failure.h"
-#include "platform/FileDescriptor.h"
+#include "async/Failure.h"
+#include "files/FileDescriptor.h"
 
 #include <boost/asio/posix/stream_descriptor.hpp>
 #include <boost/asio/redirect_error.hpp>

@@ -1,7 +1,7 @@
 #include "cli/Program.h"
 
-#include "platform/EnginePool.h"
-#include "platform/TaskGroup.h"
+#include "async/EnginePool.h"
+#include "async/TaskGroup.h"
 #include "service/API.h"
 
 #include <boost/asio/co_spawn.hpp>

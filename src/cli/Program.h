@@ -1,9 +1,9 @@
 #pragma once
 
+#include "async/MainThread.h"
 #include "cli/Commands.h"
-#include "platform/Folders.h"
-#include "platform/MainThread.h"
-#include "platform/Preferences.h"
+#include "files/Folders.h"
+#include "files/Preferences.h"
 #include "session/Session.h"
 #include "transfers/TransferEngines.h"
 

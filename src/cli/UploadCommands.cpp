@@ -15,6 +15,17 @@ QString wholePath(const QString& file)
     return QDir::cleanPath(QFileInfo(file).absoluteFilePath());
 }
 
+Task<std::optional<QUuid>> beginFiling(Transfers& transfers, DeliverableUpload upload)
+{
+    co_return transfers.addUpload(std::move(upload));
+}
+
+Task<std::optional<QUuid>> beginAdding(Transfers& transfers, BinUploads upload)
+{
+    auto begun = co_await transfers.addBinUploads(std::move(upload));
+    co_return begun.isEmpty() ? std::nullopt : std::optional(begun.first());
+}
+
 std::unique_ptr<Errand> filing(const UploadFile& command, const JournalStore& journals)
 {
     DeliverableUpload upload{.file = wholePath(command.file),
@@ -28,22 +39,18 @@ std::unique_ptr<Errand> filing(const UploadFile& command, const JournalStore& jo
         UploadErrand::Upload{.journalKey = command.deliverable,
                              .file = upload.file,
                              .target = row,
-                             .begin = [upload](Transfers& transfers) { return transfers.addUpload(upload); }},
+                             .begin = [upload](Transfers& transfers) { return beginFiling(transfers, upload); }},
         journals);
 }
 
 std::unique_ptr<Errand> adding(const QString& file, const UploadToBin& command, const JournalStore& journals)
 {
     BinUploads upload{.files = {wholePath(file)}, .orgId = command.org, .folder = binFolder(command.folder)};
-    auto begin = [upload](Transfers& transfers) -> std::optional<QUuid> {
-        auto begun = transfers.addBinUploads(upload);
-        return begun.isEmpty() ? std::nullopt : std::optional(begun.first());
-    };
     return std::make_unique<UploadErrand>(
         UploadErrand::Upload{.journalKey = binJournalKey(command.org, upload.folder, upload.files.first()),
                              .file = upload.files.first(),
                              .target = TransferTarget::Bin{.orgId = command.org, .folder = upload.folder},
-                             .begin = begin},
+                             .begin = [upload](Transfers& transfers) { return beginAdding(transfers, upload); }},
         journals);
 }
 

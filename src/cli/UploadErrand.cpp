@@ -3,7 +3,7 @@
 #include "cli/DisplayText.h"
 #include "cli/Listing.h"
 #include "cli/Quantities.h"
-#include "platform/Failure.h"
+#include "files/FileError.h"
 
 #include <QFileInfo>
 
@@ -33,7 +33,7 @@ QString UploadErrand::beginning() const
 }
 
 /// Looks first at what no retry would change.
-std::optional<QUuid> UploadErrand::begin(Transfers& transfers)
+Task<std::optional<QUuid>> UploadErrand::begin(Transfers& transfers)
 {
     if (auto objection = objectionTo(m_upload.file); !objection.isEmpty())
         throw FileError(objection);
@@ -41,7 +41,7 @@ std::optional<QUuid> UploadErrand::begin(Transfers& transfers)
         throw FileError(QStringLiteral("This upload cannot be recorded under the name “%1”.").arg(key()));
     if (!m_journals.tryLock(m_upload.journalKey))
         throw FileError(QStringLiteral("This upload is already running."));
-    return m_upload.begin(transfers);
+    co_return co_await m_upload.begin(transfers);
 }
 
 QString UploadErrand::doneText(const Item& item, double seconds) const

@@ -16,7 +16,7 @@ public:
         QString journalKey;
         QString file; ///< whole path
         TransferTarget target;
-        std::function<std::optional<QUuid>(Transfers&)> begin;
+        std::function<Task<std::optional<QUuid>>(Transfers&)> begin;
     };
 
     /// `journals` outlives it.
@@ -24,7 +24,7 @@ public:
 
     QString key() const override { return m_upload.journalKey; }
     QString beginning() const override;
-    std::optional<QUuid> begin(Transfers& transfers) override;
+    Task<std::optional<QUuid>> begin(Transfers& transfers) override;
     QString doneText(const Item& item, double seconds) const override;
     QJsonObject doneRecord(const Item& item) const override;
     QString confirmingCommand() const override;

@@ -1,5 +1,6 @@
 #include "screens/TransferTexts.h"
 
+#include "http/TransportError.h"
 #include "screens/Quantities.h"
 #include "service/APIError.h"
 
@@ -13,21 +14,6 @@ std::exception_ptr failureOf(const Item::State& state)
         return retrying->failure;
     const auto* failed = std::get_if<Item::Failed>(&state);
     return failed ? failed->failure : nullptr;
-}
-
-/// The failure as one of type `Error`; nothing when it is another.
-template <class Error>
-std::optional<Error> as(const std::exception_ptr& failure)
-{
-    if (!failure)
-        return {};
-    try {
-        std::rethrow_exception(failure);
-    } catch (const Error& error) {
-        return error;
-    } catch (...) {
-        return {};
-    }
 }
 
 bool isBusy(qint64 status)
@@ -72,9 +58,9 @@ std::optional<double> secondsLeft(const Item& item)
 QString plainReason(const Item::State& state)
 {
     auto failure = failureOf(state);
-    if (auto error = as<TransportError>(failure))
+    if (auto error = failureAs<TransportError>(failure))
         return plainTransport(*error);
-    auto error = as<APIError>(failure);
+    auto error = failureAs<APIError>(failure);
     bool isComposed = error && error->message() == APIError::fromAnswer(int(error->status()), {}).message();
     if (isComposed && isBusy(error->status()))
         return QStringLiteral("The platform is busy.");
@@ -83,7 +69,7 @@ QString plainReason(const Item::State& state)
 
 QString technicalReason(const Item::State& state)
 {
-    auto error = as<APIError>(failureOf(state));
+    auto error = failureAs<APIError>(failureOf(state));
     if (!error || error->status() == 0)
         return messageOf(state);
     return QStringLiteral("%1 (HTTP %2)").arg(error->message()).arg(error->status());

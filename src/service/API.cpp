@@ -1,11 +1,11 @@
 #include "service/API.h"
 
-#include "platform/CookieStore.h"
-#include "platform/EnginePool.h"
-#include "platform/Folders.h"
-#include "platform/HttpSession.h"
-#include "platform/Preferences.h"
-#include "platform/TaskGroup.h"
+#include "async/EnginePool.h"
+#include "async/TaskGroup.h"
+#include "files/Folders.h"
+#include "files/Preferences.h"
+#include "http/CookieStore.h"
+#include "http/HttpSession.h"
 
 #include <QJsonDocument>
 

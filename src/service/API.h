@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/HttpClient.h"
-#include "platform/RunOn.h"
+#include "async/RunOn.h"
+#include "http/HttpClient.h"
 #include "service/APIError.h"
 #include "service/Addresses.h"
 #include "service/JsonReader.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Task.h"
+#include "async/Task.h"
 #include "service/AssetRecords.h"
 #include "service/BinRecords.h"
 #include "service/Organisations.h"

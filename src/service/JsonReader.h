@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Failure.h"
+#include "async/Failure.h"
 
 #include <QJsonArray>
 #include <QJsonObject>

@@ -1,6 +1,6 @@
 #include "service/Site.h"
 
-#include "platform/Preferences.h"
+#include "files/Preferences.h"
 
 namespace palvera {
 

@@ -1,9 +1,9 @@
 #include "session/Session.h"
 
-#include "platform/Bookmark.h"
-#include "platform/Failure.h"
-#include "platform/Preferences.h"
-#include "platform/TaskGroup.h"
+#include "async/Failure.h"
+#include "async/TaskGroup.h"
+#include "files/Bookmark.h"
+#include "files/Preferences.h"
 #include "service/API.h"
 #include "service/BrowsingOperations.h"
 #include "service/SignInOperations.h"
@@ -12,14 +12,13 @@ namespace palvera {
 
 namespace {
 
-/// How `operation` ended; a cancellation passes through.
-template <class T>
-Task<Outcome<T>> answerOf(Task<T> operation)
+QString screenOf(const Session::State& state, const std::optional<Org>& org)
 {
-    auto outcome = co_await outcomeOf(std::move(operation));
-    if (isCancellation(outcome.failure))
-        std::rethrow_exception(outcome.failure);
-    co_return outcome;
+    if (std::holds_alternative<Session::Unknown>(state))
+        return QStringLiteral("loading");
+    if (!std::holds_alternative<Session::SignedIn>(state))
+        return QStringLiteral("login");
+    return org ? QStringLiteral("org:") + org->id : QStringLiteral("orgs");
 }
 
 } // namespace
@@ -28,22 +27,17 @@ const QString Session::orgKey = QStringLiteral("pv.lastOrgId");
 const QString Session::folderKey = QStringLiteral("pv.downloadsBookmark");
 
 Session::Session(API& api, Preferences& preferences, QObject* parent)
-    : QObject(parent), m_api(api), m_preferences(preferences), m_site(currentSite(preferences))
+    : QObject(parent),
+      m_api(api),
+      m_preferences(preferences),
+      m_site(currentSite(preferences)),
+      m_screen(screenOf(m_state, m_org))
 {}
 
 const Me* Session::me() const
 {
-    const auto* signedIn = std::get_if<SignedIn>(&m_state);
+    const auto* signedIn = std::get_if<SignedIn>(&m_state.value());
     return signedIn ? &signedIn->me : nullptr;
-}
-
-QString Session::screen() const
-{
-    if (std::holds_alternative<Unknown>(m_state))
-        return QStringLiteral("loading");
-    if (!me())
-        return QStringLiteral("login");
-    return m_org ? QStringLiteral("org:") + m_org->id : QStringLiteral("orgs");
 }
 
 Task<void> Session::start()
@@ -55,10 +49,11 @@ Task<void> Session::refresh()
 {
     auto answer = co_await answerOf(currentUser(m_api));
     if (answer.failure) {
-        assign(m_error, std::optional(describe(answer.failure)), &Session::errorChanged);
+        fail(answer.failure);
         co_return;
     }
-    assignShown(m_state, State(SignedIn{*answer.value}), &Session::stateChanged);
+    m_state = SignedIn{*answer.value};
+    updateScreen();
     co_await loadOrgs();
 }
 
@@ -66,51 +61,59 @@ Task<void> Session::loadOrgs()
 {
     auto answer = co_await answerOf(listOrgs(m_api));
     if (answer.failure)
-        assign(m_error, std::optional(describe(answer.failure)), &Session::errorChanged);
+        fail(answer.failure);
     else
-        assign(m_orgs, *answer.value, &Session::orgsChanged);
+        m_orgs = *answer.value;
 }
 
 Task<void> Session::setSite(Site site)
 {
-    if (site == m_site)
+    if (site == m_site.value())
         co_return;
     storeSite(m_preferences, site);
     m_api.setSite(site);
-    assign(m_site, site, &Session::siteChanged);
-    assignShown(m_org, std::optional<Org>(), &Session::orgChanged);
-    assign(m_orgs, {}, &Session::orgsChanged);
-    assign(m_error, {}, &Session::errorChanged);
+    m_site = site;
+    m_org = std::nullopt;
+    updateScreen();
+    m_orgs = QList<Org>();
+    m_error = std::nullopt;
+    m_failure = nullptr;
     co_await identify();
 }
 
 void Session::choose(const Org& org)
 {
-    assignShown(m_org, std::optional(org), &Session::orgChanged);
+    m_org = org;
+    updateScreen();
     m_preferences.setString(orgKey, org.id);
 }
 
 void Session::leave()
 {
-    assignShown(m_org, std::optional<Org>(), &Session::orgChanged);
+    m_org = std::nullopt;
+    updateScreen();
 }
 
 Task<void> Session::signOut()
 {
     co_await m_api.signOut();
-    assignShown(m_org, std::optional<Org>(), &Session::orgChanged);
-    assign(m_orgs, {}, &Session::orgsChanged);
-    assignShown(m_state, State(SignedOut{}), &Session::stateChanged);
+    m_org = std::nullopt;
+    updateScreen();
+    m_orgs = QList<Org>();
+    m_state = SignedOut{};
+    updateScreen();
 }
 
 Task<void> Session::identify()
 {
     auto answer = co_await answerOf(currentUser(m_api));
     if (answer.failure) {
-        assignShown(m_state, State(SignedOut{}), &Session::stateChanged);
+        m_state = SignedOut{};
+        updateScreen();
         co_return;
     }
-    assignShown(m_state, State(SignedIn{*answer.value}), &Session::stateChanged);
+    m_state = SignedIn{*answer.value};
+    updateScreen();
     co_await loadOrgs();
 }
 
@@ -132,22 +135,15 @@ void Session::setDownloadsFolder(const std::optional<QString>& path)
         Q_EMIT downloadsFolderChanged();
 }
 
-template <class T>
-bool Session::assign(T& property, T value, void (Session::*changed)())
+void Session::fail(std::exception_ptr failure)
 {
-    if (property == value)
-        return false;
-    property = std::move(value);
-    Q_EMIT(this->*changed)();
-    return true;
+    m_failure = std::move(failure);
+    m_error = describe(m_failure);
 }
 
-template <class T>
-void Session::assignShown(T& property, T value, void (Session::*changed)())
+void Session::updateScreen()
 {
-    auto before = screen();
-    if (assign(property, std::move(value), changed) && screen() != before)
-        Q_EMIT screenChanged();
+    m_screen = screenOf(m_state, m_org);
 }
 
 } // namespace palvera

@@ -1,12 +1,13 @@
 #pragma once
 
-#include "platform/Task.h"
+#include "async/Task.h"
 #include "service/Organisations.h"
 #include "service/SignInRecords.h"
 #include "service/Site.h"
 
-#include <QObject>
+#include <QProperty>
 
+#include <exception>
 #include <optional>
 #include <variant>
 
@@ -23,13 +24,6 @@ class Preferences;
 /// announced, only when its value changes.
 class Session final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(palvera::Session::State state READ state NOTIFY stateChanged)
-    Q_PROPERTY(QList<palvera::Org> orgs READ orgs NOTIFY orgsChanged)
-    Q_PROPERTY(std::optional<palvera::Org> org READ org NOTIFY orgChanged)
-    Q_PROPERTY(QString error READ errorText NOTIFY errorChanged)
-    Q_PROPERTY(palvera::Site site READ site NOTIFY siteChanged)
-    Q_PROPERTY(QString screen READ screen NOTIFY screenChanged)
-    Q_PROPERTY(QString downloadsFolder READ downloadsFolderText NOTIFY downloadsFolderChanged)
 
 public:
     /// Nobody has asked yet.
@@ -63,10 +57,11 @@ public:
     const std::optional<Org>& org() const { return m_org; }
     /// The last failure, in words for the user.
     const std::optional<QString>& error() const { return m_error; }
-    QString errorText() const { return m_error.value_or(QString()); }
+    /// What that was; null where there was none.
+    const std::exception_ptr& failure() const { return m_failure; }
     Site site() const { return m_site; }
     /// What the user should see: "loading", "login", "orgs", or "org:" and the open organisation's id.
-    QString screen() const;
+    QString screen() const { return m_screen; }
 
     /// Finds out who is signed in, and their organisations. Any failure means that nobody is, and leaves `error`.
     Task<void> start();
@@ -87,7 +82,6 @@ public:
     /// The folder that downloads go to, also after it was renamed; nothing when none was chosen or it is gone. Looks
     /// at the disk.
     std::optional<QString> downloadsFolder() const;
-    QString downloadsFolderText() const { return downloadsFolder().value_or(QString()); }
     /// Keeps the folder at `path`, or none. A folder that does not exist counts as none.
     void setDownloadsFolder(const std::optional<QString>& path);
 
@@ -103,19 +97,18 @@ Q_SIGNALS:
 private:
     /// Takes a failing `currentUser` as nobody.
     Task<void> identify();
-    template <class T>
-    bool assign(T& property, T value, void (Session::*changed)());
-    /// For what `screen` is made of.
-    template <class T>
-    void assignShown(T& property, T value, void (Session::*changed)());
+    void fail(std::exception_ptr failure);
+    void updateScreen();
 
     API& m_api;
     Preferences& m_preferences;
-    State m_state;
-    QList<Org> m_orgs;
-    std::optional<Org> m_org;
-    std::optional<QString> m_error;
-    Site m_site;
+    std::exception_ptr m_failure;
+    Q_OBJECT_BINDABLE_PROPERTY(Session, State, m_state, &Session::stateChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Session, QList<Org>, m_orgs, &Session::orgsChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Session, std::optional<Org>, m_org, &Session::orgChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Session, std::optional<QString>, m_error, &Session::errorChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Session, Site, m_site, &Session::siteChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(Session, QString, m_screen, &Session::screenChanged)
 };
 
 } // namespace palvera

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Failure.h"
-#include "platform/Task.h"
+#include "async/Failure.h"
+#include "async/Task.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/DestinationFile.h"
-#include "platform/HttpClient.h"
+#include "files/DestinationFile.h"
+#include "http/HttpClient.h"
+#include "transfer/ByteRange.h"
 #include "transfer/SlicePool.h"
-#include "transfer/UploadRules.h"
 
 #include <exception>
 

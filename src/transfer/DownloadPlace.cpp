@@ -1,8 +1,8 @@
 #include "transfer/DownloadPlace.h"
 
-#include "platform/AtomicFile.h"
-#include "platform/DestinationFile.h"
-#include "platform/Failure.h"
+#include "files/AtomicFile.h"
+#include "files/DestinationFile.h"
+#include "files/FileError.h"
 #include "transfer/Partial.h"
 
 #include <QDir>

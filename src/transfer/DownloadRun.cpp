@@ -1,9 +1,10 @@
 #include "transfer/DownloadRun.h"
 
-#include "platform/RunOn.h"
-#include "platform/TaskGroup.h"
+#include "async/RunOn.h"
+#include "async/TaskGroup.h"
+#include "files/FileError.h"
 #include "service/APIError.h"
-#include "service/JsonReader.h"
+#include "transfer/DownloadRules.h"
 
 #include <boost/asio/strand.hpp>
 #include <boost/asio/this_coro.hpp>
@@ -20,39 +21,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr int attempts = 4;
-
-/// Most bytes of a refusal's body, which nobody reads.
-constexpr qint64 longestRefusal = 64 << 10;
-
-struct ContentRange {
-    QByteArray span;             ///< "0-499"
-    std::optional<qint64> total; ///< nothing where storage does not say
-};
-
-ContentRange contentRangeOf(const HttpResponse& answer)
-{
-    auto text = answer.header("Content-Range").trimmed();
-    auto slash = text.indexOf('/');
-    auto space = text.indexOf(' ');
-    if (slash < 0)
-        return {};
-    return {.span = text.mid(space + 1, slash - space - 1).trimmed(),
-            .total = json::parseInteger(QString::fromLatin1(text.mid(slash + 1).trimmed()))};
-}
-
-QByteArray spanText(ByteRange range)
-{
-    return QByteArray::number(range.offset) + '-' + QByteArray::number(range.offset + range.length - 1);
-}
-
-HttpRequest rangedRequest(const QByteArray& address, ByteRange range)
-{
-    return {.url = address,
-            .headers = {{"Range", "bytes=" + spanText(range)}},
-            .idleTimeout = 60s,
-            .totalTimeout = 3600s,
-            .answerLimit = longestRefusal};
-}
 
 APIError changedInStorage()
 {
@@ -139,8 +107,7 @@ Task<void> DownloadRun::probe()
     if (!answer.isSuccess() && answer.status != rangeNotSatisfiable)
         throw APIError(answer.status,
                        QStringLiteral("That file could not be reached (storage answered %1).").arg(answer.status));
-    auto announced = json::parseInteger(QString::fromLatin1(answer.header("Content-Length")));
-    m_partial.total = contentRangeOf(answer).total.value_or(announced.value_or(0));
+    m_partial.total = totalIn(answer);
     if (m_partial.total < 1 || !answer.isSuccess())
         throw APIError(0, QStringLiteral("That file is empty."));
     m_partial.tag = QString::fromLatin1(answer.header("ETag"));
@@ -155,10 +122,7 @@ void DownloadRun::prepare()
     bool existed = QFileInfo::exists(m_request.destination);
     m_file = DestinationFile::open(m_request.destination);
     auto earlier = existed ? loadPartial(m_request.destination) : std::nullopt;
-    bool fits = earlier && earlier->total == m_partial.total && m_file->size() == m_partial.total &&
-                (earlier->tag.isEmpty() || m_partial.tag.isEmpty() || earlier->tag == m_partial.tag) &&
-                (earlier->done.empty() || (*earlier->done.begin() >= 0 && *earlier->done.rbegin() < chunkCount()));
-    if (fits) {
+    if (earlier && recordFits(*earlier, m_partial, m_file->size(), m_settings.chunkSize)) {
         m_partial.done = std::move(earlier->done);
         return;
     }
@@ -186,7 +150,7 @@ Task<void> DownloadRun::fetchAll()
 Task<void> DownloadRun::fetchInWaves()
 {
     std::vector<qint64> missing;
-    for (qint64 index = 0; index < chunkCount(); ++index)
+    for (qint64 index = 0; index < chunkCount(m_partial.total, m_settings.chunkSize); ++index)
         if (!m_partial.done.contains(index))
             missing.push_back(index);
     for (std::size_t first = 0; first < missing.size(); first += m_lanes.size()) {
@@ -209,29 +173,26 @@ Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
     const auto range = rangeOf(index);
     if (!lane.chunk)
         lane.chunk.emplace(m_writing, *m_file, m_slices);
-    QString failure = QStringLiteral("");
-    for (int number = 0; number < attempts; ++number) {
-        if (number > 0)
-            co_await m_environment.clock.sleep(500ms * (1 << number));
+    auto failure = co_await attempt(lane, range);
+    for (int number = 1; failure && number < attempts; ++number) {
+        co_await m_environment.clock.sleep(500ms * (1 << number));
         failure = co_await attempt(lane, range);
-        if (failure.isNull())
-            break;
     }
-    if (!failure.isNull())
-        throw APIError(0, failure);
+    if (failure)
+        throw APIError(0, *failure);
     co_await lane.chunk->finish();
     m_written.push_back(index);
     m_somethingWritten->set();
 }
 
-/// Why the chunk has not arrived; a null text when it has.
-Task<QString> DownloadRun::attempt(Lane& lane, ByteRange range)
+/// Why the chunk has not arrived; nothing when it has.
+Task<std::optional<QString>> DownloadRun::attempt(Lane& lane, ByteRange range)
 {
     auto request = rangedRequest(m_request.address, range);
     lane.chunk->begin(range);
     request.sink = &*lane.chunk;
     request.wantsBody = [this, range](const HttpResponse& head) {
-        return !head.isSuccess() || (!isAnotherObject(head) && objectionTo(head, range).isNull());
+        return !head.isSuccess() || (!isAnotherObject(head, m_total, m_tag) && !objectionTo(head, range));
     };
     auto sent = co_await outcomeOf(lane.session.send(std::move(request)));
     co_await asio::this_coro::throw_if_cancelled(false);
@@ -244,32 +205,13 @@ Task<QString> DownloadRun::attempt(Lane& lane, ByteRange range)
     const auto& answer = *sent.value;
     if (!answer.isSuccess())
         co_return QStringLiteral("Storage answered %1 on a chunk.").arg(answer.status);
-    if (isAnotherObject(answer))
+    if (isAnotherObject(answer, m_total, m_tag))
         throw changedInStorage();
-    if (auto objection = objectionTo(answer, range); !objection.isNull())
-        co_return objection;
+    if (auto objection = objectionTo(answer, range))
+        co_return *objection;
     if (answer.length != range.length)
         co_return QStringLiteral("Storage sent %1 bytes of a chunk of %2.").arg(answer.length).arg(range.length);
-    co_return QString();
-}
-
-/// What speaks against the body that follows these headers being the bytes of `range`; a null text when nothing does.
-QString DownloadRun::objectionTo(const HttpResponse& answer, ByteRange range) const
-{
-    auto named = contentRangeOf(answer);
-    if (!named.span.isEmpty() && named.span != spanText(range))
-        return QStringLiteral("Storage sent other bytes than those asked for.");
-    auto announced = json::parseInteger(QString::fromLatin1(answer.header("Content-Length")));
-    if (announced && *announced != range.length)
-        return QStringLiteral("Storage sent %1 bytes of a chunk of %2.").arg(*announced).arg(range.length);
-    return {};
-}
-
-bool DownloadRun::isAnotherObject(const HttpResponse& answer) const
-{
-    auto total = contentRangeOf(answer).total;
-    auto tag = QString::fromLatin1(answer.header("ETag"));
-    return (total && *total != m_total) || (!tag.isEmpty() && !m_tag.isEmpty() && tag != m_tag);
+    co_return std::nullopt;
 }
 
 Task<void> DownloadRun::keepRecord()
@@ -316,15 +258,9 @@ void DownloadRun::report()
     m_windowBytes = 0;
 }
 
-qint64 DownloadRun::chunkCount() const
-{
-    return (m_partial.total + m_settings.chunkSize - 1) / m_settings.chunkSize;
-}
-
 ByteRange DownloadRun::rangeOf(qint64 index) const
 {
-    const auto first = index * m_settings.chunkSize;
-    return {.offset = first, .length = std::min(m_settings.chunkSize, m_partial.total - first)};
+    return rangeOfChunk(index, m_settings.chunkSize, m_partial.total);
 }
 
 } // namespace palvera

@@ -1,19 +1,18 @@
 #pragma once
 
-#include "platform/DestinationFile.h"
-#include "platform/Event.h"
+#include "async/Event.h"
+#include "files/DestinationFile.h"
 #include "transfer/ChunkWriter.h"
 #include "transfer/Downloader.h"
 #include "transfer/Partial.h"
-#include "transfer/UploadRules.h"
 
 #include <span>
 
 namespace palvera {
 
 /// One run of one download, from asking for the size to removing the record. It lives on the strand it is performed on,
-/// which its lanes share; what blocks on the disk runs on strands of its own, and nothing waits for the disk but the
-/// end of the run and whoever needs the buffer that is being written.
+/// which its lanes share; what blocks on the disk runs on strands of its own. A lane waits until the last of its chunk
+/// is in the file, the end of the run until all of it is on the disk for good; nothing else waits for the disk.
 class DownloadRun {
 public:
     DownloadRun(const Downloader::Environment& environment, const Downloader::Settings& settings,
@@ -34,15 +33,12 @@ private:
     Task<void> fetchInWaves();
     Task<void> fetchWave(std::span<const qint64> chunks);
     Task<void> fetch(Lane& lane, qint64 index);
-    Task<QString> attempt(Lane& lane, ByteRange range);
-    QString objectionTo(const HttpResponse& answer, ByteRange range) const;
-    bool isAnotherObject(const HttpResponse& answer) const;
+    Task<std::optional<QString>> attempt(Lane& lane, ByteRange range);
 
     Task<void> keepRecord();
     Task<void> record();
     void report();
 
-    qint64 chunkCount() const;
     ByteRange rangeOf(qint64 index) const;
 
     const Downloader::Environment& m_environment;

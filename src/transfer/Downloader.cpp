@@ -1,6 +1,6 @@
 #include "transfer/Downloader.h"
 
-#include "platform/RunOn.h"
+#include "async/RunOn.h"
 #include "transfer/DownloadRun.h"
 
 #include <boost/asio/strand.hpp>

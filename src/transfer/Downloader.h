@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/CancelFlag.h"
-#include "platform/Clock.h"
-#include "platform/HttpClient.h"
+#include "async/CancelFlag.h"
+#include "async/Clock.h"
+#include "http/HttpClient.h"
 
 #include <QString>
 

@@ -1,6 +1,7 @@
 #include "transfer/JournalStore.h"
 
-#include "platform/AtomicFile.h"
+#include "files/AtomicFile.h"
+#include "files/FileError.h"
 #include "service/JsonReader.h"
 
 #include <QDateTime>

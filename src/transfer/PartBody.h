@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/Failure.h"
-#include "platform/HttpClient.h"
-#include "platform/SourceFile.h"
-#include "transfer/UploadRules.h"
+#include "files/FileError.h"
+#include "files/SourceFile.h"
+#include "http/HttpClient.h"
+#include "transfer/ByteRange.h"
 
 #include <span>
 

@@ -1,6 +1,9 @@
 #include "transfer/PartSender.h"
 
+#include "files/FileError.h"
+#include "http/HttpAddress.h"
 #include "service/APIError.h"
+#include "transfer/UploadRules.h"
 
 namespace palvera {
 
@@ -9,19 +12,6 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr int attempts = 8;
-
-bool isFileFailure(const std::exception_ptr& failure)
-{
-    if (!failure)
-        return false;
-    try {
-        std::rethrow_exception(failure);
-    } catch (const FileError&) {
-        return true;
-    } catch (...) {
-        return false;
-    }
-}
 
 } // namespace
 
@@ -41,30 +31,27 @@ Task<QString> PartSender::send(int part, PartBody& body, std::shared_ptr<SendWat
             endIfStopped();
         }
         Attempt result = co_await attempt(part, body, watcher);
-        if (result.confirmed())
-            co_return result.etag;
-        if (!result.failure.isNull())
-            failure = result.failure;
+        if (result)
+            co_return *std::move(result);
+        failure = result.error().value_or(failure);
     }
     throw APIError(0, failure);
 }
 
 Task<PartSender::Attempt> PartSender::attempt(int part, PartBody& body, std::shared_ptr<SendWatcher> watcher)
 {
-    auto address = co_await outcomeOf(m_pool.urlFor(part));
-    if (isCancellation(address.failure))
-        std::rethrow_exception(address.failure);
+    auto address = co_await answerOf(m_pool.urlFor(part));
     if (address.failure)
-        co_return Attempt{.failure = describe(address.failure)};
-    if (!isUsableAddress(*address.value))
-        co_return Attempt{};
+        co_return std::unexpected(describe(address.failure));
+    if (!parseHttpAddress(*address.value))
+        co_return std::unexpected(std::nullopt);
 
     watcher->reset();
     auto answer = co_await put(*address.value, body, watcher);
-    if (isCancellation(answer.failure) || isFileFailure(answer.failure))
+    if (isCancellation(answer.failure) || failureAs<FileError>(answer.failure))
         std::rethrow_exception(answer.failure);
     if (answer.failure)
-        co_return Attempt{.failure = describe(answer.failure)};
+        co_return std::unexpected(describe(answer.failure));
     co_return judge(*answer.value);
 }
 
@@ -85,12 +72,12 @@ Task<Outcome<HttpResponse>> PartSender::put(QByteArray address, PartBody& body, 
 
 PartSender::Attempt PartSender::judge(const HttpResponse& answer)
 {
-    if (answer.status < 200 || answer.status > 299)
-        return {.failure = QStringLiteral("Storage answered %1 on a part.").arg(answer.status)};
+    if (!answer.isSuccess())
+        return std::unexpected(QStringLiteral("Storage answered %1 on a part.").arg(answer.status));
     QString etag = unquoted(answer.header("ETag"));
     if (etag.isEmpty())
-        return {.failure = QStringLiteral("The storage service returned no ETag.")};
-    return {.etag = etag};
+        return std::unexpected(QStringLiteral("The storage service returned no ETag."));
+    return etag;
 }
 
 void PartSender::endIfStopped() const

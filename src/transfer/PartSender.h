@@ -1,15 +1,17 @@
 #pragma once
 
-#include "platform/CancelFlag.h"
-#include "platform/Clock.h"
-#include "platform/HttpClient.h"
-#include "platform/TaskGroup.h"
+#include "async/CancelFlag.h"
+#include "async/Clock.h"
+#include "async/TaskGroup.h"
+#include "http/HttpClient.h"
 #include "transfer/PartBody.h"
 #include "transfer/SendWatcher.h"
 #include "transfer/URLPool.h"
 
+#include <expected>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace palvera {
 
@@ -30,11 +32,8 @@ public:
     Task<QString> send(int part, PartBody& body, std::shared_ptr<SendWatcher> watcher);
 
 private:
-    struct Attempt {
-        QString etag = {};
-        QString failure = {}; // a null text leaves the last failure as it was
-        bool confirmed() const { return !etag.isNull(); }
-    };
+    /// The part's entity tag, or what went wrong; nothing where that leaves the last failure as it was.
+    using Attempt = std::expected<QString, std::optional<QString>>;
 
     Task<Attempt> attempt(int part, PartBody& body, std::shared_ptr<SendWatcher> watcher);
     Task<Outcome<HttpResponse>> put(QByteArray address, PartBody& body, std::shared_ptr<SendWatcher> watcher);

@@ -1,6 +1,6 @@
 #include "transfer/Partial.h"
 
-#include "platform/AtomicFile.h"
+#include "files/AtomicFile.h"
 #include "service/JsonReader.h"
 
 #include <QFile>

@@ -1,6 +1,6 @@
 #include "transfer/ProgressReporter.h"
 
-#include "platform/TaskGroup.h"
+#include "async/TaskGroup.h"
 
 #include <boost/asio/this_coro.hpp>
 

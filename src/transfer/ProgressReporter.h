@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Clock.h"
-#include "platform/Event.h"
+#include "async/Clock.h"
+#include "async/Event.h"
 #include "transfer/Board.h"
 #include "transfer/UploadProtocol.h"
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "platform/Clock.h"
-#include "platform/Failure.h"
+#include "async/Clock.h"
+#include "async/Failure.h"
 
-#include <functional>
 #include <memory>
 #include <mutex>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/BulkBuffer.h"
+#include "files/BulkBuffer.h"
 
 #include <memory>
 #include <mutex>

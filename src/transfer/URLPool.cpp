@@ -1,6 +1,6 @@
 #include "transfer/URLPool.h"
 
-#include "platform/RunOn.h"
+#include "async/RunOn.h"
 #include "service/APIError.h"
 #include "transfer/UploadProtocol.h"
 
@@ -32,13 +32,7 @@ Task<QByteArray> URLPool::urlFor(int part)
 
 Task<void> URLPool::forget(int part)
 {
-    co_await runOn(m_strand, drop(part));
-}
-
-Task<void> URLPool::drop(int part)
-{
-    m_cache.erase(part);
-    co_return;
+    co_await callOn(m_strand, [this, part] { m_cache.erase(part); });
 }
 
 Task<QByteArray> URLPool::find(int part)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Clock.h"
+#include "async/Clock.h"
 #include "service/API.h"
 #include "transfer/TransferTarget.h"
 
@@ -40,7 +40,6 @@ private:
     };
 
     Task<QByteArray> find(int part);
-    Task<void> drop(int part);
 
     const Executor m_strand;
     Clock& m_clock;

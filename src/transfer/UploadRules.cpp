@@ -1,7 +1,5 @@
 #include "transfer/UploadRules.h"
 
-#include <QUrl>
-
 #include <algorithm>
 #include <cmath>
 
@@ -50,16 +48,6 @@ std::chrono::nanoseconds backOff(int attempt, double spread)
 QString unquoted(const QByteArray& etag)
 {
     return QString::fromUtf8(etag).remove(QLatin1Char('"'));
-}
-
-bool isUsableAddress(const QByteArray& address)
-{
-    bool printable = std::none_of(address.begin(), address.end(), [](char c) { return uchar(c) <= ' ' || c == 0x7f; });
-    if (!printable)
-        return false;
-    QUrl url = QUrl::fromEncoded(address, QUrl::TolerantMode);
-    return url.isValid() && !url.host().isEmpty() &&
-           (url.scheme() == QLatin1String("https") || url.scheme() == QLatin1String("http"));
 }
 
 } // namespace palvera

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "transfer/ByteRange.h"
+
 #include <QString>
 
 #include <chrono>
@@ -10,14 +12,6 @@ namespace palvera {
 
 /// The entity tag of each part that storage confirmed, by part number (from 1).
 using ConfirmedParts = std::map<int, QString>;
-
-/// A range of a file's bytes.
-struct ByteRange {
-    qint64 offset = 0;
-    qint64 length = 0;
-
-    bool operator==(const ByteRange&) const = default;
-};
 
 /// Most parts of an upload: far above what storage takes, and few enough to list.
 inline constexpr qint64 mostParts = 1'000'000;
@@ -45,8 +39,5 @@ std::chrono::nanoseconds backOff(int attempt, double spread);
 
 /// The entity tag in an answer's header, without the quotes around it.
 QString unquoted(const QByteArray& etag);
-
-/// Whether a signed address can be sent to: http or https, a host, and nothing that could break out of a request line.
-bool isUsableAddress(const QByteArray& address);
 
 } // namespace palvera

@@ -1,11 +1,12 @@
 #include "transfer/UploadRun.h"
 
-#include "platform/Bookmark.h"
-#include "platform/BulkBuffer.h"
-#include "platform/FileTypes.h"
-#include "platform/RunOn.h"
-#include "platform/SourceFile.h"
-#include "platform/TaskGroup.h"
+#include "async/RunOn.h"
+#include "async/TaskGroup.h"
+#include "files/Bookmark.h"
+#include "files/BulkBuffer.h"
+#include "files/FileError.h"
+#include "files/FileTypes.h"
+#include "files/SourceFile.h"
 #include "service/APIError.h"
 #include "service/BrowsingOperations.h"
 #include "transfer/PartBody.h"
@@ -21,24 +22,10 @@ namespace asio = boost::asio;
 
 namespace {
 
-template <class Error>
-const Error* failureAs(const std::exception_ptr& failure)
-{
-    if (!failure)
-        return nullptr;
-    try {
-        std::rethrow_exception(failure);
-    } catch (const Error& error) {
-        return &error; // lives as long as `failure` does
-    } catch (...) {
-        return nullptr;
-    }
-}
-
 /// Whether the platform refuses to complete an upload because it is not, or no longer, an open one.
 bool saysNotOpen(const std::exception_ptr& failure)
 {
-    const auto* error = failureAs<APIError>(failure);
+    auto error = failureAs<APIError>(failure);
     return error && (error->status() == 404 || error->status() == 409 || error->status() == 410);
 }
 

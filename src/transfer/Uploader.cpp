@@ -1,6 +1,6 @@
 #include "transfer/Uploader.h"
 
-#include "platform/RunOn.h"
+#include "async/RunOn.h"
 #include "transfer/UploadRun.h"
 
 #include <boost/asio/strand.hpp>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/CancelFlag.h"
+#include "async/CancelFlag.h"
 #include "transfer/JournalStore.h"
 #include "transfer/PartSender.h"
 #include "transfer/ProgressReporter.h"

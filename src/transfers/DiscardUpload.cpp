@@ -1,8 +1,8 @@
 #include "transfers/DiscardUpload.h"
 
-#include "platform/Failure.h"
-#include "platform/RunOn.h"
-#include "platform/TaskGroup.h"
+#include "async/Failure.h"
+#include "async/RunOn.h"
+#include "async/TaskGroup.h"
 #include "transfer/JournalStore.h"
 #include "transfer/UploadProtocol.h"
 

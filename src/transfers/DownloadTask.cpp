@@ -1,15 +1,30 @@
 #include "transfers/DownloadTask.h"
 
-#include "platform/Failure.h"
-#include "platform/RunOn.h"
-#include "platform/TaskGroup.h"
-#include "transfer/UploadRules.h"
+#include "async/Failure.h"
+#include "async/RunOn.h"
+#include "async/TaskGroup.h"
+#include "files/FileError.h"
+#include "http/HttpAddress.h"
+
+#include <QFileInfo>
 
 #include <boost/asio/post.hpp>
 
 namespace palvera {
 
 namespace asio = boost::asio;
+
+namespace {
+
+DownloadPlace claimOnDisk(const Download& download)
+{
+    // One spelling for one folder, so that two ways to it are seen to lead to the same file.
+    auto canonical = QFileInfo(download.folder).canonicalFilePath();
+    return DownloadPlace::claim(canonical.isEmpty() ? download.folder : canonical, download.name,
+                                download.object.identity);
+}
+
+} // namespace
 
 DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<CancelFlag> flag)
     : m_model(&model),
@@ -33,7 +48,7 @@ Task<void> DownloadTask::perform()
     if (!m_model)
         co_return;
     if (m_place)
-        m_model->m_paths.remove(m_place->path);
+        m_model->m_paths.remove(m_place->path());
     if (!failure)
         m_model->setState(m_id, Item::Done{});
     else if (!m_flag->isStopped() && !isCancellation(failure))
@@ -50,7 +65,7 @@ Task<void> DownloadTask::bringDown()
     if (m_flag->isStopped() || !m_model)
         throwCancelled();
     DownloadRequest request{.address = m_address.toUtf8(),
-                            .destination = m_place->path,
+                            .destination = m_place->path(),
                             .source = m_download.object.identity,
                             .flag = m_flag};
     request.onProgress = [main = m_environment.main, model = m_model, id = m_id](const DownloadProgress& now) {
@@ -65,27 +80,26 @@ Task<void> DownloadTask::bringDown()
 Task<void> DownloadTask::askForAddress()
 {
     m_address = co_await m_download.object.address();
-    if (!isUsableAddress(m_address.toUtf8()))
+    if (!parseHttpAddress(m_address.toUtf8()))
         throw FileError(QStringLiteral("That file has no address."));
 }
 
 Task<void> DownloadTask::claimPlace()
 {
-    ClaimedPlace claimed;
-    co_await callOn(
-        m_disk, [&] { claimed = m_environment.claim(m_download.folder, m_download.name, m_download.object.identity); });
+    std::optional<DownloadPlace> claimed;
+    co_await callOn(m_disk, [&] { claimed = claimOnDisk(m_download); });
     if (!m_model)
         throwCancelled();
-    if (m_model->m_paths.contains(claimed.path))
+    if (m_model->m_paths.contains(claimed->path()))
         throw FileError(QStringLiteral("“%1” is being downloaded to that folder already.").arg(m_download.name));
-    m_model->m_paths.insert(claimed.path);
-    m_model->change(m_id, [&](Item& item) { item.file = claimed.path; });
+    m_model->m_paths.insert(claimed->path());
+    m_model->change(m_id, [&](Item& item) { item.file = claimed->path(); });
     m_place = std::move(claimed);
 }
 
 Task<void> DownloadTask::giveBackPlace()
 {
-    co_await outcomeOf(callOn(m_disk, m_place->removeIfEmpty));
+    co_await outcomeOf(callOn(m_disk, [this] { m_place->removeIfEmpty(); }));
 }
 
 } // namespace palvera

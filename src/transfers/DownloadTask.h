@@ -1,5 +1,6 @@
 #pragma once
 
+#include "transfer/DownloadPlace.h"
 #include "transfers/Transfers.h"
 
 namespace palvera {
@@ -28,7 +29,7 @@ private:
     const Download m_download;
     const std::shared_ptr<CancelFlag> m_flag;
     QString m_address;
-    std::optional<ClaimedPlace> m_place;
+    std::optional<DownloadPlace> m_place;
 };
 
 } // namespace palvera

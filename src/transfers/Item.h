@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Clock.h"
+#include "async/Clock.h"
 #include "transfer/TransferTarget.h"
 #include "transfers/Trace.h"
 

@@ -16,25 +16,17 @@ std::chrono::seconds retryDelay(int attempt)
 
 bool isRetryable(const std::exception_ptr& failure)
 {
-    try {
-        std::rethrow_exception(failure);
-    } catch (const APIError& error) {
-        auto status = error.status();
-        return status == 0 || status == 408 || status == 429 || status >= 500;
-    } catch (...) {
+    auto error = failureAs<APIError>(failure);
+    if (!error)
         return true;
-    }
+    auto status = error->status();
+    return status == 0 || status == 408 || status == 429 || status >= 500;
 }
 
 bool isDeliveryDoubt(const std::exception_ptr& failure)
 {
-    try {
-        std::rethrow_exception(failure);
-    } catch (const APIError& error) {
-        return error.code() == QStringLiteral("delivery_doubt");
-    } catch (...) {
-        return false;
-    }
+    auto error = failureAs<APIError>(failure);
+    return error && error->code() == QStringLiteral("delivery_doubt");
 }
 
 } // namespace palvera

@@ -1,7 +1,7 @@
 #include "transfers/TransferEngines.h"
 
-#include "platform/HttpSession.h"
-#include "platform/NetworkThreads.h"
+#include "http/HttpSession.h"
+#include "http/NetworkThreads.h"
 
 #include <random>
 

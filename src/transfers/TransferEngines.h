@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/Folders.h"
-#include "platform/NetworkPath.h"
-#include "platform/SleepInhibitor.h"
+#include "desktop/SleepInhibitor.h"
+#include "files/Folders.h"
+#include "http/NetworkPath.h"
 #include "transfer/Downloader.h"
 #include "transfer/Uploader.h"
 #include "transfers/Transfers.h"

@@ -1,50 +1,28 @@
 #include "transfers/Transfers.h"
 
-#include "platform/RunOn.h"
-#include "platform/SleepInhibitor.h"
+#include "async/RunOn.h"
+#include "desktop/SleepInhibitor.h"
 #include "transfer/DownloadPlace.h"
 #include "transfers/DownloadTask.h"
 #include "transfers/UploadTask.h"
 
 #include <QFileInfo>
 
-#include <boost/asio/co_spawn.hpp>
 #include <boost/asio/strand.hpp>
-
-#include <cassert>
 
 namespace palvera {
 
 namespace asio = boost::asio;
 
-namespace {
-
-ClaimedPlace claimOnDisk(const QString& folder, const QString& name, const QString& source)
-{
-    // One spelling for one folder, so that two ways to it are seen to lead to the same file.
-    auto canonical = QFileInfo(folder).canonicalFilePath();
-    auto place = DownloadPlace::claim(canonical.isEmpty() ? folder : canonical, name, source);
-    return {.path = place.path(), .removeIfEmpty = [place] { place.removeIfEmpty(); }};
-}
-
-Transfers::Environment completed(Transfers::Environment environment)
-{
-    if (!environment.claim)
-        environment.claim = claimOnDisk;
-    return environment;
-}
-
-} // namespace
-
 Transfers::Transfers(Environment environment) : Transfers(std::move(environment), Settings{}) {}
 
 Transfers::Transfers(Environment environment, Settings settings, QObject* parent)
     : QObject(parent),
-      m_environment(completed(std::move(environment))),
+      m_environment(std::move(environment)),
       m_settings(settings),
       m_places(asio::make_strand(m_environment.background)),
       m_reading(asio::make_strand(m_environment.background)),
-      m_nothingUnderWay(m_environment.main)
+      m_tasks(m_environment.main)
 {
     m_environment.sleep.onWake([this] { retryAtOnce(); });
     loadJournalsSoon();
@@ -97,54 +75,34 @@ void Transfers::setPanelOpen(bool open)
 
 QUuid Transfers::addUpload(DeliverableUpload upload)
 {
-    return beginForDeliverable(std::move(upload), {});
-}
-
-QUuid Transfers::beginForDeliverable(DeliverableUpload upload, std::optional<QByteArray> bookmark)
-{
     const auto& deliverable = upload.deliverable;
-    Item item{.id = QUuid::createUuid(),
-              .kind = Item::Kind::upload,
-              .target = TransferTarget::Deliverable{upload.orgId, upload.projectId, deliverable.id},
-              .name = QFileInfo(upload.file).fileName(),
-              .file = upload.file,
-              .label = deliverable.label,
-              .titleName = deliverable.contextLine(),
-              .journalKey = deliverable.id};
-    return begin(std::move(item), {.file = upload.file,
-                                   .bookmark = std::move(bookmark),
-                                   .confirmed = upload.confirmed,
-                                   .deliverable = std::move(upload.deliverable)});
+    return begin({.target = TransferTarget::Deliverable{upload.orgId, upload.projectId, deliverable.id},
+                  .label = deliverable.label,
+                  .titleName = deliverable.contextLine(),
+                  .journalKey = deliverable.id},
+                 {.file = upload.file, .confirmed = upload.confirmed, .deliverable = deliverable});
 }
 
-QList<QUuid> Transfers::addBinUploads(const BinUploads& uploads)
+Task<QList<QUuid>> Transfers::addBinUploads(BinUploads uploads)
 {
+    QStringList files;
+    co_await callOn(m_environment.background, [&] {
+        std::ranges::copy_if(uploads.files, std::back_inserter(files),
+                             [](const QString& file) { return !QFileInfo(file).isDir(); });
+    });
     QList<QUuid> added;
-    for (const auto& file : uploads.files) {
-        if (QFileInfo(file).isDir())
-            continue;
+    for (const auto& file : files) {
         auto key = binJournalKey(uploads.orgId, uploads.folder, file);
-        bool isOnItsWay = std::ranges::any_of(items(), [&](const Item& item) {
-            return item.kind == Item::Kind::upload && item.journalKey == key && item.isInFlight();
-        });
+        bool isOnItsWay =
+            std::ranges::any_of(items(), [&](const Item& item) { return item.journalKey == key && item.isInFlight(); });
         if (!isOnItsWay)
-            added.append(
-                beginForBin(TransferTarget::Bin{uploads.orgId, uploads.folder}, key, {.file = file}, uploads.caption));
+            added.append(begin({.target = TransferTarget::Bin{uploads.orgId, uploads.folder},
+                                .label = QStringLiteral("Assets"),
+                                .titleName = uploads.caption,
+                                .journalKey = key},
+                               {.file = file}));
     }
-    return added;
-}
-
-QUuid Transfers::beginForBin(TransferTarget target, QString key, UploadSource source, std::optional<QString> caption)
-{
-    Item item{.id = QUuid::createUuid(),
-              .kind = Item::Kind::upload,
-              .target = std::move(target),
-              .name = QFileInfo(source.file).fileName(),
-              .file = source.file,
-              .label = QStringLiteral("Assets"),
-              .titleName = std::move(caption),
-              .journalKey = std::move(key)};
-    return begin(std::move(item), std::move(source));
+    co_return added;
 }
 
 std::optional<QUuid> Transfers::resume(const Journal& journal)
@@ -153,20 +111,21 @@ std::optional<QUuid> Transfers::resume(const Journal& journal)
         return {};
     m_resuming.insert(journal.key);
     auto target = journal.destination();
-    const auto* deliverable = target.asDeliverable();
-    if (!deliverable)
-        return beginForBin(target, journal.key, {.file = journal.filePath, .bookmark = journal.bookmark}, {});
-    return beginForDeliverable({.file = journal.filePath,
-                                .orgId = deliverable->orgId,
-                                .projectId = deliverable->projectId,
-                                .deliverable = {.id = journal.key, .label = journal.filename}},
-                               journal.bookmark);
+    UploadSource source{.file = journal.filePath, .bookmark = journal.bookmark};
+    if (target.asDeliverable())
+        source.deliverable = Deliverable{.id = journal.key, .label = journal.filename};
+    const auto label = source.deliverable ? journal.filename : QStringLiteral("Assets");
+    return begin({.target = std::move(target), .label = label, .journalKey = journal.key}, std::move(source));
 }
 
 QUuid Transfers::begin(Item item, UploadSource source)
 {
+    item.id = QUuid::createUuid();
+    item.kind = Item::Kind::upload;
+    item.file = source.file;
+    item.name = QFileInfo(source.file).fileName();
     auto flag = add(item);
-    spawn(UploadTask::run(UploadTask(*this, item, std::move(source), std::move(flag))));
+    m_tasks.start(UploadTask::run(UploadTask(*this, item, std::move(source), std::move(flag))));
     return item.id;
 }
 
@@ -179,7 +138,7 @@ QUuid Transfers::addDownload(Download download)
               .label = download.label,
               .titleName = download.titleName};
     auto flag = add(item);
-    spawn(DownloadTask::run(DownloadTask(*this, item.id, std::move(download), std::move(flag))));
+    m_tasks.start(DownloadTask::run(DownloadTask(*this, item.id, std::move(download), std::move(flag))));
     return item.id;
 }
 
@@ -189,21 +148,10 @@ std::shared_ptr<CancelFlag> Transfers::add(Item item)
     auto flag = std::make_shared<CancelFlag>();
     m_live.insert(id, {.flag = flag, .journalKey = item.journalKey, .number = ++m_begun});
     item.state = Item::Running{};
-    m_model.append(std::move(item));
+    m_items.append(std::move(item));
     updateInFlight(+1);
     Q_EMIT itemAdded(id);
     return flag;
-}
-
-void Transfers::spawn(Task<void> task)
-{
-    ++m_tasks;
-    asio::co_spawn(m_environment.main, std::move(task), [model = QPointer(this)](const std::exception_ptr& failure) {
-        assert(!failure && "a task deals with its own failures");
-        (void)failure;
-        if (model && --model->m_tasks == 0)
-            model->m_nothingUnderWay.set();
-    });
 }
 
 void Transfers::stop(const QUuid& id)
@@ -224,14 +172,181 @@ Task<void> Transfers::suspend()
         live->isSuspended = true;
         live->flag->stop();
     }
-    while (m_tasks > 0)
-        co_await m_nothingUnderWay.wait();
+    co_await m_tasks.untilIdle();
 }
 
 void Transfers::clearFinished()
 {
     for (const auto& item : finished())
         remove(item.id);
+}
+
+void Transfers::change(const QUuid& id, const std::function<void(Item&)>& change)
+{
+    // Taken from the change itself: whoever hears of it may change the item again before this goes on.
+    bool wasInFlight = false;
+    bool isInFlight = false;
+    bool differs = m_items.change(id, [&](Item& item) {
+        wasInFlight = item.isInFlight();
+        change(item);
+        isInFlight = item.isInFlight();
+    });
+    if (!differs)
+        return;
+    if (isInFlight != wasInFlight)
+        updateInFlight(isInFlight ? +1 : -1);
+    Q_EMIT itemChanged(id);
+}
+
+void Transfers::setState(const QUuid& id, Item::State state)
+{
+    change(id, [&](Item& item) { item.state = std::move(state); });
+}
+
+void Transfers::apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate)
+{
+    change(id, [&](Item& item) { item.apply(sent, total, rate, m_environment.clock.now()); });
+}
+
+void Transfers::remove(const QUuid& id)
+{
+    const auto* item = find(id);
+    if (!item)
+        return;
+    bool wasInFlight = item->isInFlight();
+    m_items.remove(id);
+    if (wasInFlight)
+        updateInFlight(-1);
+    Q_EMIT itemRemoved(id);
+}
+
+void Transfers::ended(const QUuid& id)
+{
+    auto live = m_live.take(id);
+    if (live.journalKey)
+        loadJournalsSoon();
+    Q_EMIT itemEnded(id);
+}
+
+void Transfers::countUpload()
+{
+    ++m_uploadsFinished;
+    Q_EMIT uploadsFinishedChanged();
+}
+
+void Transfers::updateInFlight(int difference)
+{
+    m_inFlight += difference;
+    if (m_inFlight > 0)
+        m_environment.sleep.hold(QStringLiteral("Files are being transferred."));
+    else
+        m_environment.sleep.release();
+    updateInterrupted();
+    Q_EMIT inFlightChanged();
+}
+
+std::optional<Doubt> Transfers::doubt() const
+{
+    return m_doubts.isEmpty() ? std::nullopt : std::optional(m_doubts.first());
+}
+
+void Transfers::raise(const QUuid& id, Doubt doubt)
+{
+    remove(id);
+    m_doubts.append(std::move(doubt));
+    if (m_doubts.size() == 1)
+        Q_EMIT doubtChanged();
+}
+
+std::optional<QUuid> Transfers::confirmDoubt()
+{
+    auto answered = doubt();
+    if (!answered)
+        return {};
+    dismissDoubt();
+    return addUpload({.file = answered->file,
+                      .orgId = answered->orgId,
+                      .projectId = answered->projectId,
+                      .deliverable = answered->deliverable,
+                      .confirmed = true});
+}
+
+void Transfers::dismissDoubt()
+{
+    if (m_doubts.isEmpty())
+        return;
+    m_doubts.removeFirst();
+    Q_EMIT doubtChanged();
+}
+
+Task<void> Transfers::loadJournals()
+{
+    return readJournals(this, m_environment.journals, m_reading);
+}
+
+Task<void> Transfers::readJournals(QPointer<Transfers> model, const JournalStore& store, Executor disk)
+{
+    std::vector<Journal> journals;
+    co_await callOn(disk, [&] { journals = store.loadJournals(); });
+    if (!model)
+        co_return;
+    model->m_journals = std::move(journals);
+    model->updateInterrupted();
+}
+
+void Transfers::loadJournalsSoon()
+{
+    m_tasks.start(loadJournals());
+}
+
+void Transfers::mayBeResumedAgain(const QString& key)
+{
+    m_resuming.remove(key);
+}
+
+void Transfers::updateInterrupted()
+{
+    std::vector<Journal> interrupted;
+    std::ranges::copy_if(m_journals, std::back_inserter(interrupted), [this](const Journal& journal) {
+        return !m_resuming.contains(journal.key) && !isBusy(journal.key);
+    });
+    if (interrupted == m_interrupted)
+        return;
+    m_interrupted = std::move(interrupted);
+    Q_EMIT journalsChanged();
+}
+
+bool Transfers::isBusy(const QString& journalKey) const
+{
+    for (auto live = m_live.begin(); live != m_live.end(); ++live) {
+        if (live->journalKey != journalKey)
+            continue;
+        const auto* item = find(live.key());
+        if (live->flag->isStopped() || (item && item->isInFlight()))
+            return true;
+    }
+    return false;
+}
+
+bool Transfers::isBeingGivenUp(const QString& journalKey, const QUuid& id) const
+{
+    auto number = m_live.value(id).number;
+    return std::ranges::any_of(m_live, [&](const Live& other) {
+        return other.number < number && other.journalKey == journalKey && other.flag->isStopped();
+    });
+}
+
+void Transfers::retryAtOnce()
+{
+    auto now = m_environment.clock.wallNow();
+    const auto waits = m_waits;
+    for (auto wait = waits.begin(); wait != waits.end(); ++wait) {
+        change(wait.key(), [now](Item& item) {
+            if (auto* retrying = std::get_if<Item::Retrying>(&item.state))
+                retrying->until = now;
+        });
+        (*wait)->set();
+    }
 }
 
 } // namespace palvera

@@ -1,87 +1,33 @@
 #pragma once
 
-#include "platform/CancelFlag.h"
-#include "platform/Clock.h"
-#include "platform/Event.h"
-#include "service/Deliverable.h"
+#include "async/Clock.h"
+#include "async/Event.h"
+#include "async/TaskScope.h"
 #include "transfer/Downloader.h"
 #include "transfer/Journal.h"
 #include "transfer/Uploader.h"
-#include "transfers/Item.h"
+#include "transfers/ItemList.h"
 #include "transfers/RetryRules.h"
-#include "transfers/StoredObject.h"
-#include "transfers/TransfersListModel.h"
+#include "transfers/TransferRequests.h"
 
 #include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QSet>
-#include <QStringList>
-
-#include <map>
 
 namespace palvera {
 
 class NetworkPath;
 class SleepInhibitor;
 
-/// A file that the platform wants confirmed before it takes it. A plain value.
-struct Doubt {
-    QUuid id;
-    QString message; ///< the platform's, for the user
-    QString file;    ///< path of what was to be sent
-    QString orgId;
-    QString projectId;
-    Deliverable deliverable;
-
-    bool operator==(const Doubt&) const = default;
-};
-
-/// A file for a deliverable.
-struct DeliverableUpload {
-    QString file; ///< path
-    QString orgId;
-    QString projectId;
-    Deliverable deliverable;
-    bool confirmed = false; ///< the user has answered the platform's question about it
-};
-
-/// Files for an organisation's Uploads bin.
-struct BinUploads {
-    QStringList files; ///< paths
-    QString orgId;
-    std::optional<QString> caption = {};
-    std::optional<QString> folder = {}; ///< nothing is the bin's top level
-};
-
-/// A stored file to bring down.
-struct Download {
-    StoredObject object;
-    QString name; ///< for the file; only its last component counts
-    QString label = {};
-    std::optional<QString> titleName = {};
-    QString folder; ///< path of an existing folder
-};
-
-/// The file that a download writes.
-struct ClaimedPlace {
-    QString path;
-    std::function<void()> removeIfEmpty; ///< see DownloadPlace; blocks on the disk
-};
-
 /// All transfers of this run: turns what the user asks for into items, runs them on the engines, tries failed uploads
 /// again, asks the user what the platform wants confirmed, and lists what earlier runs left unfinished.
 ///
 /// Lives on the main thread. Operations return at once and what they start goes on in coroutines there; nothing comes
 /// out of these but changes of this object, and they end quietly once it is gone. Disk work happens in the background.
-/// Nothing is stopped or saved at the end of the program: the journals hold what is confirmed.
+/// At the end of the program `suspend` cuts off what is in flight.
 class Transfers final : public QObject {
     Q_OBJECT
-    Q_PROPERTY(palvera::TransfersListModel* items READ listModel CONSTANT)
-    Q_PROPERTY(int uploadsFinished READ uploadsFinished NOTIFY uploadsFinishedChanged)
-    Q_PROPERTY(int inFlightCount READ inFlightCount NOTIFY inFlightChanged)
-    Q_PROPERTY(bool panelOpen READ isPanelOpen WRITE setPanelOpen NOTIFY panelOpenChanged)
-    Q_PROPERTY(QString doubtMessage READ doubtMessage NOTIFY doubtChanged)
 
 public:
     /// What it works with. Everything referred to outlives it and the transfers under way.
@@ -95,8 +41,6 @@ public:
         std::function<Task<void>(DownloadRequest)> download; ///< as Downloader::download
         SleepInhibitor& sleep;
         NetworkPath& network;
-        /// As DownloadPlace::claim, which it is unless it is set.
-        std::function<ClaimedPlace(QString folder, QString name, QString source)> claim = {};
     };
     struct Settings {
         int retries = mostRetries; ///< of a failed upload; 0 makes one attempt only
@@ -108,10 +52,9 @@ public:
 
     // What there is.
 
-    const std::vector<Item>& items() const { return m_model.items(); }
-    TransfersListModel* listModel() { return &m_model; }
-    /// Nothing when no item has that id. Valid until the next change.
-    const Item* find(const QUuid& id) const { return m_model.find(id); }
+    const std::vector<Item>& items() const { return m_items.all(); }
+    /// Null when no item has that id. Valid until the next change.
+    const Item* find(const QUuid& id) const { return m_items.find(id); }
     /// What waits, runs or is about to be tried again, in the order added.
     std::vector<Item> inFlight() const;
     int inFlightCount() const { return m_inFlight; }
@@ -131,8 +74,8 @@ public:
     /// Begins an upload and gives its item's id.
     QUuid addUpload(DeliverableUpload upload);
     /// Begins uploads and gives the ids of their items. Leaves out folders and what is on its way there already. Looks
-    /// at each file.
-    QList<QUuid> addBinUploads(const BinUploads& uploads);
+    /// at each file in the background; cancelling it meanwhile begins none.
+    Task<QList<QUuid>> addBinUploads(BinUploads uploads);
 
     /// Reads the folder of journals, in the background. The model does so by itself when it is made and whenever an
     /// upload ends; await this to have the list at a certain moment.
@@ -144,7 +87,6 @@ public:
 
     /// What the platform wants confirmed; a further question waits until this one is answered.
     std::optional<Doubt> doubt() const;
-    QString doubtMessage() const;
     /// "Send anyway": begins the upload again, as a new item, whose id it gives. Nothing without a doubt.
     std::optional<QUuid> confirmDoubt();
     /// "Cancel".
@@ -199,12 +141,9 @@ private:
         std::optional<Deliverable> deliverable = {}; ///< nothing for the bin
     };
 
-    /// Lists the item as running and starts its upload.
+    /// Lists an upload to where `item.target` says as running, and starts it.
     QUuid begin(Item item, UploadSource source);
-    QUuid beginForDeliverable(DeliverableUpload upload, std::optional<QByteArray> bookmark);
-    QUuid beginForBin(TransferTarget target, QString key, UploadSource source, std::optional<QString> caption);
     std::shared_ptr<CancelFlag> add(Item item);
-    void spawn(Task<void> task);
     static Task<void> readJournals(QPointer<Transfers> model, const JournalStore& store, Executor disk);
 
     // What tasks change. Main thread.
@@ -235,10 +174,9 @@ private:
     const Settings m_settings;
     const Executor m_places;  // a strand: a place is not claimed while another is given back
     const Executor m_reading; // a strand: the latest reading comes last
-    TransfersListModel m_model;
+    TaskScope m_tasks;        // the transfers, and readings of the journals
+    ItemList m_items;
     QHash<QUuid, Live> m_live;
-    int m_tasks = 0; // under way
-    Event m_nothingUnderWay;
     QHash<QUuid, std::shared_ptr<Event>> m_waits; // set to end a wait for a retry
     QSet<QString> m_paths;                        // files that downloads write
     std::vector<Journal> m_journals;

@@ -1,10 +1,10 @@
 #include "transfers/UploadTask.h"
 
-#include "platform/Bookmark.h"
-#include "platform/Event.h"
-#include "platform/NetworkPath.h"
-#include "platform/RunOn.h"
-#include "platform/TaskGroup.h"
+#include "async/Event.h"
+#include "async/RunOn.h"
+#include "async/TaskGroup.h"
+#include "files/Bookmark.h"
+#include "http/NetworkPath.h"
 #include "service/APIError.h"
 #include "transfer/UploadProtocol.h"
 #include "transfers/DiscardUpload.h"
@@ -20,8 +20,7 @@ namespace asio = boost::asio;
 
 namespace {
 
-/// How often a wait looks at what announces nothing.
-constexpr std::chrono::milliseconds predecessorLook{50};
+/// How often a wait looks at a network that announces nothing.
 constexpr std::chrono::seconds networkLook{2};
 
 } // namespace
@@ -72,8 +71,11 @@ Task<void> UploadTask::perform()
 
 Task<void> UploadTask::letPredecessorEnd()
 {
+    Event ended(m_environment.main);
+    QObject listener;
+    QObject::connect(m_model, &Transfers::itemEnded, &listener, [&ended] { ended.set(); });
     while (m_model && m_model->isBeingGivenUp(m_key, m_id))
-        co_await m_environment.clock.sleep(predecessorLook);
+        co_await ended.wait();
 }
 
 Task<void> UploadTask::findFile()

@@ -87,7 +87,7 @@ TEST_F(DeliveryTest, aRowIsOpenedWithEnterAndLeftWithEscapeToWhereOneWas)
     screen.waitUntil([&] { return screen.focused() && Screen::roleOf(screen.focused()) == QAccessible::ListItem; });
     EXPECT_EQ(Screen::nameOf(screen.focused()), name);
     screen.press(Qt::Key_Escape);
-    screen.waitUntil([&] { return desktop.application().root().page() == "projects"; });
+    screen.waitUntil([&] { return desktop.application().root().page() == RootView::Page::Projects; });
     screen.find(QAccessible::ListItem, "Assets");
 }
 

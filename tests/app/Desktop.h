@@ -1,13 +1,13 @@
 #pragma once
 
 #include "app/Application.h"
+#include "async/MainThread.h"
+#include "desktop/Notices.h"
+#include "files/Preferences.h"
+#include "http/CookieStore.h"
+#include "http/HttpSession.h"
 #include "localplatform/Server.h"
 #include "localplatform/SignIn.h"
-#include "platform/CookieStore.h"
-#include "platform/HttpSession.h"
-#include "platform/MainThread.h"
-#include "platform/Notices.h"
-#include "platform/Preferences.h"
 #include "service/API.h"
 #include "session/SignInDoors.h"
 #include "tests/support/ScopedVariable.h"
@@ -107,7 +107,7 @@ public:
         screen.waitUntil(
             [&] { return screen.shows(QAccessible::ListItem, name) && screen.all(QAccessible::ListItem).size() < 4; });
         screen.click(screen.find(QAccessible::ListItem, name));
-        screen.waitUntil([&] { return application().root().page() == "deliverable"; });
+        screen.waitUntil([&] { return application().root().page() == RootView::Page::Deliverable; });
         screen.find(QAccessible::Heading, name);
     }
     bool waitForText(const QString& text)

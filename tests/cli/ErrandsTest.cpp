@@ -18,6 +18,11 @@ using testing::Not;
 namespace {
 
 /// Commands' errands on the model of transfers with scripted engines.
+Task<std::optional<QUuid>> beginUpload(Transfers& transfers, DeliverableUpload upload)
+{
+    co_return transfers.addUpload(std::move(upload));
+}
+
 struct ErrandsTest : TransfersTest {
     TestStream out, error;
     Output output{Output::Style::json, out, error};
@@ -39,7 +44,7 @@ struct ErrandsTest : TransfersTest {
             UploadErrand::Upload{.journalKey = row,
                                  .file = asked.file,
                                  .target = TransferTarget::Deliverable{u"org"_s, u"salt"_s, row},
-                                 .begin = [asked](Transfers& transfers) { return transfers.addUpload(asked); }},
+                                 .begin = [asked](Transfers& transfers) { return beginUpload(transfers, asked); }},
             journals));
     }
     Task<ExitCode> carriedOut()

@@ -1,5 +1,7 @@
 #include "cli/ExitCode.h"
 
+#include "files/FileError.h"
+#include "http/TransportError.h"
 #include "service/APIError.h"
 #include "service/JsonReader.h"
 

@@ -3,8 +3,9 @@
 #include "PlatformHarness.h"
 #include "support/Simulation.h"
 
-#include "platform/Failure.h"
-#include "platform/TaskGroup.h"
+#include "async/Failure.h"
+#include "async/TaskGroup.h"
+#include "http/TransportError.h"
 
 #include <boost/asio/bind_cancellation_slot.hpp>
 #include <boost/asio/cancellation_signal.hpp>

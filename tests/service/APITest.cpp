@@ -1,5 +1,6 @@
 #include "ServiceTest.h"
 
+#include "http/TransportError.h"
 #include "service/Organisations.h"
 #include "service/SignInRecords.h"
 

@@ -1,5 +1,5 @@
 #include "service/Site.h"
-#include "platform/Preferences.h"
+#include "files/Preferences.h"
 #include "service/Addresses.h"
 #include "support/QtPrinting.h"
 

@@ -2,7 +2,8 @@
 
 #include "session/Session.h"
 
-#include "platform/Preferences.h"
+#include "files/Preferences.h"
+#include "http/TransportError.h"
 
 #include <QDir>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Failure.h"
-#include "platform/HttpClient.h"
+#include "http/HttpClient.h"
+#include "http/TransportError.h"
 
 namespace palvera {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/Clock.h"
-#include "platform/HttpClient.h"
+#include "async/Clock.h"
+#include "http/HttpClient.h"
 #include "support/Delivered.h"
 
 #include <deque>

@@ -1,6 +1,6 @@
 #include "support/SimulatedNetwork.h"
 
-#include "platform/Failure.h"
+#include "http/TransportError.h"
 #include "support/Delivered.h"
 
 #include <boost/asio/steady_timer.hpp>

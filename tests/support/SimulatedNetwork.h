@@ -2,8 +2,8 @@
 
 #include "localplatform/Platform.h"
 
-#include "platform/Clock.h"
-#include "platform/HttpClient.h"
+#include "async/Clock.h"
+#include "http/HttpClient.h"
 
 namespace palvera {
 

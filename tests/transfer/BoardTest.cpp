@@ -2,6 +2,7 @@
 
 #include "support/Simulation.h"
 
+#include "files/FileError.h"
 #include "support/QtPrinting.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "transfer/DownloadPlace.h"
 
-#include "platform/DestinationFile.h"
-#include "platform/Failure.h"
+#include "files/DestinationFile.h"
 #include "transfer/Partial.h"
 
+#include "files/FileError.h"
 #include "support/QtPrinting.h"
 
 #include <QDir>

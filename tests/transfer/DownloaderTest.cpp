@@ -1,9 +1,10 @@
 #include "transfer/Downloader.h"
 
-#include "platform/TaskGroup.h"
+#include "async/TaskGroup.h"
 #include "service/APIError.h"
 #include "transfer/Partial.h"
 
+#include "http/TransportError.h"
 #include "support/FakeHttpClient.h"
 #include "support/QtPrinting.h"
 #include "support/Simulation.h"

@@ -1,8 +1,8 @@
 #include "transfer/Downloader.h"
 #include "transfer/Uploader.h"
 
+#include "http/HttpSession.h"
 #include "localplatform/Server.h"
-#include "platform/HttpSession.h"
 #include "service/BrowsingOperations.h"
 #include "support/LoopbackServer.h"
 #include "support/QtPrinting.h"

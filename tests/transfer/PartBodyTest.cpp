@@ -1,6 +1,7 @@
 #include "transfer/PartBody.h"
 
-#include "platform/BulkBuffer.h"
+#include "files/BulkBuffer.h"
+#include "files/FileError.h"
 
 #include <QTemporaryFile>
 

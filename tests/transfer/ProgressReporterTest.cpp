@@ -1,8 +1,9 @@
 #include "transfer/ProgressReporter.h"
 
-#include "platform/TaskGroup.h"
+#include "async/TaskGroup.h"
 #include "support/Simulation.h"
 
+#include "http/TransportError.h"
 #include "support/QtPrinting.h"
 
 #include <gmock/gmock.h>

@@ -1,6 +1,7 @@
 #include "transfer/URLPool.h"
 
-#include "platform/TaskGroup.h"
+#include "async/TaskGroup.h"
+#include "http/TransportError.h"
 #include "support/FakeHttpClient.h"
 #include "support/QtPrinting.h"
 #include "support/Simulation.h"

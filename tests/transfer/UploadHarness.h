@@ -2,8 +2,8 @@
 
 #include "transfer/Uploader.h"
 
+#include "async/TaskGroup.h"
 #include "localplatform/Platform.h"
-#include "platform/TaskGroup.h"
 
 #include "support/QtPrinting.h"
 #include "support/SimulatedNetwork.h"

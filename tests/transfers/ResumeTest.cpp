@@ -1,6 +1,6 @@
 #include "TransfersHarness.h"
 
-#include "platform/Bookmark.h"
+#include "files/Bookmark.h"
 
 #include <QDir>
 

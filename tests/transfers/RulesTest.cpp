@@ -1,6 +1,8 @@
 #include "transfers/Item.h"
 #include "transfers/RetryRules.h"
 
+#include "files/FileError.h"
+#include "http/TransportError.h"
 #include "service/APIError.h"
 #include "support/QtPrinting.h"
 

@@ -2,7 +2,8 @@
 
 #include "TransfersHarness.h"
 
-#include "platform/RunOn.h"
+#include "async/RunOn.h"
+#include "http/TransportError.h"
 
 #include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/strand.hpp>

@@ -2,8 +2,8 @@
 
 #include "transfers/Transfers.h"
 
-#include "platform/NetworkPath.h"
-#include "platform/SleepInhibitor.h"
+#include "desktop/SleepInhibitor.h"
+#include "http/NetworkPath.h"
 #include "service/API.h"
 #include "service/APIError.h"
 
@@ -146,6 +146,7 @@ struct TransfersTest : testing::Test {
                                  .projectId = QStringLiteral("salt"),
                                  .deliverable = {.id = deliverable, .label = QStringLiteral("Picture")}});
     }
+    QList<QUuid> addBinUploads(BinUploads asked) { return world.run(model->addBinUploads(std::move(asked))); }
     Journal journal(const QString& key = QStringLiteral("row-1"))
     {
         Journal saved{.key = key,

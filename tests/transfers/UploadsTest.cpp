@@ -1,4 +1,6 @@
 #include "TransfersHarness.h"
+#include "files/FileError.h"
+#include "http/TransportError.h"
 
 #include <QDir>
 
@@ -292,26 +294,26 @@ TEST_F(TransfersTest, theBinTakesFilesNotFoldersAndNoneTwice)
 {
     QDir(disk.path()).mkdir("folder");
     QStringList files{file("a.mov"), disk.filePath("folder"), file("b.mov"), file("a.mov"), disk.filePath("missing")};
-    auto ids = model->addBinUploads({.files = files, .orgId = "org", .caption = "Masters", .folder = "Reel/"});
+    auto ids = addBinUploads({.files = files, .orgId = "org", .caption = "Masters", .folder = "Reel/"});
     ASSERT_EQ(ids.size(), 3);
     EXPECT_EQ(model->find(ids[0])->label, "Assets");
     EXPECT_EQ(model->find(ids[0])->titleName, "Masters");
     EXPECT_EQ(model->find(ids[0])->journalKey, binJournalKey("org", "Reel/", files[0]));
     EXPECT_EQ(model->find(ids[1])->name, "b.mov");
     EXPECT_EQ(model->find(ids[2])->name, "missing") << "the engine says what is wrong with it";
-    EXPECT_EQ(model->addBinUploads({.files = {files[0]}, .orgId = "org"}).size(), 1) << "to another folder";
-    EXPECT_EQ(model->addBinUploads({.files = {files[0]}, .orgId = "org-2", .folder = "Reel/"}).size(), 1);
+    EXPECT_EQ(addBinUploads({.files = {files[0]}, .orgId = "org"}).size(), 1) << "to another folder";
+    EXPECT_EQ(addBinUploads({.files = {files[0]}, .orgId = "org-2", .folder = "Reel/"}).size(), 1);
     EXPECT_EQ(model->binUploads("org").size(), 4u);
     EXPECT_EQ(model->binUploads("org-2").size(), 1u);
 
     model->stop(ids[0]);
-    EXPECT_EQ(model->addBinUploads({.files = {files[0]}, .orgId = "org", .folder = "Reel/"}).size(), 1);
+    EXPECT_EQ(addBinUploads({.files = {files[0]}, .orgId = "org", .folder = "Reel/"}).size(), 1);
 }
 
 TEST_F(TransfersTest, theBinKnowsNeitherDoubtsNorStopReports)
 {
     uploads.ends = {platformSays(409, "delivery_doubt")};
-    auto id = model->addBinUploads({.files = {file("a.mov")}, .orgId = "org"}).at(0);
+    auto id = addBinUploads({.files = {file("a.mov")}, .orgId = "org"}).at(0);
     runUntilState(id, "failed: The platform says 409.");
     world.settle();
     EXPECT_EQ(model->doubt(), std::nullopt);

@@ -1,0 +1,23 @@
+import QtQuick
+import Palvera.Panel
+import Palvera.App
+
+/// Where no client is open.
+OrgPickerView {
+    id: root
+
+    required property RootModel model
+
+    error: model.error
+    orgs: model.orgPicker
+    toolbarItems: [
+        TransfersButton {
+            transfers: root.model.transfers
+        },
+        AccountMenu {
+            model: root.model
+        }
+    ]
+    onChosen: row => model.orgPicker.choose(row)
+    onRetried: model.reloadOrgs()
+}

@@ -1,0 +1,30 @@
+import QtQuick
+import Palvera.Controls
+import Palvera.Panel
+import Palvera.App
+
+/// The projects of the client that is open.
+ProjectsView {
+    id: root
+
+    required property RootModel model
+
+    projects: model.projects
+    toolbarItems: [
+        AppButton {
+            anchors.verticalCenter: parent.verticalCenter
+            kind: AppButton.Kind.Link
+            rightPadding: Theme.spaceMedium
+            text: qsTr("Choose another client")
+            onClicked: root.leaving()
+        },
+        TransfersButton {
+            transfers: root.model.transfers
+        },
+        AccountMenu {
+            model: root.model
+        }
+    ]
+    onLeaving: model.chooseAnotherClient()
+    onOpened: row => model.openProject(row)
+}

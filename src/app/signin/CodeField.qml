@@ -1,0 +1,16 @@
+import QtQuick
+import Palvera.Controls
+import Palvera.SignIn
+
+/// A code that somebody or something made for this sign-in.
+AppTextField {
+    id: root
+
+    required property LoginModel login
+
+    enabled: !login.busy
+    font.letterSpacing: text === "" ? 0 : 3
+    inputMethodHints: Qt.ImhDigitsOnly
+    text: login.code
+    onTextEdited: login.code = text
+}

@@ -1,0 +1,187 @@
+import QtQuick
+import Palvera.Controls
+import Palvera.SignIn
+
+/// The sign-in screen, whichever face it shows.
+FocusScope {
+    id: root
+
+    required property LoginModel login
+    required property string buildText
+    readonly property bool waits: login.configLoading && !login.configLate && login.face === LoginModel.Login
+
+    Connections {
+        function onFaceChanged() {
+            root.showFace();
+        }
+
+        function onFocusWanted() {
+            root.takeFocus();
+        }
+
+        target: root.login
+    }
+
+    Component.onCompleted: showFace()
+    onWaitsChanged: focusSoon.restart()
+
+    Timer {
+        id: focusSoon
+
+        interval: 0
+        onTriggered: root.takeFocus()
+    }
+
+    Flickable {
+        anchors.fill: parent
+        boundsBehavior: Flickable.StopAtBounds
+        contentHeight: Math.max(height, form.height + 2 * Theme.spaceHuge)
+        interactive: contentHeight > height
+
+        Column {
+            id: form
+
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: Theme.spaceLarge
+            width: 400
+            y: Math.max(Theme.spaceHuge, (parent.height - height) / 2)
+
+            Card {
+                height: body.height + 2 * Theme.spaceVast
+                width: parent.width
+
+                Column {
+                    id: body
+
+                    anchors.horizontalCenter: parent.horizontalCenter
+                    spacing: Theme.spaceMedium
+                    width: parent.width - 2 * Theme.spaceVast
+                    y: Theme.spaceVast
+
+                    BrandMark {
+                        anchors.horizontalCenter: parent.horizontalCenter
+                    }
+
+                    Spinner {
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        visible: root.waits
+                    }
+
+                    Loader {
+                        id: face
+
+                        focus: true
+                        visible: !root.waits
+                        width: parent.width
+
+                        NumberAnimation {
+                            id: appear
+
+                            duration: Theme.faceChange
+                            easing.type: Easing.OutQuad
+                            from: 0
+                            property: "opacity"
+                            target: face
+                            to: 1
+                        }
+                    }
+
+                    Row {
+                        spacing: Theme.spaceSmall
+                        visible: root.login.error !== ""
+                        width: parent.width
+
+                        SymbolIcon {
+                            color: Theme.danger
+                            height: Theme.symbolMedium
+                            name: "exclamationmark.circle.fill"
+                            width: height
+                        }
+
+                        Label {
+                            Accessible.role: Accessible.AlertMessage
+                            color: Theme.danger
+                            text: root.login.error
+                            width: parent.width - Theme.symbolMedium - parent.spacing
+                            wrapMode: Text.Wrap
+                        }
+                    }
+
+                    AppButton {
+                        anchors.horizontalCenter: parent.horizontalCenter
+                        kind: AppButton.Kind.Link
+                        text: root.login.face === LoginModel.Login ? qsTr("Back to sign in") : qsTr("Sign in with an access code")
+                        visible: root.login.accessCodeLinkShown
+                        onClicked: root.login.toggleAccessCode()
+                    }
+                }
+            }
+
+            SiteChoice {
+                login: root.login
+                visible: root.login.siteChoiceShown
+                width: parent.width
+            }
+
+            Row {
+                anchors.horizontalCenter: parent.horizontalCenter
+                spacing: Theme.spaceLarge
+
+                Label {
+                    color: Theme.secondary
+                    font.pixelSize: Theme.textSmall
+                    text: root.buildText
+                }
+
+                Row {
+                    spacing: Theme.spaceTiny
+                    visible: root.login.identityProviderShown
+
+                    SymbolIcon {
+                        anchors.verticalCenter: parent.verticalCenter
+                        color: Theme.secondary
+                        height: Theme.symbolSmall
+                        name: "lock.fill"
+                        width: height
+                    }
+
+                    Label {
+                        color: Theme.secondary
+                        font.pixelSize: Theme.textSmall
+                        text: qsTr("Secured by WorkOS")
+                    }
+                }
+            }
+        }
+    }
+
+    function sourceFor(shown: int): string {
+        switch (shown) {
+        case LoginModel.Login:
+            return "LoginFace.qml";
+        case LoginModel.Email:
+            return "EmailFace.qml";
+        case LoginModel.Password:
+            return "PasswordFace.qml";
+        case LoginModel.Enrol:
+            return "EnrolFace.qml";
+        case LoginModel.Forgot:
+            return "ForgotFace.qml";
+        default:
+            return "CodeFace.qml";
+        }
+    }
+
+    function showFace() {
+        face.setSource(sourceFor(login.face), {
+            login: root.login
+        });
+        if (login.faceMoves)
+            appear.restart();
+    }
+
+    function takeFocus() {
+        if (face.item)
+            (face.item as SignInFace).takeFocus();
+    }
+}

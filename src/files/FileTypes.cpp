@@ -1,0 +1,17 @@
+#include "files/FileTypes.h"
+
+#include <QFileInfo>
+#include <QMimeDatabase>
+
+namespace palvera {
+
+QString mimeTypeForName(const QString& filename)
+{
+    const QString extension = QFileInfo(filename).suffix();
+    if (extension.isEmpty())
+        return QStringLiteral("application/octet-stream");
+    // The database also knows whole names such as "CMakeLists.txt": only the extension counts.
+    return QMimeDatabase().mimeTypeForFile(QStringLiteral("file.") + extension, QMimeDatabase::MatchExtension).name();
+}
+
+} // namespace palvera

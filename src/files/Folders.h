@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+namespace palvera {
+
+/// Where things are kept. Absolute paths without a final "/"; none is created here.
+struct Folders {
+    QString applicationSupport; ///< what must survive: the upload journals
+    QString library;            ///< what may be lost: the logs
+    QString caches;             ///< ours alone; may be emptied at any time
+    QString config;             ///< the user's preferences
+
+    /// The user's own folders, as the environment sets them: `XDG_DATA_HOME`, `XDG_STATE_HOME`, `Palvera` in
+    /// `XDG_CACHE_HOME`, and `XDG_CONFIG_HOME`. One that is unset or not absolute stands for its default in the home
+    /// folder.
+    static Folders ofUser();
+
+    QString preferences() const { return config + QStringLiteral("/Palvera/palvera.conf"); }
+};
+
+} // namespace palvera

@@ -1,0 +1,356 @@
+#include "http/CurlTransfer.h"
+
+#include "async/Failure.h"
+#include "http/CurlFailure.h"
+#include "http/CurlTls.h"
+#include "http/EarlyAnswer.h"
+#include "http/TransportError.h"
+
+#include <boost/asio/redirect_error.hpp>
+#include <boost/asio/use_awaitable.hpp>
+
+#include <sys/socket.h>
+
+#include <cassert>
+#include <cstring>
+
+namespace palvera {
+
+namespace asio = boost::asio;
+using Kind = TransportError::Kind;
+
+namespace {
+
+constexpr qsizetype longestRefusal = 16 << 10;
+
+std::chrono::milliseconds totalLimit(const HttpRequest& request, const HttpSessionOptions& options)
+{
+    return request.totalTimeout.count() > 0 ? request.totalTimeout : options.totalTimeout;
+}
+
+bool hasBody(const HttpRequest& request)
+{
+    return request.source || !request.body.isEmpty() || request.method == "PUT" || request.method == "POST";
+}
+
+TransportError outOfTime(RequestWatch::Verdict verdict, std::chrono::milliseconds limit)
+{
+    auto seconds = QString::number(std::chrono::duration<double>(limit).count());
+    if (verdict == RequestWatch::Verdict::idle)
+        return {Kind::idle, QStringLiteral("No answer within %1 seconds.").arg(seconds)};
+    return {Kind::timedOut, QStringLiteral("The request took longer than %1 seconds.").arg(seconds)};
+}
+
+} // namespace
+
+CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, CurlHandles& handles, CurlMulti& multi)
+    : m_request(std::move(request)),
+      m_totalLimit(totalLimit(m_request, handles.options())),
+      m_handles(handles),
+      m_multi(multi),
+      m_wake(multi.strand()),
+      m_watch(m_request.idleTimeout, m_totalLimit, now()),
+      m_easy(handles.take(), GiveBack{&handles})
+{
+    setAddress(address);
+    setMethod();
+    setHeaders();
+    setCallbacks();
+    m_multi.add(m_easy.get());
+}
+
+CurlTransfer::~CurlTransfer()
+{
+    m_multi.remove(m_easy.get(), m_result ? CurlMulti::Leave::open : CurlMulti::Leave::reset);
+}
+
+void CurlTransfer::setAddress(const HttpAddress& address)
+{
+    set(CURLOPT_URL, m_request.url.constData());
+    set(CURLOPT_PROXY, address.loopback ? "" : nullptr); // none, or what the environment says
+}
+
+void CurlTransfer::setMethod()
+{
+    set(CURLOPT_HTTPGET, 1L); // whatever the handle's request before this one was
+    set(CURLOPT_CUSTOMREQUEST, m_request.method.constData());
+    if (m_request.method == "HEAD")
+        set(CURLOPT_NOBODY, 1L);
+    else if (hasBody(m_request))
+        setBody();
+}
+
+void CurlTransfer::setHeaders()
+{
+    for (const auto& [name, value] : m_request.headers)
+        addHeader(value.isEmpty() ? name + ';' : name + ": " + value);
+    addHeader("Expect:"); // waiting for a 100 costs a round trip for every part
+    set(CURLOPT_HTTPHEADER, m_headers.get());
+}
+
+void CurlTransfer::addHeader(const QByteArray& line)
+{
+    auto* longer = curl_slist_append(m_headers.get(), line.constData());
+    if (!longer)
+        throw std::bad_alloc();
+    std::ignore = m_headers.release(); // the list's head, unless this is the first line
+    m_headers.reset(longer);
+}
+
+void CurlTransfer::setBody()
+{
+    set(CURLOPT_UPLOAD, 1L);
+    set(CURLOPT_INFILESIZE_LARGE, curl_off_t(bodySize()));
+    set(CURLOPT_READFUNCTION, &CurlTransfer::readBody);
+    set(CURLOPT_READDATA, this);
+    set(CURLOPT_SEEKFUNCTION, &CurlTransfer::seekBody);
+    set(CURLOPT_SEEKDATA, this);
+}
+
+void CurlTransfer::setCallbacks()
+{
+    set(CURLOPT_PRIVATE, static_cast<CurlMulti::Client*>(this));
+    set(CURLOPT_HEADERFUNCTION, &CurlTransfer::takeHeader);
+    set(CURLOPT_HEADERDATA, this);
+    set(CURLOPT_WRITEFUNCTION, &CurlTransfer::takeBody);
+    set(CURLOPT_WRITEDATA, this);
+    set(CURLOPT_XFERINFOFUNCTION, &CurlTransfer::takeProgress);
+    set(CURLOPT_XFERINFODATA, this);
+}
+
+qint64 CurlTransfer::bodySize() const
+{
+    return m_request.source ? m_request.source->size() : m_request.body.size();
+}
+
+std::size_t CurlTransfer::readBody(char* into, std::size_t size, std::size_t count, void* self)
+{
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    if (transfer.m_offset == 0)
+        readAfterFailedWrite(transfer.m_easy.get());
+    auto room = std::min(qint64(size * count), transfer.bodySize() - transfer.m_offset);
+    if (room <= 0)
+        return 0;
+    auto got = std::size_t(room);
+    if (!transfer.m_request.source) {
+        std::memcpy(into, transfer.m_request.body.constData() + transfer.m_offset, got);
+    } else {
+        try {
+            got = transfer.m_request.source->read(transfer.m_offset, {into, got});
+        } catch (...) {
+            transfer.m_failure = std::current_exception();
+            return CURL_READFUNC_ABORT;
+        }
+        assert(got > 0 && got <= std::size_t(room));
+    }
+    transfer.m_offset += qint64(got);
+    return got;
+}
+
+int CurlTransfer::seekBody(void* self, curl_off_t offset, int origin)
+{
+    if (origin != SEEK_SET)
+        return CURL_SEEKFUNC_CANTSEEK;
+    static_cast<CurlTransfer*>(self)->m_offset = offset;
+    return CURL_SEEKFUNC_OK;
+}
+
+std::size_t CurlTransfer::takeHeader(char* line, std::size_t size, std::size_t count, void* self)
+{
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    transfer.m_watch.moved(transfer.now());
+    transfer.m_handedOver += qint64(size * count);
+    auto text = QByteArrayView(line, qsizetype(size * count));
+    if (text.startsWith("HTTP/")) { // of the final answer, or of an interim one before it
+        transfer.m_answer.headers.clear();
+        if (auto bytes = transfer.m_handles.options().tlsReadAhead; bytes > 0)
+            readAhead(transfer.m_easy.get(), bytes);
+    } else if (auto colon = text.indexOf(':'); colon > 0) {
+        transfer.m_answer.headers.append(
+            {text.first(colon).toByteArray(), text.sliced(colon + 1).trimmed().toByteArray()});
+    }
+    return size * count;
+}
+
+std::size_t CurlTransfer::takeBody(char* bytes, std::size_t size, std::size_t count, void* self)
+{
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    const std::span<const char> arrived(bytes, size * count);
+    transfer.m_handedOver += qint64(arrived.size());
+    if (transfer.m_answer.length == 0 && !transfer.isBodyWanted())
+        return 0;
+    if (!transfer.keep(arrived))
+        return 0;
+    transfer.m_answer.length += qint64(arrived.size());
+    return arrived.size();
+}
+
+bool CurlTransfer::isBodyWanted()
+{
+    m_answer.status = status();
+    if (!m_request.wantsBody)
+        return true;
+    try {
+        m_unwanted = !m_request.wantsBody(m_answer);
+    } catch (...) {
+        m_failure = std::current_exception();
+    }
+    return !m_unwanted && !m_failure;
+}
+
+bool CurlTransfer::keep(std::span<const char> bytes)
+{
+    if (!m_request.sink || !m_answer.isSuccess())
+        return keepInAnswer(bytes);
+    m_tooLarge = m_answer.length + qint64(bytes.size()) > m_request.sink->room();
+    if (m_tooLarge)
+        return false;
+    try {
+        m_request.sink->take(bytes);
+    } catch (...) {
+        m_failure = std::current_exception();
+    }
+    return !m_failure;
+}
+
+bool CurlTransfer::keepInAnswer(std::span<const char> bytes)
+{
+    auto& body = m_answer.body;
+    curl_off_t announced = 0; // -1 when the server does not say
+    curl_easy_getinfo(m_easy.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
+    const auto length = std::max(qint64(announced), body.size() + qint64(bytes.size()));
+    m_tooLarge = length > m_request.answerLimit;
+    if (m_tooLarge)
+        return false;
+    if (body.isEmpty())
+        body.reserve(length);
+    body.append(bytes.data(), qsizetype(bytes.size()));
+    return true;
+}
+
+int CurlTransfer::takeProgress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent)
+{
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    if (sent == transfer.m_sent && received == transfer.m_received)
+        return 0;
+    transfer.m_watch.moved(transfer.now());
+    transfer.m_received = received;
+    if (std::exchange(transfer.m_sent, sent) < sent)
+        transfer.reportSent();
+    return transfer.m_failure ? 1 : 0;
+}
+
+void CurlTransfer::reportSent()
+{
+    if (!m_request.onSent)
+        return;
+    try {
+        m_request.onSent(m_sent);
+    } catch (...) {
+        m_failure = std::current_exception();
+    }
+}
+
+void CurlTransfer::ended(CURLcode result) noexcept
+{
+    m_result = result;
+    m_wake.cancel();
+}
+
+void CurlTransfer::started() noexcept
+{
+    if (!std::exchange(m_started, true))
+        m_watch.moved(now());
+}
+
+void CurlTransfer::leaves(curl_socket_t socket) noexcept
+{
+    if (m_sent >= bodySize() || status() != 0)
+        return;
+    m_unread.resize(longestRefusal);
+    auto count = ::recv(socket, m_unread.data(), longestRefusal, MSG_PEEK | MSG_DONTWAIT);
+    m_unread.truncate(std::max<qsizetype>(count, 0));
+}
+
+void CurlTransfer::unwatchable() noexcept
+{
+    m_failure = std::make_exception_ptr(TransportError(Kind::broken, QStringLiteral("Too many files are open.")));
+    m_wake.cancel();
+}
+
+void CurlTransfer::abandon()
+{
+    m_abandoned = true;
+    m_wake.cancel();
+}
+
+Task<void> CurlTransfer::untilEnded()
+{
+    while (!hasEnded()) {
+        const auto present = now();
+        m_wake.expires_after(m_watch.nextLook(present) - present);
+        boost::system::error_code woken;
+        co_await m_wake.async_wait(asio::redirect_error(asio::use_awaitable, woken));
+        auto state = co_await asio::this_coro::cancellation_state;
+        if (m_abandoned || state.cancelled() != asio::cancellation_type::none)
+            throwCancelled();
+        if (!hasEnded())
+            look();
+    }
+}
+
+void CurlTransfer::look()
+{
+    if (!m_started)
+        m_watch.moved(now()); // it waits for a connection that another request uses: its turn has not come
+    noteDraining();
+    auto verdict = m_watch.verdict(now());
+    if (verdict == RequestWatch::Verdict::idle)
+        throw outOfTime(verdict, m_request.idleTimeout);
+    if (verdict == RequestWatch::Verdict::timedOut)
+        throw outOfTime(verdict, m_totalLimit);
+}
+
+void CurlTransfer::noteDraining()
+{
+    auto queued = m_multi.queuedInKernel(m_easy.get());
+    if (std::exchange(m_queuedInKernel, queued) == queued)
+        return;
+    m_watch.moved(now());
+    reportSent();
+}
+
+RequestWatch::Moment CurlTransfer::now() const
+{
+    const auto& given = m_handles.options().now;
+    return given ? given() : RequestWatch::Moment::clock::now();
+}
+
+int CurlTransfer::status() const
+{
+    long status = 0;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_RESPONSE_CODE, &status);
+    return int(status);
+}
+
+/// Whether the answer refuses the body before all of it was sent. Its own body may then have been cut short.
+bool CurlTransfer::isRefusedHalfWay() const
+{
+    return status() >= 400 && m_sent < bodySize();
+}
+
+HttpResponse CurlTransfer::takeAnswer()
+{
+    if (m_failure)
+        std::rethrow_exception(m_failure);
+    if (m_tooLarge)
+        throw TransportError(Kind::tooLarge, QStringLiteral("The server's answer is too large."));
+    m_answer.status = status();
+    if (*m_result == CURLE_OK || m_unwanted || isRefusedHalfWay())
+        return std::move(m_answer);
+    if (auto refusal = parseRefusal(m_unread))
+        return *refusal;
+    throw transportError(*m_result);
+}
+
+} // namespace palvera

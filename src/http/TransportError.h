@@ -1,0 +1,28 @@
+#pragma once
+
+#include "async/Failure.h"
+
+namespace palvera {
+
+/// The network or the peer failed below HTTP. An HTTP status, whatever it is, is an answer and never one of these.
+class TransportError : public Failure {
+public:
+    enum class Kind {
+        noNetwork, ///< no usable network path came up within the request's time-out
+        connect,   ///< the host is unknown or nobody listens there
+        tls,       ///< no trusted encrypted connection
+        idle,      ///< no byte moved either way for the request's idle time-out
+        timedOut,  ///< the request as a whole took longer than it may
+        broken,    ///< the connection was cut or the answer was not HTTP
+        tooLarge,  ///< the answer's body passed the request's limit
+    };
+
+    TransportError(Kind kind, const QString& text) : Failure(text), m_kind(kind) {}
+
+    Kind kind() const { return m_kind; }
+
+private:
+    Kind m_kind;
+};
+
+} // namespace palvera

@@ -1,0 +1,95 @@
+#include "screens/deliverables/DeliverableFilter.h"
+
+#include "screens/Quantities.h"
+#include "screens/Wording.h"
+
+#include <QSet>
+
+namespace palvera {
+
+namespace {
+
+QString searchTextOf(const Deliverable& deliverable)
+{
+    auto filename = deliverable.spec ? deliverable.spec->value(QStringLiteral("assetFilename")) : QString();
+    return QStringList{deliverable.label, deliverable.contextLine().value_or(QString()), filename, deliverable.kind}
+        .join(u' ')
+        .toLower();
+}
+
+QString detailsOf(const Deliverable& deliverable)
+{
+    QStringList details;
+    if (auto context = deliverable.contextLine())
+        details.append(*context);
+    if (deliverable.language && !deliverable.language->isEmpty())
+        details.append(languageName(*deliverable.language));
+    if (auto bytes = deliverable.expectedBytes())
+        details.append(byteCountText(*bytes));
+    return details.join(QStringLiteral(" · "));
+}
+
+QStringList sorted(const QSet<QString>& values)
+{
+    QStringList list(values.begin(), values.end());
+    // By code point, which is not the order of UTF-16's units.
+    std::ranges::sort(list, [](const QString& a, const QString& b) { return a.toUcs4() < b.toUcs4(); });
+    list.prepend(DeliverableFilter::all);
+    return list;
+}
+
+} // namespace
+
+const QString DeliverableFilter::all = QStringLiteral("All");
+
+bool isFiled(const Deliverable& deliverable)
+{
+    return deliverable.spec && deliverable.spec->contains(QStringLiteral("assetObject"));
+}
+
+DeliverableCard::DeliverableCard(Deliverable row)
+    : deliverable(std::move(row)),
+      searchText(searchTextOf(deliverable)),
+      title(deliverable.label.isEmpty() ? humanised(deliverable.kind) : deliverable.label),
+      details(detailsOf(deliverable)),
+      isFiled(palvera::isFiled(deliverable))
+{}
+
+bool DeliverableFilter::isSet() const
+{
+    auto unset = DeliverableFilter{.search = search};
+    return *this != unset;
+}
+
+bool matches(const DeliverableCard& card, const DeliverableFilter& filter, const QString& query)
+{
+    const auto& row = card.deliverable;
+    auto isSet = [](const QString& wanted) { return wanted != DeliverableFilter::all; };
+    if ((isSet(filter.family) && filter.family != row.family) ||
+        (isSet(filter.status) && filter.status != row.status) ||
+        (isSet(filter.language) && filter.language != row.language.value_or(QString())))
+        return false;
+    if (filter.filled != DeliverableFilter::Filled::all &&
+        card.isFiled != (filter.filled == DeliverableFilter::Filled::yes))
+        return false;
+    return query.isEmpty() || card.searchText.contains(query);
+}
+
+QString queryOf(const QString& search)
+{
+    return search.trimmed().toLower();
+}
+
+FilterValues filterValues(const DeliverableCards& cards)
+{
+    QSet<QString> families, statuses, languages;
+    for (const auto& card : cards) {
+        families.insert(card->deliverable.family);
+        statuses.insert(card->deliverable.status);
+        if (card->deliverable.language)
+            languages.insert(*card->deliverable.language);
+    }
+    return {.families = sorted(families), .statuses = sorted(statuses), .languages = sorted(languages)};
+}
+
+} // namespace palvera

@@ -1,0 +1,307 @@
+#include "screens/deliverables/DeliverableView.h"
+
+#include "async/RunOn.h"
+#include "screens/Quantities.h"
+#include "screens/TransferTexts.h"
+#include "screens/Wording.h"
+#include "session/Session.h"
+#include "transfers/Transfers.h"
+
+#include <boost/asio/strand.hpp>
+
+#include <QFileInfo>
+#include <QSysInfo>
+
+namespace palvera {
+
+namespace {
+
+enum class Thing { file, folder, other };
+
+struct Inspection {
+    Thing thing = Thing::file;
+    qint64 bytes = 0; ///< 0 when nobody can tell
+};
+
+/// Blocks on the disk. What is not there counts as a file: whoever reads it finds out.
+Inspection inspect(const QString& path)
+{
+    QFileInfo info(path);
+    if (info.isDir())
+        return {.thing = Thing::folder};
+    if (info.exists() && !info.isFile())
+        return {.thing = Thing::other};
+    return {.bytes = info.size()};
+}
+
+/// The path on this computer; empty when there is none.
+QString pathOf(QUrl file)
+{
+    // Some file managers name the computer.
+    if (file.host() == QSysInfo::machineHostName())
+        file.setHost({});
+    return file.isLocalFile() ? file.toLocalFile() : QString();
+}
+
+} // namespace
+
+DeliverableView::DeliverableView(const Environment& environment, QObject* parent)
+    : QObject(parent),
+      m_environment(environment),
+      m_disk(boost::asio::make_strand(environment.background)),
+      m_tasks(environment.main)
+{
+    auto& transfers = m_environment.transfers;
+    connect(&transfers, &Transfers::itemAdded, this, &DeliverableView::updateTransfer);
+    connect(&transfers, &Transfers::itemChanged, this, &DeliverableView::updateTransfer);
+    connect(&transfers, &Transfers::itemRemoved, this, &DeliverableView::updateTransfer);
+}
+
+void DeliverableView::open(const Org& org, const Project& project, const Deliverable& deliverable)
+{
+    m_org = org;
+    m_project = project;
+    refuse({});
+    setDoubtful({});
+    ask(Asking::nothing);
+    update(deliverable);
+    updateTransfer();
+}
+
+void DeliverableView::update(const Deliverable& deliverable)
+{
+    m_deliverable = deliverable;
+    m_filed = filedFile(deliverable);
+    Q_EMIT deliverableChanged();
+    Q_EMIT faceChanged();
+}
+
+QString DeliverableView::title() const
+{
+    return m_deliverable.label.isEmpty() ? humanised(m_deliverable.kind) : m_deliverable.label;
+}
+
+QString DeliverableView::symbol() const
+{
+    return familySymbol(m_deliverable.family);
+}
+
+QString DeliverableView::tint() const
+{
+    return familyTint(m_deliverable.family);
+}
+
+QStringList DeliverableView::chips() const
+{
+    QStringList chips{humanised(m_deliverable.family), humanised(m_deliverable.status),
+                      languageName(m_deliverable.language.value_or(QString())),
+                      m_deliverable.territory.value_or(QString())};
+    chips.removeAll(QString());
+    return chips;
+}
+
+DeliverableView::Face DeliverableView::face() const
+{
+    if (m_item)
+        return InFlight;
+    return m_filed ? Filed : Empty;
+}
+
+double DeliverableView::fraction() const
+{
+    return m_item ? fractionOf(m_item->sent, m_item->total) : 0;
+}
+
+QString DeliverableView::doneText() const
+{
+    if (!m_item || m_item->total < 1)
+        return QStringLiteral("—");
+    return QStringLiteral("%1%").arg(percentOf(m_item->sent, m_item->total));
+}
+
+QString DeliverableView::transferredText() const
+{
+    return m_item ? amountText(*m_item) : QString();
+}
+
+QString DeliverableView::speedText() const
+{
+    bool isMoving = m_item && std::holds_alternative<Item::Running>(m_item->state) && m_item->rate.value_or(0) > 0;
+    return isMoving ? rateText(*m_item->rate) : QStringLiteral("—");
+}
+
+QString DeliverableView::leftText() const
+{
+    bool isRunning = m_item && std::holds_alternative<Item::Running>(m_item->state);
+    auto left = isRunning ? secondsLeft(*m_item) : std::nullopt;
+    return left ? durationText(*left) : QStringLiteral("—");
+}
+
+QString DeliverableView::trouble() const
+{
+    return m_item ? plainReason(m_item->state) : QString();
+}
+
+QString DeliverableView::doubtfulMessage() const
+{
+    if (!m_doubtful)
+        return {};
+    auto name = QFileInfo(m_doubtful->file).fileName();
+    return tr("%1 is %2. Textless elements are usually a few minutes long. "
+              "The picture master row is probably the right place.")
+        .arg(name.isEmpty() ? tr("This file") : name, byteCountText(m_doubtful->bytes));
+}
+
+bool DeliverableView::drop(const QList<QUrl>& files)
+{
+    if (files.isEmpty()) { // a program that is busy hands them over too late
+        refuse(tr("The file did not arrive from the other program. Drop it again, or choose it here."));
+        return false;
+    }
+    sendFile(files.first());
+    return true;
+}
+
+void DeliverableView::sendFile(const QUrl& file)
+{
+    auto path = pathOf(file);
+    if (path.isEmpty())
+        refuse(tr("That is not a file on this computer. Save it here first, then drop it."));
+    else
+        m_tasks.start(send(uploadOf(path)));
+}
+
+DeliverableUpload DeliverableView::uploadOf(const QString& file) const
+{
+    return {.file = file, .orgId = m_org.id, .projectId = m_project.id, .deliverable = m_deliverable};
+}
+
+Task<void> DeliverableView::send(DeliverableUpload intended)
+{
+    const auto& file = intended.file;
+    Inspection found;
+    co_await callOn(m_disk, [&] { found = inspect(file); });
+    bool isDoubtful = intended.deliverable.kind == QStringLiteral("textless_elements") && found.bytes > mostForTextless;
+    if (intended.deliverable.id != m_deliverable.id) { // nobody looks at it any more, and could answer
+        if (found.thing == Thing::file && !isDoubtful)
+            m_environment.transfers.addUpload(intended);
+        co_return;
+    }
+    auto name = QFileInfo(file).fileName();
+    if (found.thing == Thing::folder)
+        refuse(tr("“%1” is a folder. Drop the file itself.").arg(name.isEmpty() ? file : name));
+    else if (found.thing == Thing::other)
+        refuse(tr("“%1” is not a file that can be sent.").arg(name));
+    else if (isDoubtful)
+        setDoubtful(Doubtful{.file = file, .bytes = found.bytes});
+    else
+        upload(file);
+}
+
+void DeliverableView::upload(const QString& file)
+{
+    if (m_item && m_item->kind == Item::Kind::upload) {
+        refuse(tr("“%1” is on its way already. Stop it before you send another file.").arg(m_item->name));
+        return;
+    }
+    refuse({});
+    m_environment.transfers.addUpload(uploadOf(file));
+}
+
+void DeliverableView::chooseFile()
+{
+    ask(Asking::file);
+}
+
+void DeliverableView::pick(const QUrl& chosen)
+{
+    auto asked = m_asking;
+    ask(Asking::nothing);
+    if (asked == Asking::file) {
+        sendFile(chosen);
+    } else if (asked == Asking::folder) {
+        m_environment.session.setDownloadsFolder(pathOf(chosen));
+        if (auto folder = m_environment.session.downloadsFolder())
+            download(*folder);
+    }
+}
+
+void DeliverableView::cancelPicking()
+{
+    ask(Asking::nothing);
+}
+
+void DeliverableView::confirmDoubtful()
+{
+    auto confirmed = m_doubtful;
+    setDoubtful({});
+    if (confirmed)
+        upload(confirmed->file);
+}
+
+void DeliverableView::dismissDoubtful()
+{
+    setDoubtful({});
+}
+
+void DeliverableView::downloadFiled()
+{
+    if (!m_filed)
+        return;
+    if (auto folder = m_environment.session.downloadsFolder())
+        download(*folder);
+    else
+        ask(Asking::folder);
+}
+
+void DeliverableView::download(const QString& folder)
+{
+    if (!m_filed)
+        return;
+    const TransferTarget::Deliverable target{m_org.id, m_project.id, m_deliverable.id};
+    m_environment.transfers.addDownload({.object = deliveredFile(m_environment.api, target, m_filed->object),
+                                         .name = m_filed->saveName,
+                                         .label = m_deliverable.label,
+                                         .titleName = m_deliverable.contextLine(),
+                                         .folder = folder});
+}
+
+void DeliverableView::stop()
+{
+    if (m_item)
+        m_environment.transfers.stop(m_item->id);
+}
+
+void DeliverableView::refuse(const QString& why)
+{
+    if (std::exchange(m_refusal, why) != why)
+        Q_EMIT refusalChanged();
+}
+
+void DeliverableView::ask(Asking asking)
+{
+    if (std::exchange(m_asking, asking) != asking)
+        Q_EMIT pickingChanged();
+}
+
+void DeliverableView::setDoubtful(std::optional<Doubtful> doubtful)
+{
+    if (!m_doubtful && !doubtful)
+        return;
+    m_doubtful = std::move(doubtful);
+    Q_EMIT doubtfulChanged();
+}
+
+void DeliverableView::updateTransfer()
+{
+    auto item = m_environment.transfers.activeItem(m_deliverable.id);
+    if (item == m_item)
+        return;
+    const bool hadItem = m_item.has_value();
+    m_item = std::move(item);
+    Q_EMIT transferChanged();
+    if (hadItem != m_item.has_value())
+        Q_EMIT faceChanged();
+}
+
+} // namespace palvera

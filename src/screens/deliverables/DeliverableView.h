@@ -1,0 +1,153 @@
+#pragma once
+
+#include "async/TaskScope.h"
+#include "screens/deliverables/FiledFile.h"
+#include "service/Organisations.h"
+#include "transfers/Item.h"
+
+#include <QObject>
+#include <QUrl>
+
+#include <QtQml/qqmlregistration.h>
+
+namespace palvera {
+
+class API;
+class Session;
+class Transfers;
+struct DeliverableUpload;
+
+/// A file above this size, in bytes, is asked about before it goes to a deliverable of textless elements.
+constexpr qint64 mostForTextless = 4'000'000'000;
+
+/// One deliverable: what is known of it, the file that is filed on it or the transfer that is under way for it, and the
+/// way in for files.
+///
+/// Lives on the main thread. One is used for one deliverable after the other.
+class DeliverableView : public QObject {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(DeliverableModel)
+    QML_UNCREATABLE("the program makes it")
+    Q_PROPERTY(QString title READ title NOTIFY deliverableChanged)
+    Q_PROPERTY(QString contextLine READ contextLine NOTIFY deliverableChanged)
+    Q_PROPERTY(QString symbol READ symbol NOTIFY deliverableChanged)
+    Q_PROPERTY(QString tint READ tint NOTIFY deliverableChanged)
+    Q_PROPERTY(QStringList chips READ chips NOTIFY deliverableChanged)
+    Q_PROPERTY(QString filedName READ filedName NOTIFY deliverableChanged)
+    Q_PROPERTY(QString filedDetails READ filedDetails NOTIFY deliverableChanged)
+    Q_PROPERTY(Face face READ face NOTIFY faceChanged)
+    Q_PROPERTY(bool downloading READ isDownloading NOTIFY transferChanged)
+    Q_PROPERTY(QString transferName READ transferName NOTIFY transferChanged)
+    Q_PROPERTY(double fraction READ fraction NOTIFY transferChanged)
+    Q_PROPERTY(QString doneText READ doneText NOTIFY transferChanged)
+    Q_PROPERTY(QString transferredText READ transferredText NOTIFY transferChanged)
+    Q_PROPERTY(QString speedText READ speedText NOTIFY transferChanged)
+    Q_PROPERTY(QString leftText READ leftText NOTIFY transferChanged)
+    Q_PROPERTY(QString trouble READ trouble NOTIFY transferChanged)
+    Q_PROPERTY(QString refusal READ refusal NOTIFY refusalChanged)
+    Q_PROPERTY(QString doubtfulMessage READ doubtfulMessage NOTIFY doubtfulChanged)
+    Q_PROPERTY(bool picking READ isPicking NOTIFY pickingChanged)
+    Q_PROPERTY(bool pickingFolder READ isPickingFolder NOTIFY pickingChanged)
+
+public:
+    /// What is shown below the header.
+    enum Face { InFlight, Filed, Empty };
+    Q_ENUM(Face)
+
+    /// What it works with. Everything referred to outlives it.
+    struct Environment {
+        Executor main;
+        Executor background; ///< threads for looking at files
+        API& api;
+        Transfers& transfers;
+        Session& session;
+    };
+
+    explicit DeliverableView(const Environment& environment, QObject* parent = nullptr);
+
+    /// Begins afresh with that deliverable.
+    void open(const Org& org, const Project& project, const Deliverable& deliverable);
+    /// Takes in what the platform says of it by now.
+    void update(const Deliverable& deliverable);
+    /// Cuts off what is under way; see TaskScope.
+    Task<void> close() { return m_tasks.close(); }
+
+    const Deliverable& deliverable() const { return m_deliverable; }
+    QString title() const;
+    QString contextLine() const { return m_deliverable.contextLine().value_or(QString()); }
+    QString symbol() const;
+    QString tint() const;
+    QStringList chips() const;
+    QString filedName() const { return m_filed ? m_filed->name : QString(); }
+    QString filedDetails() const { return m_filed ? m_filed->details : QString(); }
+    Face face() const;
+    bool isDownloading() const { return m_item && m_item->kind == Item::Kind::download; }
+    QString transferName() const { return m_item ? m_item->name : QString(); }
+    double fraction() const;
+    QString doneText() const;
+    QString transferredText() const;
+    QString speedText() const;
+    QString leftText() const;
+    /// Why the transfer waits to be tried again, for the user; empty when it does not.
+    QString trouble() const;
+    /// Why the last file was not taken, for the user; empty when it was.
+    const QString& refusal() const { return m_refusal; }
+    /// The question about a file that looks too long for this deliverable; empty when there is none.
+    QString doubtfulMessage() const;
+    /// The desktop's dialog is wanted: for a file, or for a folder.
+    bool isPicking() const { return m_asking != Asking::nothing; }
+    bool isPickingFolder() const { return m_asking == Asking::folder; }
+
+    /// Takes the first of what was dropped. False when nothing has come with the drop, which is then said.
+    Q_INVOKABLE bool drop(const QList<QUrl>& files);
+    /// Sends a file of this computer, or asks first, or says why not.
+    Q_INVOKABLE void sendFile(const QUrl& file);
+    Q_INVOKABLE void chooseFile();
+    /// The dialog's answer.
+    Q_INVOKABLE void pick(const QUrl& chosen);
+    Q_INVOKABLE void cancelPicking();
+    /// Sends the file that was asked about.
+    Q_INVOKABLE void confirmDoubtful();
+    Q_INVOKABLE void dismissDoubtful();
+    /// Downloads the filed file into the remembered folder; asks for one where there is none.
+    Q_INVOKABLE void downloadFiled();
+    Q_INVOKABLE void stop();
+
+Q_SIGNALS:
+    void deliverableChanged();
+    void faceChanged();
+    void transferChanged();
+    void refusalChanged();
+    void doubtfulChanged();
+    void pickingChanged();
+
+private:
+    enum class Asking { nothing, file, folder };
+    struct Doubtful {
+        QString file;
+        qint64 bytes = 0;
+    };
+
+    Task<void> send(DeliverableUpload intended);
+    DeliverableUpload uploadOf(const QString& file) const;
+    void upload(const QString& file);
+    void download(const QString& folder);
+    void refuse(const QString& why);
+    void ask(Asking asking);
+    void setDoubtful(std::optional<Doubtful> doubtful);
+    void updateTransfer();
+
+    const Environment m_environment;
+    const Executor m_disk; // a strand
+    TaskScope m_tasks;
+    Org m_org;
+    Project m_project;
+    Deliverable m_deliverable;
+    std::optional<FiledFile> m_filed;
+    std::optional<Item> m_item; // in flight for this deliverable
+    std::optional<Doubtful> m_doubtful;
+    Asking m_asking = Asking::nothing;
+    QString m_refusal;
+};
+
+} // namespace palvera

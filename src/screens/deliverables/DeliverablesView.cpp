@@ -1,0 +1,312 @@
+#include "screens/deliverables/DeliverablesView.h"
+
+#include "async/Clock.h"
+#include "async/Failure.h"
+#include "async/RunOn.h"
+#include "async/TaskGroup.h"
+#include "screens/Quantities.h"
+#include "screens/Wording.h"
+#include "service/BrowsingOperations.h"
+#include "transfers/Transfers.h"
+
+#include <boost/asio/strand.hpp>
+
+namespace palvera {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto refreshInterval = 30s;
+/// The platform may take a while to file what has been uploaded.
+constexpr auto filingTime = 20s;
+
+const QString filledText = QStringLiteral("Filled");
+const QString emptyText = QStringLiteral("Empty");
+
+FilterChoice asItIs(const QString& value)
+{
+    return {.key = value, .label = value};
+}
+
+FilterChoice familyChoice(const QString& value)
+{
+    return {.key = value, .label = capitalisedWords(value)};
+}
+
+FilterChoice statusChoice(const QString& value)
+{
+    return {.key = value, .label = value == DeliverableFilter::all ? value : humanised(value)};
+}
+
+FilterChoice languageChoice(const QString& value)
+{
+    if (value == DeliverableFilter::all)
+        return asItIs(value);
+    return {.key = value, .label = languageName(value), .code = value};
+}
+
+/// Loads the rows; those that are the same as in `earlier` are the same objects. Background.
+Task<DeliverableCards> fetchCards(API& api, QString org, QString project, DeliverableCards earlier)
+{
+    auto rows = co_await listDeliverables(api, org, project);
+    QHash<QString, std::shared_ptr<const DeliverableCard>> known;
+    for (const auto& card : earlier)
+        known.insert(card->deliverable.id, card);
+    DeliverableCards cards;
+    cards.reserve(rows.size());
+    for (const auto& row : rows) {
+        auto card = known.value(row.id);
+        if (!card || card->deliverable != row)
+            card = std::make_shared<DeliverableCard>(row);
+        cards.append(std::move(card));
+    }
+    co_return cards;
+}
+
+QString movingText(const Item& item)
+{
+    if (item.total < 1)
+        return QStringLiteral("Transferring");
+    return QStringLiteral("Transferring %1%").arg(percentOf(item.sent, item.total));
+}
+
+} // namespace
+
+DeliverablesView::DeliverablesView(const Environment& environment, QObject* parent)
+    : RowsModel({{"title", [](const auto& row) { return row.card->title; }},
+                 {"details", [](const auto& row) { return row.card->details; }},
+                 {"symbol", [](const auto& row) { return familySymbol(row.card->deliverable.family); }},
+                 {"tint", [](const auto& row) { return familyTint(row.card->deliverable.family); }},
+                 {"badge", [this](const auto& row) { return badgeOf(row.card->deliverable); }},
+                 {"moving", [this](const auto& row) { return m_moving.contains(row.key); }},
+                 {"filed", [](const auto& row) { return row.card->isFiled; }}},
+                parent),
+      m_environment(environment),
+      m_decoding(boost::asio::make_strand(environment.background)),
+      m_tasks(environment.main),
+      m_uploadTasks(environment.main),
+      m_families(familyChoice),
+      m_statuses(statusChoice),
+      m_languages(languageChoice),
+      m_fillings(asItIs)
+{
+    m_fillings.setValues({DeliverableFilter::all, filledText, emptyText});
+    auto& transfers = m_environment.transfers;
+    connect(&transfers, &Transfers::itemAdded, this, &DeliverablesView::updateMoving);
+    connect(&transfers, &Transfers::itemChanged, this, &DeliverablesView::updateMoving);
+    connect(&transfers, &Transfers::itemRemoved, this, &DeliverablesView::updateMoving);
+    connect(&transfers, &Transfers::uploadsFinishedChanged, this, &DeliverablesView::loadSoonAfterUpload);
+}
+
+void DeliverablesView::open(const Org& org, const Project& project)
+{
+    leave();
+    m_open = true;
+    m_org = org;
+    m_project = project;
+    m_failure = nullptr;
+    m_loading = true;
+    m_filter = {};
+    take({});
+    Q_EMIT projectChanged();
+    Q_EMIT filterChanged();
+    Q_EMIT loadChanged();
+    m_tasks.start(keepFresh());
+}
+
+void DeliverablesView::leave()
+{
+    m_open = false;
+    m_tasks.stop();
+    m_uploadTasks.stop();
+    m_loadTaken = m_loadsBegun;
+}
+
+Task<void> DeliverablesView::close()
+{
+    leave();
+    co_await m_tasks.close();
+    co_await m_uploadTasks.close();
+}
+
+void DeliverablesView::load()
+{
+    if (m_open)
+        m_tasks.start(loadOnce());
+}
+
+Task<void> DeliverablesView::keepFresh()
+{
+    for (;;) {
+        co_await loadOnce();
+        co_await m_environment.clock.sleep(refreshInterval);
+    }
+}
+
+void DeliverablesView::loadSoonAfterUpload()
+{
+    if (!m_open)
+        return;
+    m_uploadTasks.stop();
+    m_uploadTasks.start(loadAfterUpload());
+}
+
+Task<void> DeliverablesView::loadAfterUpload()
+{
+    co_await loadOnce();
+    co_await m_environment.clock.sleep(filingTime);
+    co_await loadOnce();
+}
+
+Task<void> DeliverablesView::loadOnce()
+{
+    const auto number = ++m_loadsBegun;
+    m_loading = m_cards.isEmpty();
+    Q_EMIT loadChanged();
+    auto outcome = co_await answerOf(runOn(m_decoding, fetchCards(m_environment.api, m_org.id, m_project.id, m_cards)));
+    if (number < m_loadTaken) // an older answer than the one on the screen
+        co_return;
+    m_loadTaken = number;
+    m_loading = false;
+    m_failure = outcome.failure;
+    if (outcome.value)
+        take(*std::move(outcome.value));
+    Q_EMIT loadChanged();
+}
+
+void DeliverablesView::take(DeliverableCards cards)
+{
+    if (cards == m_cards)
+        return;
+    m_cards = std::move(cards);
+    auto values = filterValues(m_cards);
+    m_families.setValues(values.families);
+    m_statuses.setValues(values.statuses);
+    m_languages.setValues(values.languages);
+    showRows(true);
+    Q_EMIT refreshed();
+}
+
+void DeliverablesView::clear()
+{
+    setFilter({.search = m_filter.search});
+}
+
+void DeliverablesView::setSearch(const QString& search)
+{
+    auto filter = m_filter;
+    filter.search = search;
+    setFilter(std::move(filter));
+}
+
+void DeliverablesView::setFamily(const QString& family)
+{
+    auto filter = m_filter;
+    filter.family = family;
+    setFilter(std::move(filter));
+}
+
+void DeliverablesView::setStatus(const QString& status)
+{
+    auto filter = m_filter;
+    filter.status = status;
+    setFilter(std::move(filter));
+}
+
+void DeliverablesView::setLanguage(const QString& language)
+{
+    auto filter = m_filter;
+    filter.language = language;
+    setFilter(std::move(filter));
+}
+
+QString DeliverablesView::filled() const
+{
+    switch (m_filter.filled) {
+    case DeliverableFilter::Filled::yes:
+        return filledText;
+    case DeliverableFilter::Filled::no:
+        return emptyText;
+    case DeliverableFilter::Filled::all:
+        break;
+    }
+    return DeliverableFilter::all;
+}
+
+void DeliverablesView::setFilled(const QString& filled)
+{
+    using Filled = DeliverableFilter::Filled;
+    auto filter = m_filter;
+    filter.filled = filled == filledText ? Filled::yes : filled == emptyText ? Filled::no : Filled::all;
+    setFilter(std::move(filter));
+}
+
+void DeliverablesView::setFilter(DeliverableFilter filter)
+{
+    if (filter == m_filter)
+        return;
+    m_filter = std::move(filter);
+    showRows(false);
+    Q_EMIT filterChanged();
+}
+
+QString DeliverablesView::countText() const
+{
+    return tr("%1 of %2").arg(rows().size()).arg(m_cards.size());
+}
+
+void DeliverablesView::showRows(bool refreshing)
+{
+    if (std::exchange(m_refreshing, refreshing) != refreshing)
+        Q_EMIT refreshingChanged();
+    const auto query = queryOf(m_filter.search);
+    QList<DeliverableRow> shown;
+    for (const auto& card : m_cards)
+        if (matches(*card, m_filter, query))
+            shown.append({.key = card->deliverable.id, .card = card});
+    m_where.clear();
+    setRows(shown);
+    Q_EMIT countChanged();
+}
+
+const Deliverable* DeliverablesView::find(const QString& id) const
+{
+    auto found = std::ranges::find_if(m_cards, [&](const auto& card) { return card->deliverable.id == id; });
+    return found == m_cards.end() ? nullptr : &(*found)->deliverable;
+}
+
+void DeliverablesView::updateMoving()
+{
+    QHash<QString, QString> moving;
+    for (const auto& item : m_environment.transfers.items()) {
+        const auto* deliverable = item.target.asDeliverable();
+        if (deliverable && item.isInFlight() && !moving.contains(deliverable->deliverableId))
+            moving.insert(deliverable->deliverableId, movingText(item));
+    }
+    auto earlier = std::exchange(m_moving, moving);
+    auto announceFor = [this](const QString& id) {
+        if (int row = rowOf(id); row >= 0)
+            this->announce(row, {"badge", "moving"});
+    };
+    for (auto badge = moving.constBegin(); badge != moving.constEnd(); ++badge)
+        if (earlier.take(badge.key()) != *badge)
+            announceFor(badge.key());
+    for (auto badge = earlier.constBegin(); badge != earlier.constEnd(); ++badge)
+        announceFor(badge.key());
+}
+
+QString DeliverablesView::badgeOf(const Deliverable& row) const
+{
+    return m_moving.value(row.id, humanised(row.status));
+}
+
+int DeliverablesView::rowOf(const QString& id) const
+{
+    if (m_where.isEmpty())
+        for (int row = 0; row < rows().size(); ++row)
+            m_where.insert(rows()[row].key, row);
+    return m_where.value(id, -1);
+}
+
+} // namespace palvera

@@ -1,0 +1,217 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Palvera.Controls
+import Palvera.Deliverables
+
+/// The deliverables of a project, and what narrows them down.
+FocusScope {
+    id: root
+
+    required property DeliverablesModel deliverables
+    property alias toolbarItems: bar.trailing
+
+    signal opened(int row)
+    signal leaving()
+
+    readonly property bool isMessage: deliverables.loading || deliverables.error !== ""
+
+    Keys.onPressed: event => {
+        if (event.text.trim() !== "" && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))) {
+            search.forceActiveFocus();
+            search.insert(search.length, event.text);
+            event.accepted = true;
+        }
+    }
+    Keys.onEscapePressed: {
+        if (root.deliverables.search !== "")
+            search.clear();
+        else
+            root.leaving();
+    }
+
+    Shortcut {
+        enabled: root.enabled && root.visible
+        sequence: "Ctrl+F"
+        onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
+    }
+
+    Toolbar {
+        id: bar
+
+        leading: AppButton {
+            kind: AppButton.Kind.Link
+            symbol: "chevron.left"
+            text: qsTr("Projects")
+            onClicked: root.leaving()
+        }
+        title: root.deliverables.orgName
+        width: parent.width
+    }
+
+    Item {
+        id: page
+
+        anchors.bottom: parent.bottom
+        anchors.horizontalCenter: parent.horizontalCenter
+        anchors.top: bar.bottom
+        width: Math.min(1120, parent.width - 2 * Theme.spaceHuge)
+
+        Label {
+            id: heading
+
+            Accessible.role: Accessible.Heading
+            anchors.left: parent.left
+            anchors.right: search.left
+            anchors.rightMargin: Theme.spaceMedium
+            anchors.verticalCenter: search.verticalCenter
+            font.pixelSize: Theme.textDisplay
+            font.weight: Font.DemiBold
+            text: root.deliverables.title
+        }
+
+        SearchField {
+            id: search
+
+            anchors.right: parent.right
+            anchors.top: parent.top
+            anchors.topMargin: Theme.spaceHuge
+            hint: qsTr("Find a deliverable")
+            text: root.deliverables.search
+            onTextChanged: root.deliverables.search = text
+            Keys.onDownPressed: list.forceActiveFocus()
+            Keys.onReturnPressed: list.forceActiveFocus()
+        }
+
+        Card {
+            anchors.bottom: parent.bottom
+            anchors.bottomMargin: Theme.spaceHuge
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: search.bottom
+            anchors.topMargin: Theme.spaceLarge
+            visible: !root.isMessage
+
+            FilterBar {
+                id: filters
+
+                deliverables: root.deliverables
+                width: parent.width
+            }
+
+            Rectangle {
+                id: line
+
+                anchors.top: filters.bottom
+                color: Theme.line
+                height: 1
+                width: parent.width
+            }
+
+            RowList {
+                id: list
+
+                anchors.bottom: parent.bottom
+                anchors.left: parent.left
+                anchors.margins: Theme.spaceSmall
+                anchors.right: parent.right
+                anchors.top: line.bottom
+                focus: true
+                label: heading.text
+                model: root.deliverables
+
+                add: Transition {
+                    enabled: root.deliverables.refreshing
+
+                    NumberAnimation {
+                        duration: Theme.faceChange
+                        easing.type: Easing.OutCubic
+                        from: 0
+                        property: "opacity"
+                        to: 1
+                    }
+                }
+                displaced: Transition {
+                    enabled: root.deliverables.refreshing
+
+                    NumberAnimation {
+                        duration: Theme.faceChange
+                        easing.type: Easing.OutCubic
+                        properties: "y"
+                    }
+
+                    NumberAnimation {
+                        duration: Theme.quick
+                        property: "opacity"
+                        to: 1
+                    }
+                }
+
+                delegate: ListRow {
+                    id: row
+
+                    required property int index
+                    required property string title
+                    required property string details
+                    required property string badge
+                    required property bool moving
+                    required property bool filed
+                    required property string tint
+                    required symbol
+
+                    Accessible.description: details === "" ? badge : qsTr("%1, %2").arg(details).arg(badge)
+                    focusPolicy: Qt.NoFocus
+                    separated: index < list.count - 1
+                    subtitle: details
+                    text: title
+                    tile: Qt.alpha(Theme.tint(row.tint), 0.12)
+                    tintColor: Theme.tint(row.tint)
+                    width: ListView.view.width
+
+                    trailing: StatusBadge {
+                        filed: row.filed
+                        moving: row.moving
+                        text: row.badge
+                    }
+
+                    ListView.onReused: opacity = 1
+                    onClicked: {
+                        list.currentIndex = index;
+                        root.opened(index);
+                    }
+                }
+            }
+
+            Message {
+                action: root.deliverables.anyFilter ? qsTr("Clear the filters") : root.deliverables.search !== "" ? qsTr("Clear the search") : ""
+                anchors.centerIn: list
+                detail: qsTr("Clear a filter to see more.")
+                icon: "line.3.horizontal.decrease.circle"
+                title: qsTr("Nothing matches")
+                visible: list.count === 0
+                onActed: {
+                    if (root.deliverables.anyFilter)
+                        root.deliverables.clear();
+                    else
+                        search.clear();
+                    search.forceActiveFocus();
+                }
+            }
+        }
+
+        Spinner {
+            anchors.centerIn: parent
+            running: visible
+            visible: root.deliverables.loading
+        }
+
+        Message {
+            action: qsTr("Try again")
+            anchors.centerIn: parent
+            detail: root.deliverables.error
+            icon: "exclamationmark.triangle"
+            title: qsTr("Could not load the deliverables")
+            visible: !root.deliverables.loading && root.deliverables.error !== ""
+            onActed: root.deliverables.load()
+        }
+    }
+}

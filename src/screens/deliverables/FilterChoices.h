@@ -1,0 +1,42 @@
+#pragma once
+
+#include "screens/RowsModel.h"
+
+#include <QtQml/qqmlregistration.h>
+
+namespace palvera {
+
+/// One setting of a filter.
+struct FilterChoice {
+    QString key;   ///< the value
+    QString label; ///< for the user
+    QString code;  ///< shown beside the label, where there is one
+
+    bool operator==(const FilterChoice&) const = default;
+};
+
+/// What one filter can be set to. Main thread.
+class FilterChoices : public RowsModel<FilterChoice> {
+    Q_OBJECT
+    QML_ANONYMOUS
+
+public:
+    /// Makes a value's choice.
+    using Describe = FilterChoice (*)(const QString& value);
+
+    explicit FilterChoices(Describe describe, QObject* parent = nullptr);
+
+    void setValues(const QStringList& values);
+
+    /// Where `value` stands; -1 when it is none of them.
+    Q_INVOKABLE int indexOf(const QString& value) const;
+    /// Empty when there is no such choice.
+    Q_INVOKABLE QString valueAt(int index) const;
+    /// What `value` is called, whether it is one of them or not.
+    Q_INVOKABLE QString labelOf(const QString& value) const;
+
+private:
+    const Describe m_describe;
+};
+
+} // namespace palvera

@@ -1,0 +1,135 @@
+pragma ComponentBehavior: Bound
+import QtQuick
+import Palvera.Controls
+import Palvera.Deliverables
+
+/// The transfer that is under way for a deliverable.
+Card {
+    id: root
+
+    required property DeliverableModel deliverable
+
+    implicitHeight: column.implicitHeight + 2 * Theme.spaceHuge
+
+    Column {
+        id: column
+
+        anchors.left: parent.left
+        anchors.margins: Theme.spaceHuge
+        anchors.right: parent.right
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.spaceLarge
+
+        Item {
+            height: Math.max(titles.height, stop.height)
+            width: parent.width
+
+            SymbolIcon {
+                id: symbol
+
+                anchors.verticalCenter: parent.verticalCenter
+                color: root.deliverable.downloading ? Theme.success : Theme.accent
+                height: Theme.spaceVast
+                name: root.deliverable.downloading ? "arrow.down.circle.fill" : "arrow.up.circle.fill"
+                width: height
+            }
+
+            Column {
+                id: titles
+
+                anchors.left: symbol.right
+                anchors.leftMargin: Theme.spaceMedium
+                anchors.right: stop.left
+                anchors.rightMargin: Theme.spaceMedium
+                anchors.verticalCenter: parent.verticalCenter
+                spacing: Theme.focusGap
+
+                Label {
+                    font.pixelSize: Theme.textHeading
+                    font.weight: Font.DemiBold
+                    text: root.deliverable.downloading ? qsTr("Downloading") : qsTr("Uploading")
+                }
+
+                Label {
+                    color: Theme.secondary
+                    elide: Text.ElideMiddle
+                    text: root.deliverable.transferName
+                    width: parent.width
+                }
+            }
+
+            AppButton {
+                id: stop
+
+                anchors.right: parent.right
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: "stop.fill"
+                text: qsTr("Stop")
+                onClicked: root.deliverable.stop()
+            }
+        }
+
+        ProgressLine {
+            fill: root.deliverable.trouble !== "" ? Theme.orange : Theme.accentFill
+            label: root.deliverable.downloading ? qsTr("Downloading") : qsTr("Uploading")
+            value: root.deliverable.fraction
+            width: parent.width
+        }
+
+        Label {
+            color: Theme.warning
+            text: root.deliverable.trouble
+            visible: text !== ""
+            width: parent.width
+            wrapMode: Text.Wrap
+        }
+
+        Row {
+            width: parent.width
+
+            Repeater {
+                model: [
+                    {
+                        title: qsTr("Done"),
+                        value: root.deliverable.doneText
+                    },
+                    {
+                        title: qsTr("Transferred"),
+                        value: root.deliverable.transferredText
+                    },
+                    {
+                        title: qsTr("Speed"),
+                        value: root.deliverable.speedText
+                    },
+                    {
+                        title: qsTr("Left"),
+                        value: root.deliverable.leftText
+                    }
+                ]
+
+                Column {
+                    id: figure
+
+                    required property int index
+                    required property var modelData
+
+                    spacing: Theme.focusGap
+                    width: column.width * (index === 1 ? 0.4 : 0.2)
+
+                    Label {
+                        color: Theme.secondary
+                        font.pixelSize: Theme.textSmall
+                        text: figure.modelData.title
+                    }
+
+                    Figures {
+                        font.pixelSize: Theme.textRow
+                        font.weight: Font.Medium
+                        text: figure.modelData.value
+                        width: parent.width
+                    }
+                }
+            }
+        }
+    }
+}

@@ -1,0 +1,80 @@
+#include "screens/panel/TransferRow.h"
+
+#include "screens/Quantities.h"
+#include "screens/TransferTexts.h"
+
+namespace palvera {
+
+namespace {
+
+QString figuresOf(const Item& item)
+{
+    QStringList figures{amountText(item)};
+    if (item.rate)
+        figures.append(*item.rate > 0 ? rateText(*item.rate) : QStringLiteral("—"));
+    if (auto left = secondsLeft(item))
+        figures.append(QStringLiteral("%1 left").arg(durationText(*left)));
+    return figures.join(QStringLiteral(" · "));
+}
+
+/// What is said in the place of figures.
+struct Status {
+    const Item& item;
+    Clock::WallTime now;
+
+    QString operator()(const Item::Waiting&) const { return QStringLiteral("Waiting"); }
+    QString operator()(const Item::Running&) const { return {}; }
+    QString operator()(const Item::Retrying& retrying) const
+    {
+        return QStringLiteral("%1 Trying again in %2").arg(plainReason(item.state), countdownText(retrying.until, now));
+    }
+    QString operator()(const Item::Failed&) const { return plainReason(item.state); }
+    QString operator()(const Item::Done&) const { return QStringLiteral("Done · ") + byteCountText(item.total); }
+    QString operator()(const Item::Stopped&) const { return QStringLiteral("Stopped"); }
+};
+
+QString stopMessageOf(const Item& item)
+{
+    auto sent = byteCountText(item.sent);
+    if (item.kind == Item::Kind::download)
+        return sent + QStringLiteral(" has come down already. It is kept on disk.");
+    return sent + QStringLiteral(" has gone up already. Stopping throws it away, so nothing half delivered is left in "
+                                 "storage.");
+}
+
+QString spokenOf(const TransferRow& row, const Item& item)
+{
+    auto what = item.kind == Item::Kind::upload ? QStringLiteral("upload") : QStringLiteral("download");
+    auto how = row.status.isEmpty() ? QStringLiteral("%1 percent").arg(row.percent.chopped(1)) : row.status;
+    return QStringList{row.title, row.name, what, nameOf(item.state), how}.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+TransferRow transferRow(const Item& item, Clock::WallTime now)
+{
+    const bool isUpload = item.kind == Item::Kind::upload;
+    const bool isRunning = std::holds_alternative<Item::Running>(item.state);
+    TransferRow row{.key = item.id.toString(QUuid::WithoutBraces),
+                    .symbol =
+                        isUpload ? QStringLiteral("arrow.up.circle.fill") : QStringLiteral("arrow.down.circle.fill"),
+                    .title = item.label.isEmpty() ? item.name : item.label,
+                    .titleName = item.titleName.value_or(QString()),
+                    .name = item.name,
+                    .state = TransferState::Value(item.state.index()),
+                    .isInFlight = item.isInFlight(),
+                    .fraction = fractionOf(item.sent, item.total),
+                    .percent = QStringLiteral("%1%").arg(percentOf(item.sent, item.total)),
+                    .figures = isRunning ? figuresOf(item) : QString(),
+                    .status = std::visit(Status{.item = item, .now = now}, item.state),
+                    .detail = technicalReason(item.state),
+                    .stopTitle = isUpload ? QStringLiteral("Stop this upload?") : QStringLiteral("Stop this download?"),
+                    .stopMessage = stopMessageOf(item)};
+    if (item.trace.samples.size() >= 2)
+        row.samples = item.trace.samples;
+    row.graphFraction = isRunning ? row.fraction : 1;
+    row.spoken = spokenOf(row, item);
+    return row;
+}
+
+} // namespace palvera

@@ -1,0 +1,16 @@
+import QtQuick
+import Palvera.Controls
+import Palvera.Panel
+
+/// Opens and closes the panel of transfers, and says how many there are.
+IconButton {
+    id: root
+
+    required property TransfersModel transfers
+
+    badge: transfers.badge
+    filled: badge !== ""
+    symbol: "arrow.up.arrow.down"
+    text: qsTr("Transfers")
+    onClicked: transfers.panelOpen = !transfers.panelOpen
+}

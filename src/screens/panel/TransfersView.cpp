@@ -1,0 +1,124 @@
+#include "screens/panel/TransfersView.h"
+
+#include "screens/Quantities.h"
+#include "transfers/Transfers.h"
+
+namespace palvera {
+
+using namespace std::chrono_literals;
+
+std::optional<int> overallPercent(const std::vector<Item>& items)
+{
+    qint64 sent = 0;
+    qint64 total = 0;
+    for (const auto& item : items) {
+        if (!item.isInFlight() || item.total < 1)
+            continue;
+        sent += std::min(item.sent, item.total);
+        total += item.total;
+    }
+    return total < 1 ? std::nullopt : std::optional(percentOf(sent, total));
+}
+
+TransfersView::TransfersView(Transfers& transfers, Clock& clock, const Executor& main, QObject* parent)
+    : QObject(parent),
+      m_transfers(transfers),
+      m_tasks(main),
+      m_inFlight(transfers, clock, TransferRows::Which::inFlight),
+      m_finished(transfers, clock, TransferRows::Which::finished),
+      m_interrupted(transfers)
+{
+    m_tick.setInterval(1s);
+    connect(&m_tick, &QTimer::timeout, &m_inFlight, &TransferRows::tick);
+    connect(&transfers, &Transfers::itemAdded, this, &TransfersView::added);
+    connect(&transfers, &Transfers::itemChanged, this, &TransfersView::update);
+    connect(&transfers, &Transfers::itemRemoved, this, &TransfersView::update);
+    connect(&transfers, &Transfers::inFlightChanged, this, &TransfersView::badgeChanged);
+    connect(&transfers, &Transfers::panelOpenChanged, this, &TransfersView::panelOpenChanged);
+    connect(&transfers, &Transfers::doubtChanged, this, &TransfersView::doubtChanged);
+}
+
+void TransfersView::setTab(Tab tab)
+{
+    if (std::exchange(m_tab, tab) == tab)
+        return;
+    if (tab == Interrupted)
+        m_tasks.start(m_transfers.loadJournals());
+    Q_EMIT tabChanged();
+}
+
+bool TransfersView::isPanelOpen() const
+{
+    return m_transfers.isPanelOpen();
+}
+
+void TransfersView::setPanelOpen(bool open)
+{
+    m_transfers.setPanelOpen(open);
+}
+
+QString TransfersView::badge() const
+{
+    auto count = m_transfers.inFlightCount();
+    return count == 0 ? QString() : QString::number(count);
+}
+
+QString TransfersView::doubtText() const
+{
+    auto doubt = m_transfers.doubt();
+    if (!doubt)
+        return {};
+    QStringList place{doubt->deliverable.contextLine().value_or(QString()), doubt->deliverable.label};
+    place.removeAll(QString());
+    return tr("Going to %1\n\n%2").arg(place.join(QStringLiteral(" · ")), doubt->message);
+}
+
+void TransfersView::stop(const QString& key)
+{
+    m_transfers.stop(QUuid(key));
+}
+
+void TransfersView::resume(const QString& key)
+{
+    const auto& journals = m_transfers.interruptedJournals();
+    auto found = std::ranges::find(journals, key, &Journal::key);
+    if (found == journals.end())
+        return;
+    m_transfers.resume(Journal(*found)); // a copy: resuming changes the list
+}
+
+void TransfersView::clearFinished()
+{
+    m_transfers.clearFinished();
+}
+
+void TransfersView::confirmDoubt()
+{
+    m_transfers.confirmDoubt();
+}
+
+void TransfersView::dismissDoubt()
+{
+    m_transfers.dismissDoubt();
+}
+
+void TransfersView::added()
+{
+    setPanelOpen(true);
+    update();
+}
+
+void TransfersView::update()
+{
+    const auto& items = m_transfers.items();
+    bool waits =
+        std::ranges::any_of(items, [](const Item& item) { return std::holds_alternative<Item::Retrying>(item.state); });
+    if (waits != m_tick.isActive())
+        waits ? m_tick.start() : m_tick.stop();
+    auto percent = overallPercent(items);
+    auto overall = percent ? QStringLiteral("%1%").arg(*percent) : QString();
+    if (std::exchange(m_overall, overall) != overall)
+        Q_EMIT overallChanged();
+}
+
+} // namespace palvera

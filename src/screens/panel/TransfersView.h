@@ -1,0 +1,83 @@
+#pragma once
+
+#include "async/TaskScope.h"
+#include "screens/panel/InterruptedRows.h"
+#include "screens/panel/TransferRows.h"
+
+#include <QTimer>
+
+namespace palvera {
+
+class Transfers;
+
+/// The transfers panel, the button that opens it, and the question about a doubtful file.
+///
+/// Lives on the main thread.
+class TransfersView : public QObject {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(TransfersModel)
+    QML_UNCREATABLE("the program makes it")
+    Q_PROPERTY(palvera::TransferRows* inFlight READ inFlight CONSTANT)
+    Q_PROPERTY(palvera::TransferRows* finished READ finished CONSTANT)
+    Q_PROPERTY(palvera::InterruptedRows* interrupted READ interrupted CONSTANT)
+    Q_PROPERTY(Tab tab READ tab WRITE setTab NOTIFY tabChanged)
+    Q_PROPERTY(bool panelOpen READ isPanelOpen WRITE setPanelOpen NOTIFY panelOpenChanged)
+    Q_PROPERTY(QString badge READ badge NOTIFY badgeChanged)
+    Q_PROPERTY(QString overallText READ overallText NOTIFY overallChanged)
+    Q_PROPERTY(QString doubtText READ doubtText NOTIFY doubtChanged)
+
+public:
+    enum Tab { InFlight, Finished, Interrupted };
+    Q_ENUM(Tab)
+
+    /// Of `transfers`; all referred to outlives this.
+    TransfersView(Transfers& transfers, Clock& clock, const Executor& main, QObject* parent = nullptr);
+
+    TransferRows* inFlight() { return &m_inFlight; }
+    TransferRows* finished() { return &m_finished; }
+    InterruptedRows* interrupted() { return &m_interrupted; }
+    Tab tab() const { return m_tab; }
+    void setTab(Tab tab);
+    bool isPanelOpen() const;
+    void setPanelOpen(bool open);
+    /// How many are in flight; empty for none.
+    QString badge() const;
+    /// How much of all that is in flight has gone, such as "42%"; empty while nothing moves or nobody knows.
+    QString overallText() const { return m_overall; }
+    /// The question about a doubtful file; empty when there is none.
+    QString doubtText() const;
+
+    Q_INVOKABLE void stop(const QString& key);
+    Q_INVOKABLE void resume(const QString& key);
+    Q_INVOKABLE void clearFinished();
+    /// "Send anyway".
+    Q_INVOKABLE void confirmDoubt();
+    Q_INVOKABLE void dismissDoubt();
+    /// Cuts off what is under way; see TaskScope.
+    Task<void> close() { return m_tasks.close(); }
+
+Q_SIGNALS:
+    void tabChanged();
+    void panelOpenChanged();
+    void badgeChanged();
+    void overallChanged();
+    void doubtChanged();
+
+private:
+    void added();
+    void update();
+
+    Transfers& m_transfers;
+    TaskScope m_tasks;
+    TransferRows m_inFlight;
+    TransferRows m_finished;
+    InterruptedRows m_interrupted;
+    QTimer m_tick; // while something is about to be tried again
+    Tab m_tab = InFlight;
+    QString m_overall;
+};
+
+/// How much of what is in flight has gone, in whole percent; nothing while nothing is, or no size is known.
+std::optional<int> overallPercent(const std::vector<Item>& items);
+
+} // namespace palvera

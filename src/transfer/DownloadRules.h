@@ -1,0 +1,34 @@
+#pragma once
+
+#include "http/HttpClient.h"
+#include "transfer/ByteRange.h"
+#include "transfer/Partial.h"
+
+namespace palvera {
+
+// A stored object is downloaded in chunks of one size, the last one possibly shorter, with indexes from 0.
+
+/// How many chunks of `chunkSize` bytes an object of `total` bytes has.
+qint64 chunkCount(qint64 total, qint64 chunkSize);
+
+/// The bytes of the chunk of that index.
+ByteRange rangeOfChunk(qint64 index, qint64 chunkSize, qint64 total);
+
+/// The request for `range` of the object at `address`.
+HttpRequest rangedRequest(const QByteArray& address, ByteRange range);
+
+/// The object's size by the answer to a request for its first byte: what "Content-Range" says, else "Content-Length";
+/// 0 where neither does.
+qint64 totalIn(const HttpResponse& answer);
+
+/// What speaks against the body that follows these headers being the bytes of `range`; nothing when nothing does.
+std::optional<QString> objectionTo(const HttpResponse& answer, ByteRange range);
+
+/// Whether the answer is about another object than one of `total` bytes with the entity tag `tag`, where both name one.
+bool isAnotherObject(const HttpResponse& answer, qint64 total, const QString& tag);
+
+/// Whether what `record` lists is there for a download of what storage has now, as `now` says, into a file of
+/// `fileSize` bytes.
+bool recordFits(const Partial& record, const Partial& now, qint64 fileSize, qint64 chunkSize);
+
+} // namespace palvera

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "service/Deliverable.h"
+#include "transfers/StoredObject.h"
+
+#include <QStringList>
+#include <QUuid>
+
+namespace palvera {
+
+// What the model of transfers is asked for, and what it asks in turn. Plain values.
+
+/// A file for a deliverable.
+struct DeliverableUpload {
+    QString file; ///< path
+    QString orgId;
+    QString projectId;
+    Deliverable deliverable;
+    bool confirmed = false; ///< the user has answered the platform's question about it
+};
+
+/// Files for an organisation's Uploads bin.
+struct BinUploads {
+    QStringList files; ///< paths
+    QString orgId;
+    std::optional<QString> caption = {};
+    std::optional<QString> folder = {}; ///< nothing is the bin's top level
+};
+
+/// A stored file to bring down.
+struct Download {
+    StoredObject object;
+    QString name; ///< for the file; only its last component counts
+    QString label = {};
+    std::optional<QString> titleName = {};
+    QString folder; ///< path of an existing folder
+};
+
+/// A file that the platform wants confirmed before it takes it.
+struct Doubt {
+    QUuid id;
+    QString message; ///< the platform's, for the user
+    QString file;    ///< path of what was to be sent
+    QString orgId;
+    QString projectId;
+    Deliverable deliverable;
+
+    bool operator==(const Doubt&) const = default;
+};
+
+} // namespace palvera

@@ -1,0 +1,111 @@
+#include "files/DestinationFile.h"
+
+#include "files/FileError.h"
+#include "support/QtPrinting.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <sys/stat.h>
+
+namespace palvera {
+namespace {
+
+using testing::HasSubstr;
+
+struct DestinationFileTest : testing::Test {
+    QTemporaryDir root;
+    QString path = root.filePath("master.mov");
+
+    static std::string failureOf(const std::function<void()>& operation)
+    {
+        try {
+            operation();
+            return "";
+        } catch (const FileError& error) {
+            return error.text().toStdString();
+        }
+    }
+    QByteArray content() const
+    {
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+};
+
+TEST_F(DestinationFileTest, holdsZerosUntilItIsWritten)
+{
+    auto file = DestinationFile::open(path);
+    file.reset(8);
+    file.writeAt(5, std::string_view("xyz"));
+    file.reset(6);
+    EXPECT_EQ(content(), QByteArray(6, '\0')); // nothing of before
+    file.writeAt(4, std::string_view("ef"));
+    file.writeAt(0, std::string_view("ab"));
+    file.sync();
+    EXPECT_EQ(content(), QByteArray("ab\0\0ef", 6));
+    EXPECT_EQ(file.size(), 6);
+}
+
+TEST_F(DestinationFileTest, reservesRealRoom)
+{
+    constexpr qint64 size = 3 << 20;
+    auto file = DestinationFile::open(path);
+    file.reset(size);
+    struct stat status{};
+    ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
+    EXPECT_GE(status.st_blocks * 512, size);
+}
+
+TEST_F(DestinationFileTest, saysHowMuchRoomIsMissing)
+{
+    auto file = DestinationFile::open(path);
+    EXPECT_THAT(failureOf([&] { file.reset(1LL << 60); }),
+                HasSubstr("There is not enough room for “master.mov”: it needs 1.2 EB, and "));
+    EXPECT_EQ(file.size(), 0);
+}
+
+TEST_F(DestinationFileTest, keepsOthersOutWhileItIsOpen)
+{
+    {
+        auto file = DestinationFile::open(path);
+        EXPECT_EQ(failureOf([&] { DestinationFile::open(path); }), "“master.mov” is being downloaded already.");
+    }
+    EXPECT_EQ(failureOf([&] { DestinationFile::open(path); }), "");
+}
+
+TEST_F(DestinationFileTest, opensNothingButAnOrdinaryFile)
+{
+    ASSERT_TRUE(QFile::link(root.filePath("elsewhere"), root.filePath("link")));
+    ASSERT_EQ(::mkfifo(QFile::encodeName(root.filePath("pipe")).constData(), 0600), 0);
+    for (const char* name : {"link", "pipe", "", "no folder/x"})
+        EXPECT_NE(failureOf([&] { DestinationFile::open(root.filePath(name)); }), "") << name;
+    EXPECT_FALSE(QFile::exists(root.filePath("elsewhere")));
+}
+
+TEST_F(DestinationFileTest, noticesThatItsNameLeadsElsewhere)
+{
+    for (bool replaced : {false, true}) {
+        auto file = DestinationFile::open(path);
+        file.sync();
+        ASSERT_TRUE(QFile::remove(path));
+        if (replaced)
+            ASSERT_TRUE(DestinationFile::create(path));
+        EXPECT_EQ(failureOf([&] { file.sync(); }), "“master.mov” was moved or removed while it was being downloaded.");
+        QFile::remove(path);
+    }
+}
+
+TEST_F(DestinationFileTest, isMadeOnlyWhereNothingStands)
+{
+    EXPECT_TRUE(DestinationFile::create(path));
+    EXPECT_FALSE(DestinationFile::create(path));
+    EXPECT_FALSE(DestinationFile::create(root.path()));
+    EXPECT_NE(failureOf([&] { DestinationFile::create(root.filePath("no folder/x")); }), "");
+}
+
+} // namespace
+} // namespace palvera
