@@ -1,6 +1,6 @@
 #include "cli/DownloadErrand.h"
 
-#include "cli/Quantities.h"
+#include "files/Quantities.h"
 
 #include <QFileInfo>
 
@@ -24,7 +24,7 @@ QString DownloadErrand::doneText(const Item& item, double seconds) const
 {
     QFileInfo file(item.file);
     return QStringLiteral("Downloaded “%1”, %2 in %3, to %4")
-        .arg(file.fileName(), bytesText(file.size()), durationText(seconds), file.path());
+        .arg(file.fileName(), byteCountText(file.size()), durationText(seconds), file.path());
 }
 
 QJsonObject DownloadErrand::doneRecord(const Item& item) const

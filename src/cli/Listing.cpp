@@ -1,6 +1,6 @@
 #include "cli/Listing.h"
 
-#include "cli/Quantities.h"
+#include "files/Quantities.h"
 #include "service/JsonReader.h"
 
 #include <QHash>
@@ -165,7 +165,7 @@ Listing listingOf(const QList<OrgAssetFile>& files, const QList<OrgAssetRow>& ro
     for (const auto& file : files) {
         const auto* row = byId.value(file.rowId);
         listing.rows.append({file.rowId, file.filename.value_or(file.label.value_or(QString())), file.family,
-                             file.byteSize ? bytesText(*file.byteSize) : QString(),
+                             file.byteSize ? byteCountText(*file.byteSize) : QString(),
                              momentText(file.deliveredDate(), file.deliveredAt), row ? row->projectName : QString()});
         listing.records.append(recordOf(file, row));
     }
@@ -183,7 +183,7 @@ Listing listingOf(const QString& prefix, const QStringList& folders, const QList
         listing.records.append({{QStringLiteral("folder"), path}});
     }
     for (const auto& object : objects) {
-        listing.rows.append({object.key, bytesText(object.size), object.family.value_or(QString()),
+        listing.rows.append({object.key, byteCountText(object.size), object.family.value_or(QString()),
                              momentText(object.updatedDate(), object.updatedAt)});
         listing.records.append(recordOf(object));
     }
@@ -197,7 +197,7 @@ Listing listingOf(const std::vector<Journal>& journals)
                                 text(QStringLiteral("TO"))},
                     .whenEmpty = QStringLiteral("No interrupted uploads.")};
     for (const auto& journal : journals) {
-        listing.rows.append({journal.key, bytesText(confirmedBytes(journal)), bytesText(journal.byteSize),
+        listing.rows.append({journal.key, byteCountText(confirmedBytes(journal)), byteCountText(journal.byteSize),
                              journal.filePath, placeText(journal.destination())});
         listing.records.append(recordOf(journal));
     }

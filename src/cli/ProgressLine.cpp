@@ -1,7 +1,7 @@
 #include "cli/ProgressLine.h"
 
 #include "cli/DisplayText.h"
-#include "cli/Quantities.h"
+#include "files/Quantities.h"
 
 #include <QStringList>
 
@@ -14,23 +14,14 @@ namespace {
 constexpr int longestName = 32, longestBar = 40, shortestBar = 12; // cells
 const QString gap = QStringLiteral("  ");
 
-double fractionOf(const ProgressView& progress)
-{
-    if (progress.total <= 0)
-        return 0;
-    return std::clamp(double(progress.sent) / double(progress.total), 0.0, 1.0);
-}
-
 QString percentText(const ProgressView& progress)
 {
-    int percent =
-        progress.sent >= progress.total && progress.total > 0 ? 100 : std::min(99, int(fractionOf(progress) * 100));
-    return paddedBefore(QString::number(percent) + u'%', 4);
+    return paddedBefore(QString::number(percentOf(progress.sent, progress.total)) + u'%', 4);
 }
 
 QString sizesText(const ProgressView& progress)
 {
-    return bytesText(progress.sent) + QStringLiteral(" of ") + bytesText(progress.total);
+    return byteCountText(progress.sent) + QStringLiteral(" of ") + byteCountText(progress.total);
 }
 
 /// Nothing while the rate is not known or nothing moves.
@@ -75,7 +66,8 @@ QString progressLine(const ProgressView& progress, int cells)
     for (const auto& [before, behind] : choices) {
         int room = cells - cellsOf(before) - cellsOf(behind) - int(gap.size()) * (before.isEmpty() ? 1 : 2);
         if (room >= shortestBar)
-            return joined({before, barOf(fractionOf(progress), std::min(room, longestBar)), behind});
+            return joined(
+                {before, barOf(fractionOf(progress.sent, progress.total), std::min(room, longestBar)), behind});
     }
     return percent.trimmed().size() <= cells ? percent.trimmed() : QString();
 }

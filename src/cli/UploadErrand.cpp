@@ -2,8 +2,8 @@
 
 #include "cli/DisplayText.h"
 #include "cli/Listing.h"
-#include "cli/Quantities.h"
 #include "files/FileError.h"
+#include "files/Quantities.h"
 
 #include <QFileInfo>
 
@@ -29,7 +29,7 @@ QString UploadErrand::beginning() const
 {
     QFileInfo file(m_upload.file);
     return QStringLiteral("Sending “%1”, %2, to %3")
-        .arg(file.fileName(), bytesText(file.size()), placeText(m_upload.target));
+        .arg(file.fileName(), byteCountText(file.size()), placeText(m_upload.target));
 }
 
 /// Looks first at what no retry would change.
@@ -48,7 +48,7 @@ QString UploadErrand::doneText(const Item& item, double seconds) const
 {
     auto verb = m_upload.target.asDeliverable() ? QStringLiteral("Filed on") : QStringLiteral("Added to");
     return QStringLiteral("%1 %2: “%3”, %4 in %5")
-        .arg(verb, placeText(m_upload.target), item.name, bytesText(item.total), durationText(seconds));
+        .arg(verb, placeText(m_upload.target), item.name, byteCountText(item.total), durationText(seconds));
 }
 
 QJsonObject UploadErrand::doneRecord(const Item& item) const

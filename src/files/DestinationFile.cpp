@@ -1,10 +1,10 @@
 #include "files/DestinationFile.h"
 
 #include "files/FileError.h"
+#include "files/Quantities.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QLocale>
 
 #include <algorithm>
 #include <cerrno>
@@ -28,11 +28,6 @@ const QString cannotWrite = QStringLiteral("cannot be written");
 QString nameOf(const QString& path)
 {
     return QFileInfo(path).fileName();
-}
-
-QString sizeText(qint64 bytes)
-{
-    return QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
 }
 
 /// Reserves the room; false where the file system has no such operation.
@@ -99,7 +94,7 @@ void DestinationFile::requireRoom(qint64 size) const
     const auto free = static_cast<qint64>(room.f_bavail) * static_cast<qint64>(room.f_frsize);
     if (free < size)
         throw FileError(QStringLiteral("There is not enough room for “%1”: it needs %2, and %3 is free.")
-                            .arg(nameOf(m_path), sizeText(size), sizeText(free)));
+                            .arg(nameOf(m_path), byteCountText(size), byteCountText(free)));
 }
 
 void DestinationFile::writeAt(qint64 offset, std::span<const char> bytes) const

@@ -1,7 +1,7 @@
 #include "screens/TransferTexts.h"
 
+#include "files/Quantities.h"
 #include "http/TransportError.h"
-#include "screens/Quantities.h"
 #include "service/APIError.h"
 
 namespace palvera {

@@ -64,7 +64,7 @@ TEST_F(DestinationFileTest, saysHowMuchRoomIsMissing)
 {
     auto file = DestinationFile::open(path);
     EXPECT_THAT(failureOf([&] { file.reset(1LL << 60); }),
-                HasSubstr("There is not enough room for “master.mov”: it needs 1.2 EB, and "));
+                HasSubstr("There is not enough room for “master.mov”: it needs 1152921.50 TB, and "));
     EXPECT_EQ(file.size(), 0);
 }
 

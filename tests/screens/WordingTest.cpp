@@ -1,5 +1,4 @@
 #include "screens/Wording.h"
-#include "screens/Quantities.h"
 
 #include "tests/support/QtPrinting.h"
 
@@ -49,60 +48,6 @@ TEST(WordingTest, familiesHaveSymbolsAndTints)
     EXPECT_EQ(familyTint("metadata"), "indigo");
     EXPECT_EQ(familySymbol("Video"), "shippingbox.fill") << "compared exactly";
     EXPECT_EQ(familyTint(""), "gray");
-}
-
-TEST(QuantitiesTest, bytesKeepTheirDecimals)
-{
-    const std::vector<std::pair<qint64, QString>> cases = {{-5, "0 KB"},
-                                                           {0, "0 KB"},
-                                                           {1, "1 KB"},
-                                                           {1499, "1 KB"},
-                                                           {999'499, "999 KB"},
-                                                           {999'500, "1.0 MB"},
-                                                           {12'400'000, "12.4 MB"},
-                                                           {999'949'999, "999.9 MB"},
-                                                           {999'950'000, "1.00 GB"},
-                                                           {4'000'000'001, "4.00 GB"},
-                                                           {2'500'000'000'000, "2.50 TB"},
-                                                           {std::numeric_limits<qint64>::max(), "9223372.04 TB"}};
-    for (const auto& [bytes, text] : cases)
-        EXPECT_EQ(byteCountText(bytes), text);
-    EXPECT_EQ(rateText(98'400'000.9), "98.4 MB/s");
-    EXPECT_EQ(rateText(-1), "0 KB/s");
-    EXPECT_EQ(rateText(1e30), "9000000.00 TB/s");
-}
-
-TEST(QuantitiesTest, durationsAreRoundedDown)
-{
-    const auto infinity = std::numeric_limits<double>::infinity();
-    const std::vector<std::pair<double, QString>> cases = {
-        {0, "0s"},           {59.9, "59s"}, {60, "1m 0s"},   {3599.9, "59m 59s"}, {3600, "1h 0m"}, {5412.04, "1h 30m"},
-        {360000, "100h 0m"}, {-0.1, "—"},   {infinity, "—"}, {std::nan(""), "—"}, {1e300, "—"}};
-    for (const auto& [seconds, text] : cases)
-        EXPECT_EQ(durationText(seconds), text) << seconds;
-}
-
-TEST(QuantitiesTest, percentagesAreWholeAndNeverEarly)
-{
-    struct Case {
-        qint64 sent, total;
-        int percent;
-    };
-    const auto most = std::numeric_limits<qint64>::max();
-    for (const auto& [sent, total, percent] : std::vector<Case>{{0, 0, 0},
-                                                                {5, 0, 0},
-                                                                {-1, 10, 0},
-                                                                {29, 100, 29},
-                                                                {57, 100, 57},
-                                                                {999'999, 1'000'000, 99},
-                                                                {10, 10, 100},
-                                                                {11, 10, 100},
-                                                                {most - 1, most, 99},
-                                                                {most / 2 + 1, most, 50}})
-        EXPECT_EQ(percentOf(sent, total), percent) << sent << " of " << total;
-    EXPECT_EQ(fractionOf(3, 0), 0);
-    EXPECT_EQ(fractionOf(30, 20), 1);
-    EXPECT_EQ(fractionOf(5, 20), 0.25);
 }
 
 } // namespace

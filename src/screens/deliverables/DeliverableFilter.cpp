@@ -1,6 +1,6 @@
 #include "screens/deliverables/DeliverableFilter.h"
 
-#include "screens/Quantities.h"
+#include "files/Quantities.h"
 #include "screens/Wording.h"
 
 #include <QSet>

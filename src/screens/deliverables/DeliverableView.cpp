@@ -1,7 +1,7 @@
 #include "screens/deliverables/DeliverableView.h"
 
 #include "async/RunOn.h"
-#include "screens/Quantities.h"
+#include "files/Quantities.h"
 #include "screens/TransferTexts.h"
 #include "screens/Wording.h"
 #include "session/Session.h"

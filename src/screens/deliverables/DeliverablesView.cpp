@@ -4,7 +4,7 @@
 #include "async/Failure.h"
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
-#include "screens/Quantities.h"
+#include "files/Quantities.h"
 #include "screens/Wording.h"
 #include "service/BrowsingOperations.h"
 #include "transfers/Transfers.h"

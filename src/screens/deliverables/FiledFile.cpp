@@ -1,6 +1,6 @@
 #include "screens/deliverables/FiledFile.h"
 
-#include "screens/Quantities.h"
+#include "files/Quantities.h"
 #include "screens/deliverables/DeliverableFilter.h"
 
 namespace palvera {

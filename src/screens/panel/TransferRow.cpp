@@ -1,6 +1,6 @@
 #include "screens/panel/TransferRow.h"
 
-#include "screens/Quantities.h"
+#include "files/Quantities.h"
 #include "screens/TransferTexts.h"
 
 namespace palvera {

@@ -1,6 +1,6 @@
 #include "screens/panel/TransfersView.h"
 
-#include "screens/Quantities.h"
+#include "files/Quantities.h"
 #include "transfers/Transfers.h"
 
 namespace palvera {

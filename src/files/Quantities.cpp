@@ -1,4 +1,4 @@
-#include "screens/Quantities.h"
+#include "files/Quantities.h"
 
 #include <QLocale>
 
