@@ -11,7 +11,7 @@ namespace palvera {
 
 Application::Application(Environment environment)
     : m_environment(std::move(environment)),
-      m_session(m_environment.api, m_environment.preferences),
+      m_session(m_environment.api, m_environment.preferences, m_environment.transfers.background),
       m_transfers(m_environment.transfers),
       m_endNotice(m_transfers, m_environment.notices, m_environment.isWatched),
       m_root(

@@ -1,6 +1,5 @@
 #include "app/Application.h"
 #include "async/Clock.h"
-#include "async/EnginePool.h"
 #include "async/MainThread.h"
 #include "controls/Fonts.h"
 #include "desktop/DesktopAppearance.h"
@@ -8,7 +7,7 @@
 #include "desktop/SingleInstance.h"
 #include "files/Folders.h"
 #include "files/Preferences.h"
-#include "service/API.h"
+#include "service/Connections.h"
 #include "session/SignInDoors.h"
 #include "transfers/TransferEngines.h"
 
@@ -53,13 +52,14 @@ int run()
     loadFonts();
     Preferences preferences(folders.preferences());
     SystemClock clock;
-    MainThread mainThread(enginePool());
+    const auto connections = Connections::make(folders, preferences);
+    MainThread mainThread(connections.engine);
     NoWebSignIn web;
     NoPasskeySignIn passkey;
-    TransferEngines engines(folders, clock, API::shared(), enginePool().get_executor());
+    TransferEngines engines(folders, clock, connections);
     DesktopNotices notices;
     DesktopAppearance appearance(isPaletteDark());
-    Application application({.api = API::shared(),
+    Application application({.api = connections.api,
                              .preferences = preferences,
                              .clock = clock,
                              .main = mainThread.executor(),

@@ -22,12 +22,12 @@ QString folderAt(const QString& named)
 }
 
 /// The folder that was named, else the one that downloads go to.
-QString destination(const std::optional<QString>& named, const Session& session)
+Task<QString> destination(std::optional<QString> named, const Session& session)
 {
     if (named)
-        return folderAt(*named);
-    if (auto usual = session.downloadsFolder())
-        return *usual;
+        co_return folderAt(*named);
+    if (auto usual = co_await session.downloadsFolder())
+        co_return *usual;
     throw FileError(QStringLiteral("No downloads folder is chosen, or it is gone. Name one with --to, or choose one "
                                    "with: palvera-cli downloads-folder DIR"));
 }
@@ -50,7 +50,7 @@ Task<Deliverable> findDeliverable(DownloadFiled command, Workbench& bench)
 
 Task<ExitCode> perform(DownloadFiled command, Workbench& bench)
 {
-    auto folder = destination(command.folder, bench.session);
+    auto folder = co_await destination(command.folder, bench.session);
     auto deliverable = co_await findDeliverable(command, bench);
     auto details = deliverable.spec.value_or(QMap<QString, QString>());
     auto object = details.value(QStringLiteral("assetObject"));
@@ -70,7 +70,7 @@ Task<ExitCode> perform(DownloadFiled command, Workbench& bench)
 
 Task<ExitCode> perform(DownloadFromBin command, Workbench& bench)
 {
-    auto folder = destination(command.folder, bench.session);
+    auto folder = co_await destination(command.folder, bench.session);
     std::vector<std::unique_ptr<Errand>> errands;
     for (const auto& key : command.keys) {
         Download download{
@@ -84,8 +84,8 @@ Task<ExitCode> perform(DownloadFromBin command, Workbench& bench)
 Task<ExitCode> perform(DownloadsFolder command, Workbench& bench)
 {
     if (command.folder)
-        bench.session.setDownloadsFolder(folderAt(*command.folder));
-    auto folder = bench.session.downloadsFolder();
+        co_await bench.session.setDownloadsFolder(folderAt(*command.folder));
+    auto folder = co_await bench.session.downloadsFolder();
     bench.output.say(folder.value_or(QStringLiteral("No downloads folder is chosen.")),
                      {{QStringLiteral("folder"), folder ? QJsonValue(*folder) : QJsonValue()}});
     co_return ExitCode::done;

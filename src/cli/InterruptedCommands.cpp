@@ -1,4 +1,3 @@
-#include "async/EnginePool.h"
 #include "async/Failure.h"
 #include "cli/Commands.h"
 #include "cli/DisplayText.h"
@@ -72,7 +71,7 @@ Task<ExitCode> perform(ResumeUploads command, Workbench& bench)
 Task<ExitCode> perform(DiscardUpload command, Workbench& bench)
 {
     auto discarded =
-        co_await discardUpload(bench.api, bench.journals, boost::asio::make_strand(enginePool()), command.key);
+        co_await discardUpload(bench.api, bench.journals, boost::asio::make_strand(bench.background), command.key);
     if (discarded.isRunning && bench.journals.loadJournal(command.key))
         throw FileError(QStringLiteral("That upload is running."));
     if (!discarded.journal)

@@ -1,8 +1,6 @@
 #include "cli/Program.h"
 
-#include "async/EnginePool.h"
 #include "async/TaskGroup.h"
-#include "service/API.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/post.hpp>
@@ -20,11 +18,12 @@ Program::Program(Invocation invocation, Output& output)
     : m_invocation(std::move(invocation)),
       m_output(output),
       m_preferences(m_folders.preferences()),
-      m_engines(m_folders, m_clock, API::shared(), enginePool().get_executor()),
-      m_mainThread(enginePool()),
-      m_session(API::shared(), m_preferences),
+      m_connections(Connections::make(m_folders, m_preferences)),
+      m_engines(m_folders, m_clock, m_connections),
+      m_mainThread(m_connections.engine),
+      m_session(m_connections.api, m_preferences, m_connections.engine.get_executor()),
       m_transfers(environment(), {.retries = m_invocation.retry ? mostRetries : 0}),
-      m_bench{.api = API::shared(),
+      m_bench{.api = m_connections.api,
               .preferences = m_preferences,
               .session = m_session,
               .transfers = m_transfers,
@@ -32,6 +31,7 @@ Program::Program(Invocation invocation, Output& output)
               .output = m_output,
               .clock = m_clock,
               .mainThread = m_mainThread.executor(),
+              .background = m_connections.engine.get_executor(),
               .stop = std::make_shared<CancelFlag>(),
               .cutOff = m_cutOff,
               .stopOnInterrupt = m_invocation.stopOnInterrupt}

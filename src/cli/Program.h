@@ -4,6 +4,7 @@
 #include "cli/Commands.h"
 #include "files/Folders.h"
 #include "files/Preferences.h"
+#include "service/Connections.h"
 #include "session/Session.h"
 #include "transfers/TransferEngines.h"
 
@@ -30,6 +31,7 @@ private:
     const Folders m_folders = Folders::ofUser();
     SystemClock m_clock;
     Preferences m_preferences;
+    const Connections m_connections;
     TransferEngines m_engines;
     MainThread m_mainThread;
     const std::shared_ptr<CancelFlag> m_cutOff = std::make_shared<CancelFlag>();

@@ -22,6 +22,7 @@ struct Workbench {
     Output& output;
     Clock& clock;
     Executor mainThread;
+    Executor background;                ///< threads for disk work
     std::shared_ptr<CancelFlag> stop;   ///< stopped when the user interrupts the program
     std::shared_ptr<CancelFlag> cutOff; ///< cuts downloads off that were to finish what is in flight
     bool stopOnInterrupt = false;       ///< an interruption gives up what is in flight

@@ -2,29 +2,12 @@
 
 #include <QPainter>
 
-#include <utility>
-
 namespace palvera {
 
 DashedFrame::DashedFrame(QQuickItem* parent) : QQuickPaintedItem(parent)
 {
     setAntialiasing(true);
-}
-
-void DashedFrame::setColor(const QColor& color)
-{
-    if (std::exchange(m_color, color) == color)
-        return;
-    update();
-    Q_EMIT colorChanged();
-}
-
-void DashedFrame::setRadius(double radius)
-{
-    if (std::exchange(m_radius, radius) == radius)
-        return;
-    update();
-    Q_EMIT radiusChanged();
+    connect(this, &DashedFrame::changed, this, [this] { update(); });
 }
 
 void DashedFrame::paint(QPainter* painter)

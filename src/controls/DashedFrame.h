@@ -11,22 +11,16 @@ namespace palvera {
 class DashedFrame : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
-    Q_PROPERTY(double radius READ radius WRITE setRadius NOTIFY radiusChanged)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
+    Q_PROPERTY(double radius MEMBER m_radius NOTIFY changed)
 
 public:
     explicit DashedFrame(QQuickItem* parent = nullptr);
 
-    QColor color() const { return m_color; }
-    void setColor(const QColor& color);
-    double radius() const { return m_radius; }
-    void setRadius(double radius);
-
     void paint(QPainter* painter) override;
 
 Q_SIGNALS:
-    void colorChanged();
-    void radiusChanged();
+    void changed();
 
 private:
     QColor m_color = Qt::black;

@@ -3,29 +3,13 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <utility>
 
 namespace palvera {
 
 SpinnerCanvas::SpinnerCanvas(QQuickItem* parent) : QQuickPaintedItem(parent)
 {
     setAntialiasing(true);
-}
-
-void SpinnerCanvas::setColor(const QColor& color)
-{
-    if (std::exchange(m_color, color) == color)
-        return;
-    update();
-    Q_EMIT colorChanged();
-}
-
-void SpinnerCanvas::setStep(int step)
-{
-    if (std::exchange(m_step, step) == step)
-        return;
-    update();
-    Q_EMIT stepChanged();
+    connect(this, &SpinnerCanvas::changed, this, [this] { update(); });
 }
 
 void SpinnerCanvas::paint(QPainter* painter)

@@ -11,22 +11,16 @@ namespace palvera {
 class SpinnerCanvas : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
-    Q_PROPERTY(int step READ step WRITE setStep NOTIFY stepChanged)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY changed)
+    Q_PROPERTY(int step MEMBER m_step NOTIFY changed)
 
 public:
     explicit SpinnerCanvas(QQuickItem* parent = nullptr);
 
-    QColor color() const { return m_color; }
-    void setColor(const QColor& color);
-    int step() const { return m_step; }
-    void setStep(int step);
-
     void paint(QPainter* painter) override;
 
 Q_SIGNALS:
-    void colorChanged();
-    void stepChanged();
+    void changed();
 
 private:
     QColor m_color = Qt::black;

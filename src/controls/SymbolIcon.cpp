@@ -7,7 +7,10 @@
 
 namespace palvera {
 
-SymbolIcon::SymbolIcon(QQuickItem* parent) : QQuickPaintedItem(parent) {}
+SymbolIcon::SymbolIcon(QQuickItem* parent) : QQuickPaintedItem(parent)
+{
+    connect(this, &SymbolIcon::colorChanged, this, [this] { update(); });
+}
 
 void SymbolIcon::setName(const QString& name)
 {
@@ -22,15 +25,6 @@ void SymbolIcon::setName(const QString& name)
         qmlWarning(this) << "There is no symbol " << name;
     update();
     Q_EMIT nameChanged();
-}
-
-void SymbolIcon::setColor(const QColor& color)
-{
-    if (m_color == color)
-        return;
-    m_color = color;
-    update();
-    Q_EMIT colorChanged();
 }
 
 void SymbolIcon::paint(QPainter* painter)

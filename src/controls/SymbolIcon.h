@@ -12,15 +12,13 @@ class SymbolIcon : public QQuickPaintedItem {
     Q_OBJECT
     QML_ELEMENT
     Q_PROPERTY(QString name READ name WRITE setName NOTIFY nameChanged)
-    Q_PROPERTY(QColor color READ color WRITE setColor NOTIFY colorChanged)
+    Q_PROPERTY(QColor color MEMBER m_color NOTIFY colorChanged)
 
 public:
     explicit SymbolIcon(QQuickItem* parent = nullptr);
 
     const QString& name() const { return m_name; }
     void setName(const QString& name);
-    QColor color() const { return m_color; }
-    void setColor(const QColor& color);
 
     void paint(QPainter* painter) override;
 

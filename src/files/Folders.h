@@ -16,6 +16,7 @@ struct Folders {
     /// folder.
     static Folders ofUser();
 
+    QString cookies() const { return applicationSupport + QStringLiteral("/Palvera/cookies"); }
     QString preferences() const { return config + QStringLiteral("/Palvera/palvera.conf"); }
 };
 

@@ -2,7 +2,6 @@
 
 #include "files/AtomicFile.h"
 #include "files/FileError.h"
-#include "files/Folders.h"
 #include "http/CookieFile.h"
 #include "http/CurlLibrary.h"
 
@@ -67,14 +66,6 @@ CookieStore::CookieStore(QString file) : m_file(std::move(file)), m_share(newSha
 CookieStore::~CookieStore()
 {
     curl_share_cleanup(m_share);
-}
-
-std::shared_ptr<CookieStore> CookieStore::shared()
-{
-    // Never released: requests may still end while the process's static objects go.
-    static const auto& store = *new std::shared_ptr<CookieStore>(
-        std::make_shared<CookieStore>(Folders::ofUser().applicationSupport + QStringLiteral("/Palvera/cookies")));
-    return store;
 }
 
 void CookieStore::load()

@@ -23,9 +23,6 @@ public:
     CookieStore(const CookieStore&) = delete;
     CookieStore& operator=(const CookieStore&) = delete;
 
-    /// The process's own, in the user's data folder; made at the first call and never released.
-    static std::shared_ptr<CookieStore> shared();
-
     /// Forgets every cookie of every host, in memory and in the file.
     void clear();
     /// Writes the file when it would differ from what was last written. Cookies that cannot be written stay in memory:

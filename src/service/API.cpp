@@ -1,11 +1,6 @@
 #include "service/API.h"
 
-#include "async/EnginePool.h"
 #include "async/TaskGroup.h"
-#include "files/Folders.h"
-#include "files/Preferences.h"
-#include "http/CookieStore.h"
-#include "http/HttpSession.h"
 
 #include <QJsonDocument>
 
@@ -38,17 +33,6 @@ API::API(Surroundings surroundings)
       m_clearCookies(std::move(surroundings.clearCookies)),
       m_site(surroundings.site)
 {}
-
-API& API::shared()
-{
-    static auto* const session =
-        new HttpSession(enginePool().get_executor(), HttpSessionOptions{.sharedCookies = CookieStore::shared()});
-    static auto* const api = new API({.client = *session,
-                                      .executor = enginePool().get_executor(),
-                                      .site = currentSite(Preferences(Folders::ofUser().preferences())),
-                                      .clearCookies = [] { CookieStore::shared()->clear(); }});
-    return *api;
-}
 
 Address API::serviceBase() const
 {

@@ -30,10 +30,6 @@ public:
 
     explicit API(Surroundings surroundings);
 
-    /// The process's one client, with the shared cookie store; made on first use, for the site that the user chose
-    /// last, and never released.
-    static API& shared();
-
     /// Whose service is called. Any thread; a change counts from the next request on.
     Site site() const { return m_site; }
     void setSite(Site site) { m_site = site; }

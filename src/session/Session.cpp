@@ -1,12 +1,15 @@
 #include "session/Session.h"
 
 #include "async/Failure.h"
+#include "async/RunOn.h"
 #include "async/TaskGroup.h"
 #include "files/Bookmark.h"
 #include "files/Preferences.h"
 #include "service/API.h"
 #include "service/BrowsingOperations.h"
 #include "service/SignInOperations.h"
+
+#include <boost/asio/strand.hpp>
 
 namespace palvera {
 
@@ -26,10 +29,11 @@ QString screenOf(const Session::State& state, const std::optional<Org>& org)
 const QString Session::orgKey = QStringLiteral("pv.lastOrgId");
 const QString Session::folderKey = QStringLiteral("pv.downloadsBookmark");
 
-Session::Session(API& api, Preferences& preferences, QObject* parent)
+Session::Session(API& api, Preferences& preferences, const Executor& background, QObject* parent)
     : QObject(parent),
       m_api(api),
       m_preferences(preferences),
+      m_disk(boost::asio::make_strand(background)),
       m_site(currentSite(preferences)),
       m_screen(screenOf(m_state, m_org))
 {}
@@ -117,22 +121,24 @@ Task<void> Session::identify()
     co_await loadOrgs();
 }
 
-std::optional<QString> Session::downloadsFolder() const
+Task<std::optional<QString>> Session::downloadsFolder() const
 {
-    auto kept = m_preferences.bytes(folderKey);
-    auto found = kept ? bookmark::resolve(*kept) : std::nullopt;
-    return found ? std::optional(found->path) : std::nullopt; // under another name too: the bookmark still serves
+    const auto kept = m_preferences.bytes(folderKey);
+    std::optional<bookmark::Resolved> found;
+    if (kept)
+        co_await callOn(m_disk, [&] { found = bookmark::resolve(*kept); });
+    co_return found ? std::optional(found->path) : std::nullopt; // under another name too: the bookmark still serves
 }
 
-void Session::setDownloadsFolder(const std::optional<QString>& path)
+Task<void> Session::setDownloadsFolder(std::optional<QString> path)
 {
-    auto before = downloadsFolder();
-    if (auto bytes = path ? bookmark::make(*path) : std::nullopt)
-        m_preferences.setBytes(folderKey, *bytes);
+    std::optional<QByteArray> made;
+    if (path)
+        co_await callOn(m_disk, [&] { made = bookmark::make(*path); });
+    if (made)
+        m_preferences.setBytes(folderKey, *made);
     else
         m_preferences.remove(folderKey);
-    if (downloadsFolder() != before)
-        Q_EMIT downloadsFolderChanged();
 }
 
 void Session::fail(std::exception_ptr failure)

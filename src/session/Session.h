@@ -45,8 +45,9 @@ public:
     /// Under which the bookmark of the downloads folder is kept.
     static const QString folderKey;
 
-    /// Begins with nobody asked, on the site that `preferences` name. Both must outlive the session.
-    Session(API& api, Preferences& preferences, QObject* parent = nullptr);
+    /// Begins with nobody asked, on the site that `preferences` name. Both must outlive the session; `background` are
+    /// threads for looking at the disk.
+    Session(API& api, Preferences& preferences, const Executor& background, QObject* parent = nullptr);
 
     const State& state() const { return m_state; }
     /// Nothing unless somebody is signed in.
@@ -79,11 +80,10 @@ public:
     /// Signs out, whatever the platform says to it.
     Task<void> signOut();
 
-    /// The folder that downloads go to, also after it was renamed; nothing when none was chosen or it is gone. Looks
-    /// at the disk.
-    std::optional<QString> downloadsFolder() const;
+    /// The folder that downloads go to, also after it was renamed; nothing when none was chosen or it is gone.
+    Task<std::optional<QString>> downloadsFolder() const;
     /// Keeps the folder at `path`, or none. A folder that does not exist counts as none.
-    void setDownloadsFolder(const std::optional<QString>& path);
+    Task<void> setDownloadsFolder(std::optional<QString> path);
 
 Q_SIGNALS:
     void stateChanged();
@@ -92,7 +92,6 @@ Q_SIGNALS:
     void errorChanged();
     void siteChanged();
     void screenChanged();
-    void downloadsFolderChanged();
 
 private:
     /// Takes a failing `currentUser` as nobody.
@@ -102,6 +101,7 @@ private:
 
     API& m_api;
     Preferences& m_preferences;
+    const Executor m_disk; // a strand
     std::exception_ptr m_failure;
     Q_OBJECT_BINDABLE_PROPERTY(Session, State, m_state, &Session::stateChanged)
     Q_OBJECT_BINDABLE_PROPERTY(Session, QList<Org>, m_orgs, &Session::orgsChanged)

@@ -50,7 +50,7 @@ Task<void> UploadRun::perform()
     if (!adoptJournal())
         co_await startAfresh();
     TransferLog log(m_environment.libraryFolder, m_journal.filename, m_environment.clock);
-    auto sent = co_await outcomeOf(sendUnchanged(log));
+    auto sent = co_await outcomeOf(sendParts(log));
     if (failureAs<SourceChanged>(sent.failure))
         co_await forget(); // the journal's stamp may be too coarse to tell the file from what it was
     if (sent.failure)
@@ -60,13 +60,6 @@ Task<void> UploadRun::perform()
     co_await forget();
     log.done(m_byteSize);
     m_request.onProgress({.sent = m_byteSize, .total = m_byteSize});
-}
-
-Task<void> UploadRun::sendUnchanged(TransferLog& log)
-{
-    co_await sendParts(log);
-    if (fileStamp(m_path) != m_journal.fileStamp || QFileInfo(m_path).lastModified() != m_changed)
-        throw SourceChanged();
 }
 
 Task<void> UploadRun::forget()
@@ -174,6 +167,8 @@ Task<void> UploadRun::sendParts(TransferLog& log)
         std::rethrow_exception(failure);
     if (auto failure = std::visit([](const auto& outcome) { return outcome.failure; }, first))
         std::rethrow_exception(failure);
+    if (fileStamp(m_path) != m_journal.fileStamp || QFileInfo(m_path).lastModified() != m_changed)
+        throw SourceChanged();
 }
 
 ProgressReporter::Report UploadRun::reportToPlatform() const

@@ -28,7 +28,7 @@ private:
     void findFile();
     bool adoptJournal();
     Task<void> startAfresh();
-    Task<void> sendUnchanged(TransferLog& log);
+    /// Sends what is missing. Throws SourceChanged when the file is no longer what it was.
     Task<void> sendParts(TransferLog& log);
     Task<void> sendOverLanes(Shared& shared);
     Task<void> lane(Shared& shared);

@@ -11,7 +11,7 @@ public:
     /// For an item of `model` that is listed and registered as live.
     DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<CancelFlag> flag);
 
-    /// Runs `task` to its end. Ends quietly when the model is gone.
+    /// Runs `task` to its end, in a frame of which it lives. Ends quietly when the model is gone.
     static Task<void> run(DownloadTask task);
 
 private:

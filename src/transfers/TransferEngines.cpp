@@ -1,7 +1,7 @@
 #include "transfers/TransferEngines.h"
 
 #include "http/HttpSession.h"
-#include "http/NetworkThreads.h"
+#include "service/Connections.h"
 
 #include <random>
 
@@ -15,28 +15,27 @@ double drawSpread()
     return std::uniform_real_distribution<>(0.8, 1.2)(generator);
 }
 
-/// Each lane's session keeps to one thread. Like the engine pool's, these are never released.
-std::unique_ptr<HttpClient> makeStorageClient()
+/// Sessions for storage; each keeps to one thread.
+HttpClientFactory storageClients(NetworkThreads& threads)
 {
-    static auto& threads = *new NetworkThreads;
-    return std::make_unique<HttpSession>(threads.next(), HttpSessionOptions::storage());
+    return [&threads] { return std::make_unique<HttpSession>(threads.next(), HttpSessionOptions::storage()); };
 }
 
 } // namespace
 
-TransferEngines::TransferEngines(const Folders& folders, Clock& clock, API& api, const Executor& engine)
+TransferEngines::TransferEngines(const Folders& folders, Clock& clock, const Connections& connections)
     : m_clock(clock),
-      m_api(api),
-      m_engine(engine),
+      m_api(connections.api),
+      m_engine(connections.engine.get_executor()),
       m_journals(folders.applicationSupport),
-      m_uploader({.engine = engine,
+      m_uploader({.engine = m_engine,
                   .clock = clock,
-                  .api = api,
-                  .storage = makeStorageClient,
+                  .api = m_api,
+                  .storage = storageClients(connections.network),
                   .journals = m_journals,
                   .libraryFolder = folders.library,
                   .spread = drawSpread}),
-      m_downloader({.engine = engine, .clock = clock, .storage = makeStorageClient})
+      m_downloader({.engine = m_engine, .clock = clock, .storage = storageClients(connections.network)})
 {}
 
 Transfers::Environment TransferEngines::environment(const Executor& main)

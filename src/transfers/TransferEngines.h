@@ -9,12 +9,14 @@
 
 namespace palvera {
 
+struct Connections;
+
 /// What a model of transfers stands on in a program: the engines on real connections, the journals in the user's
 /// folder, and what the machine says of sleep and network. Main thread; outlives the model.
 class TransferEngines {
 public:
-    /// `engine` runs the engines and what blocks on the disk; it, `api` and `clock` outlive this.
-    TransferEngines(const Folders& folders, Clock& clock, API& api, const Executor& engine);
+    /// `connections` run the engines and what blocks on the disk. `clock` outlives this.
+    TransferEngines(const Folders& folders, Clock& clock, const Connections& connections);
 
     const JournalStore& journals() const { return m_journals; }
     /// For the model that lives on `main`.

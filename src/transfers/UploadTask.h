@@ -10,7 +10,7 @@ public:
     /// For an item of `model` that is listed and registered as live.
     UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source, std::shared_ptr<CancelFlag> flag);
 
-    /// Runs `task` to its end. Ends quietly when the model is gone.
+    /// Runs `task` to its end, in a frame of which it lives. Ends quietly when the model is gone.
     static Task<void> run(UploadTask task);
 
 private:

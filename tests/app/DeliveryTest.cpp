@@ -122,7 +122,7 @@ TEST_F(DeliveryTest, whatIsNoFileIsRefusedInWords)
 TEST_F(DeliveryTest, theFiledFileIsDownloadedIntoTheRememberedFolder)
 {
     QDir(desktop.disk.path()).mkdir("downloads");
-    desktop.application().session().setDownloadsFolder(desktop.disk.filePath("downloads"));
+    desktop.run(desktop.application().session().setDownloadsFolder(desktop.disk.filePath("downloads")));
     desktop.openDeliverable("Forced narrative");
     screen.click(screen.find(QAccessible::Button, "Download"));
     waitForState("done");

@@ -8,7 +8,7 @@
 #include "http/HttpSession.h"
 #include "localplatform/Server.h"
 #include "localplatform/SignIn.h"
-#include "service/API.h"
+#include "service/Connections.h"
 #include "session/SignInDoors.h"
 #include "tests/support/ScopedVariable.h"
 #include "tests/support/Screen.h"
@@ -120,6 +120,15 @@ public:
         return screen.waitUntil([&] { return application().root().key() == key; });
     }
 
+    /// Runs `operation` of a model to its end.
+    void run(Task<void> operation)
+    {
+        bool isOver = false;
+        boost::asio::co_spawn(m_running->mainThread.executor(), std::move(operation),
+                              [&](const std::exception_ptr&) { isOver = true; });
+        screen.waitUntil([&] { return isOver; });
+    }
+
     ~Desktop() { finish(); }
 
 private:
@@ -139,7 +148,7 @@ private:
                    .executor = engine.threads.get_executor(),
                    .clearCookies = [this] { cookies->clear(); }}),
               engines({.applicationSupport = folder, .library = folder, .caches = folder + "/caches", .config = folder},
-                      clock, api, engine.threads.get_executor()),
+                      clock, {.engine = engine.threads, .network = network, .api = api}),
               application({.api = api,
                            .preferences = preferences,
                            .clock = clock,
@@ -163,6 +172,7 @@ private:
         }
 
         Pool engine;
+        NetworkThreads network{4};
         std::shared_ptr<CookieStore> cookies;
         Preferences preferences;
         MainThread mainThread;

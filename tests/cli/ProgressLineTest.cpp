@@ -24,7 +24,8 @@ TEST(ProgressLineTest, showsWhatThereIsRoomFor)
 {
     for (const auto& [cells, sent, rate, text] : {
              Line{100, 580'000'000, 100e6,
-                  "Reel 1.mov  [==========>                          ]   29%  580.0 MB of 2.00 GB  100.0 MB/s  14s left"},
+                  "Reel 1.mov  [==========>                          ]   29%  580.0 MB of 2.00 GB  100.0 MB/s  14s "
+                  "left"},
              Line{79, 500'000'000, 100e6,
                   "Reel 1.mov  [====>           ]   25%  500.0 MB of 2.00 GB  100.0 MB/s  15s left"},
              Line{69, 500'000'000, 100e6, "Reel 1.mov  [======>                    ]   25%  100.0 MB/s  15s left"},

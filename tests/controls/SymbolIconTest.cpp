@@ -15,7 +15,7 @@ int paintedPixels(const QString& name, const QColor& color)
     SymbolIcon icon;
     icon.setSize({32, 32});
     icon.setName(name);
-    icon.setColor(color);
+    icon.setProperty("color", QColor(color));
     QImage picture(32, 32, QImage::Format_ARGB32);
     picture.fill(Qt::transparent);
     QPainter painter(&picture);

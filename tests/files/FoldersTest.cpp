@@ -19,6 +19,7 @@ TEST(FoldersTest, followTheEnvironment)
     EXPECT_EQ(folders.library, "/x/state");
     EXPECT_EQ(folders.caches, "/x/cache/Palvera");
     EXPECT_EQ(folders.config, "/x/config");
+    EXPECT_EQ(folders.cookies(), "/x/data/Palvera/cookies");
     EXPECT_EQ(folders.preferences(), "/x/config/Palvera/palvera.conf");
 }
 

@@ -158,14 +158,6 @@ TEST_F(CookieStoreTest, keepsTheFileWholeWhenTwoProgramsAndManyThreadsUseIt)
     EXPECT_EQ(sentWith(open()).count('='), 2); // of whichever program wrote last
 }
 
-TEST_F(CookieStoreTest, isOneForTheWholeProcessInTheUsersDataFolder)
-{
-    qputenv("XDG_DATA_HOME", m_folder.path().toLocal8Bit());
-    EXPECT_EQ(CookieStore::shared(), CookieStore::shared());
-    receive(CookieStore::shared(), "kept=1; Max-Age=3600");
-    EXPECT_TRUE(QFile::exists(m_folder.filePath(QStringLiteral("Palvera/cookies"))));
-}
-
 } // namespace
 
 } // namespace palvera

@@ -8,6 +8,10 @@
 #include <QDir>
 #include <QTemporaryDir>
 
+#include <boost/asio/thread_pool.hpp>
+
+#include <future>
+
 namespace palvera {
 namespace {
 
@@ -22,7 +26,7 @@ const QByteArray refused = R"({"error":"unauthorized","message":"Sign in first."
 struct SessionTest : ServiceTest {
     QTemporaryDir folder;
     Preferences preferences{folder.filePath("preferences.conf")};
-    Session session{api, preferences};
+    Session session{api, preferences, simulation.executor()};
     std::vector<std::string> announced;
 
     SessionTest()
@@ -34,7 +38,6 @@ struct SessionTest : ServiceTest {
         QObject::connect(&session, &Session::errorChanged, note("error"));
         QObject::connect(&session, &Session::siteChanged, note("site"));
         QObject::connect(&session, &Session::screenChanged, note("screen"));
-        QObject::connect(&session, &Session::downloadsFolderChanged, note("folder"));
     }
 
     void signIn()
@@ -44,6 +47,8 @@ struct SessionTest : ServiceTest {
         simulation.run(session.start());
         announced.clear();
     }
+    std::optional<QString> downloadsFolder() { return simulation.run(session.downloadsFolder()); }
+    void keepDownloadsFolder(const std::optional<QString>& path) { simulation.run(session.setDownloadsFolder(path)); }
     bool isSignedOut() const { return std::holds_alternative<Session::SignedOut>(session.state()); }
     QString email() const { return session.me() ? session.me()->user.email : QString(); }
 };
@@ -140,7 +145,7 @@ TEST_F(SessionTest, choosingOpensAnOrganisationAndRemembersIt)
     EXPECT_EQ(session.screen(), "org:org-1");
     EXPECT_EQ(preferences.string("pv.lastOrgId"), "org-1");
     EXPECT_THAT(announced, ElementsAre("org", "screen"));
-    Session next(api, preferences);
+    Session next(api, preferences, simulation.executor());
     EXPECT_EQ(next.org(), std::nullopt) << "nothing is open at a start";
 }
 
@@ -219,30 +224,47 @@ TEST_F(SessionTest, theDownloadsFolderIsFoundAgainUnderAnotherName)
 {
     QDir disk(folder.path());
     disk.mkdir("Films");
-    EXPECT_EQ(session.downloadsFolder(), std::nullopt);
-    session.setDownloadsFolder(disk.filePath("Films"));
-    EXPECT_EQ(session.downloadsFolder(), disk.filePath("Films"));
-    session.setDownloadsFolder(disk.filePath("Films"));
-    EXPECT_THAT(announced, ElementsAre("folder"));
+    EXPECT_EQ(downloadsFolder(), std::nullopt);
+    keepDownloadsFolder(disk.filePath("Films"));
+    EXPECT_EQ(downloadsFolder(), disk.filePath("Films"));
 
     auto kept = preferences.bytes("pv.downloadsBookmark");
     disk.rename("Films", "Masters");
-    EXPECT_EQ(session.downloadsFolder(), disk.filePath("Masters"));
+    EXPECT_EQ(downloadsFolder(), disk.filePath("Masters"));
     EXPECT_EQ(preferences.bytes("pv.downloadsBookmark"), kept);
     disk.rmdir("Masters");
-    EXPECT_EQ(session.downloadsFolder(), std::nullopt);
+    EXPECT_EQ(downloadsFolder(), std::nullopt);
 }
 
 TEST_F(SessionTest, aFolderThatIsNotThereOrNoneClearsTheDownloadsFolder)
 {
     for (auto none : {std::optional<QString>(), std::optional<QString>(folder.filePath("nowhere"))}) {
-        session.setDownloadsFolder(folder.path());
-        ASSERT_EQ(session.downloadsFolder(), folder.path());
-        session.setDownloadsFolder(none);
-        EXPECT_EQ(session.downloadsFolder(), std::nullopt);
+        keepDownloadsFolder(folder.path());
+        ASSERT_EQ(downloadsFolder(), folder.path());
+        keepDownloadsFolder(none);
+        EXPECT_EQ(downloadsFolder(), std::nullopt);
         EXPECT_EQ(preferences.bytes("pv.downloadsBookmark"), std::nullopt);
     }
 }
 
+TEST_F(SessionTest, theDiskIsLookedAtInTheBackground)
+{
+    boost::asio::thread_pool disk(1);
+    Session elsewhere(api, preferences, disk.get_executor());
+    keepDownloadsFolder(folder.path());
+    // Held up, as by a network share that does not answer: the caller goes on meanwhile.
+    std::promise<void> answers;
+    boost::asio::post(disk, [&] { answers.get_future().wait(); });
+    std::optional<QString> found;
+    simulation.start([](const Session& asked, std::optional<QString>& into) -> Task<void> {
+        into = co_await asked.downloadsFolder();
+    }(elsewhere, found));
+    simulation.settle();
+    EXPECT_EQ(found, std::nullopt);
+    answers.set_value();
+    disk.join();
+    simulation.settle();
+    EXPECT_EQ(found, folder.path());
+}
 } // namespace
 } // namespace palvera

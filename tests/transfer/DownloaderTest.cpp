@@ -483,7 +483,8 @@ TEST_F(DownloaderTest, saysWhatTheDiskRefuses)
         huge.headers = {{"Content-Range", "bytes 0-0/" + QByteArray::number(1LL << 60)}};
         return rangeOf(request) == "bytes=0-0" ? std::optional(huge) : std::nullopt;
     };
-    EXPECT_THAT(life.download(path), HasSubstr("There is not enough room for “Master.mov”: it needs 1152921.50 TB, and "));
+    EXPECT_THAT(life.download(path),
+                HasSubstr("There is not enough room for “Master.mov”: it needs 1152921.50 TB, and "));
     EXPECT_THAT(life.ranges(), IsEmpty());
     EXPECT_TRUE(loadPartial(path)) << "or the empty file would be taken for one of the user's";
 }

@@ -64,6 +64,7 @@ void DeliverableView::open(const Org& org, const Project& project, const Deliver
     refuse({});
     setDoubtful({});
     ask(Asking::nothing);
+    m_isFindingFolder = false;
     update(deliverable);
     updateTransfer();
 }
@@ -146,7 +147,7 @@ QString DeliverableView::doubtfulMessage() const
 {
     if (!m_doubtful)
         return {};
-    auto name = QFileInfo(m_doubtful->file).fileName();
+    auto name = QFileInfo(m_doubtful->upload.file).fileName();
     return tr("%1 is %2. Textless elements are usually a few minutes long. "
               "The picture master row is probably the right place.")
         .arg(name.isEmpty() ? tr("This file") : name, byteCountText(m_doubtful->bytes));
@@ -168,12 +169,7 @@ void DeliverableView::sendFile(const QUrl& file)
     if (path.isEmpty())
         refuse(tr("That is not a file on this computer. Save it here first, then drop it."));
     else
-        m_tasks.start(send(uploadOf(path)));
-}
-
-DeliverableUpload DeliverableView::uploadOf(const QString& file) const
-{
-    return {.file = file, .orgId = m_org.id, .projectId = m_project.id, .deliverable = m_deliverable};
+        m_tasks.start(send({.file = path, .orgId = m_org.id, .projectId = m_project.id, .deliverable = m_deliverable}));
 }
 
 Task<void> DeliverableView::send(DeliverableUpload intended)
@@ -193,19 +189,19 @@ Task<void> DeliverableView::send(DeliverableUpload intended)
     else if (found.thing == Thing::other)
         refuse(tr("“%1” is not a file that can be sent.").arg(name));
     else if (isDoubtful)
-        setDoubtful(Doubtful{.file = file, .bytes = found.bytes});
+        setDoubtful(Doubtful{.upload = intended, .bytes = found.bytes});
     else
-        upload(file);
+        begin(intended);
 }
 
-void DeliverableView::upload(const QString& file)
+void DeliverableView::begin(const DeliverableUpload& upload)
 {
     if (m_item && m_item->kind == Item::Kind::upload) {
         refuse(tr("“%1” is on its way already. Stop it before you send another file.").arg(m_item->name));
         return;
     }
     refuse({});
-    m_environment.transfers.addUpload(uploadOf(file));
+    m_environment.transfers.addUpload(upload);
 }
 
 void DeliverableView::chooseFile()
@@ -220,9 +216,8 @@ void DeliverableView::pick(const QUrl& chosen)
     if (asked == Asking::file) {
         sendFile(chosen);
     } else if (asked == Asking::folder) {
-        m_environment.session.setDownloadsFolder(pathOf(chosen));
-        if (auto folder = m_environment.session.downloadsFolder())
-            download(*folder);
+        if (m_filed)
+            m_tasks.start(bringDownTo(pathOf(chosen), downloadOfFiled()));
     }
 }
 
@@ -236,7 +231,7 @@ void DeliverableView::confirmDoubtful()
     auto confirmed = m_doubtful;
     setDoubtful({});
     if (confirmed)
-        upload(confirmed->file);
+        begin(confirmed->upload);
 }
 
 void DeliverableView::dismissDoubtful()
@@ -246,24 +241,40 @@ void DeliverableView::dismissDoubtful()
 
 void DeliverableView::downloadFiled()
 {
-    if (!m_filed)
-        return;
-    if (auto folder = m_environment.session.downloadsFolder())
-        download(*folder);
-    else
-        ask(Asking::folder);
+    if (m_filed && !std::exchange(m_isFindingFolder, true))
+        m_tasks.start(bringDown(downloadOfFiled()));
 }
 
-void DeliverableView::download(const QString& folder)
+Download DeliverableView::downloadOfFiled() const
 {
-    if (!m_filed)
-        return;
     const TransferTarget::Deliverable target{m_org.id, m_project.id, m_deliverable.id};
-    m_environment.transfers.addDownload({.object = deliveredFile(m_environment.api, target, m_filed->object),
-                                         .name = m_filed->saveName,
-                                         .label = m_deliverable.label,
-                                         .titleName = m_deliverable.contextLine(),
-                                         .folder = folder});
+    return {.object = deliveredFile(m_environment.api, target, m_filed->object),
+            .name = m_filed->saveName,
+            .label = m_deliverable.label,
+            .titleName = m_deliverable.contextLine()};
+}
+
+Task<void> DeliverableView::bringDown(Download filed)
+{
+    const auto id = m_deliverable.id;
+    auto folder = co_await m_environment.session.downloadsFolder();
+    m_isFindingFolder = false;
+    if (folder) {
+        filed.folder = *folder;
+        m_environment.transfers.addDownload(std::move(filed));
+    } else if (id == m_deliverable.id) {
+        ask(Asking::folder);
+    }
+}
+
+/// Into a folder that becomes the remembered one.
+Task<void> DeliverableView::bringDownTo(QString folder, Download filed)
+{
+    co_await m_environment.session.setDownloadsFolder(folder);
+    if (auto kept = co_await m_environment.session.downloadsFolder()) {
+        filed.folder = *kept;
+        m_environment.transfers.addDownload(std::move(filed));
+    }
 }
 
 void DeliverableView::stop()

@@ -4,6 +4,7 @@
 #include "screens/deliverables/FiledFile.h"
 #include "service/Organisations.h"
 #include "transfers/Item.h"
+#include "transfers/TransferRequests.h"
 
 #include <QObject>
 #include <QUrl>
@@ -15,7 +16,6 @@ namespace palvera {
 class API;
 class Session;
 class Transfers;
-struct DeliverableUpload;
 
 /// A file above this size, in bytes, is asked about before it goes to a deliverable of textless elements.
 constexpr qint64 mostForTextless = 4'000'000'000;
@@ -124,14 +124,15 @@ Q_SIGNALS:
 private:
     enum class Asking { nothing, file, folder };
     struct Doubtful {
-        QString file;
+        DeliverableUpload upload;
         qint64 bytes = 0;
     };
 
     Task<void> send(DeliverableUpload intended);
-    DeliverableUpload uploadOf(const QString& file) const;
-    void upload(const QString& file);
-    void download(const QString& folder);
+    void begin(const DeliverableUpload& upload);
+    Task<void> bringDown(Download filed);
+    Task<void> bringDownTo(QString folder, Download filed);
+    Download downloadOfFiled() const;
     void refuse(const QString& why);
     void ask(Asking asking);
     void setDoubtful(std::optional<Doubtful> doubtful);
@@ -147,6 +148,7 @@ private:
     std::optional<Item> m_item; // in flight for this deliverable
     std::optional<Doubtful> m_doubtful;
     Asking m_asking = Asking::nothing;
+    bool m_isFindingFolder = false;
     QString m_refusal;
 };
 

@@ -10,15 +10,8 @@ namespace palvera {
 SpeedTraceCanvas::SpeedTraceCanvas(QQuickItem* parent) : QQuickPaintedItem(parent)
 {
     setAntialiasing(true);
-}
-
-void SpeedTraceCanvas::setSamples(const QList<double>& samples)
-{
-    if (samples == m_samples)
-        return;
-    m_samples = samples;
-    update();
-    Q_EMIT samplesChanged();
+    connect(this, &SpeedTraceCanvas::samplesChanged, this, [this] { update(); });
+    connect(this, &SpeedTraceCanvas::colorChanged, this, [this] { update(); });
 }
 
 void SpeedTraceCanvas::setFraction(double fraction)
@@ -29,14 +22,6 @@ void SpeedTraceCanvas::setFraction(double fraction)
     m_fraction = fraction;
     update();
     Q_EMIT fractionChanged();
-}
-
-void SpeedTraceCanvas::setColor(const QColor& color)
-{
-    if (std::exchange(m_color, color) == color)
-        return;
-    update();
-    Q_EMIT colorChanged();
 }
 
 QString SpeedTraceCanvas::peakLabel() const

@@ -75,7 +75,7 @@ struct LoginViewTest : testing::Test {
     std::optional<API> api{std::in_place,
                            API::Surroundings{.client = *client, .executor = world.executor(), .clearCookies = [] {}}};
     Preferences preferences{disk.filePath("preferences.conf")};
-    Session session{*api, preferences};
+    Session session{*api, preferences, world.executor()};
     FakeBrowser browser{world.clock};
     FakePasskey passkey;
     std::optional<LoginView> shown{std::in_place, LoginView::Environment{.main = world.executor(),

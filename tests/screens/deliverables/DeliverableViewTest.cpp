@@ -28,7 +28,7 @@ Deliverable filedRow()
 /// One deliverable in virtual time.
 struct DeliverableViewTest : TransfersTest {
     Preferences preferences{disk.filePath("palvera.conf")};
-    Session session{*api, preferences};
+    Session session{*api, preferences, world.executor()};
     std::optional<DeliverableView> view{std::in_place, DeliverableView::Environment{.main = world.executor(),
                                                                                     .background = world.executor(),
                                                                                     .api = *api,
@@ -174,13 +174,16 @@ TEST_F(DeliverableViewTest, theFirstDownloadAsksForAFolderAndTheNextGoesThere)
     open(filedRow());
     EXPECT_EQ(view->face(), DeliverableView::Filed);
     view->downloadFiled();
+    world.settle();
     EXPECT_TRUE(view->isPicking() && view->isPickingFolder());
     view->cancelPicking();
     EXPECT_FALSE(view->isPicking());
     EXPECT_TRUE(model->items().empty());
     view->downloadFiled();
+    world.settle();
     view->pick(QUrl::fromLocalFile(disk.path()));
     EXPECT_FALSE(view->isPicking());
+    world.runUntil([&] { return !model->items().empty(); });
     ASSERT_EQ(model->items().size(), 1U);
     const auto& item = model->items().back();
     EXPECT_EQ(item.kind, Item::Kind::download);
@@ -189,9 +192,11 @@ TEST_F(DeliverableViewTest, theFirstDownloadAsksForAFolderAndTheNextGoesThere)
     EXPECT_EQ(item.titleName, "Salt");
     EXPECT_EQ(view->face(), DeliverableView::InFlight);
     EXPECT_TRUE(view->isDownloading());
-    EXPECT_EQ(session.downloadsFolder(), disk.path());
+    EXPECT_EQ(world.run(session.downloadsFolder()), disk.path());
     view->stop();
     view->downloadFiled();
+    view->downloadFiled(); // a second click before the folder is found
+    world.settle();
     EXPECT_FALSE(view->isPicking());
     EXPECT_EQ(model->items().size(), 2U);
 }

@@ -1,0 +1,24 @@
+#include "service/Connections.h"
+
+#include "async/Lifetime.h"
+#include "files/Folders.h"
+#include "files/Preferences.h"
+#include "http/CookieStore.h"
+#include "http/HttpSession.h"
+
+namespace palvera {
+
+Connections Connections::make(const Folders& folders, const Preferences& preferences)
+{
+    auto& engine = makeForGood<boost::asio::thread_pool>(16);
+    auto cookies = std::make_shared<CookieStore>(folders.cookies());
+    auto& session = makeForGood<HttpSession>(engine.get_executor(), HttpSessionOptions{.sharedCookies = cookies});
+    API::Surroundings surroundings{.client = session,
+                                   .executor = engine.get_executor(),
+                                   .site = currentSite(preferences),
+                                   .clearCookies = [cookies] { cookies->clear(); }};
+    return {
+        .engine = engine, .network = makeForGood<NetworkThreads>(), .api = makeForGood<API>(std::move(surroundings))};
+}
+
+} // namespace palvera
