@@ -75,8 +75,6 @@ public:
 
 /// Objects in memory.
 std::unique_ptr<ByteStore> makeMemoryStore();
-/// Objects in `folder`/objects, each under its own file name; parts on their way in `folder`/staging.
-std::unique_ptr<ByteStore> makeFolderStore(const QString& folder);
 /// Objects of the right size that read as zeros.
 std::unique_ptr<ByteStore> makeNullStore();
 

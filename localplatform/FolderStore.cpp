@@ -1,4 +1,4 @@
-#include "localplatform/ByteStore.h"
+#include "localplatform/FolderStore.h"
 
 #include <QDir>
 #include <QFile>

@@ -2,6 +2,7 @@
 
 #include "localplatform/ByteRange.h"
 #include "localplatform/Escapes.h"
+#include "localplatform/FolderStore.h"
 #include "localplatform/HeaderRules.h"
 #include "localplatform/Pages.h"
 

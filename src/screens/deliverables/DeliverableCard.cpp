@@ -1,0 +1,47 @@
+#include "screens/deliverables/DeliverableCard.h"
+
+#include "files/Quantities.h"
+#include "screens/Wording.h"
+
+#include <QStringList>
+
+namespace palvera {
+
+namespace {
+
+QString searchTextOf(const Deliverable& deliverable)
+{
+    auto filename = deliverable.spec ? deliverable.spec->value(QStringLiteral("assetFilename")) : QString();
+    return QStringList{deliverable.label, deliverable.contextLine().value_or(QString()), filename, deliverable.kind}
+        .join(u' ')
+        .toLower();
+}
+
+QString detailsOf(const Deliverable& deliverable)
+{
+    QStringList details;
+    if (auto context = deliverable.contextLine())
+        details.append(*context);
+    if (deliverable.language && !deliverable.language->isEmpty())
+        details.append(languageName(*deliverable.language));
+    if (auto bytes = deliverable.expectedBytes())
+        details.append(byteCountText(*bytes));
+    return details.join(QStringLiteral(" · "));
+}
+
+} // namespace
+
+bool isFiled(const Deliverable& deliverable)
+{
+    return deliverable.spec && deliverable.spec->contains(QStringLiteral("assetObject"));
+}
+
+DeliverableCard::DeliverableCard(Deliverable row)
+    : deliverable(std::move(row)),
+      searchText(searchTextOf(deliverable)),
+      title(deliverable.label.isEmpty() ? humanised(deliverable.kind) : deliverable.label),
+      details(detailsOf(deliverable)),
+      isFiled(palvera::isFiled(deliverable))
+{}
+
+} // namespace palvera

@@ -1,0 +1,35 @@
+#include "transfers/RetryRules.h"
+
+#include "files/FileError.h"
+#include "http/TransportError.h"
+#include "service/APIError.h"
+
+#include <gtest/gtest.h>
+
+namespace palvera {
+namespace {
+
+TEST(RetryRulesTest, onlyAnAnswerThatRefusesIsFinal)
+{
+    const std::vector<std::pair<qint64, bool>> table{
+        {0, true},    {400, false}, {401, false}, {403, false}, {404, false}, {408, true}, {409, false},
+        {422, false}, {429, true},  {499, false}, {500, true},  {503, true},  {599, true}};
+    for (auto [status, retryable] : table)
+        EXPECT_EQ(isRetryable(std::make_exception_ptr(APIError(status, "no"))), retryable) << status;
+    EXPECT_TRUE(isRetryable(std::make_exception_ptr(TransportError(TransportError::Kind::tls, "no"))));
+    EXPECT_TRUE(isRetryable(std::make_exception_ptr(FileError("no"))));
+    EXPECT_TRUE(isRetryable(std::make_exception_ptr(std::runtime_error("no"))));
+}
+
+TEST(RetryRulesTest, onlyItsExactCodeMakesADoubt)
+{
+    auto error = [](std::optional<QString> code) { return std::make_exception_ptr(APIError(409, "no", code)); };
+    EXPECT_TRUE(isDeliveryDoubt(error("delivery_doubt")));
+    EXPECT_FALSE(isDeliveryDoubt(error("delivery_doubts")));
+    EXPECT_FALSE(isDeliveryDoubt(error("Delivery_Doubt")));
+    EXPECT_FALSE(isDeliveryDoubt(error({})));
+    EXPECT_FALSE(isDeliveryDoubt(std::make_exception_ptr(FileError("delivery_doubt"))));
+}
+
+} // namespace
+} // namespace palvera
