@@ -33,7 +33,7 @@ struct Item {
     };
     struct Failed {
         QString message;
-        std::exception_ptr failure = {}; ///< for who must tell one kind from another
+        std::exception_ptr failure = {}; ///< for callers that must tell kinds apart; see failureAs
 
         bool operator==(const Failed&) const = default;
     };

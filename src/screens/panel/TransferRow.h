@@ -33,7 +33,7 @@ struct TransferRow {
     QString detail;        ///< more about the status, for the curious
     QList<double> samples; ///< of the speed graph; empty where there is none
     double graphFraction = 1;
-    QString spoken; ///< all that matters, for who cannot see it
+    QString spoken; ///< all that matters, for users who cannot see it
     QString stopTitle;
     QString stopMessage;
 
