@@ -12,10 +12,15 @@ function(palvera_qml name)
   set_source_files_properties(${arg_SINGLETONS} PROPERTIES QT_QML_SINGLETON_TYPE TRUE)
   set_target_properties(${target} PROPERTIES AUTOMOC ON)
   string(REPLACE "." "/" path ${arg_URI})
+  set(cache)
+  if(NOT PALVERA_QML_CACHE)
+    set(cache NO_CACHEGEN)
+  endif()
   qt_add_qml_module(${target}
       URI ${arg_URI}
       VERSION 1.0
       RESOURCE_PREFIX /qt/qml
+      ${cache}
       DEPENDENCIES QtQuick ${arg_DEPENDS}
       OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/qml/${path}
       IMPORT_PATH ${CMAKE_BINARY_DIR}/qml

@@ -2,6 +2,7 @@
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/deferred.hpp>
+#include <boost/asio/experimental/awaitable_operators.hpp>
 #include <boost/asio/experimental/parallel_group.hpp>
 #include <boost/asio/this_coro.hpp>
 #include <boost/asio/use_awaitable.hpp>
@@ -9,6 +10,12 @@
 namespace palvera {
 
 namespace asio = boost::asio;
+
+Task<int> detail::race(Task<void> a, Task<void> b)
+{
+    using namespace asio::experimental::awaitable_operators;
+    co_return int((co_await (std::move(a) || std::move(b))).index());
+}
 
 Task<std::vector<std::exception_ptr>> joinAll(std::vector<Task<void>> operations)
 {

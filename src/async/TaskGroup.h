@@ -3,8 +3,6 @@
 #include "async/Failure.h"
 #include "async/Task.h"
 
-#include <boost/asio/experimental/awaitable_operators.hpp>
-
 #include <exception>
 #include <optional>
 #include <variant>
@@ -49,14 +47,33 @@ Task<Outcome<T>> answerOf(Task<T> operation)
     co_return outcome;
 }
 
+namespace detail {
+
+/// Runs both, which never fail, until the first has ended; cancels the other, waits for it and says which it was.
+Task<int> race(Task<void> a, Task<void> b);
+
+template <class T>
+Task<void> keepOutcome(Task<T> operation, Outcome<T>& outcome)
+{
+    outcome = co_await outcomeOf(std::move(operation));
+}
+
+} // namespace detail
+
 /// Runs both at once on the caller's executor, which must be serial, until the first has ended, with a value or a
 /// failure; then cancels the other, waits for it and gives how the first one ended. Cancelling cancels both.
 template <class A, class B>
 Task<std::variant<Outcome<A>, Outcome<B>>> firstOf(Task<A> a, Task<B> b)
 {
-    using namespace boost::asio::experimental::awaitable_operators;
-    // As outcomes, since `||` waits for the first success and would pass a failure over.
-    co_return co_await (outcomeOf(std::move(a)) || outcomeOf(std::move(b)));
+    Outcome<A> endOfA;
+    Outcome<B> endOfB;
+    std::variant<Outcome<A>, Outcome<B>> first;
+    if (co_await detail::race(detail::keepOutcome(std::move(a), endOfA), detail::keepOutcome(std::move(b), endOfB)) ==
+        0)
+        first.template emplace<0>(std::move(endOfA));
+    else
+        first.template emplace<1>(std::move(endOfB));
+    co_return first;
 }
 
 /// Runs all of `operations` at once on the caller's executor, which must be serial, and waits until every one has

@@ -13,7 +13,8 @@ class SleepInhibitor {
 public:
     virtual ~SleepInhibitor() = default;
 
-    /// Keeps the machine awake until `release`; `why` is shown to users who list what keeps it awake. A second call does nothing.
+    /// Keeps the machine awake until `release`; `why` is shown to users who list what keeps it awake. A second call
+    /// does nothing.
     virtual void hold(const QString& why) = 0;
     /// Lets it sleep at once. Does nothing when it may already.
     virtual void release() = 0;

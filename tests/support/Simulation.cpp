@@ -1,5 +1,6 @@
 #include "support/Simulation.h"
 
+#include <boost/asio/co_spawn.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
 namespace palvera {
@@ -64,6 +65,15 @@ bool Simulation::step()
     if (m_failure)
         std::rethrow_exception(std::exchange(m_failure, nullptr));
     return ran;
+}
+
+void Simulation::run(Task<void> operation)
+{
+    std::optional<std::exception_ptr> ended;
+    boost::asio::co_spawn(*m_io, std::move(operation), [&](std::exception_ptr failure) { ended = failure; });
+    runUntil([&] { return ended.has_value(); });
+    if (*ended)
+        std::rethrow_exception(*ended);
 }
 
 void Simulation::runUntil(const std::function<bool()>& reached)

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "async/Clock.h"
+#include "async/RunOn.h"
 
-#include <boost/asio/co_spawn.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/steady_timer.hpp>
 
@@ -57,25 +57,15 @@ public:
     /// Starts `operation` and returns at once; its failure, if any, comes out of the run in which it happens.
     void start(Task<void> operation);
 
-    /// Runs until `operation` has ended and gives its result.
+    /// Runs until `operation` has ended and gives its result, or throws its failure.
+    void run(Task<void> operation);
     template <class T>
+        requires(!std::is_void_v<T>)
     T run(Task<T> operation)
     {
-        std::optional<std::exception_ptr> ended;
-        std::conditional_t<std::is_void_v<T>, int, std::optional<T>> result{};
-        if constexpr (std::is_void_v<T>)
-            boost::asio::co_spawn(*m_io, std::move(operation), [&](std::exception_ptr failure) { ended = failure; });
-        else
-            boost::asio::co_spawn(*m_io, std::move(operation), [&](std::exception_ptr failure, T value) {
-                ended = failure;
-                if (!failure)
-                    result = std::move(value);
-            });
-        runUntil([&] { return ended.has_value(); });
-        if (*ended)
-            std::rethrow_exception(*ended);
-        if constexpr (!std::is_void_v<T>)
-            return std::move(*result);
+        std::optional<T> result;
+        run(detail::keepResult(std::move(operation), result));
+        return *std::move(result);
     }
 
     /// Runs until `reached` holds, looking after every step. Throws when everything waits for ever before that.

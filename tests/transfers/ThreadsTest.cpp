@@ -43,20 +43,20 @@ TEST(ThreadsTest, engineReportsAndDiskWorkComeBackToTheModelsThread)
     FakeSleep sleep;
     FakeNetworkPath network(clock);
     int begun = 0;
-    std::optional<Transfers> model(
-        std::in_place, Transfers::Environment{.main = main.get_executor(),
-                                              .background = pool.get_executor(),
-                                              .clock = clock,
-                                              .api = api,
-                                              .journals = journals,
-                                              .upload =
-                                                  [&](UploadRequest request) {
-                                                      return runOn<void>(asio::make_strand(pool),
-                                                                         work(std::move(request), ++begun % 2));
-                                                  },
-                                              .download = {},
-                                              .sleep = sleep,
-                                              .network = network});
+    std::optional<Transfers> model(std::in_place,
+                                   Transfers::Environment{.main = main.get_executor(),
+                                                          .background = pool.get_executor(),
+                                                          .clock = clock,
+                                                          .api = api,
+                                                          .journals = journals,
+                                                          .upload =
+                                                              [&](UploadRequest request) {
+                                                                  return runOn(asio::make_strand(pool),
+                                                                               work(std::move(request), ++begun % 2));
+                                                              },
+                                                          .download = {},
+                                                          .sleep = sleep,
+                                                          .network = network});
     QObject::connect(&*model, &Transfers::itemChanged, [&](const QUuid& id) {
         const auto* item = model->find(id);
         if (item->sent == 100 && item->isInFlight() && item->lastSample)

@@ -75,7 +75,8 @@ struct LoginViewTest : testing::Test {
     std::optional<API> api{std::in_place,
                            API::Surroundings{.client = *client, .executor = world.executor(), .clearCookies = [] {}}};
     Preferences preferences{disk.filePath("preferences.conf")};
-    Session session{*api, preferences, world.executor()};
+    std::optional<Session> signedIn{std::in_place, *api, preferences, world.executor()};
+    Session& session = *signedIn;
     FakeBrowser browser{world.clock};
     FakePasskey passkey;
     std::optional<LoginView> shown{std::in_place, LoginView::Environment{.main = world.executor(),
@@ -93,6 +94,7 @@ struct LoginViewTest : testing::Test {
     {
         world.run(view.close());
         shown.reset(); // a timer or a strand must go before the executor that it was made of
+        signedIn.reset();
         api.reset();
         world.kill();
     }
