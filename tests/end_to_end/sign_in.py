@@ -41,4 +41,13 @@ def a_platform_that_is_away_is_said():
         assert "Could not connect" in expect(UNREACHABLE, result).error, result
 
 
-support.main(each_account_signs_in_in_its_own_way, a_platform_that_is_away_is_said)
+def a_platform_that_goes_away_after_the_password_is_said():
+    rules = [{"operation": "me", "action": "refuse", "times": 0}]
+    with Workspace() as workspace, Platform(workspace, rules=rules) as platform:
+        client = Client(workspace, platform.address)
+        result = client.run("sign-in", "--email", support.EMAIL, "--password-stdin", typed=b"open-sesame\n")
+        assert "The connection was lost." in expect(UNREACHABLE, result).error, result
+
+
+support.main(each_account_signs_in_in_its_own_way, a_platform_that_is_away_is_said,
+             a_platform_that_goes_away_after_the_password_is_said)

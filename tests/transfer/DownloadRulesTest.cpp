@@ -1,0 +1,95 @@
+#include "transfer/DownloadRules.h"
+
+#include "support/QtPrinting.h"
+
+#include <gmock/gmock.h>
+
+namespace palvera {
+namespace {
+
+HttpResponse answer(const HttpHeaders& headers)
+{
+    return {.status = 206, .headers = headers};
+}
+
+TEST(DownloadRulesTest, chunksCoverTheWholeAndNothingElse)
+{
+    for (auto [total, chunkSize, chunks, last] :
+         std::vector<std::array<qint64, 4>>{{1, 10, 1, 1},
+                                            {10, 10, 1, 10},
+                                            {11, 10, 2, 1},
+                                            {30, 10, 3, 10},
+                                            {1LL << 50, 32LL << 20, 1LL << 25, 32LL << 20}}) {
+        EXPECT_EQ(chunkCount(total, chunkSize), chunks);
+        EXPECT_EQ(rangeOfChunk(chunks - 1, chunkSize, total), (ByteRange{(chunks - 1) * chunkSize, last})) << total;
+    }
+    EXPECT_EQ(rangedRequest("https://s/o", {500, 250}).headers, (HttpHeaders{{"Range", "bytes=500-749"}}));
+}
+
+TEST(DownloadRulesTest, theSizeIsWhatTheRangeSaysElseTheLength)
+{
+    EXPECT_EQ(totalIn(answer({{"Content-Range", "bytes 0-0/1234"}, {"Content-Length", "1"}})), 1234);
+    EXPECT_EQ(totalIn(answer({{"Content-Range", "bytes 0-0/*"}, {"Content-Length", "7"}})), 7);
+    EXPECT_EQ(totalIn(answer({{"Content-Range", "bytes */0"}})), 0);
+    EXPECT_EQ(totalIn(answer({{"Content-Range", "nonsense"}})), 0);
+    EXPECT_EQ(totalIn(answer({})), 0);
+}
+
+TEST(DownloadRulesTest, otherBytesThanThoseAskedForAreObjectedTo)
+{
+    const std::vector<std::pair<HttpHeaders, QString>> cases{
+        {{}, {}},
+        {{{"Content-Range", "bytes 10-19/100"}, {"Content-Length", "10"}}, {}},
+        {{{"content-range", "  bytes   10-19 / 100"}}, {}},
+        {{{"Content-Range", "bytes 10-19/*"}}, {}},
+        {{{"Content-Range", "bytes 0-9/100"}}, "Storage sent other bytes than those asked for."},
+        {{{"Content-Range", "bytes 10-18/100"}}, "Storage sent other bytes than those asked for."},
+        {{{"Content-Length", "9"}}, "Storage sent 9 bytes of a chunk of 10."},
+        {{{"Content-Length", "nine"}}, {}},
+    };
+    for (const auto& [headers, objection] : cases)
+        EXPECT_EQ(objectionTo(answer(headers), {10, 10}).value_or(QString()), objection);
+}
+
+TEST(DownloadRulesTest, anotherSizeOrTagIsAnotherObject)
+{
+    struct Case {
+        HttpHeaders headers;
+        QString tag;
+        bool isAnother;
+    };
+    for (const auto& [headers, tag, isAnother] : std::vector<Case>{
+             {{{"Content-Range", "bytes 0-9/100"}, {"ETag", "\"a\""}}, "\"a\"", false},
+             {{{"Content-Range", "bytes 0-9/101"}}, {}, true},
+             {{{"Content-Range", "bytes 0-9/*"}}, {}, false},
+             {{{"ETag", "\"b\""}}, "\"a\"", true},
+             {{{"ETag", "\"b\""}}, {}, false},
+             {{}, "\"a\"", false},
+         })
+        EXPECT_EQ(isAnotherObject(answer(headers), 100, tag), isAnother);
+}
+
+TEST(DownloadRulesTest, aRecordIsGoneOnWithWhereItFits)
+{
+    const Partial now{.total = 100, .tag = "a"};
+    struct Case {
+        const char* what;
+        Partial record;
+        qint64 fileSize;
+        bool fits;
+    };
+    for (const auto& [what, record, fileSize, fits] : std::vector<Case>{
+             {"all as it was", {.done = {0, 9}, .total = 100, .tag = "a"}, 100, true},
+             {"nothing is there yet", {.total = 100, .tag = "a"}, 100, true},
+             {"no tag then", {.done = {1}, .total = 100}, 100, true},
+             {"another tag", {.done = {1}, .total = 100, .tag = "b"}, 100, false},
+             {"another size", {.done = {1}, .total = 99, .tag = "a"}, 100, false},
+             {"the file was cut", {.done = {1}, .total = 100, .tag = "a"}, 99, false},
+             {"a chunk beyond the end", {.done = {10}, .total = 100, .tag = "a"}, 100, false},
+             {"a chunk before the start", {.done = {-1}, .total = 100, .tag = "a"}, 100, false},
+         })
+        EXPECT_EQ(recordFits(record, now, fileSize, 10), fits) << what;
+}
+
+} // namespace
+} // namespace palvera
