@@ -74,7 +74,7 @@ public:
     /// Begins an upload and gives its item's id.
     QUuid addUpload(DeliverableUpload upload);
     /// Begins uploads and gives the ids of their items. Leaves out folders and what is on its way there already. Looks
-    /// at each file in the background; cancelling it meanwhile begins none.
+    /// at each file in the background, which a cancellation does not cut short.
     Task<QList<QUuid>> addBinUploads(BinUploads uploads);
 
     /// Reads the folder of journals, in the background. The model does so by itself when it is made and whenever an

@@ -216,8 +216,9 @@ void DeliverableView::pick(const QUrl& chosen)
     if (asked == Asking::file) {
         sendFile(chosen);
     } else if (asked == Asking::folder) {
-        if (m_filed)
-            m_tasks.start(bringDownTo(pathOf(chosen), downloadOfFiled()));
+        // The folder is kept even when the file has meanwhile been taken away again.
+        m_tasks.start(m_filed ? bringDownTo(pathOf(chosen), downloadOfFiled())
+                              : m_environment.session.setDownloadsFolder(pathOf(chosen)));
     }
 }
 
