@@ -3,7 +3,7 @@
 import time
 
 import support
-from support import DONE, UNREACHABLE, Client, Platform, Workspace, expect, wait_until
+from support import DONE, expect, signed_in, wait_until
 
 ROW = "salt-row-1"
 PART, PARTS = 100_000, 60
@@ -15,8 +15,7 @@ def stored_parts(platform):
 
 
 def away_for_a_moment_the_upload_waits_and_goes_on():
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
         file = workspace.make_file("Reel 1.mov", PART * PARTS - 1)
         process = client.start("upload", support.ORG, support.PROJECT, ROW, file)
         wait_until(lambda: stored_parts(platform) >= 10, "ten parts")
@@ -30,24 +29,4 @@ def away_for_a_moment_the_upload_waits_and_goes_on():
         assert times <= PARTS + 8, "more than what was in flight is sent twice"
 
 
-def away_at_the_end_the_upload_is_resumed_without_sending_a_part():
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART)) as platform:
-        client = Client(workspace, platform.address).sign_in()
-        file = workspace.make_file("Reel 2.mov", PART * PARTS)
-        platform.break_with({"operation": "complete", "action": "stall-after-body", "times": 0})
-        process = client.start("upload", support.ORG, support.PROJECT, ROW, file, "--retry", "off")
-        wait_until(lambda: platform.state()["requests"].get("complete"), "the completion")
-        platform.kill()
-        result = expect(UNREACHABLE, client.finish(process))
-        assert f"palvera-cli resume {ROW}" in result.error, result
-        assert client.run("interrupted", "--json").records()[0]["sent"] == PART * PARTS
-        expect(UNREACHABLE, client.run("resume", ROW, "--retry", "off"))
-        platform.break_with()
-        platform.start()
-        expect(DONE, client.run("resume", ROW))
-        upload = support.expect_filed(platform, client, ROW, file)
-        assert all(part["times"] == 1 for part in upload["parts"].values()), upload["parts"]
-
-
-support.main(away_for_a_moment_the_upload_waits_and_goes_on,
-             away_at_the_end_the_upload_is_resumed_without_sending_a_part)
+support.main(away_for_a_moment_the_upload_waits_and_goes_on)

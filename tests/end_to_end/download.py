@@ -7,7 +7,7 @@ import subprocess
 import time
 
 import support
-from support import (DONE, FAILED, INTERRUPTED, ORG, PROJECT, Client, Platform, Workspace, digest, expect, wait_until)
+from support import DONE, FAILED, INTERRUPTED, ORG, PROJECT, digest, expect, signed_in, wait_until
 
 CHUNK = 33_554_432
 SLOW = {"operation": "get", "times": 0, "latencyMs": 300}
@@ -28,8 +28,7 @@ def add_to_bin(client, *files):
 
 
 def filed_and_bin_files_come_down_whole():
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in() as (workspace, platform, client):
         folder = folder_in(workspace)
         file = workspace.make_file("Naïve reel 100%.mov", 2 * CHUNK + 7)
         expect(DONE, client.upload("salt-row-1", file))
@@ -51,8 +50,7 @@ def filed_and_bin_files_come_down_whole():
 
 
 def a_second_file_of_a_name_gets_a_number():
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in() as (workspace, platform, client):
         folder = folder_in(workspace)
         first = workspace.make_file("a.mov", 1000)
         second = folder_in(workspace, "other") / first.name
@@ -74,23 +72,28 @@ def recorded_chunks(folder, name):
         return 0
 
 
-def killed_in_the_middle_it_goes_on():
+def killed_or_interrupted_in_the_middle_it_goes_on():
     chance = random.Random(7)
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in() as (workspace, platform, client):
         folder = folder_in(workspace)
         file = workspace.make_file("Reel.mov", 26 * CHUNK + 1)
         add_to_bin(client, file)
         platform.break_with(SLOW)
         before = 0
-        for _ in range(3):
+        for signal in ("interrupt", "kill", "kill"):
             process = client.start("download-bin", ORG, "Reel.mov", "--to", folder, "--json")
             wait_until(lambda: recorded_chunks(folder, "Reel.mov") > before, "chunks that are recorded")
-            time.sleep(chance.uniform(0, 0.3))
-            process.kill()
-            client.finish(process)
+            if signal == "kill":
+                time.sleep(chance.uniform(0, 0.3))
+                process.kill()
+                client.finish(process)
+            else:
+                support.interrupt(process)
+                result = expect(INTERRUPTED, client.finish(process))
+                assert result.records()[-1] == {"event": "interrupted", "key": "Reel.mov"}, result
+                assert "The same command goes on from there." in result.error, result
             before = recorded_chunks(folder, "Reel.mov")
-            assert 0 < before < 27, "the kill was to come in the middle"
+            assert 0 < before < 27, "it was to end in the middle"
         platform.break_with()
         result = expect(DONE, client.run("download-bin", ORG, "Reel.mov", "--to", folder, "--json"))
         assert result.events("progress")[0]["sent"] == before * CHUNK, result
@@ -98,28 +101,8 @@ def killed_in_the_middle_it_goes_on():
         assert platform.violations() == []
 
 
-def interrupted_it_goes_on():
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
-        folder = folder_in(workspace)
-        file = workspace.make_file("Reel.mov", 20 * CHUNK)
-        add_to_bin(client, file)
-        platform.break_with(SLOW)
-        process = client.start("download-bin", ORG, "Reel.mov", "--to", folder, "--json")
-        wait_until(lambda: platform.state()["requests"].get("get", 0) > 9, "chunks")
-        support.interrupt(process)
-        result = expect(INTERRUPTED, client.finish(process))
-        assert result.records()[-1] == {"event": "interrupted", "key": "Reel.mov"}, result
-        assert "The same command goes on from there." in result.error, result
-        platform.break_with()
-        result = expect(DONE, client.run("download-bin", ORG, "Reel.mov", "--to", folder, "--json"))
-        assert result.events("progress")[0]["sent"] >= 8 * CHUNK, "the chunks in flight were not finished"
-        assert digest(folder / "Reel.mov") == digest(file) and names_in(folder) == ["Reel.mov"]
-
-
 def a_full_disk_is_said_at_once_and_costs_nothing():
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in() as (workspace, platform, client):
         disk = folder_in(workspace, "disk")
         if subprocess.run(["mount", "-t", "tmpfs", "-o", "size=60m", "none", disk], capture_output=True).returncode:
             print("        (not run: this user may not mount a small disk)", flush=True)
@@ -139,8 +122,7 @@ def a_full_disk_is_said_at_once_and_costs_nothing():
 
 
 def what_cannot_come_down_is_said():
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in() as (workspace, platform, client):
         folder = folder_in(workspace)
         for words, message in (
                 (("download", ORG, PROJECT, "salt-row-x", "--to", folder), "There is no deliverable “salt-row-x”"),
@@ -155,8 +137,7 @@ def what_cannot_come_down_is_said():
 
 def a_whole_delivery_goes_up_and_comes_down():
     """Fifty files, of which some are refused and some are wrong: each is told, and all the others arrive."""
-    with Workspace() as workspace, Platform(workspace, "--part-size", "100000") as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in("--part-size", "100000") as (workspace, platform, client):
         source, folder = folder_in(workspace, "delivery"), folder_in(workspace)
         files = [workspace.make_file(f"delivery/Reel {number:02}.mov", number * 7001, seed=number)
                  for number in range(50)]  # the first is empty
@@ -175,5 +156,5 @@ def a_whole_delivery_goes_up_and_comes_down():
 
 
 support.main(filed_and_bin_files_come_down_whole, a_second_file_of_a_name_gets_a_number,
-             killed_in_the_middle_it_goes_on, interrupted_it_goes_on, a_full_disk_is_said_at_once_and_costs_nothing,
+             killed_or_interrupted_in_the_middle_it_goes_on, a_full_disk_is_said_at_once_and_costs_nothing,
              what_cannot_come_down_is_said, a_whole_delivery_goes_up_and_comes_down)

@@ -10,7 +10,7 @@ import subprocess
 
 import support
 from support import (CONFIRM, DONE, FAILED, INTERRUPTED, NOT_SIGNED_IN, ORG, PROJECT, UNREACHABLE, USAGE, Client,
-                     Platform, Workspace, expect, wait_until)
+                     Platform, Workspace, expect, signed_in, wait_until)
 
 PART, PARTS = 100_000, 100  # ten seconds' work for eight lanes while storage is slow
 SLOW = {"operation": "put", "times": 0, "latencyMs": 800}
@@ -46,8 +46,7 @@ def nobody_signed_in_ends_with_3():
 
 
 def a_question_of_the_platform_ends_with_4():
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in() as (workspace, platform, client):
         file = workspace.make_file("it's a draft.mov", 1000)
         result = expect(CONFIRM, client.upload("salt-row-1", file, "--json"))
         question = "\"it's a draft.mov\" looks like a draft. Is it the file to deliver?"
@@ -72,8 +71,7 @@ def no_platform_ends_with_5():
 
 
 def what_cannot_be_sent_ends_with_1():
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in() as (workspace, platform, client):
         empty = workspace.make_file("empty.mov", 0)
         for row, path, message in (("salt-row-1", workspace.path / "none", "There is no file “"),
                                    ("salt-row-1", workspace.path, "is a folder. Only files can be sent."),
@@ -93,8 +91,7 @@ def interrupt_an_upload(platform, client, number, row, file, *options):
 
 
 def an_interruption_ends_with_130_and_loses_nothing():
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
         for row, number in (("salt-row-1", signal.SIGINT), ("salt row 2 of many", signal.SIGTERM)):
             file = workspace.make_file(f"Reel {number}.mov", PARTS * PART)
             result = interrupt_an_upload(platform, client, number, row, file)
@@ -113,21 +110,22 @@ def an_interruption_ends_with_130_and_loses_nothing():
             platform.break_with(SLOW)
 
 
-def an_upload_that_is_stopped_leaves_nothing_here_and_there():
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
-        client = Client(workspace, platform.address).sign_in()
+def stopped_or_discarded_an_upload_leaves_nothing_here_and_there():
+    with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
         row, file = "salt-row-1", workspace.make_file("Reel.mov", PARTS * PART)
         result = interrupt_an_upload(platform, client, signal.SIGINT, row, file, "--stop-on-interrupt")
         assert result.records()[-1] == {"event": "stopped", "key": row} and "resume" not in result.error, result
         assert not client.journal(row)
-        assert [upload["phase"] for upload in platform.uploads(row)] == ["aborted"]
+        interrupt_an_upload(platform, client, signal.SIGINT, row, file)
+        assert expect(DONE, client.run("discard", row, "--json")).records() == [{"event": "done", "key": row}]
+        assert client.run("interrupted").out == "No interrupted uploads.\n"
+        assert [upload["phase"] for upload in platform.uploads(row)] == ["aborted", "aborted"]
         assert platform.violations() == []
 
 
 def a_failed_upload_is_tried_again_and_says_when():
     refused = {"operation": "start", "action": "status", "times": 0}
-    with Workspace() as workspace, Platform(workspace, rules=[refused]) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in(rules=[refused]) as (workspace, platform, client):
         process = client.start("upload", ORG, PROJECT, "salt-row-1", workspace.make_file("a.mov", 1000), "--json")
         retrying = json.loads(process.stdout.readline())
         assert retrying["event"] == "retrying" and retrying["message"] == "The platform is having trouble.", retrying
@@ -140,8 +138,7 @@ def a_failed_upload_is_tried_again_and_says_when():
 
 def an_interruption_before_the_platform_answers_leaves_nothing_behind():
     stuck = {"operation": "start", "action": "stall-after-body", "times": 0}
-    with Workspace() as workspace, Platform(workspace, rules=[stuck]) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in(rules=[stuck]) as (workspace, platform, client):
         process = client.start("upload", ORG, PROJECT, "salt-row-1", workspace.make_file("a.mov", 1000))
         wait_until(lambda: platform.state()["requests"].get("start"), "the start")
         support.interrupt(process, signal.SIGTERM)
@@ -160,20 +157,8 @@ def an_interruption_while_the_password_is_awaited_ends_with_130():
         assert os.get_blocking(reading), "standard input is left non-blocking"
 
 
-def a_discarded_upload_is_gone_here_and_there():
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
-        client = Client(workspace, platform.address).sign_in()
-        row, file = "salt-row-1", workspace.make_file("Reel.mov", PARTS * PART)
-        interrupt_an_upload(platform, client, signal.SIGINT, row, file)
-        assert expect(DONE, client.run("discard", row, "--json")).records() == [{"event": "done", "key": row}]
-        assert client.run("interrupted").out == "No interrupted uploads.\n"
-        assert [upload["phase"] for upload in platform.uploads(row)] == ["aborted"]
-        assert platform.violations() == []
-
-
 def one_upload_of_a_key_runs_at_a_time():
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
         row, file = "salt-row-1", workspace.make_file("Reel.mov", 16 * PART)
         first = client.start("upload", ORG, PROJECT, row, file)
         wait_until(lambda: client.journal(row), "a journal")
@@ -186,8 +171,7 @@ def one_upload_of_a_key_runs_at_a_time():
 
 
 def everything_said_to_programs_is_a_record_a_line():
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=[SLOW]) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
         listings = ["orgs"], ["projects", ORG], ["deliverables", ORG, PROJECT], ["assets", ORG], ["bin", ORG], ["site"]
         counts = {words[0]: len(expect(DONE, client.run(*words, "--json")).records()) for words in listings}
         assert counts == {"orgs": 4, "projects": 4, "deliverables": 21, "assets": 158, "bin": 232, "site": 1}, counts
@@ -204,8 +188,7 @@ def everything_said_to_programs_is_a_record_a_line():
 
 
 def a_reader_that_leaves_or_a_full_disk_is_no_crash():
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in() as (workspace, platform, client):
         reading, writing = os.pipe()
         process = client.start("assets", ORG, stdout=writing)
         os.close(reading)
@@ -220,8 +203,7 @@ def a_reader_that_leaves_or_a_full_disk_is_no_crash():
 
 support.main(wrong_usage_ends_with_2, nobody_signed_in_ends_with_3, a_question_of_the_platform_ends_with_4,
              no_platform_ends_with_5, what_cannot_be_sent_ends_with_1, an_interruption_ends_with_130_and_loses_nothing,
-             an_upload_that_is_stopped_leaves_nothing_here_and_there, a_failed_upload_is_tried_again_and_says_when,
+             stopped_or_discarded_an_upload_leaves_nothing_here_and_there, a_failed_upload_is_tried_again_and_says_when,
              an_interruption_before_the_platform_answers_leaves_nothing_behind,
-             an_interruption_while_the_password_is_awaited_ends_with_130,
-             a_discarded_upload_is_gone_here_and_there, one_upload_of_a_key_runs_at_a_time,
+             an_interruption_while_the_password_is_awaited_ends_with_130, one_upload_of_a_key_runs_at_a_time,
              everything_said_to_programs_is_a_record_a_line, a_reader_that_leaves_or_a_full_disk_is_no_crash)

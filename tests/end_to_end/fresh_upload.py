@@ -1,20 +1,20 @@
 #!/usr/bin/env python3
 """A file goes up and is filed, whatever it is called; several go into the bin."""
 import support
-from support import DONE, FAILED, ORG, PROJECT, Client, Platform, Workspace, digest, expect
+from support import DONE, FAILED, ORG, PROJECT, digest, expect, signed_in
 
 PART = 1 << 20
 NAMES = {
     "salt-row-1": "Mäster 100%20 “v2” #1?&+.mov",
     "salt-row-7": "[a,b].wav",
     "salt row 2 of many": "-ö 映画🎬.mp4",
+    "salt-row-4": "Reel v5.wav",  # has a file already, which is replaced
 }
 
 
 def files_with_odd_names_are_filed_as_they_are():
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART)) as platform:
-        client = Client(workspace, platform.address).sign_in()
-        for size, (row, name) in zip((5 * PART, 5 * PART + 1, 1), NAMES.items()):
+    with signed_in("--part-size", str(PART)) as (workspace, platform, client):
+        for size, (row, name) in zip((5 * PART, 5 * PART + 1, 1, 70_001), NAMES.items()):
             file = workspace.make_file(name, size)
             result = expect(DONE, client.upload(row, file))
             assert result.error == "" and "\r" not in result.out and len(result.out.splitlines()) == 2, result
@@ -26,17 +26,8 @@ def files_with_odd_names_are_filed_as_they_are():
                 part["times"] == 1 for part in upload["parts"].values()), upload
 
 
-def an_earlier_file_of_a_row_is_replaced():
-    with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address).sign_in()
-        file = workspace.make_file("Reel v5.wav", 70_001)
-        expect(DONE, client.upload("salt-row-4", file, "--json"))
-        support.expect_filed(platform, client, "salt-row-4", file)
-
-
 def files_go_into_the_bin_together():
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART)) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in("--part-size", str(PART)) as (workspace, platform, client):
         first, last = workspace.make_file("Day 1 100%.mov", 3 * PART + 7), workspace.make_file("[x].mov", PART, seed=2)
         result = expect(FAILED, client.run("upload-bin", ORG, "--folder", "New & old", first, workspace.path, last))
         assert f"“{workspace.path}” is a folder. Only files can be sent." in result.error, result
@@ -49,5 +40,4 @@ def files_go_into_the_bin_together():
         assert not list(client.journals().iterdir())
 
 
-support.main(files_with_odd_names_are_filed_as_they_are, an_earlier_file_of_a_row_is_replaced,
-             files_go_into_the_bin_together)
+support.main(files_with_odd_names_are_filed_as_they_are, files_go_into_the_bin_together)

@@ -10,7 +10,7 @@ import random
 import time
 
 import support
-from support import DONE, ORG, Client, Platform, Workspace
+from support import DONE, ORG, signed_in
 
 PART, PARTS = 64 << 10, 40
 PROJECT = "long-tide"  # it has rows enough
@@ -125,8 +125,7 @@ def killed_at_random_moments_it_always_goes_on():
     print(f"{ROUNDS} kills, PALVERA_KILL_SEED={SEED}", flush=True)
     moments = collections.Counter()
     files = 0
-    with Workspace() as workspace, Platform(workspace, "--part-size", str(PART), rules=SLOW) as platform:
-        client = Client(workspace, platform.address).sign_in()
+    with signed_in("--part-size", str(PART), rules=SLOW) as (workspace, platform, client):
         longest = whole_run_seconds(platform, client, workspace)
         while moments.total() < ROUNDS:
             files += 1

@@ -3,6 +3,7 @@
 Each test has a folder of its own, which holds the platform's data and the client's homes. Nothing is looked for
 elsewhere, and every process that is started is ended by whoever started it.
 """
+import contextlib
 import hashlib
 import json
 import os
@@ -171,6 +172,13 @@ class Client:
             return json.loads((self.journals() / f"{key}.json").read_text())
         except FileNotFoundError:
             return None
+
+
+@contextlib.contextmanager
+def signed_in(*options, rules=()):
+    """A folder, a platform and a client with which somebody has signed in there."""
+    with Workspace() as workspace, Platform(workspace, *options, rules=rules) as platform:
+        yield workspace, platform, Client(workspace, platform.address).sign_in()
 
 
 def digest(path):
