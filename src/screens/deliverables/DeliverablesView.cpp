@@ -193,31 +193,10 @@ void DeliverablesView::clear()
     setFilter({.search = m_filter.search});
 }
 
-void DeliverablesView::setSearch(const QString& search)
+void DeliverablesView::choose(QString DeliverableFilter::*what, const QString& value)
 {
     auto filter = m_filter;
-    filter.search = search;
-    setFilter(std::move(filter));
-}
-
-void DeliverablesView::setFamily(const QString& family)
-{
-    auto filter = m_filter;
-    filter.family = family;
-    setFilter(std::move(filter));
-}
-
-void DeliverablesView::setStatus(const QString& status)
-{
-    auto filter = m_filter;
-    filter.status = status;
-    setFilter(std::move(filter));
-}
-
-void DeliverablesView::setLanguage(const QString& language)
-{
-    auto filter = m_filter;
-    filter.language = language;
+    filter.*what = value;
     setFilter(std::move(filter));
 }
 

@@ -85,13 +85,13 @@ public:
     /// Why the last load failed, for the user; empty when it did not.
     QString error() const { return m_failure ? describe(m_failure) : QString(); }
     const QString& search() const { return m_filter.search; }
-    void setSearch(const QString& search);
+    void setSearch(const QString& search) { choose(&DeliverableFilter::search, search); }
     const QString& family() const { return m_filter.family; }
-    void setFamily(const QString& family);
+    void setFamily(const QString& family) { choose(&DeliverableFilter::family, family); }
     const QString& status() const { return m_filter.status; }
-    void setStatus(const QString& status);
+    void setStatus(const QString& status) { choose(&DeliverableFilter::status, status); }
     const QString& language() const { return m_filter.language; }
-    void setLanguage(const QString& language);
+    void setLanguage(const QString& language) { choose(&DeliverableFilter::language, language); }
     /// "All", "Filled" or "Empty".
     QString filled() const;
     void setFilled(const QString& filled);
@@ -129,6 +129,7 @@ private:
     Task<void> loadAfterUpload();
     void loadSoonAfterUpload();
     void take(DeliverableCards cards);
+    void choose(QString DeliverableFilter::*what, const QString& value);
     void setFilter(DeliverableFilter filter);
     void showRows(bool refreshing);
     void updateMoving();
