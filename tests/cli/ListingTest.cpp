@@ -1,68 +1,69 @@
 #include "cli/Listing.h"
 
+#include "support/Json.h"
 #include "support/QtPrinting.h"
 
 #include <gmock/gmock.h>
 
 namespace palvera::cli {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
 using testing::ElementsAre;
 
+TEST(Table, alignsByCellsShortensTheWidestFirstAndNeverAnIdentifier)
+{
+    const auto columns = listingOf(std::vector<Journal>{}).columns; // two of the five are quantities
+    EXPECT_EQ(
+        tableLines(columns, {{"a", "1 KB", "2 KB", "映画", "Salt"}, {"bcd", "15.2 KB", "1.0 GB", "x"}}, {}),
+        QStringList({"KEY     SENT      OF  FILE  TO", "a       1 KB    2 KB  映画  Salt", "bcd  15.2 KB  1.0 GB  x"}));
+    EXPECT_EQ(tableLines(columns, {{"a\nb", "", "", "\x1b]0;title\x07"}}, {})[1], "a b            �]0;title�");
+    const QStringList row{"identifier-0123456789", "1 KB", "2 KB", "A rather long name", "The Long Tide"};
+    EXPECT_EQ(tableLines(columns, {row}, 58)[1], "identifier-0123456789  1 KB  2 KB  A rather …  The Long T…");
+    EXPECT_EQ(tableLines(columns, {row}, 10)[1], "identifier-0123456789  1 KB  2 KB  A rat…  The L…");
+}
+
 TEST(Listing, ofDeliverablesTellsTitleAndFiledFile)
 {
-    Deliverable row{.id = u"d"_s,
-                    .label = u"Picture master"_s,
-                    .status = u"delivered"_s,
-                    .language = u"en"_s,
-                    .titleName = u"Salt"_s,
-                    .spec = QMap<QString, QString>{{u"assetFilename"_s, u"salt.mov"_s}}};
+    Deliverable row{.id = "d", .label = "Master", .status = "delivered", .language = "en", .titleName = "Salt"};
+    row.spec = QMap<QString, QString>{{"assetFilename", "salt.mov"}};
     auto listing = listingOf(QList<Deliverable>{row});
-    EXPECT_THAT(listing.rows[0],
-                ElementsAre(u"d"_s, u"delivered"_s, u"Picture master"_s, u"en"_s, u"Salt"_s, u"salt.mov"_s));
-    EXPECT_EQ(listing.records[0][u"spec"_s][u"assetFilename"_s], u"salt.mov"_s);
+    EXPECT_THAT(listing.rows[0], ElementsAre("d", "delivered", "Master", "en", "Salt", "salt.mov"));
+    EXPECT_EQ(listing.records[0], row.toJson());
 }
 
 TEST(Listing, ofAssetsFindsEachFilesProject)
 {
-    OrgAssetFile known{.key = u"k1"_s, .rowId = u"d1"_s, .filename = u"a.mov"_s, .byteSize = 70'000'000};
-    OrgAssetFile orphan{.key = u"k2"_s, .rowId = u"d2"_s, .label = u"Trailer"_s, .deliveredAt = u"soon"_s};
-    OrgAssetRow row{.deliverable = {.id = u"d1"_s}, .projectId = u"p"_s, .projectName = u"Salt"_s};
+    OrgAssetFile known{.key = "k1", .rowId = "d1", .filename = "a.mov", .byteSize = 70'000'000};
+    OrgAssetFile orphan{.key = "k2", .rowId = "d2", .label = "Trailer", .deliveredAt = "soon"};
+    OrgAssetRow row{.deliverable = {.id = "d1"}, .projectId = "p", .projectName = "Salt"};
     auto listing = listingOf(QList{known, orphan}, {row});
-    EXPECT_THAT(listing.rows[0], ElementsAre(u"d1"_s, u"a.mov"_s, u""_s, u"70.0 MB"_s, u""_s, u"Salt"_s));
-    EXPECT_THAT(listing.rows[1], ElementsAre(u"d2"_s, u"Trailer"_s, u""_s, u""_s, u"soon"_s, u""_s));
-    EXPECT_EQ(listing.records[0][u"projectId"_s], u"p"_s);
-    EXPECT_FALSE(listing.records[1].contains(u"projectId"_s));
-    EXPECT_FALSE(listing.records[1].contains(u"byteSize"_s));
+    EXPECT_THAT(listing.rows[0], ElementsAre("d1", "a.mov", "", "70.0 MB", "", "Salt"));
+    EXPECT_THAT(listing.rows[1], ElementsAre("d2", "Trailer", "", "", "soon", ""));
+    EXPECT_EQ(listing.records[0], jsonObject(R"({"key":"k1","rowId":"d1","object":"","family":"","filename":"a.mov",
+        "byteSize":70000000,"projectId":"p","projectName":"Salt"})"));
+    EXPECT_EQ(listing.records[1], jsonObject(R"({"key":"k2","rowId":"d2","object":"","family":"","label":"Trailer",
+        "deliveredAt":"soon"})"));
 }
 
 TEST(Listing, ofABinFolderNamesFoldersByTheirWholePath)
 {
-    auto listing = listingOf(u"a/"_s, {u"a/b/"_s, u"c/"_s}, {{.key = u"a/x.mov"_s, .name = u"x.mov"_s}});
-    EXPECT_EQ(listing.records[0], (QJsonObject{{u"folder"_s, u"a/b/"_s}}));
-    EXPECT_EQ(listing.records[1], (QJsonObject{{u"folder"_s, u"a/c/"_s}}));
-    EXPECT_EQ(listing.rows[2][0], u"a/x.mov"_s);
+    auto listing = listingOf("a/", {"a/b/", "c/"}, {{.key = "a/x.mov", .name = "x.mov", .size = 5}});
+    EXPECT_EQ(listing.records[0], jsonObject(R"({"folder":"a/b/"})"));
+    EXPECT_EQ(listing.records[1], jsonObject(R"({"folder":"a/c/"})"));
+    EXPECT_EQ(listing.records[2], jsonObject(R"({"key":"a/x.mov","name":"x.mov","size":5})"));
+    EXPECT_EQ(listing.rows[2][0], "a/x.mov");
 }
 
 TEST(Listing, ofJournalsCountsConfirmedBytesUpToTheFilesSize)
 {
-    Journal journal{
-        .key = u"k"_s, .orgId = u"o"_s, .projectId = u"p"_s, .partSize = 1000, .partCount = 2, .byteSize = 1500};
-    journal.filePath = u"/a/b.mov"_s;
-    journal.done = {{1, u"x"_s}, {2, u"y"_s}};
-    auto listing = listingOf(std::vector{journal});
-    EXPECT_EQ(listing.records[0], (QJsonObject{{u"key"_s, u"k"_s},
-                                               {u"file"_s, u"/a/b.mov"_s},
-                                               {u"sent"_s, 1500},
-                                               {u"total"_s, 1500},
-                                               {u"orgId"_s, u"o"_s},
-                                               {u"projectId"_s, u"p"_s},
-                                               {u"deliverableId"_s, u"k"_s}}));
-    journal.target = TransferTarget::Bin{.orgId = u"o"_s, .folder = u"f/"_s};
-    EXPECT_EQ(listingOf(std::vector{journal}).records[0][u"folder"_s], u"f/"_s);
+    Journal journal{.key = "k", .orgId = "o", .projectId = "p", .partSize = 1000, .partCount = 2, .byteSize = 1500};
+    journal.filePath = "/a/b.mov";
+    journal.done = {{1, "x"}, {2, "y"}};
+    EXPECT_EQ(listingOf(std::vector{journal}).records[0], jsonObject(R"({"key":"k","file":"/a/b.mov","sent":1500,
+        "total":1500,"orgId":"o","projectId":"p","deliverableId":"k"})"));
+    journal.target = TransferTarget::Bin{.orgId = "o", .folder = "f/"};
+    EXPECT_EQ(listingOf(std::vector{journal}).records[0]["folder"], "f/");
 }
 
 } // namespace

@@ -1,11 +1,11 @@
 #include "cli/Output.h"
 
 #include "TestStream.h"
+#include "cli/DisplayText.h"
+#include "support/Json.h"
 #include "support/QtPrinting.h"
 
 #include <gmock/gmock.h>
-
-#include <QJsonDocument>
 
 namespace palvera::cli {
 
@@ -13,111 +13,128 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const Listing orgs = listingOf(QList<Org>{{.id = u"o1"_s, .name = u"Northlight\nPictures"_s}});
+struct OutputTest : testing::Test {
+    TestStream out, error;
+    Output text{Output::Style::text, out, error}, json{Output::Style::json, out, error};
+    const ProgressView half{.name = "a", .sent = 1000, .total = 2000};
 
-class OutputTest : public testing::Test {
-protected:
-    QJsonObject lastRecord() const
-    {
-        return QJsonDocument::fromJson(m_out.written.split('\n').at(m_out.written.count('\n') - 1)).object();
-    }
-
-    TestStream m_out;
-    TestStream m_error;
-    Output m_text{Output::Style::text, m_out, m_error};
-    Output m_json{Output::Style::json, m_out, m_error};
+    /// What was written since the last look.
+    QByteArray shown() { return std::exchange(out.written, {}); }
+    QByteArray shownAsError() { return std::exchange(error.written, {}); }
 };
 
 TEST_F(OutputTest, showsAListingAsATableOrAsRecords)
 {
-    m_text.show(orgs);
-    EXPECT_EQ(std::exchange(m_out.written, {}), "ORG  NAME\no1   Northlight Pictures\n");
-    m_json.show(orgs);
-    EXPECT_EQ(m_out.written, "{\"id\":\"o1\",\"name\":\"Northlight\\nPictures\"}\n");
+    const QList<Org> orgs{{.id = "o1", .name = "Northlight\nPictures"}};
+    text.show(listingOf(orgs));
+    EXPECT_EQ(shown(), "ORG  NAME\no1   Northlight Pictures\n");
+    text.show(listingOf(QList<Org>{}));
+    EXPECT_EQ(shown(), "No organisation shares work with you.\n");
+    json.show(listingOf(QList<Org>{}));
+    EXPECT_EQ(shown(), "");
+    json.show(listingOf(orgs));
+    EXPECT_EQ(shown(), "{\"id\":\"o1\",\"name\":\"Northlight\\nPictures\"}\n");
 }
 
-TEST_F(OutputTest, saysThatAListingIsEmptyToPeopleOnly)
+TEST_F(OutputTest, tellsFailuresOnTheErrorStreamAndProgramsOfEachEvent)
 {
-    m_text.show(listingOf(QList<Org>{}));
-    EXPECT_EQ(std::exchange(m_out.written, {}), "No organisation shares work with you.\n");
-    m_json.show(listingOf(QList<Org>{}));
-    EXPECT_EQ(m_out.written, "");
+    text.fail("No.");
+    EXPECT_EQ(shown(), "");
+    EXPECT_EQ(shownAsError(), "palvera-cli: No.\n");
+    json.fail("No.", {{"key", "k"}});
+    EXPECT_EQ(shownAsError(), "palvera-cli: No.\n");
+    EXPECT_EQ(jsonObject(shown()), jsonObject(R"({"event":"failed","key":"k","message":"No."})"));
+    json.progress("k", half);
+    EXPECT_EQ(jsonObject(shown()), jsonObject(R"({"event":"progress","key":"k","sent":1000,"total":2000})"));
+    json.progress("k", {.name = "a", .sent = 10, .total = 20, .bytesPerSecond = 2.5});
+    EXPECT_EQ(jsonObject(shown())["rate"], 2.5);
 }
 
-TEST_F(OutputTest, tellsFailuresOnTheErrorStreamAndToProgramsAsAnEvent)
+TEST_F(OutputTest, redrawsProgressOnATerminalOnlyAndClearsItBeforeAnythingElse)
 {
-    m_text.fail(u"No."_s);
-    EXPECT_EQ(m_out.written, "");
-    EXPECT_EQ(std::exchange(m_error.written, {}), "palvera-cli: No.\n");
-    m_json.fail(u"No."_s, {{u"key"_s, u"k"_s}});
-    EXPECT_EQ(m_error.written, "palvera-cli: No.\n");
-    EXPECT_EQ(lastRecord(), (QJsonObject{{u"event"_s, u"failed"_s}, {u"key"_s, u"k"_s}, {u"message"_s, u"No."_s}}));
-}
-
-TEST_F(OutputTest, redrawsProgressOnATerminalAndClearsItBeforeAnythingElse)
-{
-    m_error.cells = 41;
-    m_text.progress(u"k"_s, {.name = u"a"_s, .sent = 1000, .total = 2000});
-    EXPECT_EQ(std::exchange(m_error.written, {}), "\r\x1b[Ka  [=======>       ]   50%  1 KB of 2 KB");
-    m_text.say(u"Done"_s, {});
-    EXPECT_EQ(std::exchange(m_error.written, {}), "\r\x1b[K");
-    m_text.say(u"More"_s, {});
-    EXPECT_EQ(m_error.written, "");
-    EXPECT_EQ(m_out.written, "Done\nMore\n");
-}
-
-TEST_F(OutputTest, redrawsNothingElsewhere)
-{
-    m_out.cells = 80; // the error stream is a file
-    m_text.progress(u"k"_s, {.name = u"a"_s, .sent = 1000, .total = 2000});
-    EXPECT_EQ(m_error.written + m_out.written, "");
+    out.cells = 80; // the error stream is a file
+    text.progress("k", half);
+    EXPECT_EQ(shownAsError() + shown(), "");
+    error.cells = 41;
+    text.progress("k", half);
+    EXPECT_EQ(shownAsError(), "\r\x1b[Ka  [=======>       ]   50%  1 KB of 2 KB");
+    text.say("Done", {});
+    EXPECT_EQ(shownAsError(), "\r\x1b[K");
+    text.say("More", {});
+    EXPECT_EQ(shownAsError(), "");
+    EXPECT_EQ(shown(), "Done\nMore\n");
 }
 
 TEST_F(OutputTest, keepsShowingTheRateOfTheSameUploadWhileItIsMeasuredAfresh)
 {
-    m_error.cells = 100;
-    m_text.progress(u"k"_s, {.name = u"a"_s, .sent = 1000, .total = 2000, .bytesPerSecond = 5e6});
-    m_text.progress(u"k"_s, {.name = u"a"_s, .sent = 1500, .total = 2000});
-    EXPECT_EQ(m_error.written.count("5.0 MB/s"), 2);
-    m_error.written.clear();
-    m_text.progress(u"other"_s, {.name = u"b"_s, .sent = 1500, .total = 2000});
-    EXPECT_EQ(m_error.written.count("5.0 MB/s"), 1) << "of the first";
+    error.cells = 100;
+    text.progress("k", {.name = "a", .sent = 1000, .total = 2000, .bytesPerSecond = 5e6});
+    text.progress("k", half);
+    EXPECT_EQ(shownAsError().count("5.0 MB/s"), 2);
+    text.progress("other", half);
+    EXPECT_EQ(shownAsError().count("5.0 MB/s"), 1) << "of the first";
 }
 
 TEST_F(OutputTest, showsOneLineForEachTransferUntilItEnds)
 {
-    m_error.cells = 60;
-    ProgressView half{.name = u"a"_s, .sent = 1000, .total = 2000};
-    m_text.progress(u"a"_s, half);
-    auto line = std::exchange(m_error.written, {}).mid(1);
-    m_text.progress(u"b"_s, half);
-    EXPECT_EQ(std::exchange(m_error.written, {}), '\r' + line + "\n\r" + line);
-    m_text.progress(u"a"_s, half);
-    EXPECT_EQ(std::exchange(m_error.written, {}), "\x1b[1A\r" + line + "\n\r" + line);
-    m_text.endProgress(u"a"_s);
-    EXPECT_EQ(std::exchange(m_error.written, {}), "\x1b[1A\r\x1b[J");
-    m_text.progress(u"b"_s, half);
-    EXPECT_EQ(m_error.written, '\r' + line);
+    error.cells = 60;
+    text.progress("a", half);
+    auto line = shownAsError().mid(1);
+    text.progress("b", half);
+    EXPECT_EQ(shownAsError(), '\r' + line + "\n\r" + line);
+    text.progress("a", half);
+    EXPECT_EQ(shownAsError(), "\x1b[1A\r" + line + "\n\r" + line);
+    text.endProgress("a");
+    EXPECT_EQ(shownAsError(), "\x1b[1A\r\x1b[J");
+    text.progress("b", half);
+    EXPECT_EQ(shownAsError(), '\r' + line);
 }
 
-TEST_F(OutputTest, reportsProgressToProgramsWithARateOnlyWhenItIsKnown)
+TEST(ProgressLine, showsWhatThereIsRoomFor)
 {
-    m_json.progress(u"k"_s, {.name = u"a"_s, .sent = 10, .total = 20});
-    EXPECT_EQ(lastRecord(),
-              (QJsonObject{{u"event"_s, u"progress"_s}, {u"key"_s, u"k"_s}, {u"sent"_s, 10}, {u"total"_s, 20}}));
-    m_json.progress(u"k"_s, {.name = u"a"_s, .sent = 10, .total = 20, .bytesPerSecond = 2.5});
-    EXPECT_EQ(lastRecord()[u"rate"_s], 2.5);
+    constexpr qint64 total = 2'000'000'000, quarter = total / 4;
+    const struct {
+        int cells;
+        qint64 sent;
+        std::optional<double> rate;
+        const char* text;
+    } cases[] = {
+        {100, 580'000'000, 100e6,
+         "Reel 1.mov  [==========>                          ]   29%  580.0 MB of 2.00 GB  100.0 MB/s  14s left"},
+        {79, quarter, 100e6, "Reel 1.mov  [====>           ]   25%  500.0 MB of 2.00 GB  100.0 MB/s  15s left"},
+        {69, quarter, 100e6, "Reel 1.mov  [======>                    ]   25%  100.0 MB/s  15s left"},
+        {50, quarter, 100e6, "Reel 1.mov  [=====>              ]   25%  15s left"},
+        {30, quarter, 100e6, "[===>        ]   25%  15s left"},
+        {10, quarter, 100e6, "25%"},
+        {2, quarter, 100e6, ""},
+        {70, 0, {}, "Reel 1.mov  [>                                ]    0%  0 KB of 2.00 GB"},
+        {70, quarter, 0.0, "Reel 1.mov  [=====>               ]   25%  500.0 MB of 2.00 GB  0 KB/s"},
+        {70, total - 1, {}, "Reel 1.mov  [=============================>]   99%  2.00 GB of 2.00 GB"},
+        {70, total, {}, "Reel 1.mov  [==============================]  100%  2.00 GB of 2.00 GB"},
+    };
+    for (const auto& [cells, sent, rate, text] : cases)
+        EXPECT_EQ(progressLine({.name = "Reel 1.mov", .sent = sent, .total = total, .bytesPerSecond = rate}, cells),
+                  text);
+    EXPECT_TRUE(progressLine({.name = {}, .sent = 0, .total = 0}, 80).contains("  0%"));
 }
 
-TEST(JsonLine, holdsNothingThatATerminalWouldObeyAndReadsBackTheSame)
+TEST(ProgressLine, isNeverTooWideForItsTerminal)
 {
-    const auto text = u"é映🎬 \x1b[1m \x7f \u009b31m \u202e \u2028 \"\\"_s;
-    auto line = jsonLine({{u"name"_s, text}});
+    ProgressView view{.name = QString(80, QChar(0x6620)), .sent = 1, .total = 3, .bytesPerSecond = 1e6};
+    for (int cells = 0; cells < 200; ++cells)
+        EXPECT_LE(cellsOf(progressLine(view, cells)), cells) << cells;
+    EXPECT_TRUE(progressLine(view, 199).contains("映…"));
+}
+
+TEST_F(OutputTest, aRecordHoldsNothingThatATerminalWouldObeyAndReadsBackTheSame)
+{
+    const auto name = u"é映🎬 \x1b[1m \x7f \u009b31m \u202e \u2028 \"\\"_s;
+    const auto line = jsonLine({{"name", name}});
     EXPECT_EQ(line.count('\n'), 1);
     for (auto forbidden : {"\x1b", "\x7f", "\xc2\x9b", "\xe2\x80\xae", "\xe2\x80\xa8"})
         EXPECT_FALSE(line.contains(forbidden)) << QByteArray(forbidden).toHex().constData();
     EXPECT_TRUE(line.contains("é映🎬"));
-    EXPECT_EQ(QJsonDocument::fromJson(line).object()[u"name"_s].toString(), text);
+    EXPECT_EQ(jsonObject(line)["name"], name);
 }
 
 } // namespace

@@ -2,10 +2,8 @@
 
 #include "http/TransportError.h"
 #include "service/Organisations.h"
-#include "service/SignInRecords.h"
 
-#include <boost/asio/bind_cancellation_slot.hpp>
-#include <boost/asio/cancellation_signal.hpp>
+#include <boost/asio/use_future.hpp>
 
 #include <thread>
 
@@ -14,41 +12,35 @@ namespace {
 
 using namespace std::chrono_literals;
 
-using APITest = ServiceTest;
+struct APITest : ServiceTest {
+    /// How `operation` ends that is cancelled after a second, while its request is under way.
+    std::exception_ptr cutShort(Task<void> operation)
+    {
+        client.latency = 1h;
+        Outcome<void> end;
+        simulation.run(firstOf(detail::keepOutcome(std::move(operation), end), simulation.clock.sleep(1s)));
+        EXPECT_EQ(simulation.clock.elapsed(), 1s);
+        EXPECT_EQ(client.inFlight(), 0);
+        return end.failure;
+    }
+};
 
 TEST_F(APITest, servesTheSiteUnlessTheEnvironmentNamesAnAddress)
 {
-    for (const char* ignored : {"", "not an address", "ftp://host/api", "localhost:8080"}) {
-        const ScopedVariable variable("PV_API", ignored);
-        api.setSite(Site::live);
-        EXPECT_EQ(api.makeURL("me"), baseURL(Site::live).toUtf8() + "/me") << ignored;
-        api.setSite(Site::qa);
-        EXPECT_EQ(api.makeURL("me"), baseURL(Site::qa).toUtf8() + "/me") << ignored;
-    }
-    {
-        const ScopedVariable variable("PV_API", "http://127.0.0.1:8080/api");
-        EXPECT_EQ(api.makeURL("me"), "http://127.0.0.1:8080/api/me");
-        api.setSite(Site::live);
-        EXPECT_EQ(api.makeURL("me"), "http://127.0.0.1:8080/api/me");
-        EXPECT_EQ(api.site(), Site::live);
-    }
-    const ScopedVariable variable("PV_API", {});
-    EXPECT_EQ(api.makeURL("me"), baseURL(Site::live).toUtf8() + "/me");
-}
-
-TEST_F(APITest, theSignInPageStandsAtTheHostOfTheService)
-{
-    const struct {
-        const char* base;
-        const char* page;
-    } cases[] = {
-        {"https://host/api", "https://host/sign-in?native=1"},
-        {"http://127.0.0.1:8080", "http://127.0.0.1:8080/sign-in?native=1"},
-        {"https://host/a/b/?c=d#e", "https://host/sign-in?native=1"},
+    const auto expectAddresses = [this](const QByteArray& me, const QByteArray& signInPage) {
+        EXPECT_EQ(api.makeURL("me"), me);
+        EXPECT_EQ(api.signInPageURL(), signInPage);
     };
-    for (const auto& each : cases) {
-        const ScopedVariable variable("PV_API", each.base);
-        EXPECT_EQ(api.signInPageURL(), each.page);
+    const std::optional<QByteArray> ignored[] = {{}, "", "not an address", "ftp://host/api", "localhost:8080"};
+    for (const Site site : allSites) {
+        api.setSite(site);
+        const auto origin = baseAddress(site).origin;
+        for (const auto& value : ignored) {
+            const ScopedVariable variable("PV_API", value);
+            expectAddresses(origin + "/api/me", origin + "/sign-in?native=1");
+        }
+        const ScopedVariable named("PV_API", "http://127.0.0.1:8080/a/b/?c=d#e");
+        expectAddresses("http://127.0.0.1:8080/a/b/me?c=d", "http://127.0.0.1:8080/sign-in?native=1");
     }
 }
 
@@ -57,19 +49,18 @@ TEST_F(APITest, asksForJsonAndSaysWhenItSendsSome)
     client.answer(200, "whatever it says");
     client.answer(204);
     EXPECT_EQ(simulation.run(api.send("a b", "GET")), "whatever it says");
-    EXPECT_EQ(lastRequest(), "GET https://service.test/api/a%20b");
+    EXPECT_EQ(lastRequest(), "GET a%20b");
     EXPECT_EQ(client.requests().back().headers, HttpHeaders({{"Accept", "application/json"}}));
-    EXPECT_EQ(lastBody(), "");
     EXPECT_EQ(client.requests().back().idleTimeout, 60s);
 
     EXPECT_EQ(simulation.run(api.send("a", "POST", QJsonObject{{"b", "c/d"}})), "");
-    EXPECT_EQ(lastRequest(), "POST https://service.test/api/a");
+    EXPECT_EQ(lastRequest(), "POST a");
     EXPECT_EQ(client.requests().back().headers,
               HttpHeaders({{"Accept", "application/json"}, {"Content-Type", "application/json"}}));
     EXPECT_EQ(lastBody(), R"({"b":"c/d"})");
 }
 
-TEST_F(APITest, everyOtherStatusIsAnError)
+TEST_F(APITest, everyStatusButFrom200To299IsAnError)
 {
     const struct {
         int status;
@@ -80,59 +71,30 @@ TEST_F(APITest, everyOtherStatusIsAnError)
         {404, R"({"message":"Not found","error":"not_found"})", "Not found", "not_found"},
         {409, R"({"message":"Twice","other":"x"})", "Twice", {}},
         {500, "<html>", "The platform answered 500.", {}},
-        {502, "", "The platform answered 502.", {}},
         {400, R"({"message":"Bad","error":"bad","line":1})", "The platform answered 400.", {}},
         {400, R"({"message":"Bad","detail":null})", "The platform answered 400.", {}},
         {400, R"({"error":"bad"})", "The platform answered 400.", "bad"},
         {400, R"({"message":""})", "", {}},
-        {400, R"(["message"])", "The platform answered 400.", {}},
-        {401, "{}", "The platform answered 401.", {}},
-        {302, "", "The platform answered 302.", {}},
         {199, "", "The platform answered 199.", {}},
         {300, "", "The platform answered 300.", {}},
     };
     for (const auto& each : cases) {
         client.answer(each.status, each.body);
-        const auto error = failureOf<APIError>(api.send("me", "GET"));
+        const auto error = failureOf<APIError>(api.post("me"));
         EXPECT_EQ(error.status(), each.status);
         EXPECT_EQ(error.message(), each.message) << each.body;
         EXPECT_EQ(error.code(), each.code) << each.body;
     }
 }
 
-TEST_F(APITest, statusesFrom200To299AreAnswers)
-{
-    for (const int status : {200, 201, 299}) {
-        client.answer(status, "{}");
-        EXPECT_EQ(simulation.run(api.send("me", "GET")), "{}") << status;
-    }
-}
-
-TEST_F(APITest, aTransportFailurePassesThrough)
-{
-    client.fail(std::make_exception_ptr(TransportError(TransportError::Kind::tls, "No trust.")));
-    const auto error = failureOf<TransportError>(api.fetch<Orgs>("orgs"));
-    EXPECT_EQ(error.kind(), TransportError::Kind::tls);
-    EXPECT_EQ(error.text(), "No trust.");
-}
-
-TEST_F(APITest, fetchDecodesTheWholeAnswer)
+TEST_F(APITest, fetchDecodesTheWholeAnswerOrFails)
 {
     client.answer(200, R"({"orgs":[{"id":"o","name":"N"}]})");
     EXPECT_EQ(simulation.run(api.fetch<Orgs>("orgs")).orgs, QList<Org>({{.id = "o", .name = "N"}}));
-    client.answer(200, R"({"orgs":[{"id":"o"}]})");
-    EXPECT_EQ(failureOf<DecodingError>(api.fetch<Orgs>("orgs")).key(), "orgs[0].name");
     client.answer(200, "<html>");
     EXPECT_EQ(failureOf<DecodingError>(api.fetch<Orgs>("orgs")).key(), "");
-}
-
-TEST_F(APITest, postIgnoresWhatTheAnswerHoldsButNotItsStatus)
-{
-    client.answer(200, "<html>");
-    simulation.run(api.post("auth/login"));
-    EXPECT_EQ(lastRequest(), "POST https://service.test/api/auth/login");
-    client.answer(403);
-    EXPECT_EQ(failureOf<APIError>(api.post("auth/login")).status(), 403);
+    client.fail(std::make_exception_ptr(TransportError(TransportError::Kind::tls, "No trust.")));
+    EXPECT_EQ(failureOf<TransportError>(api.fetch<Orgs>("orgs")).kind(), TransportError::Kind::tls);
 }
 
 TEST_F(APITest, requestsOverlap)
@@ -144,23 +106,11 @@ TEST_F(APITest, requestsOverlap)
     simulation.run(api.post("b"));
     simulation.settle();
     EXPECT_EQ(client.mostInFlight(), 4);
-    EXPECT_EQ(simulation.clock.elapsed(), 2s);
 }
 
 TEST_F(APITest, cancellingCutsTheRequestOff)
 {
-    client.latency = 1h;
-    boost::asio::cancellation_signal stop;
-    std::exception_ptr failure;
-    boost::asio::co_spawn(
-        simulation.executor(), api.post("slow"),
-        boost::asio::bind_cancellation_slot(stop.slot(), [&](std::exception_ptr ended) { failure = ended; }));
-    simulation.runUntil([&] { return client.inFlight() == 1; });
-    stop.emit(boost::asio::cancellation_type::terminal);
-    simulation.settle();
-    EXPECT_TRUE(isCancellation(failure));
-    EXPECT_EQ(client.inFlight(), 0);
-    EXPECT_EQ(simulation.clock.elapsed(), 0s);
+    EXPECT_TRUE(isCancellation(cutShort(api.post("slow"))));
 }
 
 /// Remembers on which thread it was decoded.
@@ -176,48 +126,31 @@ TEST_F(APITest, decodesOnItsOwnExecutor)
     API elsewhere({.client = client, .executor = engine.get_executor()});
     client.answer(200, "{}");
     boost::asio::io_context caller;
-    std::thread::id decodedOn;
-    std::thread::id resumedOn;
-    boost::asio::co_spawn(caller, elsewhere.fetch<Witness>("me"), [&](std::exception_ptr failure, Witness witness) {
-        EXPECT_EQ(failure, nullptr);
-        decodedOn = witness.thread;
-        resumedOn = std::this_thread::get_id();
-    });
+    auto witness = boost::asio::co_spawn(caller, elsewhere.fetch<Witness>("me"), boost::asio::use_future);
     caller.run();
     engine.join();
-    EXPECT_EQ(resumedOn, std::this_thread::get_id());
-    EXPECT_NE(decodedOn, std::this_thread::get_id());
-    EXPECT_NE(decodedOn, std::thread::id());
+    EXPECT_NE(witness.get().thread, std::this_thread::get_id());
 }
 
 TEST_F(APITest, signingOutForgetsTheCookiesWhateverThePlatformSays)
 {
-    client.answer(200);
-    simulation.run(api.signOut());
-    EXPECT_EQ(lastRequest(), "POST https://service.test/api/auth/logout");
-    EXPECT_EQ(cookiesCleared, 1);
-
-    client.answer(500);
-    simulation.run(api.signOut());
-    EXPECT_EQ(cookiesCleared, 2);
-
-    client.fail(std::make_exception_ptr(TransportError(TransportError::Kind::noNetwork, "No network.")));
-    simulation.run(api.signOut());
-    EXPECT_EQ(cookiesCleared, 3);
+    for (const int status : {200, 500, 0}) {
+        const int before = cookiesCleared;
+        client.handler = [&](const HttpRequest&) {
+            EXPECT_EQ(cookiesCleared, before) << "without its cookie the platform cannot end the session";
+            if (status == 0)
+                throw TransportError(TransportError::Kind::noNetwork, "No network.");
+            return HttpResponse{.status = status};
+        };
+        simulation.run(api.signOut());
+        EXPECT_EQ(lastRequest(), "POST auth/logout");
+        EXPECT_EQ(cookiesCleared, before + 1);
+    }
 }
 
 TEST_F(APITest, signingOutForgetsTheCookiesAlsoWhenItIsCutShort)
 {
-    client.latency = 1h;
-    boost::asio::cancellation_signal stop;
-    bool ended = false;
-    boost::asio::co_spawn(simulation.executor(), api.signOut(),
-                          boost::asio::bind_cancellation_slot(stop.slot(), [&](std::exception_ptr) { ended = true; }));
-    simulation.runUntil([&] { return client.inFlight() == 1; });
-    EXPECT_EQ(cookiesCleared, 0);
-    stop.emit(boost::asio::cancellation_type::terminal);
-    simulation.settle();
-    EXPECT_TRUE(ended);
+    cutShort(api.signOut());
     EXPECT_EQ(cookiesCleared, 1);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "async/TaskGroup.h"
 #include "service/API.h"
 #include "support/FakeHttpClient.h"
 #include "support/Json.h"
@@ -19,24 +20,19 @@ struct ServiceTest : testing::Test {
     int cookiesCleared = 0;
     API api{{.client = client, .executor = simulation.executor(), .clearCookies = [this] { ++cookiesCleared; }}};
 
-    /// What the last request asked for, such as "GET https://service.test/api/orgs".
-    QByteArray lastRequest() const
+    /// What the last request asked for, such as "GET orgs", and the body that it sent.
+    std::string lastRequest() const
     {
-        return client.requests().empty() ? "none"
-                                         : client.requests().back().method + ' ' + client.requests().back().url;
+        const auto& request = client.requests().back();
+        return (request.method + ' ' + QByteArray(request.url).replace("https://service.test/api/", "")).toStdString();
     }
-    QByteArray lastBody() const { return client.requests().empty() ? "none" : client.requests().back().body; }
+    QByteArray lastBody() const { return client.requests().back().body; }
 
-    /// The failure of type `Failure` with which `operation` ends.
+    /// The failure of type `Failure` with which `operation` ends; fails the test when it does not.
     template <class Failure, class T>
     Failure failureOf(Task<T> operation)
     {
-        try {
-            simulation.run(std::move(operation));
-        } catch (const Failure& failure) {
-            return failure;
-        }
-        throw std::logic_error("the operation did not fail");
+        return failureAs<Failure>(simulation.run(outcomeOf(std::move(operation))).failure).value();
     }
 };
 

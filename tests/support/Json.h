@@ -1,7 +1,8 @@
 #pragma once
 
+#include "service/JsonReader.h"
+
 #include <QJsonDocument>
-#include <QJsonObject>
 
 #include <stdexcept>
 
@@ -21,6 +22,18 @@ template <class Record>
 Record decoded(const QByteArray& text)
 {
     return Record::fromJson(jsonObject(text));
+}
+
+/// Which member keeps `text` from being a `Record`: the way to it, and what is wrong; "nothing" when it is one.
+template <class Record>
+std::string faultIn(const QByteArray& text)
+{
+    try {
+        decoded<Record>(text);
+    } catch (const DecodingError& error) {
+        return (error.key() + QStringLiteral(": ") + error.text()).toStdString();
+    }
+    return "nothing";
 }
 
 } // namespace palvera

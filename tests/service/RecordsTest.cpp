@@ -1,0 +1,151 @@
+#include "service/AssetRecords.h"
+#include "service/BinRecords.h"
+#include "service/Organisations.h"
+#include "service/SignInRecords.h"
+#include "support/Json.h"
+#include "support/QtPrinting.h"
+
+#include <gmock/gmock.h>
+
+namespace palvera {
+namespace {
+
+TEST(RecordsTest, whatIsNeededMustBeThereAndOfItsType)
+{
+    const struct {
+        std::string (*faultIn)(const QByteArray&);
+        const char* text;
+        const char* fault;
+    } cases[] = {
+        {faultIn<Orgs>, R"({"orgs":[{"id":"o","name":"N"},{"id":"o"}]})", "orgs[1].name: “name” is missing."},
+        {faultIn<Orgs>, R"({"orgs":[{"id":"o","name":"N"},3]})", "orgs[1]: “orgs[1]” is not what it should be."},
+        {faultIn<Orgs>, R"({"orgs":{}})", "orgs: “orgs” is not what it should be."},
+        {faultIn<Org>, R"({"id":"o","name":"N","slug":1})", "slug: “slug” is not what it should be."},
+        {faultIn<Projects>, R"({"projects":[{"id":1,"name":"N"}]})", "projects[0].id: “id” is not what it should be."},
+        {faultIn<Project>, R"({"id":"p"})", "name: “name” is missing."},
+        {faultIn<Deliverables>, R"({"deliverables":[{"id":"d"},{}]})", "deliverables[1].id: “id” is missing."},
+        {faultIn<OrgAssetFile>, R"({"key":"k"})", "rowId: “rowId” is missing."},
+        {faultIn<OrgAssetFile>, R"({"rowId":"r"})", "key: “key” is missing."},
+        {faultIn<OrgAssetRow>, R"({"id":"d"})", "projectId: “projectId” is missing."},
+        {faultIn<OrgAssetsPage>, R"({"rows":[],"total":0,"page":1,"pageSize":60})", "files: “files” is missing."},
+        {faultIn<OrgAssetsPage>, R"({"files":[],"total":0,"page":1,"pageSize":60})", "rows: “rows” is missing."},
+        {faultIn<BinObject>, R"({"name":"n"})", "key: “key” is missing."},
+        {faultIn<BinPage>, R"({"folders":[]})", "objects: “objects” is missing."},
+        {faultIn<BinPage>, R"({"objects":[],"nextCursor":1})", "nextCursor: “nextCursor” is not what it should be."},
+        {faultIn<BinDownload>, R"({"filename":"f"})", "url: “url” is missing."},
+        {faultIn<SignedURL>, R"({"url":null})", "url: “url” is missing."},
+        {faultIn<Me>, R"({"user":{"id":"u"}})", "user.email: “email” is missing."},
+        {faultIn<SignedIn>, R"({"user":null})", "user: “user” is missing."},
+        {faultIn<AuthConfig>, R"({"devAuth":true})", "workos: “workos” is missing."},
+        {faultIn<SignInStep>, R"({"next":"sso"})", "url: The single sign-on step named no address."},
+        {faultIn<SignInStep>, R"({"next":"sso","url":"here"})", "url: The single sign-on step named no address."},
+        {faultIn<SignInStep>, R"({"next":"sso","url":1})", "url: “url” is not what it should be."},
+        {faultIn<SignInStep>, R"({"next":"dance"})", "next: An unknown sign-in step: dance."},
+        {faultIn<SignInStep>, R"({"next":null})", "next: An unknown sign-in step: none."},
+        {faultIn<SignInStep>, R"({"next":"enrol_totp","qrCode":"q"})", "secret: “secret” is missing."},
+    };
+    for (const auto& each : cases)
+        EXPECT_EQ(each.faultIn(each.text), each.fault) << each.text;
+}
+
+TEST(RecordsTest, theRestMayBeMissingAndInTheListingsOfAnyType)
+{
+    EXPECT_EQ(decoded<Org>(R"({"id":"o","name":"N","slug":null})"), (Org{.id = "o", .name = "N"}));
+    EXPECT_EQ(decoded<Deliverable>(R"({"id":"d","family":1,"kind":null,"label":[],"status":{},"language":2,
+        "territory":true,"purpose":null,"titleName":[],"episodeCode":5,"showName":{},"level":1,"seasonNumber":"2",
+        "episodeNumber":1.5,"spec":"text"})"),
+              Deliverable{.id = "d"});
+    EXPECT_EQ(decoded<OrgAssetFile>(R"({"key":"k","rowId":"r","object":1,"filename":2,"label":[],"family":null,
+        "byteSize":"x","deliveredAt":{}})"),
+              (OrgAssetFile{.key = "k", .rowId = "r"}));
+    EXPECT_EQ(decoded<OrgAssetRow>(R"({"id":"d","projectId":"p","projectName":1,"projectReference":2})"),
+              (OrgAssetRow{.deliverable = {.id = "d"}, .projectId = "p"}));
+    EXPECT_EQ(decoded<BinObject>(R"({"key":"k","name":1,"size":[],"contentType":1,"updatedAt":2,"family":{},
+        "previewUrl":false})"),
+              (BinObject{.key = "k", .name = "k"}));
+    EXPECT_EQ(decoded<BinPage>(R"({"objects":[],"folders":null})"), BinPage{});
+    EXPECT_EQ(decoded<BinDownload>(R"({"url":"u"})"), BinDownload{.url = "u"});
+    EXPECT_EQ(decoded<Me>(R"({"user":{"id":"u","email":"e"}})"), (Me{.user = {.id = "u", .email = "e"}}));
+    EXPECT_EQ(decoded<AuthConfig>(R"({"devAuth":true,"workos":false})"), (AuthConfig{.devAuth = true}));
+}
+
+TEST(RecordsTest, whatIsThereIsReadFromItsOwnMember)
+{
+    EXPECT_EQ(decoded<OrgAssetFile>(R"({"key":"k","rowId":"r","object":"o","filename":"f","label":"l","family":"v",
+        "byteSize":"7","deliveredAt":"d"})"),
+              (OrgAssetFile{"k", "r", "o", "f", "l", "v", 7, "d"}));
+    EXPECT_EQ(decoded<OrgAssetRow>(R"({"id":"d","projectId":"p","projectName":"P","projectReference":"R"})"),
+              (OrgAssetRow{{.id = "d"}, "p", "P", "R"}));
+    EXPECT_EQ(decoded<OrgAssetsPage>(R"({"files":[],"rows":[],"total":120,"page":1,"pageSize":60})"),
+              (OrgAssetsPage{{}, {}, 120, 1, 60}));
+    EXPECT_EQ(decoded<BinObject>(R"({"key":"k","name":"n","size":"7","contentType":"t","updatedAt":"u","family":"f",
+        "previewUrl":"p"})"),
+              (BinObject{"k", "n", 7, "t", "u", "f", "p"}));
+    EXPECT_EQ(decoded<BinPage>(R"({"objects":[],"folders":["a","b"],"nextCursor":"c"})"),
+              (BinPage{{}, QList<QString>{"a", "b"}, "c"}));
+    EXPECT_EQ(decoded<BinDownload>(R"({"url":"u","filename":"f","expiresInSeconds":60})"), (BinDownload{"u", "f", 60}));
+    EXPECT_EQ(decoded<SignedIn>(R"({"user":{"id":"u","email":"e","name":"N"}})").user, (User{"u", "e", "N"}));
+    EXPECT_EQ(decoded<AuthConfig>(R"({"devAuth":false,"workos":true,"environment":"qa","social":["google"]})"),
+              (AuthConfig{false, true, "qa", QList<QString>{"google"}}));
+}
+
+/// What becomes of `text` once it was read and is written for other programs.
+template <class Record>
+QJsonObject passedOn(const QByteArray& text)
+{
+    return decoded<Record>(text).toJson();
+}
+
+TEST(RecordsTest, whatIsPassedOnIsWhatCame)
+{
+    const std::pair<QJsonObject (*)(const QByteArray&), const char*> cases[] = {
+        {passedOn<Org>, R"({"id":"o","name":"N"})"},
+        {passedOn<Org>, R"({"id":"o","name":"N","slug":""})"},
+        {passedOn<Project>, R"({"id":"p","name":"N","reference":"r","status":"open"})"},
+        {passedOn<Deliverable>, R"({"id":"d","family":"","kind":"","label":"","status":""})"},
+        {passedOn<Deliverable>, R"({"id":"d","family":"f","kind":"k","label":"l","status":"s","language":"la",
+            "territory":"te","purpose":"pu","titleName":"ti","episodeCode":"ec","showName":"sh","level":"episode",
+            "seasonNumber":2,"episodeNumber":5,"spec":{"a":"b"}})"},
+    };
+    for (const auto& [passedOn, text] : cases)
+        EXPECT_EQ(passedOn(text), jsonObject(text)) << text;
+}
+
+TEST(RecordsTest, anObjectOfTheBinIsNamedByThePlatformOrItsKey)
+{
+    const std::pair<const char*, const char*> cases[] = {
+        {R"({"key":"a/b","name":"N"})", "N"}, {R"({"key":"a/b","name":""})", ""}, {R"({"key":"a/b","name":null})", "b"},
+        {R"({"key":"a/b/c.mov"})", "c.mov"},  {R"({"key":"a/b/"})", "b"},         {R"({"key":""})", ""},
+    };
+    for (const auto& [text, name] : cases)
+        EXPECT_EQ(decoded<BinObject>(text).name, name) << text;
+}
+
+TEST(RecordsTest, anAddressSignsInBySsoOrElseByPassword)
+{
+    const std::pair<MethodAnswer, Method> cases[] = {
+        {{"sso", "https://idp.example/login?a=%2F"}, SsoMethod{"https://idp.example/login?a=%2F"}},
+        {{"sso", {}}, PasswordMethod{}},
+        {{"sso", "javascript:alert(1)"}, PasswordMethod{}},
+        {{"password", "https://idp.example"}, PasswordMethod{}},
+    };
+    for (const auto& [answer, expected] : cases)
+        EXPECT_EQ(methodFrom(answer), expected) << answer.method.toStdString();
+}
+
+TEST(RecordsTest, aStepOfASignInSaysWhatComesNext)
+{
+    const std::pair<const char*, SignInStep> cases[] = {
+        {R"({"user":{"id":"u","email":"e"}})", {SignInStep::SignedIn{}}},
+        {R"({"user":null,"next":"totp"})", {SignInStep::SignedIn{}}},
+        {R"({"next":"verify_email"})", {SignInStep::VerifyEmail{}}},
+        {R"({"next":"totp"})", {SignInStep::Totp{}}},
+        {R"({"next":"enrol_totp","qrCode":"q","secret":"s"})", {SignInStep::EnrolTotp{"q", "s"}}},
+        {R"({"next":"sso","url":"https://idp.example/x"})", {SignInStep::Sso{"https://idp.example/x"}}},
+    };
+    for (const auto& [text, step] : cases)
+        EXPECT_EQ(decoded<SignInStep>(text), step) << text;
+}
+
+} // namespace
+} // namespace palvera
