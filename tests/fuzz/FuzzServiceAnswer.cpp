@@ -10,12 +10,14 @@
 namespace palvera {
 namespace {
 
+const Address base{"https://host", "/api", ""};
+
 void checkError(int status, const QByteArray& body)
 {
     const auto error = APIError::fromAnswer(status, body);
     require(error.status() == status, "an error keeps its status");
-    const auto composed = QStringLiteral("The platform answered %1.").arg(status);
-    require(QJsonDocument::fromJson(body).isObject() || (error.message() == composed && !error.code()),
+    require(QJsonDocument::fromJson(body).isObject() ||
+                (error.message() == QStringLiteral("The platform answered %1.").arg(status) && !error.code()),
             "a body that is no object says nothing");
 }
 
@@ -27,7 +29,6 @@ void checkOnTheWire(const QByteArray& address)
 
 void checkIdentifier(const QString& identifier)
 {
-    const Address base{"https://host", "/api", ""};
     const QByteArray before = "https://host/api/orgs/";
     const QByteArray address = joinAddress(base, "orgs/" + pathSegment(identifier) + "/x");
     checkOnTheWire(address);
@@ -44,7 +45,7 @@ void checkQueryValue(const QString& value)
     require(QByteArray::fromPercentEncoding(encoded) == value.toUtf8(), "a value arrives whole");
     for (const char byte : encoded)
         require(byte == '%' || std::isalnum(static_cast<unsigned char>(byte)), "a value is escaped");
-    checkOnTheWire(joinAddress({"https://host", "/api", ""}, "bin/uploads/" + alphanumericSegment(value)));
+    checkOnTheWire(joinAddress(base, "bin/uploads/" + alphanumericSegment(value)));
 }
 
 void checkAddress(const QString& text)
@@ -53,26 +54,21 @@ void checkAddress(const QString& text)
     if (!address)
         return;
     checkOnTheWire(address->origin + address->path + address->query);
-    require(parseAddress(QString::fromLatin1(joinAddress(*address, "me"))).has_value(),
-            "an address can be joined onto");
+    require(parseAddress(QString::fromLatin1(joinAddress(*address, "me"))).has_value(), "it can be joined onto");
 }
 
 } // namespace
-} // namespace palvera
 
-extern "C" int LLVMFuzzerTestOneInput(const unsigned char* data, std::size_t size)
+void check(const QByteArray& input)
 {
-    using namespace palvera;
-    if (size == 0)
-        return 0;
-    const QByteArray bytes(reinterpret_cast<const char*>(data) + 1, static_cast<qsizetype>(size) - 1);
-    checkError(300 + data[0], bytes);
+    const QByteArray bytes = input.sliced(1);
+    checkError(300 + static_cast<unsigned char>(input[0]), bytes);
     const QString text = QString::fromUtf8(bytes);
-    checkAddress(text);
-    checkAddress("https://host" + text);
-    checkAddress("http://" + text);
+    for (const char* before : {"", "https://host", "http://"})
+        checkAddress(before + text);
     checkIdentifier(text);
     checkQueryValue(text);
     methodFrom({.method = "sso", .url = text});
-    return 0;
 }
+
+} // namespace palvera

@@ -1,193 +1,104 @@
 #pragma once
 
-#include "localplatform/Escapes.h"
+#include "localplatform/Catalogue.h"
 #include "localplatform/Platform.h"
+#include "localplatform/SignedAddresses.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
 
-#include <vector>
+#include <gmock/gmock.h>
 
 namespace palvera::local {
 
-/// An answer with its body as JSON.
-struct JsonAnswer {
-    int status = 0;
-    QJsonObject json;
+inline const QByteArray row = "/api/orgs/org-northlight/projects/long-tide/deliverables/long-tide-row-5";
+inline const QByteArray film = "0123456789abcdefghijABC"; // three parts of ten bytes at most
 
-    QString text(const char* key) const { return json[QLatin1String(key)].toString(); }
-};
+inline const QByteArray startBody = R"({"filename":"a.mov","contentType":"video/quicktime","byteSize":23})";
+inline const std::pair<QByteArray, QByteArray> accept{"Accept", "application/json"};
 
-/// A platform and the requests of a proper client, on a wall clock that the test moves.
-class PlatformHarness {
-public:
+/// `text` with one thing put in another's place.
+inline QByteArray with(QByteArray text, const QByteArray& was, const QByteArray& is)
+{
+    return text.replace(was, is);
+}
+
+/// The two members of a body that name the upload started as the `serial`-th, from 1.
+inline QByteArray upload(int serial)
+{
+    const auto number = QByteArray::number(serial);
+    return R"("object":"deliveries/org-northlight/long-tide/long-tide-row-5/2026-01-01-)" + number +
+           R"(/a.mov","uploadId":"up/)" + number + "+==\"";
+}
+
+/// The body of a completion.
+inline QByteArray completion(int serial, const QByteArrayList& parts)
+{
+    return '{' + upload(serial) + ",\"parts\":[" + parts.join(',') + "]}";
+}
+
+/// A platform, and requests as a proper client makes them where a test does not say otherwise.
+struct PlatformHarness {
     explicit PlatformHarness(PlatformOptions options = {.partSize = 10})
         : platform(std::move(options), [this] { return now; })
-    {
-        cookie = platform.signIn(QStringLiteral("ada@northlight.example"));
-    }
-
-    Clock::WallTime now{std::chrono::seconds(1'767'268'800)};
-    Platform platform;
-    QByteArray cookie;
-
-    HttpHeaders serviceHeaders(const QByteArray& body) const
-    {
-        HttpHeaders headers{{"Host", "platform.test"}, {"Accept", "application/json"}};
-        if (!cookie.isEmpty())
-            headers.emplaceBack("Cookie", cookie);
-        if (!body.isNull())
-            headers.emplaceBack("Content-Type", "application/json");
-        return headers;
-    }
-
-    Reply ask(const RequestHead& head, const QByteArray& body = {})
-    {
-        return platform.serve(head, body, platform.meet(head));
-    }
-
-    JsonAnswer call(const QByteArray& method, const QByteArray& path, const QByteArray& body = {})
-    {
-        auto reply = ask({.method = method, .target = "/api/" + path, .headers = serviceHeaders(body)}, body);
-        return {.status = reply.status, .json = QJsonDocument::fromJson(reply.body).object()};
-    }
-
-    JsonAnswer get(const QByteArray& path) { return call("GET", path); }
-    JsonAnswer post(const QByteArray& path, const QJsonObject& body)
-    {
-        return call("POST", path, QJsonDocument(body).toJson(QJsonDocument::Compact));
-    }
-
-    static QByteArray targetOf(const QString& url) { return url.mid(url.indexOf(u'/', 8)).toLatin1(); }
-
-    /// Sends a part whole.
-    Reply put(const QString& url, const QByteArray& bytes)
-    {
-        RequestHead head{.method = "PUT", .target = targetOf(url)};
-        auto fault = platform.meet(head);
-        auto opening = platform.openPart(head, bytes.size(), fault);
-        if (!opening.receiver)
-            return opening.refusal;
-        opening.receiver->write({bytes.data(), static_cast<std::size_t>(bytes.size())});
-        return opening.receiver->finish(fault);
-    }
-
-    Download download(const QString& url, const QByteArray& range = {})
-    {
-        RequestHead head{.method = "GET", .target = targetOf(url)};
-        if (!range.isEmpty())
-            head.headers.emplaceBack("Range", range);
-        return platform.download(head, platform.meet(head));
-    }
-
-    static QByteArray bytesOf(const Download& download)
-    {
-        QByteArray bytes(download.length, '\0');
-        download.object->read(download.offset, {bytes.data(), static_cast<std::size_t>(bytes.size())});
-        return bytes;
-    }
-};
-
-/// One upload through the calls of a proper client, a step at a time. `base` is what the paths of its calls begin with.
-class UploadSteps {
-public:
-    UploadSteps(PlatformHarness& harness, QByteArray startPath, const QString& filename, QByteArray bytes)
-        : m_harness(harness), m_startPath(std::move(startPath)), m_filename(filename), m_bytes(std::move(bytes))
     {}
 
-    JsonAnswer start(QJsonObject more = {})
-    {
-        more[QStringLiteral("filename")] = m_filename;
-        more[QStringLiteral("contentType")] = QStringLiteral("video/quicktime");
-        more[QStringLiteral("byteSize")] = m_bytes.size();
-        auto answer = m_harness.post(m_startPath, more);
-        object = answer.text("object");
-        uploadId = answer.text("uploadId");
-        partSize = answer.json[QStringLiteral("partSize")].toInteger();
-        partCount = answer.json[QStringLiteral("partCount")].toInt();
-        return answer;
-    }
+    Clock::WallTime now{std::chrono::seconds(1'767'268'800)}; // 2026-01-01
+    Platform platform;
+    QByteArray cookie = platform.signIn("ada@northlight.example");
 
-    QJsonObject identity() const
+    /// `line` is a method and a target. `headers` stand in the place of a proper client's where there are any.
+    Reply ask(const QByteArray& line, const QByteArray& body = {}, HttpHeaders headers = {})
     {
-        return {{QStringLiteral("object"), object}, {QStringLiteral("uploadId"), uploadId}};
-    }
-
-    JsonAnswer sign(int from, int to) const
-    {
-        auto body = identity();
-        body[QStringLiteral("from")] = from;
-        body[QStringLiteral("to")] = to;
-        return m_harness.post(base + "/parts", body);
-    }
-
-    QString urlOf(int part) const
-    {
-        return sign(part, part).json[QStringLiteral("urls")][0][QStringLiteral("url")].toString();
-    }
-
-    QByteArray bytesOf(int part) const { return m_bytes.mid((part - 1) * partSize, partSize); }
-
-    Reply send(int part)
-    {
-        auto reply = m_harness.put(urlOf(part), bytesOf(part));
-        tags[part] = headerOf(reply.headers, "ETag").replace('"', "");
+        const auto space = line.indexOf(' ');
+        const auto method = line.left(space), target = line.mid(space + 1);
+        const bool isCall = !target.startsWith("/vault");
+        if (isCall && headers.isEmpty()) {
+            headers = {accept, {"Cookie", cookie}};
+            if (!body.isEmpty())
+                headers.emplaceBack("Content-Type", "application/json");
+        }
+        const RequestHead head{.method = method, .target = target, .headers = headers};
+        const auto fault = platform.meet(head);
+        if (isCall)
+            return platform.serve(head, body, fault);
+        if (method == "PUT") {
+            auto opening = platform.openPart(head, body.size(), fault);
+            if (opening.receiver)
+                opening.receiver->write(std::span(body));
+            return opening.receiver ? opening.receiver->finish(fault) : opening.refusal;
+        }
+        if (method != "GET")
+            return platform.refuseStorage(head);
+        auto [reply, object, offset, length] = platform.download(head, fault);
+        reply.body.resize(object ? length : reply.body.size());
+        if (object)
+            object->read(offset, std::span(reply.body.data(), static_cast<std::size_t>(length)));
         return reply;
     }
 
-    void sendAll()
+    void start(const QByteArray& byteSize = "23")
     {
-        for (int part = 1; part <= partCount; ++part)
-            send(part);
+        ask("POST " + row + "/transfer/start", with(startBody, "23", byteSize));
     }
-
-    JsonAnswer complete() const
+    QByteArray partTarget(int serial, int part) const
     {
-        QJsonArray parts;
-        for (const auto& [part, tag] : tags)
-            parts.append(
-                QJsonObject{{QStringLiteral("partNumber"), part}, {QStringLiteral("etag"), QString::fromLatin1(tag)}});
-        auto body = identity();
-        body[QStringLiteral("parts")] = parts;
-        return m_harness.post(base + "/complete", body);
+        return local::partTarget({.serial = serial, .part = part}, "a.mov", now + std::chrono::minutes(15));
     }
-
-    JsonAnswer abort() const { return m_harness.post(base + "/abort", identity()); }
-
-    JsonAnswer file(const QByteArray& row) const
+    /// Of an object that is 165537 bytes long.
+    QByteArray sampleTarget() const
     {
-        return m_harness.post(row + "/asset",
-                              {{QStringLiteral("object"), object}, {QStringLiteral("filename"), m_filename}});
+        const auto key = binStorageKey("org-northlight", "Reel 002 of 230.mov");
+        return objectTarget({.key = key}, now + std::chrono::minutes(15));
     }
-
-    QByteArray base;
-    QString object;
-    QString uploadId;
-    qint64 partSize = 0;
-    int partCount = 0;
-    std::map<int, QByteArray> tags;
-
-private:
-    PlatformHarness& m_harness;
-    QByteArray m_startPath;
-    QString m_filename;
-    QByteArray m_bytes;
+    /// Sends a part of the film and gives what a completion says of it.
+    QByteArray send(int serial, int part)
+    {
+        const auto stored = ask("PUT " + partTarget(serial, part), film.mid(qsizetype{10} * (part - 1), 10));
+        return "{\"partNumber\":" + QByteArray::number(part) + ",\"etag\":" + headerOf(stored.headers, "ETag") + '}';
+    }
+    /// What there is to say of the upload that was started last.
+    QJsonObject report() const { return platform.state()["uploads"].toArray().last().toObject(); }
+    int partsStored() const { return static_cast<int>(report()["parts"].toObject().size()); }
 };
-
-inline const QByteArray sampleRow = "orgs/org-northlight/projects/long-tide/deliverables/long-tide-row-5";
-
-inline UploadSteps rowUpload(PlatformHarness& harness, const QString& filename, const QByteArray& bytes,
-                             const QByteArray& row = sampleRow)
-{
-    UploadSteps steps(harness, row + "/transfer/start", filename, bytes);
-    steps.base = row + "/transfer";
-    return steps;
-}
-
-/// The reports of violations so far, for a message.
-inline std::string violationsOf(const PlatformHarness& harness)
-{
-    return harness.platform.violations().join(u'\n').toStdString();
-}
 
 } // namespace palvera::local

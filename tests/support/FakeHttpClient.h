@@ -2,7 +2,7 @@
 
 #include "async/Clock.h"
 #include "http/HttpClient.h"
-#include "support/Delivered.h"
+#include "http/TransportError.h"
 
 #include <deque>
 #include <stdexcept>
@@ -49,6 +49,29 @@ public:
     }
 
 private:
+    /// `response`, whose body is whole, as a session would hand it to whoever made `request`.
+    static HttpResponse delivered(const HttpRequest& request, HttpResponse response)
+    {
+        if (response.body.isEmpty())
+            return response;
+        HttpResponse head{.status = response.status, .headers = response.headers};
+        if (request.wantsBody && !request.wantsBody(head))
+            return head;
+        response.length = response.body.size();
+        if (!request.sink || !response.isSuccess())
+            return response;
+        if (response.length > request.sink->room())
+            throw TransportError(TransportError::Kind::tooLarge, QStringLiteral("The server's answer is too large."));
+        constexpr std::size_t packet = 300;
+        for (std::span rest(std::as_const(response.body)); !rest.empty();) {
+            const auto bytes = rest.first(std::min(packet, rest.size()));
+            request.sink->take(bytes);
+            rest = rest.subspan(bytes.size());
+        }
+        response.body.clear();
+        return response;
+    }
+
     static void readSource(HttpRequest& request)
     {
         if (!request.source)

@@ -1,7 +1,6 @@
 #include "support/SimulatedNetwork.h"
 
 #include "http/TransportError.h"
-#include "support/Delivered.h"
 
 #include <boost/asio/steady_timer.hpp>
 #include <boost/asio/this_coro.hpp>
@@ -9,42 +8,27 @@
 
 namespace palvera {
 
-namespace asio = boost::asio;
-
 namespace {
 
 using Kind = local::Fault::Kind;
+using Moment = Clock::Moment;
 
 constexpr qint64 largestSlice = 1 << 20;
 
-QByteArray targetOf(const QByteArray& url)
+[[noreturn]] void fail(TransportError::Kind kind, const QString& text)
 {
-    auto host = url.indexOf("://");
-    auto path = url.indexOf('/', host < 0 ? 0 : host + 3);
-    return path < 0 ? QByteArray("/") : url.mid(path);
-}
-
-QByteArray hostOf(const QByteArray& url)
-{
-    auto from = url.indexOf("://") + 3;
-    return url.mid(from, url.indexOf('/', from) - from);
-}
-
-bool isStorage(const QByteArray& target)
-{
-    return !target.startsWith("/api/") && !target.startsWith("/sign-in");
+    throw TransportError(kind, text);
 }
 
 [[noreturn]] void cut()
 {
-    throw TransportError(TransportError::Kind::broken, QStringLiteral("The connection was cut."));
+    fail(TransportError::Kind::broken, QStringLiteral("The connection was cut."));
 }
 
-/// A few slices each tenth of a second, so that progress shows and idle time-outs do not fire in the middle of one.
-qint64 sliceFor(double bytesPerSecond)
+/// When `most` is over, counted from `from`; no limit when it is zero.
+Moment limit(Moment from, std::chrono::milliseconds most)
 {
-    return bytesPerSecond > 0 ? std::clamp(static_cast<qint64>(bytesPerSecond / 20), qint64{1}, largestSlice)
-                              : largestSlice;
+    return most.count() > 0 ? from + most : Moment::max();
 }
 
 } // namespace
@@ -53,14 +37,21 @@ qint64 sliceFor(double bytesPerSecond)
 class SimulatedNetwork::Exchange {
 public:
     Exchange(SimulatedNetwork& network, HttpRequest& request)
-        : m_network(network),
-          m_request(request),
-          m_started(network.m_clock.now()),
-          m_moved(m_started),
-          m_index(network.m_seen.size())
+        : m_network(network), m_request(request), m_index(network.m_seen.size())
     {
-        m_head = {.method = request.method, .target = targetOf(request.url), .headers = headers()};
-        auto operation = network.m_platform.operationOf(m_head);
+        const auto host = request.url.indexOf("://") + 3, path = request.url.indexOf('/', host);
+        m_head = {.method = request.method, .target = request.url.mid(path), .headers = request.headers};
+        m_isCall = m_head.target.startsWith("/api/") || m_head.target.startsWith("/sign-in");
+        m_head.headers.append({"Host", request.url.mid(host, path - host)});
+        if (request.method != "GET")
+            m_head.headers.append({"Content-Length", QByteArray::number(bodySize())});
+        QByteArrayList cookies;
+        for (const auto& [name, value] : network.m_cookies)
+            cookies.append(name + '=' + value);
+        if (m_isCall && !cookies.isEmpty())
+            m_head.headers.append({"Cookie", cookies.join("; ")});
+
+        const auto operation = network.m_platform.operationOf(m_head);
         network.m_seen.push_back({.method = m_head.method,
                                   .target = m_head.target,
                                   .operation = operation,
@@ -68,200 +59,117 @@ public:
                                   .body = request.source ? QByteArray() : request.body,
                                   .at = m_started,
                                   .ended = {}});
+        const auto together = std::ranges::count_if(
+            network.m_seen, [&](const auto& other) { return other.operation == operation && other.inFlight; });
         auto& most = network.m_mostInFlight[operation];
-        most = std::max(most, ++network.m_inFlight[operation]);
+        most = std::max(most, static_cast<int>(together));
     }
     Exchange(const Exchange&) = delete;
     Exchange& operator=(const Exchange&) = delete;
     ~Exchange()
     {
-        seen().ended = m_network.m_clock.now();
-        seen().inFlight = false;
-        --m_network.m_inFlight[seen().operation];
+        auto& seen = m_network.m_seen[m_index];
+        seen.ended = now();
+        seen.inFlight = false;
     }
 
     Task<HttpResponse> run()
     {
-        if (!m_network.conditions.listening)
-            throw TransportError(TransportError::Kind::connect, QStringLiteral("Nobody listens there."));
-        m_fault = m_network.m_platform.meet(m_head);
-        if (m_fault.kind == Kind::refuse)
-            throw TransportError(TransportError::Kind::connect, QStringLiteral("Nobody listens there."));
+        auto& platform = m_network.m_platform;
+        if (m_network.conditions.listening)
+            m_fault = platform.meet(m_head);
+        if (!m_network.conditions.listening || m_fault.kind == Kind::refuse)
+            fail(TransportError::Kind::connect, QStringLiteral("Nobody listens there."));
         if (m_fault.kind == Kind::resetBeforeReading)
             cut();
-        if (m_head.method == "PUT" && isStorage(m_head.target))
-            co_return co_await put();
-        if (isStorage(m_head.target))
-            co_return co_await get();
-        co_return co_await call();
+        if (m_isCall) {
+            co_await sendBody(nullptr);
+            auto reply = platform.serve(m_head, m_request.body, m_fault);
+            m_network.keepCookies(reply.headers);
+            co_return co_await answer(std::move(reply));
+        }
+        if (m_head.method != "PUT")
+            throw std::logic_error("a simulated network brings no downloads");
+        auto opening = platform.openPart(m_head, bodySize(), m_fault);
+        co_await sendBody(opening.receiver.get());
+        co_return co_await answer(opening.receiver ? opening.receiver->finish(m_fault) : opening.refusal);
     }
 
 private:
-    SeenRequest& seen() { return m_network.m_seen[m_index]; }
-    Clock& clock() { return m_network.m_clock; }
+    Moment now() const { return m_network.m_clock.now(); }
     qint64 bodySize() const { return m_request.source ? m_request.source->size() : m_request.body.size(); }
 
-    HttpHeaders headers() const
-    {
-        auto all = m_request.headers;
-        all.append({"Host", hostOf(m_request.url)});
-        if (m_request.method != "GET")
-            all.append({"Content-Length", QByteArray::number(bodySize())});
-        if (auto cookies = m_network.cookieHeader(); !cookies.isEmpty() && !isStorage(targetOf(m_request.url)))
-            all.append({"Cookie", cookies});
-        return all;
-    }
-
-    std::optional<Clock::Moment> limit(Clock::Moment from, std::chrono::milliseconds most) const
-    {
-        return most.count() > 0 ? std::optional(from + most) : std::nullopt;
-    }
-
     /// Waits, and fails where a time-out comes first.
-    Task<void> pass(std::optional<Clock::Moment> until)
+    Task<void> pass(Moment until)
     {
-        auto idle = limit(m_moved, m_request.idleTimeout), total = limit(m_started, m_request.totalTimeout);
-        auto end = until;
-        for (const auto& candidate : {idle, total})
-            if (candidate && (!end || *candidate < *end))
-                end = candidate;
-        if (end) {
-            co_await clock().sleepUntil(*end);
-        } else {
-            asio::steady_timer never(co_await asio::this_coro::executor, asio::steady_timer::time_point::max());
-            co_await never.async_wait(asio::use_awaitable);
+        const auto idle = limit(m_moved, m_request.idleTimeout), total = limit(m_started, m_request.totalTimeout);
+        const auto end = std::min({until, idle, total});
+        if (end == Moment::max()) {
+            boost::asio::steady_timer never(co_await boost::asio::this_coro::executor, end);
+            co_await never.async_wait(boost::asio::use_awaitable);
         }
+        co_await m_network.m_clock.sleepUntil(end);
         if (end == until)
             co_return;
         if (end == idle)
-            throw TransportError(TransportError::Kind::idle, QStringLiteral("The request timed out."));
-        throw TransportError(TransportError::Kind::timedOut, QStringLiteral("The request took too long."));
+            fail(TransportError::Kind::idle, QStringLiteral("The request timed out."));
+        fail(TransportError::Kind::timedOut, QStringLiteral("The request took too long."));
     }
 
-    Task<void> stall() { co_await pass(std::nullopt); }
-
-    /// Lets `count` bytes cross the connection, the last of `done + count` that began to at `began`.
-    Task<void> move(Clock::Moment began, qint64 done, qint64 count)
-    {
-        if (auto rate = m_network.conditions.bytesPerSecond; rate > 0) {
-            auto seconds = std::chrono::duration<double>(static_cast<double>(done + count) / rate);
-            co_await pass(began + std::chrono::duration_cast<Clock::Moment::duration>(seconds));
-        }
-        m_moved = clock().now();
-    }
-
-    qint64 readSlice(qint64 offset, std::span<char> into)
+    std::span<const char> readSlice(qint64 offset, std::span<char> into)
     {
         if (m_request.source)
-            return static_cast<qint64>(m_request.source->read(offset, into));
-        auto slice = std::span<const char>(m_request.body).subspan(static_cast<std::size_t>(offset));
-        auto count = std::min(slice.size(), into.size());
-        std::copy_n(slice.begin(), count, into.begin());
-        return static_cast<qint64>(count);
+            return into.first(m_request.source->read(offset, into));
+        std::copy_n(m_request.body.begin() + offset, into.size(), into.begin());
+        return into;
     }
 
-    /// Sends the body, or as much of it as the fault lets through.
+    /// Sends the body, or as much of it as the fault lets through, a twentieth of a second's bytes at a time: so that
+    /// progress shows and no idle time-out fires in the middle of one.
     Task<void> sendBody(local::PartReceiver* receiver)
     {
         const bool cutShort = m_fault.kind == Kind::resetMidBody || m_fault.kind == Kind::stallMidBody;
         const auto end = cutShort ? std::min(bodySize(), m_fault.bytes) : bodySize();
-        const auto began = clock().now();
-        std::vector<char> buffer(static_cast<std::size_t>(std::min(largestSlice, std::max<qint64>(end, 1))));
+        const auto began = now();
+        std::vector<char> buffer(static_cast<std::size_t>(std::min(largestSlice, end)));
         for (qint64 sent = 0; sent < end;) {
-            auto most = std::min(sliceFor(m_network.conditions.bytesPerSecond), end - sent);
-            auto slice = std::span(buffer).first(static_cast<std::size_t>(most));
-            auto count = readSlice(sent, slice);
-            co_await move(began, sent, count);
-            sent += count;
+            const auto rate = m_network.conditions.bytesPerSecond;
+            const auto most = rate > 0 ? std::clamp<qint64>(qint64(rate / 20), 1, largestSlice) : largestSlice;
+            const auto slice =
+                readSlice(sent, std::span(buffer).first(static_cast<std::size_t>(std::min(most, end - sent))));
+            sent += static_cast<qint64>(slice.size());
+            if (rate > 0)
+                co_await pass(began + std::chrono::round<Moment::duration>(
+                                          std::chrono::duration<double>(static_cast<double>(sent) / rate)));
+            m_moved = now();
             if (receiver)
-                receiver->write(slice.first(static_cast<std::size_t>(count)));
+                receiver->write(slice);
             if (m_request.onSent)
                 m_request.onSent(sent);
         }
         if (m_fault.kind == Kind::resetMidBody)
             cut();
         if (m_fault.kind == Kind::stallMidBody || m_fault.kind == Kind::stallAfterBody)
-            co_await stall();
-    }
-
-    Task<HttpResponse> put()
-    {
-        auto opening = m_network.m_platform.openPart(m_head, bodySize(), m_fault);
-        co_await sendBody(opening.receiver.get());
-        auto reply = opening.receiver ? opening.receiver->finish(m_fault) : opening.refusal;
-        co_return co_await answer(std::move(reply));
-    }
-
-    Task<HttpResponse> call()
-    {
-        co_await sendBody(nullptr);
-        auto body = m_request.body;
-        if (m_request.source) {
-            body.resize(bodySize());
-            for (qint64 done = 0; done < body.size();)
-                done += readSlice(done, std::span(body.data() + done, static_cast<std::size_t>(body.size() - done)));
-        }
-        auto reply = m_network.m_platform.serve(m_head, body, m_fault);
-        m_network.keepCookies(reply.headers);
-        co_return co_await answer(std::move(reply));
-    }
-
-    Task<HttpResponse> get()
-    {
-        if (m_head.method != "GET")
-            co_return co_await answer(m_network.m_platform.refuseStorage(m_head));
-        if (m_fault.kind == Kind::stallAfterBody)
-            co_await stall();
-        auto download = m_network.m_platform.download(m_head, m_fault);
-        auto response = co_await answer(std::move(download.reply));
-        if (!download.object)
-            co_return response;
-        response.headers.append({"Content-Length", QByteArray::number(download.length)});
-        if (m_request.wantsBody && download.length > 0 && !m_request.wantsBody(response))
-            co_return response;
-        co_await receive(download, response.body);
-        co_return delivered(m_request, std::move(response));
-    }
-
-    Task<void> receive(const local::Download& download, QByteArray& into)
-    {
-        const bool cutShort = m_fault.kind == Kind::resetMidBody || m_fault.kind == Kind::stallMidBody;
-        const auto end = cutShort ? std::min(download.length, m_fault.bytes) : download.length;
-        if (!m_request.sink && end > m_request.answerLimit)
-            throw TransportError(TransportError::Kind::tooLarge, QStringLiteral("The answer is too large."));
-        const auto began = clock().now();
-        into.resize(end);
-        for (qint64 done = 0; done < end;) {
-            auto count = std::min(sliceFor(m_network.conditions.bytesPerSecond), end - done);
-            co_await move(began, done, count);
-            download.object->read(download.offset + done,
-                                  std::span(into.data() + done, static_cast<std::size_t>(count)));
-            done += count;
-        }
-        if (m_fault.kind == Kind::resetMidBody)
-            cut();
-        if (m_fault.kind == Kind::stallMidBody)
-            co_await stall();
+            co_await pass(Moment::max());
     }
 
     /// What was asked is done; the answer takes its way.
     Task<HttpResponse> answer(local::Reply reply)
     {
-        co_await pass(clock().now() + m_network.conditions.latency + m_fault.latency);
-        m_moved = clock().now();
+        co_await pass(now() + m_network.conditions.latency + m_fault.latency);
         if (m_fault.kind == Kind::loseAnswer)
             cut();
-        seen().status = reply.status;
         co_return HttpResponse{
             .status = reply.status, .headers = std::move(reply.headers), .body = std::move(reply.body)};
     }
 
     SimulatedNetwork& m_network;
     HttpRequest& m_request;
-    Clock::Moment m_started;
-    Clock::Moment m_moved; // when a byte last crossed the connection
     std::size_t m_index;
+    Moment m_started = now();
+    Moment m_moved = m_started; // when a byte last crossed the connection
     local::RequestHead m_head;
+    bool m_isCall = false;
     local::Fault m_fault;
 };
 
@@ -284,11 +192,6 @@ std::unique_ptr<HttpClient> SimulatedNetwork::client()
     return std::make_unique<Client>(*this);
 }
 
-HttpClientFactory SimulatedNetwork::factory()
-{
-    return [this] { return client(); };
-}
-
 void SimulatedNetwork::signIn(const QString& email)
 {
     keepCookies({{"Set-Cookie", m_platform.signIn(email)}});
@@ -296,25 +199,9 @@ void SimulatedNetwork::signIn(const QString& email)
 
 std::vector<SeenRequest> SimulatedNetwork::seen(local::Operation operation) const
 {
-    std::vector<SeenRequest> found;
-    for (const auto& request : m_seen)
-        if (request.operation == operation)
-            found.push_back(request);
+    auto found = m_seen;
+    std::erase_if(found, [&](const SeenRequest& request) { return request.operation != operation; });
     return found;
-}
-
-int SimulatedNetwork::mostInFlight(local::Operation operation) const
-{
-    auto most = m_mostInFlight.find(operation);
-    return most == m_mostInFlight.end() ? 0 : most->second;
-}
-
-QByteArray SimulatedNetwork::cookieHeader() const
-{
-    QByteArrayList cookies;
-    for (const auto& [name, value] : m_cookies)
-        cookies.append(name + '=' + value);
-    return cookies.join("; ");
 }
 
 void SimulatedNetwork::keepCookies(const HttpHeaders& headers)
@@ -322,8 +209,8 @@ void SimulatedNetwork::keepCookies(const HttpHeaders& headers)
     for (const auto& [name, value] : headers) {
         if (name != "Set-Cookie")
             continue;
-        auto cookie = value.left(value.indexOf(';') < 0 ? value.size() : value.indexOf(';'));
-        auto key = cookie.left(cookie.indexOf('='));
+        const auto cookie = value.split(';').first();
+        const auto key = cookie.left(cookie.indexOf('='));
         if (value.contains("Max-Age=0;"))
             m_cookies.erase(key);
         else

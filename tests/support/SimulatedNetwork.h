@@ -9,8 +9,8 @@ namespace palvera {
 
 /// How the simulated network is. Applies to what happens from the moment it is changed.
 struct NetworkConditions {
-    std::chrono::nanoseconds latency{1'000'000}; ///< from a request's last byte to the first byte of its answer
-    double bytesPerSecond = 0;                   ///< of each connection, either way; 0 takes no time
+    std::chrono::nanoseconds latency{1'000'000}; ///< from a request's last byte to its answer
+    double bytesPerSecond = 0;                   ///< of each connection, on the way up; 0 takes no time
     bool listening = true;                       ///< false: every connection is refused
 };
 
@@ -22,14 +22,13 @@ struct SeenRequest {
     std::optional<int> part; ///< of a PUT, from 1
     QByteArray body;         ///< of a service call
     Clock::Moment at;        ///< when it was made
-    int status = 0;          ///< of the answer that reached the client; 0 while none has
     Clock::Moment ended;     ///< when it ended, answered or not
     bool inFlight = true;
 };
 
-/// HTTP clients of a local platform without sockets: time passes on `clock` alone, so that a run in virtual time is the
-/// same every time. Keeps cookies of the service, as a browser's session would. One thread, the clock's; outlives its
-/// clients.
+/// HTTP clients of a local platform without sockets, for service calls and uploads: time passes on `clock` alone, so
+/// that a run in virtual time is the same every time. Keeps cookies of the service, as a browser's session would. One
+/// thread, the clock's; outlives its clients.
 class SimulatedNetwork {
 public:
     SimulatedNetwork(local::Platform& platform, Clock& clock, NetworkConditions conditions = {})
@@ -39,7 +38,10 @@ public:
     NetworkConditions conditions;
 
     std::unique_ptr<HttpClient> client();
-    HttpClientFactory factory();
+    HttpClientFactory factory()
+    {
+        return [this] { return client(); };
+    }
 
     /// Signs a sample account in without a request.
     void signIn(const QString& email = QStringLiteral("ada@northlight.example"));
@@ -48,20 +50,21 @@ public:
     const std::vector<SeenRequest>& seen() const { return m_seen; }
     std::vector<SeenRequest> seen(local::Operation operation) const;
     /// The most requests of that operation that were ever in flight at once.
-    int mostInFlight(local::Operation operation) const;
+    int mostInFlight(local::Operation operation) const
+    {
+        return m_mostInFlight.contains(operation) ? m_mostInFlight.at(operation) : 0;
+    }
 
 private:
     class Client;
     class Exchange;
 
-    QByteArray cookieHeader() const;
     void keepCookies(const HttpHeaders& headers);
 
     local::Platform& m_platform;
     Clock& m_clock;
     std::vector<SeenRequest> m_seen;
     std::map<QByteArray, QByteArray> m_cookies;
-    std::map<local::Operation, int> m_inFlight;
     std::map<local::Operation, int> m_mostInFlight;
 };
 
