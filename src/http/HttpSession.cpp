@@ -69,7 +69,7 @@ Task<void> untilClosedOr(Core core, std::chrono::milliseconds limit)
 Task<void> waitForPath(Core core, std::chrono::milliseconds limit)
 {
     auto& path = *core->path;
-    if (path.isUsable())
+    if (path.isUsable() || core->closed) // nobody wakes a wait that begins after the close
         co_return;
     auto ended = co_await firstOf(path.untilUsable(), untilClosedOr(core, limit));
     auto state = co_await asio::this_coro::cancellation_state;

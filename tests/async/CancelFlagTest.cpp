@@ -2,6 +2,7 @@
 
 #include "async/Failure.h"
 #include "async/TaskGroup.h"
+#include "support/QtPrinting.h"
 #include "support/Simulation.h"
 
 #include <gtest/gtest.h>
@@ -15,48 +16,40 @@ struct CancelFlagTest : testing::Test {
     Simulation world;
     std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
 
+    Task<void> work(std::chrono::seconds wait, const char* failure = nullptr)
+    {
+        auto slept = co_await outcomeOf(world.clock.sleep(wait));
+        if (failure)
+            throw Failure(failure);
+        if (slept.failure)
+            std::rethrow_exception(slept.failure);
+    }
     Task<void> stopAfter(std::chrono::seconds wait)
     {
         co_await world.clock.sleep(wait);
         flag->stop();
     }
+    std::exception_ptr endOf(Task<void> operation)
+    {
+        return world.run(outcomeOf(runUntilStopped(flag, std::move(operation)))).failure;
+    }
 };
 
-TEST_F(CancelFlagTest, stopCutsTheOperationOffAtOnce)
+TEST_F(CancelFlagTest, stopCutsTheOperationOffAtOnceWhateverItMakesOfThat)
 {
     world.start(stopAfter(5s));
-    std::exception_ptr failure = world.run(outcomeOf(runUntilStopped(flag, world.clock.sleep(100s)))).failure;
-    EXPECT_TRUE(isCancellation(failure));
+    EXPECT_TRUE(isCancellation(endOf(work(100s, "while stopping"))));
     EXPECT_EQ(world.clock.elapsed(), 5s);
-}
-
-TEST_F(CancelFlagTest, aFlagStoppedBeforehandLetsNothingRun)
-{
     flag->stop();
-    flag->stop();
-    EXPECT_TRUE(isCancellation(world.run(outcomeOf(runUntilStopped(flag, world.clock.sleep(100s)))).failure));
-    EXPECT_EQ(world.clock.elapsed(), 0s);
+    EXPECT_TRUE(isCancellation(endOf(work(100s)))) << "stopped beforehand";
+    EXPECT_EQ(world.clock.elapsed(), 5s);
 }
 
 TEST_F(CancelFlagTest, withoutAStopTheOperationsOwnEndCounts)
 {
-    world.run(runUntilStopped(flag, world.clock.sleep(3s)));
-    EXPECT_EQ(world.clock.elapsed(), 3s);
-    auto fail = []() -> Task<void> {
-        throw Failure("gone");
-        co_return;
-    };
-    EXPECT_EQ(describe(world.run(outcomeOf(runUntilStopped(flag, fail()))).failure), "gone");
-}
-
-TEST_F(CancelFlagTest, whereAStopAndAFailureMeetTheStopWins)
-{
-    auto failOnceCancelled = [](Clock& clock) -> Task<void> {
-        auto slept = co_await outcomeOf(clock.sleep(100s));
-        throw Failure("while stopping");
-    };
-    world.start(stopAfter(1s));
-    EXPECT_TRUE(isCancellation(world.run(outcomeOf(runUntilStopped(flag, failOnceCancelled(world.clock)))).failure));
+    EXPECT_EQ(endOf(work(3s)), nullptr);
+    EXPECT_EQ(describe(endOf(work(1s, "gone"))), "gone");
+    EXPECT_EQ(world.clock.elapsed(), 4s);
 }
 
 } // namespace

@@ -9,81 +9,68 @@
 #include <gmock/gmock.h>
 
 namespace palvera {
-
 namespace {
 
 using namespace std::chrono_literals;
 namespace asio = boost::asio;
 
-class TaskGroupTest : public testing::Test {
-protected:
-    /// Ends after `duration`, with a failure if so asked, and notes that it came to its end.
-    Task<void> work(std::chrono::seconds duration, bool fails = false)
+struct TaskGroupTest : testing::Test {
+    Simulation world;
+    int completed = 0;
+
+    /// Ends after `duration`, with a failure if so asked, and counts those that came to their end.
+    Task<int> work(std::chrono::seconds duration, bool fails = false)
     {
-        co_await m_world.clock.sleep(duration);
+        co_await world.clock.sleep(duration);
         if (fails)
-            throw Failure(QStringLiteral("%1").arg(duration.count()));
-        ++m_completed;
-    }
-    Task<int> number(std::chrono::seconds duration, int value)
-    {
-        co_await work(duration);
-        co_return value;
+            throw Failure("failed");
+        co_return ++completed;
     }
     std::vector<Task<void>> three()
     {
+        static const auto noResult = [](Task<int> task) -> Task<void> { co_await std::move(task); };
         std::vector<Task<void>> all;
-        all.push_back(work(3s));
-        all.push_back(work(1s, true));
-        all.push_back(work(2s));
+        for (int seconds : {3, 1, 2})
+            all.push_back(noResult(work(std::chrono::seconds(seconds), seconds == 1)));
         return all;
     }
-
-    Simulation m_world;
-    int m_completed = 0;
 };
 
 TEST_F(TaskGroupTest, joinsAllInTheirOrderAndAFailureCancelsNobody)
 {
-    auto failures = m_world.run(joinAll(three()));
+    auto failures = world.run(joinAll(three()));
     ASSERT_EQ(failures.size(), 3u);
-    EXPECT_EQ(failures[0], nullptr);
-    EXPECT_EQ(describe(failures[1]), "1");
-    EXPECT_EQ(failures[2], nullptr);
-    EXPECT_EQ(m_completed, 2);
-    EXPECT_EQ(m_world.clock.elapsed(), 3s) << "they ran side by side";
-    EXPECT_TRUE(m_world.run(joinAll({})).empty());
+    EXPECT_EQ(describe(failures[1]), "failed");
+    EXPECT_TRUE(!failures[0] && !failures[2]);
+    EXPECT_EQ(completed, 2);
+    EXPECT_EQ(world.clock.elapsed(), 3s) << "they ran side by side";
+    EXPECT_TRUE(world.run(joinAll({})).empty());
 }
 
 TEST_F(TaskGroupTest, cancellingReachesEveryMemberAndWaitsForThem)
 {
     asio::cancellation_signal stop;
-    std::vector<std::exception_ptr> failures;
-    bool ended = false;
-    asio::co_spawn(m_world.executor(), joinAll(three()),
-                   asio::bind_cancellation_slot(stop.slot(), [&](std::exception_ptr, auto outcomes) {
-                       failures = std::move(outcomes);
-                       ended = true;
-                   }));
-    m_world.settle();
+    std::optional<std::vector<std::exception_ptr>> ended;
+    asio::co_spawn(world.executor(), joinAll(three()),
+                   asio::bind_cancellation_slot(stop.slot(), [&](std::exception_ptr, auto all) { ended = all; }));
+    world.settle();
     stop.emit(asio::cancellation_type::terminal);
-    m_world.settle();
-    ASSERT_TRUE(ended);
-    EXPECT_EQ(m_completed, 0);
-    EXPECT_EQ(m_world.clock.elapsed(), 0s);
-    EXPECT_TRUE(std::ranges::all_of(failures, isCancellation));
+    world.settle();
+    ASSERT_TRUE(ended && ended->size() == 3);
+    EXPECT_EQ(completed, 0);
+    EXPECT_EQ(world.clock.elapsed(), 0s);
+    EXPECT_TRUE(std::ranges::all_of(*ended, isCancellation));
 }
 
 TEST_F(TaskGroupTest, givesHowTheFirstOfTwoEndedAndCancelsTheOther)
 {
-    auto byValue = m_world.run(firstOf(number(1s, 7), work(2s)));
-    EXPECT_EQ(std::get<0>(byValue).value, 7);
-    auto byFailure = m_world.run(firstOf(number(2s, 7), work(1s, true)));
-    EXPECT_EQ(describe(std::get<1>(byFailure).failure), "1");
-    EXPECT_EQ(m_completed, 1);
-    EXPECT_EQ(m_world.clock.elapsed(), 2s);
+    const auto byValue = world.run(firstOf(work(1s), work(2s)));
+    EXPECT_EQ(std::get<0>(byValue).value, 1);
+    const auto byFailure = world.run(firstOf(work(2s), work(1s, true)));
+    EXPECT_EQ(describe(std::get<1>(byFailure).failure), "failed");
+    EXPECT_EQ(completed, 1);
+    EXPECT_EQ(world.clock.elapsed(), 2s);
 }
 
 } // namespace
-
 } // namespace palvera

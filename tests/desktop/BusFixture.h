@@ -1,52 +1,49 @@
 #pragma once
 
-#include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QEventLoop>
+#include "tests/support/LoopFixture.h"
+#include "tests/support/QtPrinting.h"
+
+#include <QDBusConnection>
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
-#include <functional>
+#include <csignal>
+
+#include <sys/prctl.h>
 
 namespace palvera {
 
 /// A message bus of its own.
-class BusFixture : public testing::Test {
-protected:
+struct BusFixture : LoopFixture {
+    QTemporaryDir folder;
+    QProcess daemon;
+    QString address;
+
     void SetUp() override
     {
-        m_daemon.start(QStringLiteral("dbus-daemon"),
-                       {QStringLiteral("--session"), QStringLiteral("--nofork"), QStringLiteral("--print-address"),
-                        QStringLiteral("--address=unix:path=") + m_folder.filePath(QStringLiteral("bus"))});
-        if (!m_daemon.waitForStarted() || !m_daemon.waitForReadyRead())
+        daemon.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); }); // should the tests be killed
+        daemon.start("dbus-daemon",
+                     {"--session", "--nofork", "--print-address", "--address=unix:path=" + folder.filePath("bus")});
+        if (!daemon.waitForStarted() || !daemon.waitForReadyRead())
             GTEST_SKIP() << "there is no dbus-daemon to run";
-        address = QString::fromUtf8(m_daemon.readLine()).trimmed();
+        address = QString::fromUtf8(daemon.readLine()).trimmed();
     }
     void TearDown() override
     {
-        m_daemon.kill();
-        m_daemon.waitForFinished();
+        QDBusConnection::disconnectFromBus("service");
+        daemon.kill();
+        daemon.waitForFinished();
     }
-
-    /// Lets messages through until `reached` holds; false when that takes ten seconds.
-    static bool pumpUntil(const std::function<bool()>& reached)
+    /// Has `object` answer on the bus at `path` under the name `service`.
+    void offer(QObject& object, const QString& path, const QString& service) const
     {
-        QElapsedTimer passed;
-        passed.start();
-        while (!reached() && passed.elapsed() < 10'000)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents | QEventLoop::AllEvents, 50);
-        return reached();
+        auto bus = QDBusConnection::connectToBus(address, "service");
+        ASSERT_TRUE(
+            bus.registerObject(path, &object, QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals) &&
+            bus.registerService(service));
     }
-
-    int m_argc = 1;
-    char m_name[5] = "test";
-    char* m_argv[2] = {m_name, nullptr};
-    QCoreApplication m_application{m_argc, m_argv};
-    QTemporaryDir m_folder;
-    QProcess m_daemon;
-    QString address;
 };
 
 } // namespace palvera

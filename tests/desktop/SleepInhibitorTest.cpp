@@ -1,16 +1,12 @@
 #include "desktop/SleepInhibitor.h"
 #include "tests/desktop/BusFixture.h"
 
-#include <QDBusConnection>
-#include <QDBusContext>
-#include <QDBusMessage>
 #include <QDBusUnixFileDescriptor>
 
 #include <poll.h>
 #include <unistd.h>
 
 namespace palvera {
-
 namespace {
 
 /// A login manager that hands out one end of a pipe as its lock, so that the other end tells when the lock is let go.
@@ -21,21 +17,15 @@ class FakeLoginManager final : public QObject {
 public:
     QStringList asked;
 
-    ~FakeLoginManager() override
-    {
-        for (int end : m_ends)
-            ::close(end);
-    }
+    ~FakeLoginManager() override { std::ranges::for_each(m_ends, ::close); }
     /// How many of the locks that it gave are held.
-    int held() const
+    std::ptrdiff_t held() const
     {
-        int open = 0;
-        for (int end : m_ends) {
+        return std::ranges::count_if(m_ends, [](int end) {
             pollfd look{.fd = end, .events = POLLIN, .revents = 0};
             ::poll(&look, 1, 0);
-            open += (look.revents & POLLHUP) ? 0 : 1;
-        }
-        return open;
+            return (look.revents & POLLHUP) == 0;
+        });
     }
 
 public Q_SLOTS:
@@ -58,74 +48,63 @@ private:
     std::vector<int> m_ends;
 };
 
-/// A message bus of its own with a login manager on it.
-class SleepInhibitorTest : public BusFixture {
-protected:
+struct SleepInhibitorTest : BusFixture {
+    FakeLoginManager manager;
+
     void SetUp() override
     {
         BusFixture::SetUp();
-        if (IsSkipped())
-            return;
-        auto bus = QDBusConnection::connectToBus(address, QStringLiteral("login manager"));
-        ASSERT_TRUE(bus.registerObject(QStringLiteral("/org/freedesktop/login1"), &manager,
-                                       QDBusConnection::ExportAllSlots | QDBusConnection::ExportAllSignals));
-        ASSERT_TRUE(bus.registerService(QStringLiteral("org.freedesktop.login1")));
+        if (!IsSkipped())
+            offer(manager, "/org/freedesktop/login1", "org.freedesktop.login1");
     }
-    void TearDown() override
+    bool untilHeld(int count)
     {
-        QDBusConnection::disconnectFromBus(QStringLiteral("login manager"));
-        BusFixture::TearDown();
+        return pumpUntil([&] { return manager.held() == count; });
     }
-
-    FakeLoginManager manager;
 };
 
-TEST_F(SleepInhibitorTest, holdsOneLockAndLetsItGoAtOnce)
+TEST_F(SleepInhibitorTest, holdsOneLockTellsOfWakingAloneAndLetsTheLockGoAtOnce)
 {
     SystemSleepInhibitor inhibitor(address);
-    inhibitor.hold(QStringLiteral("Files are moving."));
-    inhibitor.hold(QStringLiteral("again"));
-    ASSERT_TRUE(pumpUntil([&] { return manager.held() == 1; }));
+    int woken = 0;
+    inhibitor.onWake([&] { ++woken; });
+    inhibitor.hold("Files are moving.");
+    inhibitor.hold("again");
+    ASSERT_TRUE(untilHeld(1));
     EXPECT_EQ(manager.asked, QStringList("sleep:idle|Palvera|Files are moving.|block"));
+    Q_EMIT manager.PrepareForSleep(true);
     inhibitor.release();
-    EXPECT_TRUE(pumpUntil([&] { return manager.held() == 0; }));
+    inhibitor.hold("once more");
+    ASSERT_TRUE(pumpUntil([&] { return manager.asked.size() == 2; }) && untilHeld(1));
+    EXPECT_EQ(woken, 0);
+    Q_EMIT manager.PrepareForSleep(false);
+    ASSERT_TRUE(pumpUntil([&] { return woken > 0; })); // and what came before this has arrived: the lock
+    EXPECT_EQ(manager.held(), 1);
+    inhibitor.release();
+    EXPECT_TRUE(untilHeld(0));
 }
 
 TEST_F(SleepInhibitorTest, aLockThatComesAfterTheReleaseIsNotKept)
 {
     SystemSleepInhibitor inhibitor(address);
-    inhibitor.hold(QStringLiteral("first"));
+    inhibitor.hold("first");
     inhibitor.release();
     ASSERT_TRUE(pumpUntil([&] { return manager.asked.size() == 1; }));
-    EXPECT_TRUE(pumpUntil([&] { return manager.held() == 0; }));
-    inhibitor.hold(QStringLiteral("second"));
-    EXPECT_TRUE(pumpUntil([&] { return manager.held() == 1; }));
-}
-
-TEST_F(SleepInhibitorTest, tellsOfWakingButNotOfFallingAsleep)
-{
-    SystemSleepInhibitor inhibitor(address);
-    int woken = 0;
-    inhibitor.onWake([&] { ++woken; });
-    inhibitor.hold(QStringLiteral("so that it connects"));
-    ASSERT_TRUE(pumpUntil([&] { return manager.held() == 1; }));
-    Q_EMIT manager.PrepareForSleep(true);
-    Q_EMIT manager.PrepareForSleep(false);
-    ASSERT_TRUE(pumpUntil([&] { return woken > 0; }));
-    EXPECT_EQ(woken, 1);
+    EXPECT_TRUE(untilHeld(0));
+    inhibitor.hold("second");
+    EXPECT_TRUE(untilHeld(1));
 }
 
 TEST_F(SleepInhibitorTest, withoutABusItDoesNothing)
 {
-    SystemSleepInhibitor inhibitor(QStringLiteral("unix:path=") + m_folder.filePath(QStringLiteral("nobody")));
-    inhibitor.hold(QStringLiteral("why"));
+    SystemSleepInhibitor inhibitor("unix:path=" + folder.filePath("nobody"));
+    inhibitor.hold("why");
     inhibitor.release();
-    inhibitor.hold(QStringLiteral("why"));
+    inhibitor.hold("why");
     EXPECT_EQ(manager.asked, QStringList());
 }
 
 } // namespace
-
 } // namespace palvera
 
 #include "SleepInhibitorTest.moc"

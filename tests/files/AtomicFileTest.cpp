@@ -1,17 +1,11 @@
+#include "FileFixture.h"
+
 #include "files/AtomicFile.h"
-#include "files/FileError.h"
-#include "support/QtPrinting.h"
+#include "support/FileCalls.h"
 
 #include <QDateTime>
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 
-#include <gmock/gmock.h>
-
-#include <atomic>
 #include <csignal>
-#include <thread>
 
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -19,147 +13,97 @@
 namespace palvera {
 namespace {
 
-using testing::AnyOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-struct AtomicFileTest : testing::Test {
-    QTemporaryDir root;
-    QString target = root.filePath("target");
-    QString staging = root.filePath("staging");
-    QString path = target + "/record.json";
+struct AtomicFileTest : FileFixture {
+    const std::string target = root.filePath("target").toStdString();
+    const QString staging = root.filePath("staging");
 
     void SetUp() override
     {
-        QDir().mkpath(target);
-        QDir().mkpath(staging);
+        QDir(root.path()).mkdir("target");
+        QDir(root.path()).mkdir("staging");
+        path = root.filePath("target/record.json");
     }
 
-    static QByteArray contentOf(const QString& file)
-    {
-        QFile opened(file);
-        return opened.open(QIODevice::ReadOnly) ? opened.readAll() : QByteArray("cannot be opened");
-    }
     static QStringList entriesOf(const QString& folder)
     {
         return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
     }
-    static mode_t modeOf(const QString& file)
-    {
-        struct stat status{};
-        ::stat(QFile::encodeName(file).constData(), &status);
-        return status.st_mode & 0777;
-    }
-    static void put(const QString& file, const QByteArray& bytes, const QDateTime& modified)
-    {
-        QFile opened(file);
-        ASSERT_TRUE(opened.open(QIODevice::WriteOnly));
-        opened.write(bytes);
-        opened.flush();
-        ASSERT_TRUE(opened.setFileTime(modified, QFileDevice::FileModificationTime));
-    }
 };
 
-/// Lets no file of this process grow past `bytes`, as a full disk would.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) : m_signal(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit small{.rlim_cur = bytes, .rlim_max = m_before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~FileSizeLimit()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &m_before);
-        std::signal(SIGXFSZ, m_signal);
-    }
-
-private:
-    void (*m_signal)(int);
-    rlimit m_before{};
-};
-
-TEST_F(AtomicFileTest, replacesTheFileAndLeavesNothingBesideIt)
+TEST_F(AtomicFileTest, replacesTheFileWithBytesThatAreOnTheDiskBeforeTheyTakeItsName)
 {
-    writeFileAtomically(path, "a longer first text", staging);
-    writeFileAtomically(path, "second", staging);
-
-    EXPECT_EQ(contentOf(path), "second");
-    EXPECT_THAT(entriesOf(target), ElementsAre("record.json"));
+    const QByteArray bytes(200'000, 'x');
+    append(path, bytes + "that were there");
+    const FileCalls calls;
+    writeFileAtomically(path, bytes, staging);
+    const auto all = calls.all();
+    const std::string staged = all.front().substr(all.front().find('/'));
+    EXPECT_TRUE(staged.starts_with(staging.toStdString() + "/.palvera-")) << staged;
+    EXPECT_THAT(all, ElementsAre("write " + staged, "fsync " + staged, "rename " + staged + ' ' + path.toStdString(),
+                                 "fsync " + target));
+    EXPECT_EQ(contentOf(path), bytes);
+    EXPECT_THAT(entriesOf(root.filePath("target")), ElementsAre("record.json"));
     EXPECT_THAT(entriesOf(staging), IsEmpty());
+}
+
+TEST_F(AtomicFileTest, aWriteThatFailsAtAnyStepIsToldOfAndKeepsTheOldFile)
+{
+    writeFileAtomically(path, "old", staging);
+    FileCalls calls;
+    for (const char* step : {"write ", "fsync ", "rename "}) {
+        calls.fail(step + staging.toStdString(), EIO);
+        EXPECT_EQ(failureOf([&] { writeFileAtomically(path, "new", staging); }),
+                  "“record.json” cannot be written: Input/output error.")
+            << step;
+        EXPECT_EQ(contentOf(path), "old") << step;
+        EXPECT_THAT(entriesOf(staging), IsEmpty()) << step;
+    }
+    calls.fail("fsync " + target, EIO);
+    EXPECT_THROW(writeFileAtomically(path, "new", staging), FileError);
+    calls.fail("fsync " + target, EINVAL);
+    EXPECT_NO_THROW(writeFileAtomically(path, "new", staging)) << "a file system that cannot sync folders";
+}
+
+TEST_F(AtomicFileTest, aDiskThatIsFullHalfWayKeepsTheOldFile)
+{
+    writeFileAtomically(path, "old", staging);
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit usual{};
+    ::getrlimit(RLIMIT_FSIZE, &usual);
+    const rlimit tight{.rlim_cur = 1000, .rlim_max = usual.rlim_max};
+    ::setrlimit(RLIMIT_FSIZE, &tight);
+    EXPECT_THROW(writeFileAtomically(path, QByteArray(5000, 'n'), staging), FileError);
+    ::setrlimit(RLIMIT_FSIZE, &usual);
+    EXPECT_EQ(contentOf(path), "old");
 }
 
 TEST_F(AtomicFileTest, onlyTheOwnerMayReadWhatIsPrivate)
 {
     const mode_t before = ::umask(022);
-    writeFileAtomically(path, "x", staging);
-    EXPECT_EQ(modeOf(path), 0644u);
-    writeFileAtomically(path, "x", staging, FileAccess::ownerOnly);
-    EXPECT_EQ(modeOf(path), 0600u);
+    for (const auto& [access, mode] : {std::pair(FileAccess::ordinary, 0644u), {FileAccess::ownerOnly, 0600u}}) {
+        writeFileAtomically(path, "x", staging, access);
+        struct stat status{};
+        ::stat(QFile::encodeName(path).constData(), &status);
+        EXPECT_EQ(status.st_mode & 0777, mode);
+    }
     ::umask(before);
-}
-
-TEST_F(AtomicFileTest, aWriteThatFailsHalfWayKeepsTheOldFile)
-{
-    writeFileAtomically(path, "old", staging);
-    {
-        const FileSizeLimit fullDisk(1000);
-        EXPECT_THROW(writeFileAtomically(path, QByteArray(5000, 'n'), staging), FileError);
-    }
-    EXPECT_EQ(contentOf(path), "old");
-    EXPECT_THAT(entriesOf(staging), IsEmpty());
-}
-
-TEST_F(AtomicFileTest, aTargetThatCannotBeReplacedFailsWithItsNameAndReason)
-{
-    QDir().mkpath(path + "/not empty");
-    try {
-        writeFileAtomically(path, "x", staging);
-        FAIL() << "a folder was replaced";
-    } catch (const FileError& error) {
-        EXPECT_EQ(error.text(), "“record.json” cannot be written: Is a directory.");
-    }
-    EXPECT_THAT(entriesOf(staging), IsEmpty());
-}
-
-TEST_F(AtomicFileTest, aMissingFolderFails)
-{
-    EXPECT_THROW(writeFileAtomically(path, "x", root.filePath("nowhere")), FileError);
-    EXPECT_THROW(writeFileAtomically(root.filePath("nowhere/record"), "x", staging), FileError);
-    EXPECT_THAT(entriesOf(staging), IsEmpty());
-}
-
-TEST_F(AtomicFileTest, aReaderSeesOneOrTheOtherWhole)
-{
-    const QByteArray first(20'000, 'a');
-    const QByteArray second(20'000, 'b');
-    writeFileAtomically(path, first, staging);
-    std::atomic<bool> ended = false;
-    std::thread writer([&] {
-        for (int count = 0; count < 50; ++count)
-            writeFileAtomically(path, count % 2 ? first : second, staging);
-        ended = true;
-    });
-    while (!ended)
-        EXPECT_THAT(contentOf(path), AnyOf(first, second));
-    writer.join();
 }
 
 TEST_F(AtomicFileTest, sweepsOnlyOldStagingFilesOfOurs)
 {
     const QString ours = ".palvera-0123456789abcdef0123456789abcdef.staging";
     const QString fresh = ".palvera-ffffffffffffffffffffffffffffffff.staging";
-    const QDateTime now = QDateTime::currentDateTimeUtc();
-    const QDateTime old = now.addSecs(-25 * 3600);
-    put(staging + '/' + ours, "x", old);
-    put(staging + '/' + fresh, "x", now.addSecs(-23 * 3600));
-    put(staging + "/palvera-notes.staging", "x", old);
-    put(staging + "/x" + ours, "x", old);
-    put(staging + '/' + ours + ".json", "x", old);
-
+    const auto now = QDateTime::currentDateTimeUtc();
+    for (const auto& name : {ours, fresh, QString("palvera-notes.staging"), "x" + ours, ours + ".json"}) {
+        QFile file(staging + '/' + name);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        const int hours = name == fresh ? 23 : 25;
+        ASSERT_TRUE(file.setFileTime(now.addSecs(-hours * 3600), QFileDevice::FileModificationTime));
+    }
     sweepStaging(staging, std::chrono::system_clock::from_time_t(now.toSecsSinceEpoch()));
-
     EXPECT_THAT(entriesOf(staging), ElementsAre(ours + ".json", fresh, "palvera-notes.staging", "x" + ours));
 }
 

@@ -1,40 +1,17 @@
+#include "FileFixture.h"
+
 #include "files/DestinationFile.h"
-
-#include "files/FileError.h"
-#include "support/QtPrinting.h"
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gmock/gmock.h>
+#include "support/FileCalls.h"
 
 #include <sys/stat.h>
 
 namespace palvera {
 namespace {
 
+using testing::ElementsAre;
 using testing::HasSubstr;
 
-struct DestinationFileTest : testing::Test {
-    QTemporaryDir root;
-    QString path = root.filePath("master.mov");
-
-    static std::string failureOf(const std::function<void()>& operation)
-    {
-        try {
-            operation();
-            return "";
-        } catch (const FileError& error) {
-            return error.text().toStdString();
-        }
-    }
-    QByteArray content() const
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
-};
+using DestinationFileTest = FileFixture;
 
 TEST_F(DestinationFileTest, holdsZerosUntilItIsWritten)
 {
@@ -42,15 +19,31 @@ TEST_F(DestinationFileTest, holdsZerosUntilItIsWritten)
     file.reset(8);
     file.writeAt(5, std::string_view("xyz"));
     file.reset(6);
-    EXPECT_EQ(content(), QByteArray(6, '\0')); // nothing of before
+    EXPECT_EQ(contentOf(path), QByteArray(6, '\0')); // nothing of before
     file.writeAt(4, std::string_view("ef"));
     file.writeAt(0, std::string_view("ab"));
-    file.sync();
-    EXPECT_EQ(content(), QByteArray("ab\0\0ef", 6));
+    EXPECT_EQ(contentOf(path), QByteArray("ab\0\0ef", 6));
     EXPECT_EQ(file.size(), 6);
 }
 
-TEST_F(DestinationFileTest, reservesRealRoom)
+TEST_F(DestinationFileTest, syncPutsWhatWasWrittenOnTheDiskOrFails)
+{
+    FileCalls calls;
+    auto file = DestinationFile::open(path);
+    file.writeAt(0, std::string_view("ab"));
+    file.sync();
+    EXPECT_THAT(calls.all(), ElementsAre("write " + path.toStdString(), "fdatasync " + path.toStdString()));
+    for (const char* step : {"write", "fdatasync"}) {
+        calls.fail(step, EIO);
+        EXPECT_EQ(failureOf([&] {
+                      file.writeAt(0, std::string_view("cd"));
+                      file.sync();
+                  }),
+                  "“master.mov” cannot be written: Input/output error.");
+    }
+}
+
+TEST_F(DestinationFileTest, reservesRealRoomAndSaysHowMuchIsMissing)
 {
     constexpr qint64 size = 3 << 20;
     auto file = DestinationFile::open(path);
@@ -58,11 +51,6 @@ TEST_F(DestinationFileTest, reservesRealRoom)
     struct stat status{};
     ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
     EXPECT_GE(status.st_blocks * 512, size);
-}
-
-TEST_F(DestinationFileTest, saysHowMuchRoomIsMissing)
-{
-    auto file = DestinationFile::open(path);
     EXPECT_THAT(failureOf([&] { file.reset(1LL << 60); }),
                 HasSubstr("There is not enough room for “master.mov”: it needs 1152921.50 TB, and "));
     EXPECT_EQ(file.size(), 0);
@@ -90,10 +78,9 @@ TEST_F(DestinationFileTest, noticesThatItsNameLeadsElsewhere)
 {
     for (bool replaced : {false, true}) {
         auto file = DestinationFile::open(path);
-        file.sync();
         ASSERT_TRUE(QFile::remove(path));
         if (replaced)
-            ASSERT_TRUE(DestinationFile::create(path));
+            append(path, "");
         EXPECT_EQ(failureOf([&] { file.sync(); }), "“master.mov” was moved or removed while it was being downloaded.");
         QFile::remove(path);
     }

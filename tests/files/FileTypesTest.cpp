@@ -8,25 +8,17 @@ namespace {
 
 TEST(FileTypesTest, knowsATypeByItsExtensionAlone)
 {
-    const struct {
-        const char* filename;
-        const char* type;
-    } cases[] = {
-        {"master.mov", "video/quicktime"},
+    const char* const none = "application/octet-stream";
+    const std::pair<const char*, const char*> cases[] = {
         {"MASTER.MOV", "video/quicktime"},
         {"a master.of.masters.mp4", "video/mp4"},
-        {"stems.wav", "audio/x-wav"},
-        {"subtitles.srt", "application/x-subrip"},
-        {"poster.png", "image/png"},
-        {"master.unheardof", "application/octet-stream"},
-        {"master", "application/octet-stream"},
-        {"master.", "application/octet-stream"},
-        {"", "application/octet-stream"},
-        {"Makefile", "application/octet-stream"},
         {"CMakeLists.txt", "text/plain"},
+        {"master.unheardof", none},
+        {"Makefile", none},
+        {"", none},
     };
-    for (const auto& each : cases)
-        EXPECT_EQ(mimeTypeForName(each.filename), each.type) << each.filename;
+    for (const auto& [filename, type] : cases)
+        EXPECT_EQ(mimeTypeForName(filename), type) << filename;
 }
 
 } // namespace

@@ -7,31 +7,22 @@
 namespace palvera {
 namespace {
 
-TEST(FoldersTest, followTheEnvironment)
-{
-    const ScopedVariable data("XDG_DATA_HOME", "/x/data");
-    const ScopedVariable state("XDG_STATE_HOME", "/x/state/");
-    const ScopedVariable cache("XDG_CACHE_HOME", "/x/cache");
-    const ScopedVariable config("XDG_CONFIG_HOME", "/x/config");
-
-    const Folders folders = Folders::ofUser();
-    EXPECT_EQ(folders.applicationSupport, "/x/data");
-    EXPECT_EQ(folders.library, "/x/state");
-    EXPECT_EQ(folders.caches, "/x/cache/Palvera");
-    EXPECT_EQ(folders.config, "/x/config");
-    EXPECT_EQ(folders.cookies(), "/x/data/Palvera/cookies");
-    EXPECT_EQ(folders.preferences(), "/x/config/Palvera/palvera.conf");
-}
-
-TEST(FoldersTest, standBelowHomeWhenTheEnvironmentSaysNothingUsable)
+TEST(FoldersTest, followTheEnvironmentWhereItSaysSomethingUsable)
 {
     const ScopedVariable home("HOME", "/home/someone");
-    const ScopedVariable data("XDG_DATA_HOME", {});
-    const ScopedVariable state("XDG_STATE_HOME", "");
-    const ScopedVariable cache("XDG_CACHE_HOME", "relative/cache");
-    const ScopedVariable config("XDG_CONFIG_HOME", "~/config");
-
-    const Folders folders = Folders::ofUser();
+    {
+        const ScopedVariable data("XDG_DATA_HOME", "/x/data"), state("XDG_STATE_HOME", "/x/state/"),
+            cache("XDG_CACHE_HOME", "/x/cache"), config("XDG_CONFIG_HOME", "/x/config");
+        const auto folders = Folders::ofUser();
+        EXPECT_EQ(folders.applicationSupport, "/x/data");
+        EXPECT_EQ(folders.library, "/x/state");
+        EXPECT_EQ(folders.caches, "/x/cache/Palvera");
+        EXPECT_EQ(folders.cookies(), "/x/data/Palvera/cookies");
+        EXPECT_EQ(folders.preferences(), "/x/config/Palvera/palvera.conf");
+    }
+    const ScopedVariable data("XDG_DATA_HOME", {}), state("XDG_STATE_HOME", ""),
+        cache("XDG_CACHE_HOME", "relative/cache"), config("XDG_CONFIG_HOME", "~/config");
+    const auto folders = Folders::ofUser();
     EXPECT_EQ(folders.applicationSupport, "/home/someone/.local/share");
     EXPECT_EQ(folders.library, "/home/someone/.local/state");
     EXPECT_EQ(folders.caches, "/home/someone/.cache/Palvera");

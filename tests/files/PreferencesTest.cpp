@@ -1,63 +1,37 @@
+#include "FileFixture.h"
+
 #include "files/Preferences.h"
-#include "support/QtPrinting.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gmock/gmock.h>
 
 namespace palvera {
 namespace {
 
-using testing::HasSubstr;
-
-struct PreferencesTest : testing::Test {
-    QTemporaryDir root;
-    QString path = root.filePath("config/Palvera/palvera.conf");
-
-    std::string file() const
-    {
-        QFile opened(path);
-        return opened.open(QIODevice::ReadOnly) ? opened.readAll().toStdString() : "cannot be opened";
-    }
+struct PreferencesTest : FileFixture {
+    QString file = root.filePath("config/Palvera/palvera.conf");
+    Preferences preferences{file};
 };
 
-TEST_F(PreferencesTest, keepsTextsUnderTheirKeysAsTheyAre)
+TEST_F(PreferencesTest, keepsTextsAndBytesUnderTheirKeysAsTheyAre)
 {
-    Preferences preferences(path);
     for (const QString text : {"live", "", "a, b", "@text", "grün \"quoted\"\n"}) {
         preferences.setString("pv.site", text);
-        EXPECT_EQ(Preferences(path).string("pv.site"), text);
+        EXPECT_EQ(Preferences(file).string("pv.site"), text);
     }
-    preferences.setString("pv.site", "live");
-    EXPECT_THAT(file(), HasSubstr("\npv.site=live\n"));
-}
-
-TEST_F(PreferencesTest, keepsBytes)
-{
     const QByteArray bytes = QByteArray::fromHex("00ff0a0d22315c00");
-    Preferences(path).setBytes("pv.downloadsBookmark", bytes);
-    EXPECT_EQ(Preferences(path).bytes("pv.downloadsBookmark"), bytes);
+    preferences.setBytes("pv.downloadsBookmark", bytes);
+    EXPECT_EQ(Preferences(file).bytes("pv.downloadsBookmark"), bytes);
+    preferences.setString("pv.site", "live");
+    EXPECT_TRUE(contentOf(file).contains("\npv.site=live\n"));
 }
 
-TEST_F(PreferencesTest, givesNothingForWhatIsAbsentOrOfTheOtherType)
+TEST_F(PreferencesTest, givesNothingForWhatIsAbsentOrOfTheOtherTypeOrRemoved)
 {
-    Preferences preferences(path);
     preferences.setString("text", "x");
     preferences.setBytes("bytes", "x");
-    EXPECT_EQ(preferences.string("absent"), std::nullopt);
-    EXPECT_EQ(preferences.bytes("absent"), std::nullopt);
     EXPECT_EQ(preferences.string("bytes"), std::nullopt);
     EXPECT_EQ(preferences.bytes("text"), std::nullopt);
-}
-
-TEST_F(PreferencesTest, removesAKeyForGood)
-{
-    Preferences preferences(path);
-    preferences.setString("pv.lastOrgId", "o1");
-    preferences.remove("pv.lastOrgId");
-    EXPECT_EQ(preferences.string("pv.lastOrgId"), std::nullopt);
-    EXPECT_EQ(Preferences(path).string("pv.lastOrgId"), std::nullopt);
+    preferences.remove("text");
+    for (const auto& each : {file, root.filePath("absent.conf")})
+        EXPECT_EQ(Preferences(each).string("text"), std::nullopt);
 }
 
 } // namespace

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "async/Event.h"
+#include "async/RunOn.h"
 #include "http/HttpSession.h"
 #include "http/NetworkPath.h"
 #include "http/TransportError.h"
 #include "support/LoopbackServer.h"
+#include "support/QtPrinting.h"
 
 #include <boost/asio/bind_cancellation_slot.hpp>
 #include <boost/asio/cancellation_signal.hpp>
@@ -18,51 +21,120 @@
 
 namespace palvera {
 
+using namespace std::chrono_literals;
+
+namespace asio = boost::asio;
+
 /// A request under way that the test can cancel from its own thread.
 class Sending {
 public:
-    Sending(boost::asio::thread_pool& pool, HttpClient& client, HttpRequest request);
+    Sending(asio::thread_pool& pool, HttpClient& client, HttpRequest request)
+        : m_strand(pool.get_executor()),
+          m_ended(asio::co_spawn(m_strand, client.send(std::move(request)),
+                                 asio::bind_cancellation_slot(m_signal.slot(), asio::use_future)))
+    {}
+    ~Sending()
+    {
+        if (m_ended.valid()) {
+            cancel();
+            m_ended.wait();
+        }
+        asio::post(m_strand, asio::use_future([] {})).wait(); // nobody refers to the signal any more
+    }
 
-    void cancel();
+    void cancel()
+    {
+        asio::post(m_strand, [this] { m_signal.emit(asio::cancellation_type::terminal); });
+    }
     /// How it ended; throws what the request threw. Fails the test when that takes ten seconds.
-    HttpResponse wait();
-    bool wasCancelled();
+    HttpResponse wait()
+    {
+        if (m_ended.wait_for(10s) != std::future_status::ready)
+            throw std::runtime_error("the request did not end");
+        return m_ended.get();
+    }
+    bool wasCancelled()
+    {
+        try {
+            wait();
+            return false;
+        } catch (...) {
+            return isCancellation(std::current_exception());
+        }
+    }
 
 private:
-    struct State {
-        boost::asio::cancellation_signal signal;
-        std::promise<HttpResponse> promise;
-    };
-    boost::asio::strand<boost::asio::thread_pool::executor_type> m_strand;
-    std::shared_ptr<State> m_state = std::make_shared<State>(); // its signal is touched on m_strand only
+    asio::strand<asio::thread_pool::executor_type> m_strand;
+    asio::cancellation_signal m_signal; // touched on m_strand only
     std::future<HttpResponse> m_ended;
+};
+
+/// A path to the network that a test may take away and bring up.
+class FakeNetworkPath final : public NetworkPath {
+public:
+    explicit FakeNetworkPath(const Executor& executor) : m_strand(executor) {}
+    bool isUsable() const override { return usable; }
+    Task<void> untilUsable() override
+    {
+        waitedFor.open();
+        return runOn(m_strand, m_change.wait());
+    }
+    void bringUp()
+    {
+        usable = true;
+        asio::post(m_strand, [this] { m_change.set(); });
+    }
+
+    std::atomic<bool> usable = true;
+    Gate waitedFor; ///< opens when somebody waits for the path
+
+private:
+    asio::strand<Executor> m_strand;
+    Event m_change{m_strand}; // m_strand only
 };
 
 /// Sessions on two real threads, against servers on loopback.
 class HttpFixture : public testing::Test {
 protected:
-    ~HttpFixture() override;
+    ~HttpFixture() override { m_pool.join(); }
 
     Sending start(HttpClient& client, HttpRequest request) { return {m_pool, client, std::move(request)}; }
+    HttpResponse send(HttpClient& client, HttpRequest request) { return start(client, std::move(request)).wait(); }
     /// Sends on a session of its own and waits.
     HttpResponse send(HttpRequest request, HttpSessionOptions options = {});
-    HttpResponse send(HttpClient& client, HttpRequest request) { return start(client, std::move(request)).wait(); }
     void expectFailure(HttpRequest request, TransportError::Kind kind, const QString& text,
                        HttpSessionOptions options = {});
     Executor executor() { return m_pool.get_executor(); }
 
-    boost::asio::thread_pool m_pool{2};
+    asio::thread_pool m_pool{2};
+    std::shared_ptr<FakeNetworkPath> m_path = std::make_shared<FakeNetworkPath>(executor());
 };
 
 /// The time by which a session counts its time-outs. It passes as servers' scripts say. Any thread.
 class PassingTime {
 public:
     /// What `HttpSessionOptions::now` takes. Refers to this object.
-    std::function<std::chrono::steady_clock::time_point()> clock();
-    void pass(std::chrono::milliseconds duration);
+    std::function<std::chrono::steady_clock::time_point()> clock()
+    {
+        return [this] {
+            std::lock_guard guard(m_lock);
+            ++m_count;
+            m_asked.notify_all();
+            return m_now;
+        };
+    }
+    void pass(std::chrono::milliseconds duration)
+    {
+        std::lock_guard guard(m_lock);
+        m_now += duration;
+    }
     /// Waits until every session that uses this time must have compared it with its limits, which asks for it two or
     /// three times. Gives up after ten seconds, so that a failing test ends.
-    void untilLookedAt();
+    void untilLookedAt()
+    {
+        std::unique_lock lock(m_lock);
+        m_asked.wait_for(lock, 10s, [this, before = m_count] { return m_count >= before + 8; });
+    }
 
 private:
     std::mutex m_lock;
@@ -71,55 +143,27 @@ private:
     int m_count = 0;
 };
 
-/// A path that a test brings up.
-class FakeNetworkPath final : public NetworkPath {
-public:
-    explicit FakeNetworkPath(Executor executor);
-    bool isUsable() const override { return m_usable; }
-    Task<void> untilUsable() override;
-    void bringUp();
-    Gate waitedFor; ///< opens when somebody waits for the path
-
-private:
-    std::atomic<bool> m_usable = false;
-    boost::asio::strand<Executor> m_strand;
-    boost::asio::steady_timer m_change; // m_strand only
-};
-
-/// What the machine's resolver does with names that end in ".test": "unknown.test" does not exist, and "slow.test" is
-/// looked up until the test lets go. Anything else is looked up as ever.
-namespace names {
-/// Opens when somebody asks for "slow.test".
-Gate& asked();
-/// Lets the look-up of "slow.test" end, for this test and those after it.
-Gate& letGo();
-} // namespace names
+/// The machine's resolver as these tests have it knows no name that ends in ".test" and takes its time to say so of
+/// "slow.test": until the second gate is opened, once and for all.
+inline Gate slowNameAsked, slowNameLetGo;
 
 /// A body of `size` bytes in which every position can be told by its neighbours.
 QByteArray patternedBody(qint64 size);
 
-/// A body source over bytes in memory.
-class BytesSource : public BodySource {
-public:
-    explicit BytesSource(QByteArray bytes) : m_bytes(std::move(bytes)) {}
-    qint64 size() const override { return m_bytes.size(); }
-    std::size_t read(qint64 offset, std::span<char> into) override;
-
-private:
-    QByteArray m_bytes;
-};
-
-/// Keeps the first `room` bytes of a body in memory.
-class BytesSink : public BodySink {
-public:
-    explicit BytesSink(qint64 room) : m_room(room) {}
-    qint64 room() const override { return m_room; }
+/// A body in memory, to send or to receive: it takes up to `most` bytes.
+struct Bytes : BodySource, BodySink {
+    explicit Bytes(QByteArray body, qint64 room = 0) : bytes(std::move(body)), most(room) {}
+    qint64 size() const override { return bytes.size(); }
+    std::size_t read(qint64 offset, std::span<char> into) override
+    {
+        return std::string_view(bytes.constData(), std::size_t(size()))
+            .copy(into.data(), into.size(), std::size_t(offset));
+    }
+    qint64 room() const override { return most; }
     void take(std::span<const char> more) override { bytes.append(more.data(), qsizetype(more.size())); }
 
     QByteArray bytes;
-
-private:
-    const qint64 m_room;
+    const qint64 most;
 };
 
 } // namespace palvera

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QByteArray>
-#include <QByteArrayList>
-#include <QList>
 #include <QTemporaryDir>
 
 #include <openssl/ssl.h>
 
+#include <poll.h>
+
+#include <atomic>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -29,52 +30,63 @@ private:
     bool m_open = false;
 };
 
-/// A certificate for 127.0.0.1 and localhost that vouches for itself, in files of a folder of its own.
+/// A certificate for 127.0.0.1 alone that vouches for itself.
 class TestCertificate {
 public:
     TestCertificate();
-    QString certificateFile() const { return m_folder.filePath(QStringLiteral("certificate.pem")); }
-    QString keyFile() const { return m_folder.filePath(QStringLiteral("key.pem")); }
+    /// Holds the certificate, for those who are to trust it.
+    QString file() const { return m_folder.filePath("certificate.pem"); }
 
 private:
+    friend class LoopbackServer;
+
     QTemporaryDir m_folder;
+    std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)> m_key{EVP_EC_gen("P-256"), &EVP_PKEY_free};
+    std::unique_ptr<X509, decltype(&X509_free)> m_certificate{X509_new(), &X509_free};
 };
 
 /// Listens on a free port of 127.0.0.1 and lets a script deal with each connection on a thread of its own. Everything
 /// blocks; the destructor cuts all connections, which ends every wait in a script.
 class LoopbackServer {
 public:
+    struct Request;
     class Connection;
     using Script = std::function<void(Connection&)>;
-    struct Options {
-        const TestCertificate* certificate = nullptr; ///< encrypted when set
-        int receiveBuffer = 0;                        ///< bytes the kernel takes in ahead of the script; 0: its own
-    };
 
-    explicit LoopbackServer(Script script) : LoopbackServer(std::move(script), Options{}) {}
-    LoopbackServer(Script script, Options options);
+    /// Encrypts with `certificate` unless that is null. The kernel takes in `receiveBuffer` bytes ahead of the script;
+    /// 0 is its own choice.
+    explicit LoopbackServer(Script script, const TestCertificate* certificate = nullptr, int receiveBuffer = 0);
     ~LoopbackServer();
 
     int port() const { return m_port; }
     QByteArray url(const QByteArray& pathAndQuery) const;
     /// How many connections have come so far.
-    int connections() const;
+    int connections() const { return m_connections; }
 
 private:
-    void listen(const Options& options);
     void acceptAll();
     void serve(int socket);
 
-    Script m_script;
+    const Script m_script;
     std::unique_ptr<SSL_CTX, decltype(&SSL_CTX_free)> m_tls{nullptr, &SSL_CTX_free};
     int m_listener = -1;
     int m_port = 0;
     std::thread m_acceptor;
     std::vector<std::thread> m_threads; // touched by the acceptor, and once it has ended
-    mutable std::mutex m_lock;
-    // Guarded by m_lock.
-    int m_connections = 0;
-    std::vector<int> m_open;
+    std::atomic<int> m_connections = 0;
+    std::mutex m_lock;
+    std::vector<int> m_open; // guarded by m_lock
+};
+
+/// A request as a script sees it.
+struct LoopbackServer::Request {
+    QByteArray head; ///< first line and headers, up to and with the empty line; empty when the client has gone
+    QByteArray body = {};
+
+    QByteArray path() const { return head.split(' ').value(1); }
+    /// The value of a header, or an empty array.
+    QByteArray header(const QByteArray& name) const;
+    qint64 length() const { return header("Content-Length").toLongLong(); }
 };
 
 /// One connection as a script sees it.
@@ -82,33 +94,34 @@ class LoopbackServer::Connection {
 public:
     Connection(int socket, SSL* tls) : m_socket(socket), m_tls(tls) {}
 
-    /// The next request's first line and headers, up to and with the empty line; empty when the client has gone.
-    QByteArray readHead();
-    /// Up to `count` bytes of the body, fewer when the client goes first.
-    QByteArray readBody(qint64 count);
+    /// The next request, without its body.
+    Request readHead();
+    /// The next request.
+    Request read();
     /// Reads and forgets `count` bytes. False when the client goes first.
     bool discard(qint64 count);
-    /// Reads whole requests and answers each with `answer`, until the client goes.
-    void answerAll(const QByteArray& answer);
     void write(const QByteArray& bytes);
-    /// What the connection is encrypted with, by the name that TLS has for it; empty when it is not.
-    QByteArray cipher() const { return m_tls ? SSL_get_cipher_name(m_tls) : ""; }
+    /// What the connection is encrypted with, by the name that TLS has for it.
+    QByteArray cipher() const { return SSL_get_cipher_name(m_tls); }
     /// Waits for so long, at most until the client goes; false then.
-    bool stay(int milliseconds);
+    bool stay(int milliseconds) { return lookFor(milliseconds) == 0; }
     /// Waits until the client goes and says whether it cut the connection off instead of closing it.
-    bool waitForReset();
+    bool waitForReset() { return (lookFor(10'000) & POLLERR) != 0; }
 
 private:
-    qint64 receive(char* into, qint64 room);
-    qint64 receiveFromNetwork(char* into, qint64 room);
+    bool receive();
+    QByteArray take(qsizetype count);
+    short lookFor(int milliseconds);
 
     int m_socket;
     SSL* m_tls;
     QByteArray m_ahead; // received beyond what was asked for
 };
 
-/// The value of a header of `head`, or an empty array.
-QByteArray headerOf(const QByteArray& head, const QByteArray& name);
+/// Reads whole requests and answers each with what `reply` makes of it, until the client goes.
+LoopbackServer::Script answering(std::function<QByteArray(const LoopbackServer::Request&)> reply);
+/// The same with one answer for all.
+LoopbackServer::Script answering(const QByteArray& reply);
 
 /// An answer with a status line, `headers` (each ending in "\r\n"), a length and a body.
 QByteArray answer(const QByteArray& statusAndReason, const QByteArray& body = {}, const QByteArray& headers = {});
