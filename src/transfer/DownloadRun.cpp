@@ -143,6 +143,7 @@ Task<void> DownloadRun::fetchAll()
         auto last = co_await outcomeOf(record());
         failure = failure ? failure : last.failure;
     }
+    failure = failure ? failure : m_notStored;
     if (failure)
         std::rethrow_exception(failure);
 }
@@ -229,13 +230,17 @@ Task<void> DownloadRun::record()
     auto written = std::exchange(m_written, {});
     auto next = m_partial;
     next.done.insert(written.begin(), written.end());
-    co_await callOn(m_disk, [this, &next] {
+    auto stored = co_await outcomeOf(callOn(m_disk, [this, &next] {
         m_file->sync();
         try {
             savePartial(m_request.destination, next);
         } catch (const FileError&) { // NOLINT(bugprone-empty-catch): the next one may succeed
         }
-    });
+    }));
+    if (stored.failure) {
+        m_notStored = stored.failure;
+        std::rethrow_exception(stored.failure);
+    }
     m_partial = std::move(next);
     for (qint64 index : written) {
         m_received += rangeOf(index).length;

@@ -56,6 +56,9 @@ private:
 
     std::optional<Event> m_somethingWritten;
     std::vector<qint64> m_written; // chunks in the file that the record does not list yet
+    // Why chunks are not on the disk for good. Kept, since the waves may be over when it shows, and nobody listening
+    // any more, and since the system tells it only once.
+    std::exception_ptr m_notStored;
     qint64 m_received = 0;
     Clock::Moment m_windowStart;
     qint64 m_windowBytes = 0;

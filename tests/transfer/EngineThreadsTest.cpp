@@ -1,19 +1,11 @@
-#include "transfer/Downloader.h"
-#include "transfer/Uploader.h"
+#include "UploadHarness.h"
 
 #include "http/HttpSession.h"
 #include "localplatform/Server.h"
 #include "service/BrowsingOperations.h"
-#include "support/LoopbackServer.h"
-#include "support/QtPrinting.h"
+#include "transfer/Downloader.h"
 
 #include <boost/asio/use_future.hpp>
-
-#include <QFile>
-#include <QJsonArray>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <future>
 
@@ -26,17 +18,14 @@ using Operation = local::Operation;
 
 /// The engines as they really run: real threads, real sockets, the platform's server in the same process.
 struct EngineThreadsTest : testing::Test {
-    static constexpr qint64 partSize = 256 << 10;
+    static constexpr qint64 partSize = Delivery::partSize;
 
-    QTemporaryDir disk;
-    local::Platform platform{{.partSize = partSize, .folder = disk.filePath("platform"), .signInNeeded = false},
-                             [] { return std::chrono::system_clock::now(); }};
-    local::Server server{platform, {}};
+    Delivery delivery{24 * partSize + 1};
+    local::Server server{delivery.platform, {}};
     boost::asio::thread_pool pool{12};
     HttpSession session{pool.get_executor()};
     SystemClock clock;
     API api{{.client = session, .executor = pool.get_executor()}};
-    JournalStore journals{disk.path()};
     HttpClientFactory storage = [this] {
         return std::make_unique<HttpSession>(pool.get_executor(), HttpSessionOptions::storage());
     };
@@ -46,65 +35,65 @@ struct EngineThreadsTest : testing::Test {
                        .clock = clock,
                        .api = api,
                        .storage = storage,
-                       .journals = journals,
-                       .libraryFolder = disk.path(),
+                       .journals = delivery.journals,
+                       .libraryFolder = delivery.disk.path(),
                        .spread = [] { return 1.0; }}};
-    QByteArray content = QByteArray(qsizetype(24 * partSize + 1), '\0');
 
-    void SetUp() override
-    {
-        qputenv("PV_API", server.serviceAddress() + "/api");
-        for (qsizetype i = 0; i < content.size(); ++i)
-            content[i] = char(i * 31 + i / 251);
-        QFile file(disk.filePath("film.mov"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(content);
-    }
+    void SetUp() override { qputenv("PV_API", server.serviceAddress() + "/api"); }
     ~EngineThreadsTest() override { pool.join(); }
 
-    std::future<void> send(
-        const QString& row, std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>(),
-        ProgressReporter::OnProgress onProgress = [](const UploadProgress&) {})
+    template <class T>
+    std::future<T> start(Task<T> operation)
     {
-        TransferTarget::Deliverable target{.orgId = "org-northlight", .projectId = "salt", .deliverableId = row};
-        return boost::asio::co_spawn(pool,
-                                     uploader.upload({.target = target,
-                                                      .file = disk.filePath("film.mov"),
-                                                      .key = row,
-                                                      .flag = std::move(flag),
-                                                      .onProgress = std::move(onProgress)}),
-                                     boost::asio::use_future);
+        return boost::asio::co_spawn(pool, std::move(operation), boost::asio::use_future);
     }
-    void expectDelivered(const QString& row)
+    std::future<void> send(
+        const TransferTarget& target, const QString& key, ProgressReporter::OnProgress onProgress = [](const auto&) {},
+        std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>())
     {
-        for (const auto& each : platform.state()["uploads"].toArray()) {
-            QJsonObject upload = each.toObject();
-            if (upload["deliverable"] != row || upload["phase"] != "complete")
-                continue;
-            QFile stored(upload["path"].toString());
-            ASSERT_TRUE(stored.open(QIODevice::ReadOnly));
-            EXPECT_TRUE(stored.readAll() == content) << "the stored bytes differ";
-            EXPECT_TRUE(upload["filed"].toBool());
-            EXPECT_EQ(platform.violations(), QStringList());
-            return;
-        }
-        FAIL() << row.toStdString() << " is not delivered";
+        return start(uploader.upload({.target = target,
+                                      .file = delivery.path(),
+                                      .key = key,
+                                      .flag = std::move(flag),
+                                      .onProgress = std::move(onProgress)}));
+    }
+    std::future<void> fetch(const QByteArray& address, const QString& path,
+                            std::function<void(const DownloadProgress&)> onProgress = {},
+                            std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>())
+    {
+        return start(downloader.download(
+            {.address = address, .destination = path, .flag = std::move(flag), .onProgress = std::move(onProgress)}));
+    }
+    /// The address of the film in the bin, once it has been sent there.
+    QByteArray addressInBin()
+    {
+        send(TransferTarget::Bin{.orgId = "org-northlight", .folder = {}}, "bin").get();
+        auto object = delivery.upload()["object"].toString();
+        return start(binDownloadURL(api, "org-northlight", object)).get().url.toUtf8();
+    }
+    void expectWhole(const QString& path) const
+    {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == delivery.content()) << path.toStdString();
+    }
+    void fail(Operation operation, int times, int every, const local::Fault& fault)
+    {
+        delivery.platform.faults().add({.operation = operation, .times = times, .every = every, .fault = fault});
     }
 };
 
 TEST_F(EngineThreadsTest, severalUploadsAtOnceAllArrive)
 {
-    platform.faults().add({.operation = Operation::put, .times = 3, .every = 9, .fault = {.kind = Kind::loseAnswer}});
-    platform.faults().add(
-        {.operation = Operation::put, .times = 2, .every = 11, .fault = {.kind = Kind::resetMidBody, .bytes = 9999}});
+    fail(Operation::put, 3, 9, {.kind = Kind::loseAnswer});
+    fail(Operation::put, 2, 11, {.kind = Kind::resetMidBody, .bytes = 9999});
     std::vector<std::future<void>> running;
     for (const char* row : {"salt-row-1", "salt-row-4", "salt-row-5"})
-        running.push_back(send(row));
+        running.push_back(send(TransferTarget::Deliverable{"org-northlight", "salt", row}, row));
     for (auto& each : running)
         EXPECT_NO_THROW(each.get());
-    for (const char* row : {"salt-row-1", "salt-row-4", "salt-row-5"})
-        expectDelivered(row);
-    EXPECT_TRUE(journals.loadJournals().empty());
+    expectDelivered(delivery);
+    for (const auto& upload : delivery.uploads())
+        expectWhole(upload.toObject()["path"].toString());
 }
 
 TEST_F(EngineThreadsTest, aStopMeetsThePartsInFlightAndTheNextRunGoesOn)
@@ -116,99 +105,49 @@ TEST_F(EngineThreadsTest, aStopMeetsThePartsInFlightAndTheNextRunGoesOn)
             if (now.sent >= enough)
                 flag->stop();
         };
-        platform.faults().replace(
-            {{.operation = Operation::put, .times = 1, .fault = {.kind = Kind::stallMidBody, .bytes = 1000}}});
-        auto running = send("salt-row-1", flag, stopThere);
+        delivery.platform.faults().clear();
+        fail(Operation::put, 1, 1, {.kind = Kind::stallMidBody, .bytes = 1000});
+        auto running = send(pictureMaster, "salt-row-1", stopThere, flag);
         EXPECT_EQ(running.wait_for(10s), std::future_status::ready) << "a stalled part holds the stop up";
-        try {
-            running.get();
-            ADD_FAILURE() << "not stopped";
-        } catch (...) {
-            EXPECT_TRUE(isCancellation(std::current_exception()));
-        }
+        EXPECT_THROW(running.get(), boost::system::system_error) << "not cancelled";
     }
-    platform.faults().clear();
-    send("salt-row-1").get();
-    expectDelivered("salt-row-1");
+    delivery.platform.faults().clear();
+    send(pictureMaster, "salt-row-1").get();
+    expectDelivered(delivery);
 }
 
-/// The address of an object of the bin with the content that was sent.
-struct DownloadThreadsTest : EngineThreadsTest {
-    QByteArray address;
-
-    void SetUp() override
-    {
-        EngineThreadsTest::SetUp();
-        UploadRequest request{.target = TransferTarget::Bin{.orgId = "org-northlight", .folder = {}},
-                              .file = disk.filePath("film.mov"),
-                              .key = "bin",
-                              .onProgress = [](const UploadProgress&) {}};
-        boost::asio::co_spawn(pool, uploader.upload(std::move(request)), boost::asio::use_future).get();
-        auto signedOne =
-            boost::asio::co_spawn(pool, binDownloadURL(api, "org-northlight", "film.mov"), boost::asio::use_future);
-        address = signedOne.get().url.toUtf8();
-    }
-    std::future<void> fetch(
-        const QString& path, std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>(),
-        std::function<void(const DownloadProgress&)> onProgress = [](const DownloadProgress&) {})
-    {
-        return boost::asio::co_spawn(pool,
-                                     downloader.download({.address = address,
-                                                          .destination = path,
-                                                          .flag = std::move(flag),
-                                                          .onProgress = std::move(onProgress)}),
-                                     boost::asio::use_future);
-    }
-    bool isWhole(const QString& path) const
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) && file.readAll() == content;
-    }
-};
-
-TEST_F(DownloadThreadsTest, severalDownloadsAtOnceAllArrive)
+TEST_F(EngineThreadsTest, severalDownloadsAtOnceAllArrive)
 {
-    constexpr int count = 3;
-    std::atomic<int> sized = 0;
-    Gate troubled; // once the size of all is known, for which nobody asks twice
-    auto begin = [&](const DownloadProgress& now) {
-        if (now.received > 0)
+    const auto address = addressInBin();
+    std::atomic<int> unsized = 3;
+    auto troubleOnceAllAreSized = [&](const DownloadProgress& now) { // nobody asks twice for the size
+        if (now.received > 0 || --unsized > 0)
             return;
-        if (++sized == count) {
-            const auto fails = [&](int times, int every, local::Fault fault) {
-                platform.faults().add({.operation = Operation::get, .times = times, .every = every, .fault = fault});
-            };
-            fails(3, 9, {.kind = Kind::status});
-            fails(2, 11, {.kind = Kind::resetMidBody, .bytes = 9999});
-            fails(2, 5, {.kind = Kind::wrongRange});
-            troubled.open();
-        }
-        EXPECT_TRUE(troubled.wait());
+        fail(Operation::get, 3, 9, {.kind = Kind::status});
+        fail(Operation::get, 2, 11, {.kind = Kind::resetMidBody, .bytes = 9999});
+        fail(Operation::get, 2, 5, {.kind = Kind::wrongRange});
     };
     std::map<QString, std::future<void>> running;
-    for (int i = 0; i < count; ++i) {
-        auto path = disk.filePath(QStringLiteral("%1.mov").arg(i));
-        running[path] = fetch(path, std::make_shared<CancelFlag>(), begin);
-    }
+    for (const char* name : {"1.mov", "2.mov", "3.mov"})
+        running[delivery.disk.filePath(name)] = fetch(address, delivery.disk.filePath(name), troubleOnceAllAreSized);
     for (auto& [path, each] : running) {
         EXPECT_NO_THROW(each.get());
-        EXPECT_TRUE(isWhole(path)) << path.toStdString();
+        expectWhole(path);
     }
 }
 
-TEST_F(DownloadThreadsTest, aStopLeavesChunksFromWhichTheNextRunGoesOn)
+TEST_F(EngineThreadsTest, aStopOfADownloadLeavesChunksFromWhichTheNextRunGoesOn)
 {
-    auto path = disk.filePath("down.mov");
-    platform.faults().add({.operation = Operation::get, .times = 0, .fault = {.latency = 20ms}});
+    const auto address = addressInBin();
+    auto path = delivery.disk.filePath("down.mov");
+    fail(Operation::get, 0, 1, {.latency = 20ms});
     auto flag = std::make_shared<CancelFlag>();
-    auto running = fetch(path, flag);
+    auto running = fetch(address, path, {}, flag);
     flag->stop();
-    EXPECT_THROW(running.get(), std::exception);
+    EXPECT_THROW(running.get(), boost::system::system_error);
     std::vector<qint64> received;
-    fetch(path, std::make_shared<CancelFlag>(), [&](const DownloadProgress& now) {
-        received.push_back(now.received);
-    }).get();
-    EXPECT_TRUE(isWhole(path));
+    fetch(address, path, [&](const DownloadProgress& now) { received.push_back(now.received); }).get();
+    expectWhole(path);
     EXPECT_TRUE(std::ranges::is_sorted(received));
 }
 

@@ -9,42 +9,28 @@ namespace {
 
 using namespace std::chrono_literals;
 
-Task<void> moveEvery(std::chrono::seconds pause, int times, SendWatcher& watcher, Clock& clock)
-{
-    for (int i = 1; i <= times; ++i) {
-        co_await clock.sleep(pause);
-        watcher.progressed(i);
-    }
-}
-
-TEST(StallTest, isNoticedBetweenTwentyAndTwentyTwoSecondsAfterTheLastMove)
-{
+struct StallTest : testing::Test {
     Simulation world;
-    auto watcher = std::make_shared<SendWatcher>(world.clock);
-    world.start(moveEvery(15s, 4, *watcher, world.clock)); // moves until 60 s
+    std::shared_ptr<SendWatcher> watcher = std::make_shared<SendWatcher>(world.clock);
+};
+
+TEST_F(StallTest, isNoticedBetweenTwentyAndTwentyTwoSecondsAfterTheLastMove)
+{
+    world.start([](SendWatcher& moving, Clock& clock) -> Task<void> {
+        for (int i = 0; i < 4; ++i) { // until 60 s; a count that stays while the connection drains is movement too
+            co_await clock.sleep(15s);
+            moving.progressed(50);
+        }
+    }(*watcher, world.clock));
     EXPECT_THROW(world.run(watchStall(watcher, 100, world.clock)), Stalled);
     EXPECT_EQ(world.clock.elapsed(), 82s);
 }
 
-TEST(StallTest, aBodyThatIsOutMayWaitForItsAnswer)
+TEST_F(StallTest, aBodyThatIsOutMayWaitForItsAnswer)
 {
-    Simulation world;
-    auto watcher = std::make_shared<SendWatcher>(world.clock);
     watcher->progressed(100);
     world.start(watchStall(watcher, 100, world.clock));
-    world.runUntil([&] { return world.clock.elapsed() > 120s; });
-}
-
-TEST(StallTest, drainingWithoutProgressOfTheCountIsMovement)
-{
-    Simulation world;
-    auto watcher = std::make_shared<SendWatcher>(world.clock);
-    watcher->progressed(50);
-    for (int i = 0; i < 10; ++i) {
-        world.clock.advance(15s);
-        watcher->progressed(50);
-    }
-    EXPECT_EQ(world.clock.now() - watcher->state().moved, 0s);
+    EXPECT_NO_THROW(world.runUntil([&] { return world.clock.elapsed() > 120s; }));
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "TargetPrinting.h"
 #include "transfer/Uploader.h"
 
 #include "async/TaskGroup.h"
@@ -9,18 +10,18 @@
 #include "support/SimulatedNetwork.h"
 #include "support/Simulation.h"
 
+#include <QDateTime>
 #include <QFile>
 #include <QJsonArray>
 #include <QTemporaryDir>
 
 #include <gmock/gmock.h>
 
-#include <numeric>
-
 namespace palvera {
 
 inline const TransferTarget::Deliverable pictureMaster{"org-northlight", "salt", "salt-row-1"};
 inline const TransferTarget::Bin binFolder{"org-northlight", "Masters/Reel 1/"};
+inline const std::vector<TransferTarget> bothTargets{pictureMaster, binFolder};
 
 /// The platform, the user's disk and a master on it: what outlives any number of runs of the program.
 class Delivery {
@@ -41,6 +42,7 @@ public:
 
     QString path() const { return disk.filePath("Der Föhn 100% (v2).mov"); }
 
+    /// Changes the master, each time later in the same second.
     void write(qint64 byteSize, char seed)
     {
         m_content.resize(byteSize);
@@ -49,6 +51,9 @@ public:
         QFile file(path());
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(m_content);
+        file.flush();
+        m_changed = m_changed.addMSecs(10);
+        ASSERT_TRUE(file.setFileTime(m_changed, QFileDevice::FileModificationTime));
     }
     const QByteArray& content() const { return m_content; }
 
@@ -75,89 +80,7 @@ public:
 
 private:
     QByteArray m_content;
-};
-
-/// Sends requests on. When told so, it sends a completion twice and gives the second answer: as a session does when a
-/// kept-alive connection dies under the first.
-class RepeatingClient final : public HttpClient {
-public:
-    explicit RepeatingClient(std::unique_ptr<HttpClient> inner) : m_inner(std::move(inner)) {}
-
-    bool repeatsCompletions = false;
-
-    Task<HttpResponse> send(HttpRequest request) override
-    {
-        if (repeatsCompletions && request.url.endsWith("/complete"))
-            co_await m_inner->send(request);
-        co_return co_await m_inner->send(std::move(request));
-    }
-
-private:
-    std::unique_ptr<HttpClient> m_inner;
-};
-
-/// One run of the program, from its start to its end or its death.
-class Life {
-public:
-    Delivery& delivery;
-    Simulation world;
-    SimulatedNetwork network;
-    RepeatingClient client{network.client()};
-    std::optional<API> api{std::in_place, API::Surroundings{.client = client, .executor = world.executor()}};
-    std::vector<UploadProgress> progress;
-    std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
-
-    explicit Life(Delivery& owner)
-        : delivery(owner),
-          network(owner.platform, world.clock, {.latency = std::chrono::milliseconds(20), .bytesPerSecond = 1e6}),
-          m_uploader({.engine = world.executor(),
-                      .clock = world.clock,
-                      .api = *api,
-                      .storage = network.factory(),
-                      .journals = owner.journals,
-                      .libraryFolder = owner.disk.path(),
-                      .spread = [] { return 1.0; }})
-    {
-        qputenv("PV_API", "http://platform.test/api");
-    }
-    ~Life()
-    {
-        delivery.wall += std::chrono::duration_cast<Clock::WallTime::duration>(world.clock.elapsed());
-        api.reset(); // a strand must go before the executor that it was made of
-        world.kill();
-    }
-    Life(const Life&) = delete;
-    Life& operator=(const Life&) = delete;
-
-    Task<void> sending(TransferTarget target = pictureMaster, bool confirmed = false)
-    {
-        QString key = target.asBin() ? QStringLiteral("bin-1") : target.asDeliverable()->deliverableId;
-        return m_uploader.upload({.target = target,
-                                  .file = delivery.path(),
-                                  .key = key,
-                                  .confirmed = confirmed,
-                                  .flag = flag,
-                                  .onProgress = [this](const UploadProgress& now) { progress.push_back(now); }});
-    }
-    /// Sends the file and says how that ended: "" when it was delivered.
-    std::string send(TransferTarget target = pictureMaster, bool confirmed = false)
-    {
-        auto failure = world.run(outcomeOf(sending(target, confirmed))).failure;
-        return !failure ? "" : isCancellation(failure) ? "cancelled" : describe(failure).toStdString();
-    }
-
-    /// The parts whose sending began, in that order.
-    std::vector<int> partsSent() const
-    {
-        std::vector<int> parts;
-        for (const auto& request : network.seen(local::Operation::put))
-            parts.push_back(*request.part);
-        return parts;
-    }
-    std::size_t count(local::Operation operation) const { return network.seen(operation).size(); }
-
-private:
-    Uploader m_uploader;
+    QDateTime m_changed = QDateTime::fromSecsSinceEpoch(1'767'000'000);
 };
 
 /// The file is on the platform whole, filed where it belongs, nothing of it is left on the disk, and nothing was said
@@ -170,5 +93,104 @@ inline void expectDelivered(const Delivery& delivery, bool filed = true)
     EXPECT_TRUE(delivery.journals.loadJournals().empty());
     EXPECT_EQ(delivery.platform.violations(), QStringList());
 }
+
+/// Storage as it is, but for the status of its answers, where another is set.
+class MeddlingStorage final : public HttpClient {
+public:
+    MeddlingStorage(std::unique_ptr<HttpClient> inner, const std::optional<int>& status)
+        : m_inner(std::move(inner)), m_status(status)
+    {}
+    Task<HttpResponse> send(HttpRequest request) override
+    {
+        auto response = co_await m_inner->send(std::move(request));
+        response.status = m_status.value_or(response.status);
+        co_return response;
+    }
+
+private:
+    std::unique_ptr<HttpClient> m_inner;
+    const std::optional<int>& m_status;
+};
+
+/// One run of the program, from its start to its end or its death.
+class Life {
+public:
+    Delivery& delivery;
+    Simulation world;
+    SimulatedNetwork network;
+    std::unique_ptr<HttpClient> client = network.client();
+    std::optional<int> storageStatus;
+    std::optional<API> api{std::in_place, API::Surroundings{.client = *client, .executor = world.executor()}};
+    std::vector<UploadProgress> progress;
+    std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
+    std::optional<std::string> ended; ///< how the file's sending ended: "" when it was delivered
+
+    explicit Life(Delivery& owner)
+        : delivery(owner),
+          network(owner.platform, world.clock, {.latency = std::chrono::milliseconds(20), .bytesPerSecond = 1e6}),
+          m_uploader({.engine = world.executor(),
+                      .clock = world.clock,
+                      .api = *api,
+                      .storage = [this] { return std::make_unique<MeddlingStorage>(network.client(), storageStatus); },
+                      .journals = owner.journals,
+                      .libraryFolder = owner.disk.path(),
+                      .spread = [] { return 1.0; }})
+    {
+        qputenv("PV_API", "http://platform.test/api");
+    }
+    ~Life()
+    {
+        delivery.wall += std::chrono::duration_cast<Clock::WallTime::duration>(world.clock.elapsed());
+        api.reset(); // a strand must go before the executor that it was made of
+        world.kill();
+    }
+
+    Task<void> sending(TransferTarget target = pictureMaster, bool confirmed = false)
+    {
+        QString key = target.asBin() ? QStringLiteral("bin-1") : target.asDeliverable()->deliverableId;
+        auto outcome = co_await outcomeOf(
+            m_uploader.upload({.target = target,
+                               .file = delivery.path(),
+                               .key = key,
+                               .confirmed = confirmed,
+                               .flag = flag,
+                               .onProgress = [this](const UploadProgress& now) { progress.push_back(now); }}));
+        const auto& failure = outcome.failure;
+        ended = !failure ? "" : isCancellation(failure) ? "cancelled" : describe(failure).toStdString();
+    }
+    /// Sends the file and says how that ended.
+    std::string send(TransferTarget target = pictureMaster, bool confirmed = false)
+    {
+        world.run(sending(std::move(target), confirmed));
+        return *ended;
+    }
+    /// Sends the file, which must arrive.
+    void deliver(const TransferTarget& target = pictureMaster, bool confirmed = false)
+    {
+        EXPECT_EQ(send(target, confirmed), "");
+        expectDelivered(delivery, !target.asBin());
+    }
+    void stopAfter(std::chrono::milliseconds time)
+    {
+        world.start([](Life& life, std::chrono::milliseconds wait) -> Task<void> {
+            co_await life.world.clock.sleep(wait);
+            life.flag->stop();
+        }(*this, time));
+    }
+
+    /// The parts whose sending began, in that order.
+    std::vector<int> partsSent() const
+    {
+        std::vector<int> parts;
+        for (const auto& request : network.seen(local::Operation::put))
+            parts.push_back(*request.part);
+        return parts;
+    }
+    std::size_t count(local::Operation operation) const { return network.seen(operation).size(); }
+    bool isAnythingInFlight() const { return std::ranges::any_of(network.seen(), &SeenRequest::inFlight); }
+
+private:
+    Uploader m_uploader;
+};
 
 } // namespace palvera
