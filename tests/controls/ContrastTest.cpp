@@ -29,13 +29,7 @@ double contrast(const QColor& one, const QColor& other)
 constexpr double forText = 4.5; // level AA
 constexpr double forShapes = 3;
 
-struct Pair {
-    const char* front;
-    QList<const char*> backs;
-    double atLeast;
-};
-
-const QList<Pair> pairs = {
+const std::tuple<const char*, QList<const char*>, double> pairs[] = {
     {"text", {"window", "bar", "surface", "raised", "field", "hover", "pressed", "chosen"}, forText},
     {"secondary", {"window", "bar", "surface", "raised", "field", "hover"}, forText},
     {"placeholder", {"field"}, forText},
@@ -55,16 +49,15 @@ TEST(ContrastTest, everyTextCanBeReadOnWhatItStandsOn)
     ASSERT_TRUE(theme);
     for (bool dark : {false, true}) {
         theme->setProperty("dark", dark);
-        for (const auto& pair : pairs) {
-            for (const auto* back : pair.backs) {
-                auto front = theme->property(pair.front), behind = theme->property(back);
-                ASSERT_TRUE(front.isValid() && behind.isValid()) << pair.front << " on " << back;
-                EXPECT_GE(contrast(front.value<QColor>(), behind.value<QColor>()), pair.atLeast)
-                    << pair.front << " on " << back << (dark ? ", dark" : ", light");
+        for (const auto& [front, backs, least] : pairs) {
+            for (const auto* back : backs) {
+                auto ink = theme->property(front), behind = theme->property(back);
+                ASSERT_TRUE(ink.isValid() && behind.isValid()) << front << " on " << back;
+                EXPECT_GE(contrast(ink.value<QColor>(), behind.value<QColor>()), least)
+                    << front << " on " << back << (dark ? ", dark" : ", light");
             }
         }
     }
-    theme->setProperty("dark", false);
 }
 
 } // namespace

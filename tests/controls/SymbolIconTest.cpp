@@ -7,6 +7,8 @@
 #include <QImage>
 #include <QPainter>
 
+#include <span>
+
 namespace palvera {
 namespace {
 
@@ -20,12 +22,8 @@ int paintedPixels(const QString& name, const QColor& color)
     picture.fill(Qt::transparent);
     QPainter painter(&picture);
     icon.paint(&painter);
-    int painted = 0;
-    for (int y = 0; y < picture.height(); ++y)
-        for (int x = 0; x < picture.width(); ++x)
-            if (auto pixel = picture.pixelColor(x, y); pixel.alpha() == 255 && pixel.rgb() == color.rgb())
-                ++painted;
-    return painted;
+    auto pixels = std::span(reinterpret_cast<const QRgb*>(picture.constBits()), 32 * 32);
+    return int(std::ranges::count(pixels, color.rgba()));
 }
 
 TEST(SymbolIconTest, drawsEverySymbolInTheColorAsked)
@@ -40,9 +38,7 @@ TEST(SymbolIconTest, warnsOfASymbolThatThereIsNot)
 {
     Screen screen;
     EXPECT_EQ(paintedPixels("no.such.symbol", Qt::red), 0);
-    auto warnings = screen.takeWarnings();
-    ASSERT_EQ(warnings.size(), 1);
-    EXPECT_TRUE(warnings.first().contains("no.such.symbol"));
+    EXPECT_TRUE(screen.takeWarnings().join(' ').contains("no.such.symbol"));
 }
 
 } // namespace

@@ -4,50 +4,35 @@
 
 #include <gmock/gmock.h>
 
-#include <limits>
-
 namespace palvera {
 namespace {
 
-TEST(WordingTest, codesReadAsWords)
+TEST(WordingTest, whatIsWrittenForAMachineIsReadByPeople)
 {
-    const std::vector<std::pair<QString, QString>> cases = {{"picture_master", "Picture master"},
-                                                            {"qc_report", "QC report"},
-                                                            {"IN-PROGRESS", "In progress"},
-                                                            {"final uhd hdr", "Final UHD HDR"},
-                                                            {"Ocr_Sdh cc", "OCR SDH CC"},
-                                                            {"__a__b_", "A b"},
-                                                            {"_-_", "_-_"},
-                                                            {"", ""},
-                                                            {"hdrx", "Hdrx"}};
-    for (const auto& [code, words] : cases)
-        EXPECT_EQ(humanised(code), words);
-    EXPECT_EQ(capitalisedWords("artwork stills"), "Artwork Stills");
-    EXPECT_EQ(capitalisedWords("editor's CUT"), "Editor's Cut");
-}
-
-TEST(WordingTest, languagesAreCalledByTheirNames)
-{
-    const std::vector<std::pair<QString, QString>> cases = {{"zxx", "Textless"},
-                                                            {"ZXX", "Textless"},
-                                                            {"fr", "French"},
-                                                            {"pt-BR", "Portuguese"},
-                                                            {"es-419", "Spanish"},
-                                                            {"en_GB", "English"},
-                                                            {"qqq", "qqq"},
-                                                            {"-", "-"},
-                                                            {"", ""},
-                                                            {"C", "C"}};
-    for (const auto& [code, name] : cases)
-        EXPECT_EQ(languageName(code), name);
-}
-
-TEST(WordingTest, familiesHaveSymbolsAndTints)
-{
-    EXPECT_EQ(familySymbol("subtitles"), "captions.bubble.fill");
-    EXPECT_EQ(familyTint("metadata"), "indigo");
-    EXPECT_EQ(familySymbol("Video"), "shippingbox.fill") << "compared exactly";
-    EXPECT_EQ(familyTint(""), "gray");
+    using Words = QString (*)(const QString&);
+    const std::tuple<Words, QString, QString> cases[] = {
+        {humanised, "picture_master", "Picture master"},
+        {humanised, "qc_report", "QC report"},
+        {humanised, "IN-PROGRESS", "In progress"},
+        {humanised, "final uhd hdrx", "Final UHD hdrx"},
+        {humanised, "__a__b_", "A b"},
+        {humanised, "_-_", "_-_"},
+        {humanised, "", ""},
+        {capitalisedWords, "artwork stills", "Artwork Stills"},
+        {capitalisedWords, "editor's CUT", "Editor's Cut"},
+        {languageName, "ZXX", "Textless"},
+        {languageName, "pt-BR", "Portuguese"},
+        {languageName, "en_GB", "English"},
+        {languageName, "qqq", "qqq"},
+        {languageName, "-", "-"},
+        {languageName, "C", "C"},
+        {familySymbol, "subtitles", "captions.bubble.fill"},
+        {familySymbol, "Video", "shippingbox.fill"}, // compared exactly
+        {familyTint, "metadata", "indigo"},
+        {familyTint, "", "gray"},
+    };
+    for (const auto& [words, code, text] : cases)
+        EXPECT_EQ(words(code), text) << code.toStdString();
 }
 
 } // namespace

@@ -14,8 +14,7 @@ namespace {
 
 namespace asio = boost::asio;
 
-class NoNetwork final : public HttpClient {
-public:
+struct NoNetwork final : HttpClient {
     Task<HttpResponse> send(HttpRequest) override { throw TransportError(TransportError::Kind::connect, "none"); }
 };
 
@@ -43,20 +42,12 @@ TEST(ThreadsTest, engineReportsAndDiskWorkComeBackToTheModelsThread)
     FakeSleep sleep;
     FakeNetworkPath network(clock);
     int begun = 0;
-    std::optional<Transfers> model(std::in_place,
-                                   Transfers::Environment{.main = main.get_executor(),
-                                                          .background = pool.get_executor(),
-                                                          .clock = clock,
-                                                          .api = api,
-                                                          .journals = journals,
-                                                          .upload =
-                                                              [&](UploadRequest request) {
-                                                                  return runOn(asio::make_strand(pool),
-                                                                               work(std::move(request), ++begun % 2));
-                                                              },
-                                                          .download = {},
-                                                          .sleep = sleep,
-                                                          .network = network});
+    auto upload = [&](UploadRequest request) {
+        return runOn(asio::make_strand(pool), work(std::move(request), ++begun % 2));
+    };
+    const Transfers::Environment environment{
+        main.get_executor(), pool.get_executor(), clock, api, journals, upload, {}, sleep, network};
+    std::optional<Transfers> model(environment);
     QObject::connect(&*model, &Transfers::itemChanged, [&](const QUuid& id) {
         const auto* item = model->find(id);
         if (item->sent == 100 && item->isInFlight() && item->lastSample)

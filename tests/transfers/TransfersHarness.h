@@ -20,8 +20,7 @@
 namespace palvera {
 
 /// A machine that can be kept awake and woken.
-class FakeSleep final : public SleepInhibitor {
-public:
+struct FakeSleep final : SleepInhibitor {
     bool held = false;
     std::function<void()> woken;
 
@@ -31,35 +30,29 @@ public:
 };
 
 /// A network that comes and goes.
-class FakeNetworkPath final : public NetworkPath {
-public:
-    explicit FakeNetworkPath(Clock& clock) : m_clock(clock) {}
-
+struct FakeNetworkPath final : NetworkPath {
+    Clock& clock;
     bool usable = true;
     bool isUnknown = false; ///< waiting for it fails
 
+    explicit FakeNetworkPath(Clock& time) : clock(time) {}
     bool isUsable() const override { return usable; }
     Task<void> untilUsable() override
     {
         if (isUnknown)
             throw std::runtime_error("no announcements");
         while (!usable)
-            co_await m_clock.sleep(std::chrono::milliseconds(100));
+            co_await clock.sleep(std::chrono::milliseconds(100));
     }
-
-private:
-    Clock& m_clock;
 };
 
 /// An engine that ends each of its runs, after a second, as its script says: null is a success. Beyond the script it
 /// runs until it is stopped.
 template <class Request>
-class ScriptedEngine {
-public:
-    explicit ScriptedEngine(Clock& clock) : m_clock(clock) {}
-
-    std::vector<Request> requests;
-    std::deque<std::exception_ptr> ends;
+struct ScriptedEngine {
+    Clock& clock;
+    std::vector<Request> requests = {};
+    std::deque<std::exception_ptr> ends = {};
 
     Task<void> run(Request request)
     {
@@ -70,13 +63,10 @@ public:
         }
         auto end = std::exchange(ends.front(), nullptr);
         ends.pop_front();
-        co_await runUntilStopped(request.flag, m_clock.sleep(std::chrono::seconds(1)));
+        co_await runUntilStopped(request.flag, clock.sleep(std::chrono::seconds(1)));
         if (end)
             std::rethrow_exception(end);
     }
-
-private:
-    Clock& m_clock;
 };
 
 inline std::exception_ptr platformSays(int status, const QString& code = {})
@@ -98,7 +88,6 @@ struct TransfersTest : testing::Test {
     FakeSleep sleep;
     FakeNetworkPath network{world.clock};
     std::optional<Transfers> model;
-    QList<QUuid> added, changed, removed;
 
     TransfersTest()
     {
@@ -115,51 +104,50 @@ struct TransfersTest : testing::Test {
     void makeModel(Transfers::Settings settings)
     {
         model.emplace(environment(), settings);
-        QObject::connect(&*model, &Transfers::itemAdded, [this](const QUuid& id) { added.append(id); });
-        QObject::connect(&*model, &Transfers::itemChanged, [this](const QUuid& id) { changed.append(id); });
-        QObject::connect(&*model, &Transfers::itemRemoved, [this](const QUuid& id) { removed.append(id); });
         world.settle();
     }
     Transfers::Environment environment()
     {
-        return {.main = world.executor(),
-                .background = world.executor(),
-                .clock = world.clock,
-                .api = *api,
-                .journals = journals,
-                .upload = [this](UploadRequest request) { return uploads.run(std::move(request)); },
-                .download = [this](DownloadRequest request) { return downloads.run(std::move(request)); },
-                .sleep = sleep,
-                .network = network};
+        auto runUpload = [this](UploadRequest request) { return upload(std::move(request)); };
+        auto runDownload = [this](DownloadRequest request) { return downloads.run(std::move(request)); };
+        return {world.executor(), world.executor(), world.clock, *api,   journals,
+                runUpload,        runDownload,      sleep,       network};
+    }
+
+    /// As the engine does, under the lock of the journal.
+    Task<void> upload(UploadRequest request)
+    {
+        auto held = journals.tryLock(request.key);
+        co_await uploads.run(std::move(request));
     }
 
     QString file(const QString& name)
     {
         QFile made(disk.filePath(name));
         EXPECT_TRUE(made.open(QIODevice::WriteOnly));
-        return disk.filePath(name);
+        return made.fileName();
     }
-    QUuid addUpload(const QString& deliverable = QStringLiteral("row-1"))
+    QUuid addUpload(const QString& row = "row-1", const QString& label = "Picture")
     {
-        return model->addUpload({.file = file(QStringLiteral("master.mov")),
-                                 .orgId = QStringLiteral("org"),
-                                 .projectId = QStringLiteral("salt"),
-                                 .deliverable = {.id = deliverable, .label = QStringLiteral("Picture")}});
+        return model->addUpload({.file = file("master.mov"),
+                                 .orgId = "org",
+                                 .projectId = "salt",
+                                 .deliverable = {.id = row, .label = label}});
     }
     QList<QUuid> addBinUploads(BinUploads asked) { return world.run(model->addBinUploads(std::move(asked))); }
-    Journal journal(const QString& key = QStringLiteral("row-1"))
+    Journal journal(const QString& key = "row-1")
     {
         Journal saved{.key = key,
-                      .orgId = QStringLiteral("org"),
-                      .projectId = QStringLiteral("salt"),
-                      .object = QStringLiteral("object-1"),
-                      .uploadId = QStringLiteral("upload-1"),
+                      .orgId = "org",
+                      .projectId = "salt",
+                      .object = "object-1",
+                      .uploadId = "upload-1",
                       .partSize = 10,
                       .partCount = 2,
                       .byteSize = 20,
-                      .filePath = file(QStringLiteral("master.mov")),
-                      .filename = QStringLiteral("master.mov"),
-                      .fileStamp = QStringLiteral("20-1")};
+                      .filePath = file("master.mov"),
+                      .filename = "master.mov",
+                      .fileStamp = "20-1"};
         journals.saveJournal(saved);
         return saved;
     }
@@ -170,8 +158,8 @@ struct TransfersTest : testing::Test {
         const auto* item = model->find(id);
         if (!item)
             return "absent";
-        auto message = messageOf(item->state);
-        return (nameOf(item->state) + (message.isEmpty() ? QString() : QStringLiteral(": ") + message)).toStdString();
+        auto why = messageOf(item->state);
+        return (nameOf(item->state) + (why.isEmpty() ? "" : ": ") + why).toStdString();
     }
     void runUntilState(const QUuid& id, const std::string& state)
     {
@@ -189,9 +177,8 @@ struct TransfersTest : testing::Test {
     std::vector<std::string> asked() const
     {
         std::vector<std::string> all;
-        for (const auto& request : client.requests())
-            all.push_back((request.method + ' ' + QByteArray(request.url).replace("https://service.test/api/", ""))
-                              .toStdString());
+        for (auto request : client.requests())
+            all.push_back((request.method + ' ' + request.url.replace("https://service.test/api/", "")).toStdString());
         return all;
     }
 };
