@@ -1,92 +1,229 @@
 #include "desktop/SleepInhibitor.h"
 
-#include <QDBusConnection>
-#include <QDBusMessage>
-#include <QDBusPendingCallWatcher>
-#include <QDBusPendingReply>
-#include <QDBusUnixFileDescriptor>
+#include <QCoreApplication>
 #include <QObject>
-#include <QUuid>
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <mutex>
+#include <system_error>
+#include <thread>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <systemd/sd-bus.h>
+#include <unistd.h>
 
 namespace palvera {
 
 namespace {
 
-QString service()
-{
-    return QStringLiteral("org.freedesktop.login1");
-}
+constexpr auto service = "org.freedesktop.login1";
+constexpr auto path = "/org/freedesktop/login1";
+constexpr auto managerInterface = "org.freedesktop.login1.Manager";
 
-QString path()
-{
-    return QStringLiteral("/org/freedesktop/login1");
-}
+struct CloseBus {
+    void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
+};
+using Bus = std::unique_ptr<sd_bus, CloseBus>;
 
-QString managerInterface()
+/// An open file of the system.
+class Descriptor {
+public:
+    explicit Descriptor(int number = -1) : m_number(number) {}
+    ~Descriptor() { reset(); }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int number() const { return m_number; }
+    void reset(int number = -1)
+    {
+        if (m_number >= 0)
+            ::close(m_number);
+        m_number = number;
+    }
+
+private:
+    int m_number;
+};
+
+/// Until the moment `microseconds` of the monotonic clock, for poll: -1 for none.
+int millisecondsUntil(std::uint64_t microseconds)
 {
-    return QStringLiteral("org.freedesktop.login1.Manager");
+    if (microseconds == UINT64_MAX)
+        return -1;
+    using std::chrono::steady_clock;
+    const auto left = std::chrono::microseconds(microseconds) - steady_clock::now().time_since_epoch();
+    return std::max(0, int(std::chrono::ceil<std::chrono::milliseconds>(left).count()));
 }
 
 } // namespace
 
 /// The login manager, and the lock it gave: an open file, which lets the machine sleep when it is closed.
+///
+/// A thread of its own talks to the bus, over a connection that never blocks: one that accepts and stays silent costs
+/// nobody anything. It starts at the first `hold`. Apart from that thread, operations are called on the main thread.
 class LoginManager final : public QObject {
-    Q_OBJECT
-
 public:
-    explicit LoginManager(const QString& address) : m_address(address) {}
-    ~LoginManager() override { QDBusConnection::disconnectFromBus(m_name); }
+    explicit LoginManager(const QString& address) : m_address(address.toUtf8()) {}
+    ~LoginManager() override
+    {
+        tell([this] { m_ends = true; });
+        if (m_thread.joinable())
+            m_thread.join();
+    }
 
     void hold(const QString& why)
     {
-        if (std::exchange(m_wanted, true) || !connectOnce())
+        tell([&] {
+            if (std::exchange(m_wanted, true))
+                return;
+            m_why = why.toUtf8();
+            ++m_holds;
+        });
+        if (m_thread.joinable())
             return;
-        auto call = QDBusMessage::createMethodCall(service(), path(), managerInterface(), QStringLiteral("Inhibit"));
-        call << QStringLiteral("sleep:idle") << QStringLiteral("Palvera") << why << QStringLiteral("block");
-        auto* watcher = new QDBusPendingCallWatcher(QDBusConnection(m_name).asyncCall(call), this);
-        connect(watcher, &QDBusPendingCallWatcher::finished, this, &LoginManager::take);
+        try {
+            m_thread = std::thread([this] { run(); });
+        } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): then it may sleep
+        }
     }
     void release()
     {
-        m_wanted = false;
-        m_lock = {};
+        tell([this] { m_wanted = false; });
     }
 
     std::function<void()> woken;
 
-private Q_SLOTS:
-    void prepareForSleep(bool begins)
-    {
-        if (!begins && woken)
-            woken();
-    }
-
 private:
-    /// Keeps the lock in an answer if it is still wanted. One that is not is closed with the answer.
-    void take(QDBusPendingCallWatcher* watcher)
+    template <class Change>
+    void tell(Change change)
     {
-        QDBusPendingReply<QDBusUnixFileDescriptor> reply = *watcher;
-        watcher->deleteLater();
-        if (reply.isValid() && m_wanted && !m_lock.isValid())
-            m_lock = reply.value();
-    }
-    bool connectOnce()
-    {
-        if (m_name.isEmpty()) {
-            m_name = QUuid::createUuid().toString();
-            auto bus = m_address.isEmpty() ? QDBusConnection::connectToBus(QDBusConnection::SystemBus, m_name)
-                                           : QDBusConnection::connectToBus(m_address, m_name);
-            if (bus.isConnected())
-                bus.connect(service(), path(), managerInterface(), QStringLiteral("PrepareForSleep"), this,
-                            SLOT(prepareForSleep(bool)));
+        {
+            std::lock_guard guard(m_mutex);
+            change();
         }
-        return QDBusConnection(m_name).isConnected();
+        const std::uint64_t once = 1;
+        (void)!::write(m_wake.number(), &once, sizeof once);
     }
 
-    const QString m_address; // empty: the system's bus
-    QString m_name;          // of the connection; empty before the first use
+    // On the thread.
+
+    void run()
+    {
+        while (obey()) {
+            process();
+            wait();
+        }
+        m_lock.reset();
+        m_bus.reset();
+    }
+
+    /// Does what was told; false when it is to end.
+    bool obey()
+    {
+        std::lock_guard guard(m_mutex);
+        if (m_ends)
+            return false;
+        if (!m_wanted)
+            m_lock.reset();
+        else if (std::exchange(m_asked, m_holds) != m_holds)
+            ask();
+        return true;
+    }
+
+    void ask()
+    {
+        if (!m_bus && !connect())
+            return;
+        sd_bus_call_method_async(m_bus.get(), nullptr, service, path, managerInterface, "Inhibit", &taken, this, "ssss",
+                                 "sleep:idle", "Palvera", m_why.constData(), "block");
+    }
+
+    bool connect()
+    {
+        sd_bus* made = nullptr;
+        bool isOpen = m_address.isEmpty() ? sd_bus_open_system(&made) >= 0 : open(&made);
+        m_bus.reset(made);
+        if (!isOpen)
+            m_bus.reset();
+        return m_bus && sd_bus_match_signal_async(m_bus.get(), nullptr, service, path, managerInterface,
+                                                  "PrepareForSleep", &preparing, nullptr, this) >= 0;
+    }
+
+    bool open(sd_bus** made) const
+    {
+        return sd_bus_new(made) >= 0 && sd_bus_set_address(*made, m_address.constData()) >= 0 &&
+               sd_bus_set_bus_client(*made, 1) >= 0 && sd_bus_start(*made) >= 0;
+    }
+
+    void process()
+    {
+        int result = 0;
+        while (m_bus && (result = sd_bus_process(m_bus.get(), nullptr)) > 0)
+            ;
+        if (result < 0) // the next `hold` connects anew
+            m_bus.reset();
+    }
+
+    void wait()
+    {
+        std::array<pollfd, 2> files{
+            {{.fd = m_wake.number(), .events = POLLIN, .revents = 0}, {.fd = -1, .events = 0, .revents = 0}}};
+        std::uint64_t until = UINT64_MAX;
+        if (m_bus) {
+            files[1].fd = sd_bus_get_fd(m_bus.get());
+            files[1].events = short(sd_bus_get_events(m_bus.get()));
+            sd_bus_get_timeout(m_bus.get(), &until);
+        }
+        ::poll(files.data(), files.size(), millisecondsUntil(until));
+        std::uint64_t told = 0;
+        (void)!::read(m_wake.number(), &told, sizeof told);
+    }
+
+    /// Keeps the lock in an answer if it is still wanted. One that is not is closed with the answer.
+    static int taken(sd_bus_message* answer, void* self, sd_bus_error*)
+    {
+        auto& manager = *static_cast<LoginManager*>(self);
+        int lock = -1;
+        if (sd_bus_message_is_method_error(answer, nullptr) || sd_bus_message_read(answer, "h", &lock) < 0)
+            return 0;
+        std::lock_guard guard(manager.m_mutex);
+        if (manager.m_wanted)
+            manager.m_lock.reset(::fcntl(lock, F_DUPFD_CLOEXEC, 0));
+        return 0;
+    }
+
+    static int preparing(sd_bus_message* signal, void* self, sd_bus_error*)
+    {
+        int begins = 1;
+        if (sd_bus_message_read(signal, "b", &begins) < 0 || begins)
+            return 0;
+        auto* manager = static_cast<LoginManager*>(self);
+        QMetaObject::invokeMethod(manager, [manager] {
+            if (manager->woken)
+                manager->woken();
+        });
+        return 0;
+    }
+
+    const QByteArray m_address; // empty: the system's bus
+    const Descriptor m_wake{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
+    std::thread m_thread;
+
+    std::mutex m_mutex;
+    // Guarded by m_mutex.
     bool m_wanted = false;
-    QDBusUnixFileDescriptor m_lock;
+    bool m_ends = false;
+    QByteArray m_why;
+    int m_holds = 0;
+
+    // The thread only.
+    Bus m_bus;
+    Descriptor m_lock;
+    int m_asked = 0; // the number of the last `hold` that the login manager was asked for
 };
 
 SystemSleepInhibitor::SystemSleepInhibitor() : SystemSleepInhibitor(QString()) {}
@@ -112,5 +249,3 @@ void SystemSleepInhibitor::onWake(std::function<void()> woken)
 }
 
 } // namespace palvera
-
-#include "SleepInhibitor.moc"

@@ -26,7 +26,7 @@ public:
 class LoginManager;
 
 /// The login manager's (logind) lock against sleep and idling, over the system's message bus. Where there is no bus or
-/// no login manager it does nothing. Never blocks on either beyond connecting to the bus, at the first `hold`.
+/// no login manager it does nothing. Never blocks on either.
 class SystemSleepInhibitor final : public SleepInhibitor {
 public:
     SystemSleepInhibitor();
