@@ -108,17 +108,23 @@ Task<void> Conversation::put()
     co_await answer(opening.receiver ? opening.receiver->finish(m_fault) : opening.refusal);
 }
 
+/// The most that may move; 0 is no limit.
+qint64 Conversation::bytesPerSecond() const
+{
+    return m_fault.bytesPerSecond > 0 ? m_fault.bytesPerSecond : m_terms.bytesPerSecond;
+}
+
 /// How much of `left` bytes moves between two looks at the pace.
 qint64 Conversation::sliceOf(qint64 left) const
 {
-    return m_terms.bytesPerSecond > 0 ? std::min(left, std::max<qint64>(m_terms.bytesPerSecond / 10, 1)) : left;
+    return bytesPerSecond() > 0 ? std::min(left, std::max<qint64>(bytesPerSecond() / 10, 1)) : left;
 }
 
 Task<void> Conversation::pace(Moment began, qint64 done)
 {
-    if (m_terms.bytesPerSecond <= 0)
+    if (bytesPerSecond() <= 0)
         co_return;
-    auto due = began + std::chrono::milliseconds(done * 1000 / m_terms.bytesPerSecond);
+    auto due = began + std::chrono::milliseconds(done * 1000 / bytesPerSecond());
     co_await m_connection.wait(std::chrono::ceil<std::chrono::milliseconds>(due - std::chrono::steady_clock::now()));
 }
 

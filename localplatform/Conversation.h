@@ -38,6 +38,7 @@ private:
     Task<void> answer(Reply reply);
     Task<QByteArray> wholeBody();
     bool isCutShort() const;
+    qint64 bytesPerSecond() const;
     qint64 sliceOf(qint64 left) const;
 
     Connection m_connection;

@@ -107,6 +107,8 @@ bool readMember(FaultRule& rule, const QString& key, const QJsonValue& value)
         fault.members = value.toObject();
     else if (is("latencyMs"))
         fault.latency = std::chrono::milliseconds(countFrom(value, key));
+    else if (is("bytesPerSecond"))
+        fault.bytesPerSecond = countFrom(value, key);
     else
         return false;
     return true;

@@ -47,6 +47,7 @@ struct Fault {
     int part = 0; ///< counts from 1
     QJsonObject members = {};
     std::chrono::milliseconds latency{0}; ///< more time before the answer, whatever the kind
+    qint64 bytesPerSecond = 0;            ///< the most that storage moves of the body, whatever the kind; 0 is no limit
 
     /// Whether the platform does what it was asked.
     bool acts() const;
