@@ -99,6 +99,19 @@ int CurlMulti::queuedInKernel(const CURL* easy) const
     return sum;
 }
 
+bool CurlMulti::hasLocalAddress(const CURL* easy, const std::function<bool(const sockaddr&)>& has) const
+{
+    for (const auto& [number, socket] : m_sockets) {
+        sockaddr_storage local{};
+        socklen_t length = sizeof local;
+        auto* address = reinterpret_cast<sockaddr*>(&local);
+        if (socket->user == easy && ::getsockname(socket->duplicate.native_handle(), address, &length) == 0 &&
+            !has(*address))
+            return false;
+    }
+    return true;
+}
+
 int CurlMulti::onSocket(CURL* easy, curl_socket_t socket, int what, void* self, void*)
 {
     auto& multi = *static_cast<CurlMulti*>(self);

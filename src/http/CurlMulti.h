@@ -7,6 +7,7 @@
 #include <curl/curl.h>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <unordered_map>
 
@@ -47,6 +48,9 @@ public:
     void remove(CURL* easy, Leave leave);
     /// Bytes that the kernel holds for the transfer's connection and that the peer has not acknowledged.
     int queuedInKernel(const CURL* easy) const;
+    /// Whether the transfer's connection starts from an address of which `has` says that the machine has it. True
+    /// before there is a connection.
+    bool hasLocalAddress(const CURL* easy, const std::function<bool(const sockaddr&)>& has) const;
     const Strand& strand() const { return m_strand; }
 
 private:

@@ -4,6 +4,7 @@
 #include "http/CurlFailure.h"
 #include "http/CurlTls.h"
 #include "http/EarlyAnswer.h"
+#include "http/NetworkPath.h"
 #include "http/TransportError.h"
 
 #include <boost/asio/redirect_error.hpp>
@@ -22,6 +23,8 @@ using Kind = TransportError::Kind;
 namespace {
 
 constexpr qsizetype longestRefusal = 16 << 10;
+/// What a connection gets over by itself in no time: after a longer one TCP waits for as long again.
+constexpr std::chrono::seconds shortOutage{1};
 
 std::chrono::milliseconds totalLimit(const HttpRequest& request, const HttpSessionOptions& options)
 {
@@ -281,6 +284,22 @@ void CurlTransfer::unwatchable() noexcept
 void CurlTransfer::abandon()
 {
     m_abandoned = true;
+    m_wake.cancel();
+}
+
+void CurlTransfer::networkChanged(const NetworkPath& path)
+{
+    if (!path.isUsable()) {
+        m_withoutNetwork = m_withoutNetwork.value_or(now());
+        return;
+    }
+    const auto lostAt = std::exchange(m_withoutNetwork, std::nullopt);
+    bool wasAway = lostAt && now() - *lostAt > shortOutage;
+    bool isStranded =
+        !m_multi.hasLocalAddress(m_easy.get(), [&](const sockaddr& address) { return path.hasAddress(address); });
+    if (!m_started || hasEnded() || !(wasAway || isStranded))
+        return;
+    m_failure = std::make_exception_ptr(TransportError(Kind::broken, QStringLiteral("The connection was lost.")));
     m_wake.cancel();
 }
 

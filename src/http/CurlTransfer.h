@@ -10,6 +10,8 @@
 
 namespace palvera {
 
+class NetworkPath;
+
 /// One request as libcurl carries it out: the easy handle with its options, the callbacks that feed the body and
 /// collect the answer, and what has moved so far. Session's strand only.
 class CurlTransfer final : public CurlMulti::Client {
@@ -27,6 +29,9 @@ public:
     HttpResponse takeAnswer();
     /// Ends the wait as cancelled.
     void abandon();
+    /// An interface or an address has come or gone: ends the wait with a lost connection where the connection's own
+    /// address is gone, or a network is back after an outage that the connection would take long to get over.
+    void networkChanged(const NetworkPath& path);
 
 private:
     struct ListDeleter {
@@ -85,6 +90,7 @@ private:
     qint64 m_received = 0;
     qint64 m_handedOver = 0; // of the answer by libcurl, headers too
     int m_queuedInKernel = 0;
+    std::optional<RequestWatch::Moment> m_withoutNetwork; // since then
     bool m_started = false;
     bool m_abandoned = false;
     bool m_tooLarge = false;

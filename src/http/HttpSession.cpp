@@ -79,6 +79,14 @@ Task<void> waitForPath(Core core, std::chrono::milliseconds limit)
         throw TransportError(TransportError::Kind::noNetwork, QStringLiteral("There is no network connection."));
 }
 
+/// Tells `transfer` of changes of the network. Ends only when cancelled.
+Task<void> follow(Core core, CurlTransfer& transfer)
+{
+    co_await answerOf(core->path->follow([&] { transfer.networkChanged(*core->path); }));
+    StrandTimer never(core->strand, StrandTimer::time_point::max()); // nothing is announced
+    co_await never.async_wait(asio::use_awaitable);
+}
+
 Task<HttpResponse> perform(Core core, HttpRequest request)
 {
     auto address = parseHttpAddress(request.url);
@@ -90,7 +98,13 @@ Task<HttpResponse> perform(Core core, HttpRequest request)
         throwCancelled();
     CurlTransfer transfer(std::move(request), *address, core->handles, *core->multi);
     Listed listed(*core, transfer);
-    co_await transfer.untilEnded();
+    if (address->loopback) {
+        co_await transfer.untilEnded();
+    } else {
+        auto ended = co_await firstOf(transfer.untilEnded(), follow(core, transfer));
+        if (auto failure = std::get<0>(ended).failure)
+            std::rethrow_exception(failure);
+    }
     auto answer = transfer.takeAnswer();
     if (core->cookies && !answer.header("Set-Cookie").isNull())
         core->cookies->save();

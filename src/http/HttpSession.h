@@ -48,6 +48,8 @@ struct HttpSessionOptions {
 /// - The address is sent byte for byte; no redirect is followed; no answer is decompressed.
 /// - Bytes draining from the kernel's send queue count as activity and are reported through `onSent`.
 /// - With no usable network path, a request to another machine waits for one up to its idle time-out.
+/// - A connection whose own address the machine has lost, or that was without a network for more than a second, is
+///   given up as soon as there is one again, and its request fails.
 /// - An answer that comes before the whole body was sent is the answer.
 /// - Proxies come from the environment (http_proxy, https_proxy, no_proxy), never for loopback.
 /// - A server that dropped a kept-alive connection gets the request again on another one, its body from the start.

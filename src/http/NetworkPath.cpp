@@ -40,51 +40,104 @@ bool carriesTraffic(const ifaddrs& entry)
     return (family == AF_INET || family == AF_INET6) && !isLinkLocal(*entry.ifa_addr);
 }
 
-/// A socket on which the kernel announces changes of interfaces and addresses.
-FileDescriptor openAnnouncements()
-{
-    FileDescriptor socket(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE));
-    sockaddr_nl groups{};
-    groups.nl_family = AF_NETLINK;
-    groups.nl_groups = RTMGRP_LINK | RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR;
-    if (socket.number() < 0 || ::bind(socket.number(), reinterpret_cast<sockaddr*>(&groups), sizeof groups) != 0)
-        throw boost::system::system_error(errno, boost::system::system_category());
-    return socket;
-}
+using InterfaceAddresses = std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)>;
 
-/// What the announcements say does not matter, only that there were some.
-void discardAnnouncements(int socket)
-{
-    char bytes[8192];
-    while (::recv(socket, bytes, sizeof bytes, 0) > 0 || errno == ENOBUFS) {
-    }
-}
-
-} // namespace
-
-bool SystemNetworkPath::isUsable() const
+/// Null when nobody can tell: the attempt itself will.
+InterfaceAddresses interfaceAddresses()
 {
     ifaddrs* first = nullptr;
-    if (::getifaddrs(&first) != 0)
-        return true; // unknown: the attempt itself will tell
-    std::unique_ptr<ifaddrs, decltype(&::freeifaddrs)> all(first, &::freeifaddrs);
-    for (const auto* entry = first; entry; entry = entry->ifa_next)
-        if (carriesTraffic(*entry))
+    return {::getifaddrs(&first) == 0 ? first : nullptr, &::freeifaddrs};
+}
+
+bool anyOf(const ifaddrs& first, const auto& holds)
+{
+    for (const auto* entry = &first; entry; entry = entry->ifa_next)
+        if (holds(*entry))
             return true;
     return false;
 }
 
+bool isSame(const sockaddr& a, const sockaddr& b)
+{
+    if (a.sa_family != b.sa_family)
+        return false;
+    if (a.sa_family == AF_INET)
+        return reinterpret_cast<const sockaddr_in&>(a).sin_addr.s_addr ==
+               reinterpret_cast<const sockaddr_in&>(b).sin_addr.s_addr;
+    return a.sa_family == AF_INET6 && IN6_ARE_ADDR_EQUAL(&reinterpret_cast<const sockaddr_in6&>(a).sin6_addr,
+                                                         &reinterpret_cast<const sockaddr_in6&>(b).sin6_addr);
+}
+
+/// A socket on which the kernel announces changes of interfaces and addresses.
+class Announcements {
+public:
+    explicit Announcements(const Executor& executor)
+        : m_socket(::socket(AF_NETLINK, SOCK_RAW | SOCK_CLOEXEC | SOCK_NONBLOCK, NETLINK_ROUTE)), m_watched(executor)
+    {
+        sockaddr_nl groups{};
+        groups.nl_family = AF_NETLINK;
+        groups.nl_groups = RTMGRP_LINK | RTMGRP_IPV4_IFADDR | RTMGRP_IPV6_IFADDR;
+        if (m_socket.number() < 0 ||
+            ::bind(m_socket.number(), reinterpret_cast<sockaddr*>(&groups), sizeof groups) != 0)
+            throw boost::system::system_error(errno, boost::system::system_category());
+        m_watched.assign(m_socket.number());
+    }
+    ~Announcements() { m_watched.release(); } // before the socket closes
+    Announcements(const Announcements&) = delete;
+    Announcements& operator=(const Announcements&) = delete;
+
+    Task<void> next()
+    {
+        co_await m_watched.async_wait(asio::posix::stream_descriptor::wait_read, asio::use_awaitable);
+        // What they say does not matter, only that there were some.
+        char bytes[8192];
+        while (::recv(m_socket.number(), bytes, sizeof bytes, 0) > 0 || errno == ENOBUFS) {
+        }
+    }
+
+private:
+    FileDescriptor m_socket;
+    asio::posix::stream_descriptor m_watched;
+};
+
+} // namespace
+
+Task<void> NetworkPath::follow(std::function<void()> /*changed*/)
+{
+    co_return;
+}
+
+bool NetworkPath::hasAddress(const sockaddr& /*address*/) const
+{
+    return true;
+}
+
+bool SystemNetworkPath::isUsable() const
+{
+    auto all = interfaceAddresses();
+    return !all || anyOf(*all, carriesTraffic);
+}
+
+bool SystemNetworkPath::hasAddress(const sockaddr& address) const
+{
+    auto all = interfaceAddresses();
+    return !all ||
+           anyOf(*all, [&](const ifaddrs& entry) { return entry.ifa_addr && isSame(*entry.ifa_addr, address); });
+}
+
 Task<void> SystemNetworkPath::untilUsable()
 {
-    auto announcements = openAnnouncements();
-    asio::posix::stream_descriptor watched(co_await asio::this_coro::executor, announcements.number());
-    struct Release { // before the socket closes
-        asio::posix::stream_descriptor& descriptor;
-        ~Release() { descriptor.release(); }
-    } release{watched};
-    while (!isUsable()) { // looked at only once changes are announced, so that none is missed
-        co_await watched.async_wait(asio::posix::stream_descriptor::wait_read, asio::use_awaitable);
-        discardAnnouncements(announcements.number());
+    Announcements announcements(co_await asio::this_coro::executor);
+    while (!isUsable()) // looked at only once changes are announced, so that none is missed
+        co_await announcements.next();
+}
+
+Task<void> SystemNetworkPath::follow(std::function<void()> changed)
+{
+    Announcements announcements(co_await asio::this_coro::executor);
+    for (;;) {
+        co_await announcements.next();
+        changed();
     }
 }
 

@@ -2,6 +2,10 @@
 
 #include "async/Task.h"
 
+#include <functional>
+
+struct sockaddr;
+
 namespace palvera {
 
 /// Whether this machine can reach a network at all: an interface other than loopback that runs and has an address.
@@ -14,6 +18,11 @@ public:
     virtual bool isUsable() const = 0;
     /// Ends once there is a usable path, at once when there is one. Several may wait. Cancelling ends the wait.
     virtual Task<void> untilUsable() = 0;
+    /// Has `changed` called after every change of an interface or an address, on the caller's executor, until
+    /// cancelled. Ends early where nothing is announced.
+    virtual Task<void> follow(std::function<void()> changed);
+    /// Whether this machine has that address. True where nobody can tell.
+    virtual bool hasAddress(const sockaddr& address) const;
 };
 
 /// The kernel's own knowledge, and its announcements of changes.
@@ -21,6 +30,8 @@ class SystemNetworkPath final : public NetworkPath {
 public:
     bool isUsable() const override;
     Task<void> untilUsable() override;
+    Task<void> follow(std::function<void()> changed) override;
+    bool hasAddress(const sockaddr& address) const override;
 };
 
 } // namespace palvera

@@ -1,7 +1,14 @@
 #include "http/NetworkPath.h"
 #include "HttpFixture.h"
 
+#include "files/FileDescriptor.h"
+#include "http/HttpSession.h"
+
+#include <arpa/inet.h>
 #include <sched.h>
+#include <sys/socket.h>
+
+#include <atomic>
 
 #include <cstdlib>
 
@@ -61,6 +68,40 @@ TEST_F(NetworkPathTest, stopsWaitingWhenCancelled)
                        stop.slot(), [&](std::exception_ptr failure) { cancelled.set_value(isCancellation(failure)); }));
     asio::post(thread, [&] { stop.emit(asio::cancellation_type::terminal); });
     EXPECT_TRUE(cancelled.get_future().get());
+}
+
+TEST_F(NetworkPathTest, aConnectionThatTheNetworkHasLeftBehindFailsAtOnce)
+{
+    configure("ip link set lo up && ip link add one type veth peer name other && ip link set other up && "
+              "ip link set one up && ip addr add 10.1.2.3/24 dev one");
+    sockaddr_in address{.sin_family = AF_INET, .sin_port = 0, .sin_addr = {::inet_addr("10.1.2.3")}, .sin_zero = {}};
+    socklen_t length = sizeof address;
+    auto* place = reinterpret_cast<sockaddr*>(&address);
+    const FileDescriptor server(there([&] {
+        const int made = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+        return ::bind(made, place, length) == 0 && ::listen(made, 1) == 0 ? made : -1;
+    }));
+    ASSERT_EQ(::getsockname(server.number(), place, &length), 0);
+    std::atomic<int> seconds = 0;
+    HttpSession session(thread.get_executor(),
+                        {.now = [&] { return std::chrono::steady_clock::time_point(std::chrono::seconds(seconds)); }});
+    const QByteArray url = "http://10.1.2.3:" + QByteArray::number(ntohs(address.sin_port)) + '/';
+    for (bool addressStays : {true, false}) {
+        auto ended = asio::co_spawn(thread, session.send({.url = url, .idleTimeout = 60s}), asio::use_future);
+        const FileDescriptor peer(::accept4(server.number(), nullptr, nullptr, SOCK_CLOEXEC));
+        char byte = 0;
+        ASSERT_EQ(::recv(peer.number(), &byte, 1, 0), 1);
+        if (addressStays) {
+            configure("ip link set one down");
+            there([] { return 0; }); // by then it has heard of it
+            seconds = 5;
+            configure("ip link set one up");
+        } else {
+            configure("ip addr del 10.1.2.3/24 dev one && ip addr add 10.1.2.4/24 dev one");
+        }
+        ASSERT_EQ(ended.wait_for(10s), std::future_status::ready);
+        EXPECT_THROW(ended.get(), TransportError);
+    }
 }
 
 } // namespace
