@@ -29,6 +29,14 @@ FocusScope {
             root.leaving();
     }
 
+    Connections {
+        function onFilterChanged() {
+            list.restart();
+        }
+
+        target: root.deliverables
+    }
+
     Shortcut {
         enabled: root.enabled && root.visible
         sequence: "Ctrl+F"
