@@ -53,12 +53,13 @@ Task<ExitCode> perform(DownloadFiled command, Workbench& bench)
     auto folder = co_await destination(command.folder, bench.session);
     auto deliverable = co_await findDeliverable(command, bench);
     auto details = deliverable.spec.value_or(QMap<QString, QString>());
-    auto object = details.value(QStringLiteral("assetObject"));
+    auto object = deliverable.assetObject();
     if (object.isEmpty())
         throw APIError(0, QStringLiteral("No file has been delivered for “%1” yet.").arg(deliverable.label));
     TransferTarget::Deliverable row{
         .orgId = command.org, .projectId = command.project, .deliverableId = command.deliverable};
     Download download{.object = deliveredFile(bench.api, row, object),
+                      .listedSize = deliverable.expectedBytes(),
                       .name = details.value(QStringLiteral("assetFilename"), lastComponent(object)),
                       .label = deliverable.label,
                       .titleName = deliverable.contextLine(),

@@ -102,6 +102,10 @@ void Errands::show(const QUuid& id)
     const auto* retrying = std::get_if<Item::Retrying>(&item->state);
     if (retrying && (!before || before->state != item->state))
         return sayRetrying(*begun->errand, *item, *retrying, m_environment.clock, m_environment.output);
+    if (item->trouble && (!before || before->trouble != item->trouble))
+        m_environment.output.trouble(begun->errand->key(), *item->trouble);
+    if (!item->remark.isEmpty() && (!before || before->remark != item->remark))
+        m_environment.output.remark(item->remark);
     bool isMoving = std::holds_alternative<Item::Running>(item->state) && item->total > 0;
     auto figures = [](const Item& one) { return std::tuple(one.sent, one.total, one.rate); };
     if (isMoving && (!before || figures(*before) != figures(*item)))

@@ -39,12 +39,11 @@ std::unique_ptr<Errand> resuming(const Journal& journal, Workbench& bench)
 {
     auto found = journal.bookmark ? bookmark::resolve(*journal.bookmark) : std::nullopt;
     auto path = found ? found->path : journal.filePath;
-    if (objectionTo(path).isEmpty() && fileStamp(path) != journal.fileStamp)
-        bench.output.remark(QStringLiteral("“%1” has changed since: it is sent from its start.").arg(path));
     return std::make_unique<UploadErrand>(
         UploadErrand::Upload{.journalKey = journal.key,
                              .file = path,
                              .target = journal.destination(),
+                             .wasThere = true,
                              .begin = [journal](Transfers& transfers) { return beginAgain(transfers, journal); }},
         bench.journals);
 }

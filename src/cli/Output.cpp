@@ -55,6 +55,17 @@ QByteArray jsonLine(const QJsonObject& record)
     return line.toUtf8() + '\n';
 }
 
+void Output::trouble(const QString& key, const Trouble& trouble)
+{
+    if (m_style == Style::text)
+        return remark(troubleText(trouble));
+    json({{QStringLiteral("event"), QStringLiteral("trouble")},
+          {QStringLiteral("key"), key},
+          {QStringLiteral("id"), key},
+          {QStringLiteral("reason"), trouble.reason},
+          {QStringLiteral("attempt"), std::max(trouble.attempt, 1)}});
+}
+
 void Output::show(const Listing& listing)
 {
     if (m_style == Style::json) {

@@ -3,6 +3,7 @@
 #include "cli/Listing.h"
 #include "cli/ProgressLine.h"
 #include "cli/TextStream.h"
+#include "transfers/Item.h"
 
 #include <QJsonObject>
 
@@ -29,6 +30,9 @@ public:
     void interrupted(const QJsonObject& record);
     /// A remark beside what was asked for, on the error stream in either style.
     void remark(const QString& text);
+
+    /// Why the transfer `key` does not move: an event for programs, a remark for people.
+    void trouble(const QString& key, const Trouble& trouble);
 
     /// Keeps the next place among the lines of progress for the transfer `key`.
     void expectProgress(const QString& key);

@@ -2,24 +2,12 @@
 
 #include "cli/DisplayText.h"
 #include "cli/Listing.h"
-#include "files/FileError.h"
 #include "files/Quantities.h"
+#include "transfer/UploadFailures.h"
 
 #include <QFileInfo>
 
 namespace palvera::cli {
-
-QString objectionTo(const QString& path)
-{
-    QFileInfo file(path);
-    if (!file.exists())
-        return QStringLiteral("There is no file “%1”.").arg(path);
-    if (file.isDir())
-        return QStringLiteral("“%1” is a folder. Only files can be sent.").arg(path);
-    if (!file.isFile())
-        return QStringLiteral("“%1” is not an ordinary file.").arg(path);
-    return file.size() > 0 ? QString() : QStringLiteral("That file is empty.");
-}
 
 UploadErrand::UploadErrand(Upload upload, const JournalStore& journals)
     : m_upload(std::move(upload)), m_journals(journals)
@@ -35,12 +23,10 @@ QString UploadErrand::beginning() const
 /// Looks first at what no retry would change.
 Task<std::optional<QUuid>> UploadErrand::begin(Transfers& transfers)
 {
-    if (auto objection = objectionTo(m_upload.file); !objection.isEmpty())
-        throw FileError(objection);
-    if (!isPlainFileName(m_upload.journalKey))
-        throw FileError(QStringLiteral("This upload cannot be recorded under the name “%1”.").arg(key()));
-    if (!m_journals.tryLock(m_upload.journalKey))
-        throw FileError(QStringLiteral("This upload is already running."));
+    if (!m_upload.wasThere && !QFileInfo::exists(m_upload.file))
+        throw CannotSend(QStringLiteral("There is no file “%1”.").arg(m_upload.file));
+    if (auto objection = objectionToSource(m_upload.file); !objection.isEmpty())
+        throw CannotSend(objection);
     co_return co_await m_upload.begin(transfers);
 }
 
@@ -72,7 +58,9 @@ QString UploadErrand::confirmingCommand() const
 
 QString UploadErrand::howToGoOn(const Item&) const
 {
-    if (!m_journals.loadJournal(m_upload.journalKey))
+    auto journal = m_journals.loadJournal(m_upload.journalKey);
+    bool isOfThisFile = journal && (m_upload.wasThere || journal->filePath == m_upload.file);
+    if (!isOfThisFile || m_journals.isRunning(m_upload.journalKey))
         return {};
     return QStringLiteral("What has arrived is kept. Go on with: palvera-cli resume ") + shellWord(key());
 }

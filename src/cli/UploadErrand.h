@@ -5,9 +5,6 @@
 
 namespace palvera::cli {
 
-/// Why the file at `path` cannot be sent; empty when nothing speaks against it.
-QString objectionTo(const QString& path);
-
 /// One file to send.
 class UploadErrand final : public Errand {
 public:
@@ -16,6 +13,7 @@ public:
         QString journalKey;
         QString file; ///< whole path
         TransferTarget target;
+        bool wasThere = false; ///< an earlier run has met the file
         std::function<Task<std::optional<QUuid>>(Transfers&)> begin;
     };
 

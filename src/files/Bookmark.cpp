@@ -2,40 +2,25 @@
 
 #include <QDataStream>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QIODevice>
-
-#include <sys/stat.h>
 
 namespace palvera::bookmark {
 
 namespace {
 
-constexpr quint32 magic = 0x50564231; // "PVB1"
+constexpr quint32 magic = 0x50564232; // "PVB2"
+/// Held the path, the device and the inode number, of which only the path means something.
+constexpr quint32 earlierMagic = 0x50564231; // "PVB1"
 
-/// What tells one file of this machine from every other.
-struct Identity {
-    quint64 device = 0;
-    quint64 inode = 0;
-
-    bool operator==(const Identity&) const = default;
-};
-
-std::optional<Identity> identityOf(const QString& path)
-{
-    struct stat status{};
-    if (::stat(QFile::encodeName(path).constData(), &status) != 0)
-        return {};
-    return Identity{.device = status.st_dev, .inode = status.st_ino};
-}
-
-std::optional<QString> siblingWith(Identity identity, const QString& path)
+std::optional<QString> siblingWith(const SourceIdentity& identity, const QString& path)
 {
     const QDir folder = QFileInfo(path).dir();
-    for (const QString& name : folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot))
-        if (const QString candidate = folder.filePath(name); identityOf(candidate) == identity)
+    for (const QString& name : folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
+        const QString candidate = folder.filePath(name);
+        if (auto other = identityOf(candidate); other && other->isSameFileAs(identity))
             return candidate;
+    }
     return {};
 }
 
@@ -43,30 +28,46 @@ std::optional<QString> siblingWith(Identity identity, const QString& path)
 
 std::optional<QByteArray> make(const QString& path)
 {
-    const QString absolute = QFileInfo(path).absoluteFilePath();
-    const auto identity = identityOf(absolute);
-    if (!identity)
-        return {};
+    const auto identity = identityOf(path);
+    return identity ? std::optional(make(path, *identity)) : std::nullopt;
+}
+
+QByteArray make(const QString& path, const SourceIdentity& identity)
+{
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
     out.setVersion(QDataStream::Qt_6_4);
-    out << magic << absolute << identity->device << identity->inode;
+    out << magic << QFileInfo(path).absoluteFilePath() << identity.handle << identity.size << identity.changed;
     return bytes;
 }
 
-std::optional<Resolved> resolve(const QByteArray& bytes)
+std::optional<Contents> read(const QByteArray& bytes)
 {
     QDataStream in(bytes);
     in.setVersion(QDataStream::Qt_6_4);
     quint32 start = 0;
-    QString path;
-    Identity identity;
-    in >> start >> path >> identity.device >> identity.inode;
-    if (in.status() != QDataStream::Ok || start != magic || !path.startsWith(u'/'))
+    Contents contents;
+    in >> start >> contents.path;
+    if (start == magic) {
+        auto& identity = contents.identity.emplace();
+        in >> identity.handle >> identity.size >> identity.changed;
+    }
+    bool isOurs = start == magic || start == earlierMagic;
+    if (!isOurs || in.status() != QDataStream::Ok || !contents.path.startsWith(u'/'))
         return {};
-    if (identityOf(path) == identity)
-        return Resolved{.path = path};
-    if (const auto sibling = siblingWith(identity, path))
+    return contents;
+}
+
+std::optional<Resolved> resolve(const QByteArray& bytes)
+{
+    const auto contents = read(bytes);
+    if (!contents)
+        return {};
+    if (const auto there = identityOf(contents->path))
+        return Resolved{.path = contents->path, .stale = there != contents->identity};
+    if (!contents->identity)
+        return {};
+    if (const auto sibling = siblingWith(*contents->identity, contents->path))
         return Resolved{.path = *sibling, .stale = true};
     return {};
 }

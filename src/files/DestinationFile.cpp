@@ -51,6 +51,9 @@ DestinationFile DestinationFile::open(const QString& path)
     struct stat status{};
     if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
         throwFileError(path, cannotWrite, EINVAL);
+    if (status.st_nlink > 1)
+        throw FileError(
+            QStringLiteral("“%1” has another name in some folder, so it is not written.").arg(nameOf(path)));
     // Some network file systems know no locks: there, nothing holds the file.
     if (::flock(file.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
         throw FileError(QStringLiteral("“%1” is being downloaded already.").arg(nameOf(path)));
@@ -66,12 +69,19 @@ bool DestinationFile::create(const QString& path)
     return file.number() >= 0;
 }
 
-qint64 DestinationFile::size() const
+bool DestinationFile::isSoleFile(const QString& path)
 {
     struct stat status{};
-    if (::fstat(m_file.number(), &status) != 0)
+    return ::lstat(QFile::encodeName(path).constData(), &status) == 0 && S_ISREG(status.st_mode) &&
+           status.st_nlink == 1;
+}
+
+SourceIdentity DestinationFile::identity() const
+{
+    auto identity = identityOf(m_file);
+    if (!identity)
         throwFileError(m_path, QStringLiteral("cannot be read"), errno);
-    return status.st_size;
+    return *std::move(identity);
 }
 
 void DestinationFile::reset(qint64 size) const

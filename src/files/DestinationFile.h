@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/FileDescriptor.h"
+#include "files/SourceIdentity.h"
 
 #include <QString>
 
@@ -13,12 +14,14 @@ namespace palvera {
 class DestinationFile {
 public:
     /// Opens the regular file at `path`, making it if there is none. Fails when another DestinationFile, in this
-    /// process or another, holds it.
+    /// process or another, holds it, and when the file has a second name, under which somebody may keep it.
     static DestinationFile open(const QString& path);
     /// Makes an empty file at `path`; false when something stands there.
     static bool create(const QString& path);
+    /// Whether a regular file stands at `path`, no link, with no second name.
+    static bool isSoleFile(const QString& path);
 
-    qint64 size() const;
+    SourceIdentity identity() const;
     /// Empties the file and gives it `size` bytes again, all zero, with real room for them where the file system can
     /// reserve it. Fails before that when the file system has less room.
     void reset(qint64 size) const;

@@ -12,33 +12,26 @@
 
 namespace palvera {
 
-namespace {
-
-struct stat statusOf(const FileDescriptor& file, const QString& path)
-{
-    struct stat status{};
-    if (::fstat(file.number(), &status) != 0)
-        throwFileError(path, QStringLiteral("cannot be read"), errno);
-    return status;
-}
-
-} // namespace
-
 SourceFile SourceFile::open(const QString& path)
 {
     // Without O_NONBLOCK, opening a pipe would wait for somebody to write into it.
     FileDescriptor file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.number() < 0)
         throwFileError(path, QStringLiteral("cannot be opened"), errno);
-    const auto status = statusOf(file, path);
+    struct stat status{};
+    if (::fstat(file.number(), &status) != 0)
+        throwFileError(path, QStringLiteral("cannot be read"), errno);
     if (!S_ISREG(status.st_mode))
         throwFileError(path, QStringLiteral("cannot be opened"), S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
     return {path, std::move(file)};
 }
 
-qint64 SourceFile::size() const
+SourceIdentity SourceFile::identity() const
 {
-    return statusOf(m_file, m_path).st_size;
+    auto identity = identityOf(m_file);
+    if (!identity)
+        throwFileError(m_path, QStringLiteral("cannot be read"), errno);
+    return *std::move(identity);
 }
 
 qint64 SourceFile::readAt(qint64 offset, std::span<char> into) const

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/FileDescriptor.h"
+#include "files/SourceIdentity.h"
 
 #include <QString>
 
@@ -15,8 +16,8 @@ public:
     /// Opens the regular file at `path` for reading. Throws FileError.
     static SourceFile open(const QString& path);
 
-    /// Bytes the file has at this moment. Throws FileError.
-    qint64 size() const;
+    /// What it is at this moment. Throws FileError.
+    SourceIdentity identity() const;
     /// Fills `into` with the bytes from `offset` on and returns how many were read: fewer than asked only when the
     /// file ends before. Throws FileError.
     qint64 readAt(qint64 offset, std::span<char> into) const;

@@ -2,6 +2,7 @@
 
 #include "files/AtomicFile.h"
 #include "files/FileError.h"
+#include "files/SmallFile.h"
 #include "http/CookieFile.h"
 #include "http/CurlLibrary.h"
 
@@ -73,10 +74,7 @@ void CookieStore::load()
     if (m_file.isEmpty())
         return;
     sweepStaging(QFileInfo(m_file).absolutePath(), std::chrono::system_clock::now());
-    QFile file(m_file);
-    if (!file.open(QIODevice::ReadOnly))
-        return;
-    m_written = file.read(largestFile);
+    m_written = readSmallFile(m_file, largestFile).value_or(QByteArray());
     auto easy = openCookies(m_share);
     for (const auto& cookie : readCookies(m_written, std::chrono::system_clock::now()))
         curl_easy_setopt(easy.get(), CURLOPT_COOKIELIST, cookie.constData());

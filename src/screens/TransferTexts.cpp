@@ -67,6 +67,13 @@ QString plainReason(const Item::State& state)
     return messageOf(state);
 }
 
+QString troubleOf(const Item& item)
+{
+    if (auto reason = plainReason(item.state); !reason.isEmpty() || !item.isInFlight())
+        return reason;
+    return item.trouble ? troubleText(*item.trouble) : item.remark;
+}
+
 QString technicalReason(const Item::State& state)
 {
     auto error = failureAs<APIError>(failureOf(state));

@@ -14,7 +14,9 @@ QString amountText(const Item& item);
 std::optional<double> secondsLeft(const Item& item);
 /// What went wrong, in words for somebody who knows nothing of networks; empty when nothing did.
 QString plainReason(const Item::State& state);
-/// The same as precisely as it is known.
+/// What the user should know of it: what went wrong, or what its engine remarks while it goes on; empty when nothing.
+QString troubleOf(const Item& item);
+/// What went wrong as precisely as it is known.
 QString technicalReason(const Item::State& state);
 /// "42 sec", "3 min, 5 sec": how long until `until`.
 QString countdownText(Clock::WallTime until, Clock::WallTime now);

@@ -61,6 +61,11 @@ std::optional<QString> Deliverable::contextLine() const
     return items.isEmpty() ? std::nullopt : std::optional(items.join(QStringLiteral(" · ")));
 }
 
+QString Deliverable::assetObject() const
+{
+    return spec ? spec->value(QStringLiteral("assetObject")) : QString();
+}
+
 std::optional<qint64> Deliverable::expectedBytes() const
 {
     return spec ? json::parseInteger(spec->value(QStringLiteral("assetBytes"))) : std::nullopt;

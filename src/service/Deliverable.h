@@ -32,7 +32,9 @@ struct Deliverable {
 
     /// The title line of the row: the show, the place in it and the title, as far as they are known.
     std::optional<QString> contextLine() const;
-    /// The size in bytes that `spec` asks for, where it asks for one.
+    /// The storage key of the file that is filed on it; empty when none is.
+    QString assetObject() const;
+    /// The size in bytes that the platform lists for that file, where it lists one.
     std::optional<qint64> expectedBytes() const;
 
     QJsonObject toJson() const;

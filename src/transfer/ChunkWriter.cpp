@@ -16,6 +16,7 @@ ChunkWriter::ChunkWriter(Executor writing, const DestinationFile& file, SlicePoo
 void ChunkWriter::begin(ByteRange range)
 {
     m_range = range;
+    m_taken = 0;
     m_handedOver = 0;
     m_filled = 0;
     m_failure = nullptr;
@@ -23,6 +24,7 @@ void ChunkWriter::begin(ByteRange range)
 
 void ChunkWriter::take(std::span<const char> bytes)
 {
+    m_taken += static_cast<qint64>(bytes.size());
     while (!bytes.empty()) {
         if (!m_slice)
             m_slice = m_slices.take();

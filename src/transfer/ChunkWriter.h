@@ -5,6 +5,7 @@
 #include "transfer/ByteRange.h"
 #include "transfer/SlicePool.h"
 
+#include <atomic>
 #include <exception>
 
 namespace palvera {
@@ -23,6 +24,10 @@ public:
     void begin(ByteRange range);
     qint64 room() const override { return m_range.length; }
     void take(std::span<const char> bytes) override;
+    /// How much of the present chunk has arrived. Any thread.
+    qint64 taken() const { return m_taken; }
+    /// Counts the chunk no more.
+    void forgetTaken() { m_taken = 0; }
     /// Returns once nothing is being written. Not cut short by a cancellation.
     Task<void> settle();
     /// Writes what is not written yet of a chunk that is all there. Throws FileError where a byte could not be written.
@@ -36,6 +41,7 @@ private:
     const DestinationFile& m_file;
     SlicePool& m_slices;
     ByteRange m_range;
+    std::atomic<qint64> m_taken = 0;
     qint64 m_handedOver = 0;      // bytes of the chunk that are written, or will be
     SlicePool::Slice m_slice;     // what comes after these
     qint64 m_filled = 0;          // bytes of it

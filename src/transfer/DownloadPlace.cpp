@@ -3,11 +3,15 @@
 #include "files/AtomicFile.h"
 #include "files/DestinationFile.h"
 #include "files/FileError.h"
+#include "transfer/DownloadRules.h"
 #include "transfer/Partial.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <algorithm>
+#include <array>
 
 namespace palvera {
 
@@ -43,20 +47,66 @@ QString numbered(const QString& name, int number)
 
 bool isUnfinished(const QString& path, const QString& source)
 {
+    if (!DestinationFile::isSoleFile(path))
+        return false;
     auto partial = loadPartial(path);
-    return partial && !source.isEmpty() && partial->source == source && QFileInfo(path).isFile() &&
-           !QFileInfo(path).isSymLink();
+    auto file = identityOf(path);
+    return partial && file && recordBinds(*partial, source, file->handle, file->size);
+}
+
+bool isTaken(const QString& path)
+{
+    QFileInfo there(path);
+    return there.exists() || there.isSymLink();
+}
+
+/// Whether nobody sees it, or it turns what is beside it round. The two joiners stay: names in Persian and emoji need
+/// them.
+bool isInvisible(char32_t c)
+{
+    static constexpr std::array<char32_t, 2> joiners{0x200C, 0x200D};
+    static constexpr std::array<char32_t, 4> blankLetters{0x115F, 0x1160, 0x3164, 0xFFA0};
+    auto isOneOf = [c](const auto& list) { return std::ranges::find(list, c) != list.end(); };
+    switch (QChar::category(c)) {
+    case QChar::Other_Control:
+    case QChar::Separator_Line:
+    case QChar::Separator_Paragraph:
+        return true;
+    case QChar::Other_Format:
+        return !isOneOf(joiners);
+    default:
+        return isOneOf(blankLetters);
+    }
+}
+
+QString visible(const QString& text)
+{
+    auto letters = text.toUcs4();
+    letters.removeIf(isInvisible);
+    return QString::fromUcs4(reinterpret_cast<const char32_t*>(letters.constData()), letters.size());
+}
+
+/// Without the extension by which a record is known, also where case does not count.
+QString withoutRecordExtension(const QString& name)
+{
+    const auto extension = recordPath({});
+    return name.endsWith(extension, Qt::CaseInsensitive) ? name.chopped(extension.size()) : name;
+}
+
+QString withoutDot(const QString& name)
+{
+    return name.startsWith(u'.') ? name.mid(1) : name;
 }
 
 } // namespace
 
 QString safeFileName(const QString& name)
 {
-    auto last = name.mid(name.lastIndexOf(u'/') + 1).normalized(QString::NormalizationForm_C);
-    last.removeIf([](QChar c) { return c.category() == QChar::Other_Control || c == QChar(0); });
-    last = last.trimmed();
-    while (last.startsWith(u'.'))
-        last.remove(0, 1);
+    auto last = visible(name.mid(name.lastIndexOf(u'/') + 1)).normalized(QString::NormalizationForm_C);
+    for (QString before; before != last;) {
+        before = last;
+        last = withoutRecordExtension(withoutDot(last.trimmed()));
+    }
     if (last.isEmpty())
         return QStringLiteral("Download");
     auto extension = last.mid(extensionOf(last));
@@ -68,23 +118,43 @@ DownloadPlace DownloadPlace::claim(const QString& folder, const QString& name, c
     sweepStaging(folder, std::chrono::system_clock::now());
     const auto safe = safeFileName(name);
     for (int number = 1; number <= mostNames; ++number) {
-        DownloadPlace place(QDir(folder).filePath(numbered(safe, number)));
-        if (isUnfinished(place.m_path, source))
-            return place;
-        if (QFileInfo::exists(recordPath(place.m_path)) || !DestinationFile::create(place.m_path))
+        const auto path = QDir(folder).filePath(numbered(safe, number));
+        if (isUnfinished(path, source))
+            return DownloadPlace(path);
+        if (isTaken(path))
             continue;
-        savePartial(place.m_path, {.source = source});
-        return place;
+        // Before the file, so that a power cut in between leaves no empty file that nobody knows. What stands there
+        // without its file means nothing.
+        try {
+            savePartial(path, {.source = source});
+        } catch (const FileError&) { // NOLINT(bugprone-empty-catch): the engine says so
+        }
+        if (auto made = create(path))
+            return *std::move(made);
     }
     throw FileError(QStringLiteral("There are too many files named “%1” in that folder.").arg(safe));
 }
 
+std::optional<DownloadPlace> DownloadPlace::create(const QString& path)
+try {
+    if (!DestinationFile::create(path))
+        return {};
+    DownloadPlace place(path);
+    place.m_made = identityOf(path);
+    return place;
+} catch (const FileError&) {
+    removePartial(path);
+    throw;
+}
+
 void DownloadPlace::removeIfEmpty() const
 {
+    if (!m_made)
+        return;
     try {
         auto held = DestinationFile::open(m_path); // not while another program writes it
         auto partial = loadPartial(m_path);
-        if (!partial || !partial->done.empty())
+        if ((partial && !partial->done.empty()) || held.identity().handle != m_made->handle)
             return;
         QFile::remove(m_path);
         removePartial(m_path);

@@ -1,16 +1,21 @@
 #pragma once
 
+#include "files/SourceIdentity.h"
+
 #include <QString>
+
+#include <optional>
 
 namespace palvera {
 
-/// A file name for what the platform calls `name`: its last component, in NFC, without control characters, not hidden,
-/// never empty or a folder's name, and short enough for the record's extension and a number.
+/// A file name for what the platform calls `name`: its last component, in NFC, without characters that nobody sees or
+/// that turn others round, without blanks at its ends, not hidden, never empty, a folder's name or that of a record,
+/// and short enough for the record's extension and a number.
 QString safeFileName(const QString& name);
 
 /// The file that one download writes, claimed so that no other file is touched: an existing file is taken only when the
-/// record beside it says that it is the unfinished download of the same `source`; any other makes the name
-/// "Name 2.mov", "Name 3.mov" and so on. Any thread; blocks on the disk.
+/// record beside it says that this very file is the unfinished download of the same `source`; any other makes the name
+/// "Name 2.mov", "Name 3.mov" and so on. A record without its file means nothing. Any thread; blocks on the disk.
 class DownloadPlace {
 public:
     /// Claims a place in `folder`, which must exist, creating an empty file and its record if it is new. Throws
@@ -18,14 +23,18 @@ public:
     static DownloadPlace claim(const QString& folder, const QString& name, const QString& source);
 
     const QString& path() const { return m_path; }
-    /// Removes the file and its record again if no chunk of it is on the disk: a download that never began leaves
-    /// nothing behind.
+    /// Removes the file and its record again if this claim made them and no chunk is on the disk: a download that never
+    /// began leaves nothing behind.
     void removeIfEmpty() const;
 
 private:
     explicit DownloadPlace(QString path) : m_path(std::move(path)) {}
 
+    /// Nothing when something stands there.
+    static std::optional<DownloadPlace> create(const QString& path);
+
     QString m_path;
+    std::optional<SourceIdentity> m_made; // the file, where this claim made it
 };
 
 } // namespace palvera

@@ -61,9 +61,11 @@ HttpRequest rangedRequest(const QByteArray& address, ByteRange range)
             .answerLimit = longestRefusal};
 }
 
-qint64 totalIn(const HttpResponse& answer)
+std::optional<qint64> totalIn(const HttpResponse& answer)
 {
-    return contentRangeOf(answer).total.value_or(contentLengthOf(answer).value_or(0));
+    constexpr int partialContent = 206;
+    auto total = contentRangeOf(answer).total;
+    return total || answer.status == partialContent ? total : contentLengthOf(answer);
 }
 
 std::optional<QString> objectionTo(const HttpResponse& answer, ByteRange range)
@@ -82,6 +84,15 @@ bool isAnotherObject(const HttpResponse& answer, qint64 total, const QString& ta
     auto named = contentRangeOf(answer).total;
     auto its = QString::fromLatin1(answer.header("ETag"));
     return (named && *named != total) || (!its.isEmpty() && !tag.isEmpty() && its != tag);
+}
+
+bool recordBinds(const Partial& record, const QString& source, const QByteArray& handle, qint64 fileSize)
+{
+    if (source.isEmpty() || (!record.source.isEmpty() && record.source != source))
+        return false;
+    if (!record.source.isEmpty() && !record.file.isEmpty() && !handle.isEmpty())
+        return record.file == handle;
+    return record.total == fileSize && (record.total > 0 || !record.source.isEmpty());
 }
 
 bool recordFits(const Partial& record, const Partial& now, qint64 fileSize, qint64 chunkSize)

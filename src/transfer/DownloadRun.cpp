@@ -2,7 +2,6 @@
 
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
-#include "files/FileError.h"
 #include "service/APIError.h"
 #include "transfer/DownloadRules.h"
 
@@ -21,6 +20,10 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr int attempts = 4;
+constexpr int mostTakeOvers = 2; // of one chunk
+constexpr std::size_t rememberedPaces = 16;
+/// Between looks of a lane that has nothing to do at those that have.
+constexpr std::chrono::milliseconds lookEvery{250};
 
 APIError changedInStorage()
 {
@@ -76,21 +79,25 @@ DownloadRun::DownloadRun(const Downloader::Environment& environment, const Downl
       m_request(std::move(request)),
       m_slices(settings.sliceSize),
       m_writing(asio::make_strand(environment.engine)),
-      m_disk(asio::make_strand(environment.engine))
+      m_disk(asio::make_strand(environment.engine)),
+      m_address(m_request.address)
 {
     for (const auto& session : sessions)
-        m_lanes.push_back({.session = *session});
+        m_lanes.emplace_back(*session);
 }
 
 Task<void> DownloadRun::perform()
 {
     m_somethingWritten.emplace(co_await asio::this_coro::executor);
     co_await probe();
+    if (m_request.checkTotal)
+        co_await m_request.checkTotal(m_partial.total);
     co_await callOn(m_disk, [this] { prepare(); });
-    m_received = qint64(m_partial.done.size()) * m_settings.chunkSize;
-    m_windowStart = m_environment.clock.now();
+    m_settled = qint64(m_partial.done.size()) * m_settings.chunkSize;
+    m_reported = {.received = received(), .total = m_partial.total};
+    m_reportedAt = m_environment.clock.now();
     if (m_request.onProgress)
-        m_request.onProgress({.received = std::min(m_received, m_partial.total), .total = m_partial.total});
+        m_request.onProgress(m_reported);
     co_await fetchAll();
     co_await callOn(m_disk, [this] { removePartial(m_request.destination); });
     if (m_request.onProgress)
@@ -99,7 +106,7 @@ Task<void> DownloadRun::perform()
 
 Task<void> DownloadRun::probe()
 {
-    auto request = rangedRequest(m_request.address, {.offset = 0, .length = 1});
+    auto request = rangedRequest(m_address, {.offset = 0, .length = 1});
     // Storage that ignores the range would send the whole file.
     request.wantsBody = [](const HttpResponse& head) { return head.status == 206 || !head.isSuccess(); };
     auto answer = co_await m_lanes.front().session.send(std::move(request));
@@ -107,9 +114,12 @@ Task<void> DownloadRun::probe()
     if (!answer.isSuccess() && answer.status != rangeNotSatisfiable)
         throw APIError(answer.status,
                        QStringLiteral("That file could not be reached (storage answered %1).").arg(answer.status));
-    m_partial.total = totalIn(answer);
-    if (m_partial.total < 1 || !answer.isSuccess())
+    const auto total = answer.isSuccess() ? totalIn(answer) : 0;
+    if (!total)
+        throw APIError(0, QStringLiteral("Storage did not say how large the file is."));
+    if (total < 1)
         throw APIError(0, QStringLiteral("That file is empty."));
+    m_partial.total = *total;
     m_partial.tag = QString::fromLatin1(answer.header("ETag"));
     m_total = m_partial.total;
     m_tag = m_partial.tag;
@@ -122,21 +132,43 @@ void DownloadRun::prepare()
     bool existed = QFileInfo::exists(m_request.destination);
     m_file = DestinationFile::open(m_request.destination);
     auto earlier = existed ? loadPartial(m_request.destination) : std::nullopt;
-    if (earlier && recordFits(*earlier, m_partial, m_file->size(), m_settings.chunkSize)) {
+    const auto file = m_file->identity();
+    m_partial.file = file.handle;
+    if (earlier && recordFits(*earlier, m_partial, file.size, m_settings.chunkSize)) {
         m_partial.done = std::move(earlier->done);
         return;
     }
     // Before the chunks that an earlier record lists are gone; and should there be no room, what stands there is still
     // known as a download that can be removed.
-    savePartial(m_request.destination, m_partial);
+    try {
+        savePartial(m_request.destination, m_partial);
+    } catch (const FileError& error) {
+        if (!removePartial(m_request.destination))
+            throw;
+        remarkOnce(error);
+    }
     m_file->reset(m_partial.total);
+}
+
+void DownloadRun::remarkOnce(const FileError& failure)
+{
+    if (!m_hasRemarked.exchange(true))
+        m_request.onRemark(QStringLiteral("The progress of this download cannot be kept, so it must not be cut off: ") +
+                           failure.text());
 }
 
 /// The record is kept beside the waves, so that no wave waits for the disk to have everything for good.
 Task<void> DownloadRun::fetchAll()
 {
-    auto ended = co_await firstOf(fetchInWaves(), keepRecord());
-    auto failure = std::visit([](const auto& outcome) { return outcome.failure; }, ended);
+    auto keeping = firstOf(keepRecord(), keepReporting());
+    auto ended = co_await firstOf(fetchInWaves(), std::move(keeping));
+    std::exception_ptr failure;
+    if (auto* fetched = std::get_if<0>(&ended))
+        failure = fetched->failure;
+    else if (auto& kept = std::get<1>(ended); kept.failure)
+        failure = kept.failure;
+    else
+        failure = std::visit([](const auto& outcome) { return outcome.failure; }, *kept.value);
     auto state = co_await asio::this_coro::cancellation_state;
     bool cutOff = state.cancelled() != asio::cancellation_type::none;
     if (!cutOff && ended.index() == 0 && !m_written.empty()) {
@@ -163,10 +195,24 @@ Task<void> DownloadRun::fetchInWaves()
 
 Task<void> DownloadRun::fetchWave(std::span<const qint64> chunks)
 {
-    std::vector<Task<void>> fetches;
-    for (std::size_t lane = 0; lane < chunks.size(); ++lane)
-        fetches.push_back(fetch(m_lanes[lane], chunks[lane]));
-    co_await allOrNone(std::move(fetches));
+    m_open = {chunks.begin(), chunks.end()};
+    m_waveEnded = std::make_shared<CancelFlag>();
+    std::vector<Task<void>> shares;
+    for (std::size_t lane = 0; lane < m_lanes.size(); ++lane)
+        shares.push_back(work(m_lanes[lane], lane < chunks.size() ? std::optional(chunks[lane]) : std::nullopt));
+    co_await allOrNone(std::move(shares));
+}
+
+Task<void> DownloadRun::work(Lane& lane, std::optional<qint64> index)
+{
+    if (index)
+        co_await fetch(lane, *index);
+    while (!m_open.empty()) {
+        if (auto* slow = crawlingLane())
+            co_await takeOver(lane, *slow);
+        else
+            co_await firstOf(m_environment.clock.sleep(lookEvery), untilStopped(m_waveEnded));
+    }
 }
 
 Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
@@ -174,22 +220,106 @@ Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
     const auto range = rangeOf(index);
     if (!lane.chunk)
         lane.chunk.emplace(m_writing, *m_file, m_slices);
-    auto failure = co_await attempt(lane, range);
-    for (int number = 1; failure && number < attempts; ++number) {
-        co_await m_environment.clock.sleep(500ms * (1 << number));
-        failure = co_await attempt(lane, range);
-    }
-    if (failure)
-        throw APIError(0, *failure);
-    co_await lane.chunk->finish();
+    lane.isBusy = true;
+    lane.index = index;
+    lane.cut = std::make_shared<CancelFlag>();
+    lane.moved = m_environment.clock.now();
+    const auto cut = lane.cut;
+    auto fetched = co_await outcomeOf(runUntilStopped(cut, bring(lane, range)));
+    lane.isBusy = false;
+    lane.trouble.reset();
+    lane.chunk->forgetTaken();
+    if (fetched.failure && cut->isStopped() && isCancellation(fetched.failure))
+        co_return;
+    if (fetched.failure)
+        std::rethrow_exception(fetched.failure);
+    m_settled += range.length;
     m_written.push_back(index);
     m_somethingWritten->set();
+    m_open.erase(index);
+    if (m_open.empty())
+        m_waveEnded->stop();
 }
 
-/// Why the chunk has not arrived; nothing when it has.
-Task<std::optional<QString>> DownloadRun::attempt(Lane& lane, ByteRange range)
+Task<void> DownloadRun::bring(Lane& lane, ByteRange range)
 {
-    auto request = rangedRequest(m_request.address, range);
+    for (int number = 1;; ++number) {
+        const auto address = m_addressNumber;
+        const auto began = m_environment.clock.now();
+        lane.pace.begin(began);
+        auto missed = co_await attempt(lane, range);
+        lane.pace.end();
+        if (!missed) {
+            const auto taken = secondsBetween(began, m_environment.clock.now());
+            if (taken > 0)
+                m_paces.push_back(double(range.length) / taken);
+            if (m_paces.size() > rememberedPaces)
+                m_paces.pop_front();
+            break;
+        }
+        if (number == attempts)
+            throw APIError(0, missed->reason);
+        lane.trouble = Trouble{.reason = missed->reason, .attempt = number + 1};
+        bool hasOther = missed->isRefused && co_await renewAddress(address);
+        if (!hasOther)
+            co_await m_environment.clock.sleep(500ms * (1 << number));
+    }
+    co_await lane.chunk->finish();
+}
+
+/// The slow lane lets go of the chunk first: what it still writes must not come after what takes its place.
+Task<void> DownloadRun::takeOver(Lane& lane, Lane& slow)
+{
+    const auto index = slow.index;
+    ++m_takenOver[index];
+    slow.cut->stop();
+    while (slow.isBusy && slow.index == index)
+        co_await m_environment.clock.sleep(lookEvery / 25);
+    if (m_open.contains(index))
+        co_await fetch(lane, index);
+}
+
+DownloadRun::Lane* DownloadRun::crawlingLane()
+{
+    const auto now = m_environment.clock.now();
+    for (auto& lane : m_lanes) {
+        if (!lane.isBusy || lane.cut->isStopped() || m_takenOver[lane.index] == mostTakeOvers)
+            continue;
+        std::vector<double> others(m_paces.begin(), m_paces.end());
+        for (auto& other : m_lanes)
+            if (auto pace = other.isBusy ? other.pace.pace(now, other.chunk->taken()) : std::nullopt;
+                pace && &other != &lane)
+                others.push_back(pace->bytesPerSecond);
+        const auto pace = lane.pace.pace(now, lane.chunk->taken());
+        const auto usual = medianPace(std::move(others));
+        const auto whole = rangeOf(lane.index).length;
+        const auto left = whole - lane.chunk->taken();
+        if (pace && usual && left > 0 && crawls(left, *pace, whole, *usual))
+            return &lane;
+    }
+    return nullptr;
+}
+
+/// One lane asks for all: the others, which come meanwhile, find the address at their next attempt.
+Task<bool> DownloadRun::renewAddress(int refused)
+{
+    if (m_request.renewAddress && refused == m_addressNumber && !m_isRenewing) {
+        m_isRenewing = true;
+        auto asked = co_await outcomeOf(m_request.renewAddress());
+        m_isRenewing = false;
+        if (isCancellation(asked.failure))
+            std::rethrow_exception(asked.failure);
+        if (asked.value) {
+            m_address = *std::move(asked.value);
+            ++m_addressNumber;
+        }
+    }
+    co_return refused != m_addressNumber;
+}
+
+Task<std::optional<DownloadRun::Missed>> DownloadRun::attempt(Lane& lane, ByteRange range)
+{
+    auto request = rangedRequest(m_address, range);
     lane.chunk->begin(range);
     request.sink = &*lane.chunk;
     request.wantsBody = [this, range](const HttpResponse& head) {
@@ -202,16 +332,19 @@ Task<std::optional<QString>> DownloadRun::attempt(Lane& lane, ByteRange range)
     if (isCancellation(sent.failure))
         std::rethrow_exception(sent.failure);
     if (sent.failure)
-        co_return describe(sent.failure);
+        co_return Missed{.reason = describe(sent.failure)};
     const auto& answer = *sent.value;
+    constexpr int forbidden = 403;
     if (!answer.isSuccess())
-        co_return QStringLiteral("Storage answered %1 on a chunk.").arg(answer.status);
+        co_return Missed{.reason = QStringLiteral("Storage answered %1 on a chunk.").arg(answer.status),
+                         .isRefused = answer.status == forbidden};
     if (isAnotherObject(answer, m_total, m_tag))
         throw changedInStorage();
     if (auto objection = objectionTo(answer, range))
-        co_return *objection;
+        co_return Missed{.reason = *objection};
     if (answer.length != range.length)
-        co_return QStringLiteral("Storage sent %1 bytes of a chunk of %2.").arg(answer.length).arg(range.length);
+        co_return Missed{
+            .reason = QStringLiteral("Storage sent %1 bytes of a chunk of %2.").arg(answer.length).arg(range.length)};
     co_return std::nullopt;
 }
 
@@ -234,7 +367,8 @@ Task<void> DownloadRun::record()
         m_file->sync();
         try {
             savePartial(m_request.destination, next);
-        } catch (const FileError&) { // NOLINT(bugprone-empty-catch): the next one may succeed
+        } catch (const FileError& error) {
+            remarkOnce(error);
         }
     }));
     if (stored.failure) {
@@ -242,25 +376,62 @@ Task<void> DownloadRun::record()
         std::rethrow_exception(stored.failure);
     }
     m_partial = std::move(next);
-    for (qint64 index : written) {
-        m_received += rangeOf(index).length;
-        m_windowBytes += rangeOf(index).length;
+}
+
+Task<void> DownloadRun::keepReporting()
+{
+    for (;;) {
+        co_await m_environment.clock.sleep(1s);
+        report();
     }
-    report();
 }
 
 void DownloadRun::report()
 {
-    auto now = m_environment.clock.now();
-    if (!m_request.onProgress || (m_lastReport && now - *m_lastReport < 1s))
+    if (!m_request.onProgress)
         return;
-    auto seconds = secondsBetween(m_windowStart, now);
-    m_request.onProgress(
-        {.received = std::min(m_received, m_partial.total),
-         .total = m_partial.total,
-         .bytesPerSecond = seconds > 0 ? std::optional(double(m_windowBytes) / seconds) : std::nullopt});
-    m_lastReport = m_windowStart = now;
-    m_windowBytes = 0;
+    // What an attempt had brought is lost with it; the figure waits until as much is there again.
+    const auto before = m_reported.received;
+    const auto now = m_environment.clock.now();
+    m_reported.received = std::max(before, received());
+    m_reported.bytesPerSecond = double(m_reported.received - before) / secondsBetween(m_reportedAt, now);
+    m_reportedAt = now;
+    m_reported.trouble = lookForTrouble();
+    m_request.onProgress(m_reported);
+}
+
+std::optional<Trouble> DownloadRun::lookForTrouble()
+{
+    const auto now = m_environment.clock.now();
+    std::optional<Clock::Moment> moved;
+    std::optional<Trouble> trouble;
+    bool isStuck = true;
+    for (auto& lane : m_lanes) {
+        if (!lane.isBusy)
+            continue;
+        if (std::exchange(lane.seen, lane.chunk->taken()) != lane.chunk->taken()) {
+            lane.moved = now;
+            if (lane.chunk->taken() > 0)
+                lane.trouble.reset();
+        }
+        moved = std::max(moved, std::optional(lane.moved));
+        isStuck = isStuck && lane.trouble;
+        trouble = lane.trouble ? lane.trouble : trouble;
+    }
+    const auto silence = moved ? now - *moved : std::chrono::nanoseconds(0);
+    if (silence > 2s && !m_environment.hasNetwork())
+        return Trouble{.reason = QStringLiteral("No network.")};
+    auto silent = troubleOfSilence(silence);
+    return silent ? silent : isStuck ? trouble : std::nullopt;
+}
+
+qint64 DownloadRun::received() const
+{
+    auto bytes = m_settled;
+    for (const auto& lane : m_lanes)
+        if (lane.chunk)
+            bytes += lane.chunk->taken();
+    return std::min(bytes, m_partial.total);
 }
 
 ByteRange DownloadRun::rangeOf(qint64 index) const

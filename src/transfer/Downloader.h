@@ -3,6 +3,7 @@
 #include "async/CancelFlag.h"
 #include "async/Clock.h"
 #include "http/HttpClient.h"
+#include "transfer/Trouble.h"
 
 #include <QString>
 
@@ -15,9 +16,10 @@ namespace palvera {
 
 /// How far a download is.
 struct DownloadProgress {
-    qint64 received = 0;                       ///< bytes on the disk, this run's and an earlier one's
+    qint64 received = 0;                       ///< bytes that are here, this run's and an earlier one's; never fewer
     qint64 total = 0;                          ///< bytes in all
     std::optional<double> bytesPerSecond = {}; ///< since the last report, where known
+    std::optional<Trouble> trouble = {};       ///< while nothing moves
 
     bool operator==(const DownloadProgress&) const = default;
 };
@@ -28,8 +30,14 @@ struct DownloadRequest {
     QString destination; ///< path of the file; what stands there is replaced unless the record beside it fits
     QString source = {}; ///< which stored object this is, for the record; empty when unknown
     std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
+    /// Asks for another address of the object, should storage refuse this one meanwhile. Awaited by the engine.
+    std::function<Task<QByteArray>()> renewAddress = {};
+    /// Awaited by the engine once storage has said how many bytes the object has; ends the download by throwing.
+    std::function<Task<void>(qint64 total)> checkTotal = {};
     /// Called from the engine, on any of its threads, one at a time, about once a second.
     std::function<void(const DownloadProgress&)> onProgress = {};
+    /// Takes what the user should know although the download goes on, a sentence each; called as `onProgress`.
+    std::function<void(const QString&)> onRemark = [](const QString&) {};
 };
 
 /// Brings stored files down in ranged chunks, several at a time, and goes on where an earlier run of the same file
@@ -47,6 +55,7 @@ public:
         Executor engine; ///< threads for disk work; one download keeps two of them busy at most
         Clock& clock;
         HttpClientFactory storage; ///< makes the session of each lane, shared by all downloads
+        std::function<bool()> hasNetwork = [] { return true; }; ///< asked on any of the engine's threads
     };
 
     explicit Downloader(Environment environment);

@@ -102,6 +102,7 @@ QByteArray encodeJournal(const Journal& journal)
     if (journal.target)
         object.insert(QStringLiteral("target"), journal.target->toJson());
     json::put(object, QStringLiteral("sessionId"), journal.sessionId);
+    json::put(object, QStringLiteral("service"), journal.service);
     QByteArray text = QJsonDocument(object).toJson(QJsonDocument::Compact);
     text.chop(1);
     text.append(",\"done\":");
@@ -128,18 +129,34 @@ Journal decodeJournal(const QByteArray& bytes)
                     .fileStamp = reader.required<QString>(QStringLiteral("fileStamp")),
                     .done = decodeDone(reader.required<QJsonObject>(QStringLiteral("done"))),
                     .target = reader.optional<TransferTarget>(QStringLiteral("target")),
-                    .sessionId = reader.optional<QString>(QStringLiteral("sessionId"))};
-    if (!isPlainFileName(journal.key))
-        throw DecodingError(QStringLiteral("key"), QStringLiteral("“key” is no plain file name."));
+                    .sessionId = reader.optional<QString>(QStringLiteral("sessionId")),
+                    .service = reader.optional<QString>(QStringLiteral("service"))};
+    if (!isUsableKey(journal.key))
+        throw DecodingError(QStringLiteral("key"), QStringLiteral("“key” cannot name a journal."));
     checkParts(journal, partCount);
     return journal;
 }
 
-bool isPlainFileName(const QString& key)
+bool isUsableKey(const QString& key)
 {
-    constexpr qsizetype longest = 255 - 5; // what file systems take, less ".json"
-    return !key.isEmpty() && key != QLatin1String(".") && key != QLatin1String("..") &&
-           !key.contains(QLatin1Char('/')) && !key.contains(QChar(0)) && key.toUtf8().size() <= longest;
+    constexpr qsizetype longest = 255; // bytes, what file systems take
+    auto segments = key.split(QLatin1Char('/'));
+    return std::ranges::none_of(segments,
+                                [](const QString& segment) {
+                                    return segment.isEmpty() || segment == QLatin1String(".") ||
+                                           segment == QLatin1String("..");
+                                }) &&
+           journalFileName(key).toUtf8().size() <= longest;
+}
+
+QString journalFileName(const QString& key)
+{
+    QString name = key;
+    if (key.contains(QLatin1Char('/')) || key.contains(QChar(0)))
+        name.replace(QLatin1Char('%'), QLatin1String("%25"))
+            .replace(QLatin1Char('/'), QLatin1String("%2F"))
+            .replace(QChar(0), QLatin1String("%00"));
+    return name + QStringLiteral(".json");
 }
 
 QString binJournalKey(const QString& orgId, const std::optional<QString>& folder, const QString& path)

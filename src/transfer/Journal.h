@@ -28,6 +28,7 @@ struct Journal {
     ConfirmedParts done;
     std::optional<TransferTarget> target;
     std::optional<QString> sessionId; ///< of an upload into the bin
+    std::optional<QString> service;   ///< the service address that it was begun at; nothing in earlier versions
 
     bool operator==(const Journal&) const = default;
 
@@ -42,8 +43,13 @@ QByteArray encodeJournal(const Journal& journal);
 /// speaks of cannot be those of a file of its size.
 Journal decodeJournal(const QByteArray& bytes);
 
-/// Whether `key` can name a file in a folder: one plain component, and no name that means a folder.
-bool isPlainFileName(const QString& key);
+/// Whether an upload can be recorded under `key`: no segment of it, between slashes, is empty, "." or "..", and its
+/// file's name is not longer than file systems take.
+bool isUsableKey(const QString& key);
+
+/// The name of the journal's file, without its folder: the key and ".json", where characters that no file name can hold
+/// are escaped with "%", and "%" with them. A key without such characters stays as it is.
+QString journalFileName(const QString& key);
 
 /// The journal key of the file at `path` on its way into the bin of `orgId`: the same file sent to the same folder of
 /// the same bin finds its earlier journal. The number is FNV-1a, 64 bits (Fowler, Noll, Vo).

@@ -2,12 +2,11 @@
 
 #include "files/AtomicFile.h"
 #include "files/FileError.h"
+#include "files/SmallFile.h"
 #include "service/JsonReader.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 namespace palvera {
 
@@ -18,11 +17,11 @@ constexpr qint64 largestJournal = 64LL << 20;
 
 std::optional<Journal> readJournal(const QString& path)
 {
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly) || file.size() > largestJournal)
+    auto bytes = readSmallFile(path, largestJournal);
+    if (!bytes)
         return std::nullopt;
     try {
-        return decodeJournal(file.readAll());
+        return decodeJournal(*bytes);
     } catch (const DecodingError&) {
         return std::nullopt;
     }
@@ -51,28 +50,35 @@ QString JournalStore::stagingFolder() const
 
 QString JournalStore::pathOf(const QString& key) const
 {
-    return journalFolder() + QLatin1Char('/') + key + QStringLiteral(".json");
+    return journalFolder() + QLatin1Char('/') + journalFileName(key);
 }
 
 void JournalStore::saveJournal(const Journal& journal) const
 {
-    if (!isPlainFileName(journal.key))
-        return;
-    try {
-        writeFileAtomically(pathOf(journal.key), encodeJournal(journal), stagingFolder(), FileAccess::ownerOnly);
-    } catch (const FileError&) { // NOLINT(bugprone-empty-catch): the next save may succeed
-    }
+    if (!isUsableKey(journal.key))
+        throw FileError(QStringLiteral("This upload cannot be recorded under the name “%1”.").arg(journal.key));
+    writeFileAtomically(pathOf(journal.key), encodeJournal(journal), stagingFolder(), FileAccess::ownerOnly);
 }
 
 void JournalStore::removeJournal(const QString& key) const
 {
-    if (isPlainFileName(key))
+    if (isUsableKey(key))
         QFile::remove(pathOf(key));
+}
+
+void JournalStore::setAside(Journal journal) const
+{
+    const auto from = journal.key;
+    journal.target = journal.destination(); // which its key may no longer tell
+    for (int number = 2; QFile::exists(pathOf(journal.key)); ++number)
+        journal.key = QStringLiteral("%1~%2").arg(from).arg(number);
+    saveJournal(journal);
+    removeJournal(from);
 }
 
 std::optional<Journal> JournalStore::loadJournal(const QString& key) const
 {
-    auto journal = isPlainFileName(key) ? readJournal(pathOf(key)) : std::nullopt;
+    auto journal = isUsableKey(key) ? readJournal(pathOf(key)) : std::nullopt;
     return journal && journal->key == key ? journal : std::nullopt; // a copied file does not speak for another key
 }
 
@@ -86,21 +92,22 @@ std::vector<Journal> JournalStore::loadJournals() const
     return found;
 }
 
-std::unique_ptr<QLockFile> JournalStore::tryLock(const QString& key) const
+LockFile JournalStore::lockOf(const QString& key) const
 {
-    auto lock = std::make_unique<QLockFile>(stagingFolder() + QLatin1Char('/') + key + QStringLiteral(".lock"));
-    lock->setStaleLockTime(0); // an upload may take days: only a dead owner gives its lock up
-    return lock->tryLock() ? std::move(lock) : nullptr;
+    return LockFile::open(lockPathOf(key));
 }
 
-QString fileStamp(const QString& path)
+bool JournalStore::isRunning(const QString& key) const
 {
-    QFileInfo file(path);
-    if (!file.exists())
-        return QStringLiteral("0-0");
-    constexpr qint64 millisecondsPerSecond = 1000;
-    qint64 changed = file.lastModified().toMSecsSinceEpoch() / millisecondsPerSecond;
-    return QStringLiteral("%1-%2").arg(file.size()).arg(changed);
+    return LockFile::isHeld(lockPathOf(key));
+}
+
+QString JournalStore::lockPathOf(const QString& key) const
+{
+    // Another name than that of the lock files of earlier versions, which outlived their owners.
+    auto name = journalFileName(key);
+    name.replace(name.size() - 5, 5, QStringLiteral(".hold"));
+    return stagingFolder() + QLatin1Char('/') + name;
 }
 
 } // namespace palvera

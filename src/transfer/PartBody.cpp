@@ -1,5 +1,7 @@
 #include "transfer/PartBody.h"
 
+#include "transfer/UploadFailures.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -12,10 +14,6 @@ constexpr qint64 sliceSize = 1LL << 20;
 
 } // namespace
 
-SourceChanged::SourceChanged()
-    : FileError(QStringLiteral("The file changed while it was being sent, so it was not delivered. Send it again."))
-{}
-
 PartBody::PartBody(const SourceFile& file, ByteRange range, std::span<char> buffer)
     : m_file(file), m_range(range), m_buffer(buffer)
 {}
@@ -23,6 +21,12 @@ PartBody::PartBody(const SourceFile& file, ByteRange range, std::span<char> buff
 std::size_t PartBody::read(qint64 offset, std::span<char> into)
 {
     qint64 length = std::min(qint64(into.size()), m_range.length - offset);
+    if (m_buffer.empty()) {
+        into = into.first(std::size_t(length));
+        if (m_file.readAt(m_range.offset + offset, into) < length)
+            throw SourceChanged();
+        return into.size();
+    }
     fillUpTo(offset + length);
     std::memcpy(into.data(), m_buffer.data() + offset, std::size_t(length));
     return std::size_t(length);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "files/FileError.h"
 #include "files/SourceFile.h"
 #include "http/HttpClient.h"
 #include "transfer/ByteRange.h"
@@ -9,17 +8,11 @@
 
 namespace palvera {
 
-/// The source file is no longer the file that the upload began with.
-class SourceChanged final : public FileError {
-public:
-    SourceChanged();
-};
-
 /// The body of one part. Each byte is read from the file once, slice by slice just before it is first sent, and kept
-/// for further attempts.
+/// for further attempts. Without a buffer it is read anew for each attempt.
 class PartBody final : public BodySource {
 public:
-    /// `buffer` has the length of `range`; both outlive the body.
+    /// `buffer` has the length of `range`, or none; both outlive the body.
     PartBody(const SourceFile& file, ByteRange range, std::span<char> buffer);
 
     qint64 size() const override { return m_range.length; }

@@ -3,6 +3,7 @@
 #include "files/FileError.h"
 #include "http/HttpAddress.h"
 #include "service/APIError.h"
+#include "transfer/UploadFailures.h"
 #include "transfer/UploadRules.h"
 
 namespace palvera {
@@ -12,46 +13,62 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr int attempts = 8;
+/// So often in a row the platform must say that it has no such upload before all that was sent is thrown away.
+constexpr int mostForgotten = 3;
 
 } // namespace
-
-PartSender::PartSender(HttpClient& session, URLPool& pool, Clock& clock, Spread spread,
-                       std::shared_ptr<CancelFlag> flag)
-    : m_session(session), m_pool(pool), m_clock(clock), m_spread(std::move(spread)), m_flag(std::move(flag))
-{}
 
 Task<QString> PartSender::send(int part, PartBody& body, std::shared_ptr<SendWatcher> watcher)
 {
     QString failure = QStringLiteral("The upload failed.");
+    int forgotten = 0; // times in a row
     for (int number = 0; number < attempts; ++number) {
         endIfStopped();
         if (number > 0) {
-            co_await m_pool.forget(part);
-            co_await m_clock.sleep(backOff(number, m_spread()));
+            co_await m_environment.pool.forget(part);
+            co_await m_environment.clock.sleep(backOff(number, m_environment.spread()));
             endIfStopped();
         }
-        Attempt result = co_await attempt(part, body, watcher);
+        co_await untilMayBegin();
+        endIfStopped();
+        auto outcome = co_await outcomeOf(attempt(part, body, watcher));
+        bool hasBroken = outcome.value && !*outcome.value && outcome.value->error().hasBroken;
+        watcher->rest();
+        m_environment.board.attemptEnded(hasBroken);
+        if (isCancellation(outcome.failure))
+            std::rethrow_exception(outcome.failure);
+        forgotten = failureAs<UploadForgotten>(outcome.failure) ? forgotten + 1 : 0;
+        if (outcome.failure && (forgotten == 0 || forgotten == mostForgotten))
+            std::rethrow_exception(outcome.failure);
+        auto result = outcome.failure ? missed(describe(outcome.failure)) : *std::move(outcome.value);
         if (result)
             co_return *std::move(result);
-        failure = result.error().value_or(failure);
+        failure = result.error().failure.value_or(failure);
+        if (number + 1 < attempts)
+            m_environment.board.noteTrouble(part, {.reason = result.error().reason, .attempt = number + 2},
+                                            m_environment.clock.now());
     }
     throw APIError(0, failure);
 }
 
 Task<PartSender::Attempt> PartSender::attempt(int part, PartBody& body, std::shared_ptr<SendWatcher> watcher)
 {
-    auto address = co_await answerOf(m_pool.urlFor(part));
+    auto address = co_await answerOf(m_environment.pool.urlFor(part));
+    if (failureAs<UploadForgotten>(address.failure))
+        std::rethrow_exception(address.failure);
     if (address.failure)
-        co_return std::unexpected(describe(address.failure));
+        co_return missed(describe(address.failure));
     if (!parseHttpAddress(*address.value))
-        co_return std::unexpected(std::nullopt);
+        co_return std::unexpected(
+            Missed{.failure = {}, .reason = QStringLiteral("The platform gave an address that is none.")});
 
     watcher->reset();
     auto answer = co_await put(*address.value, body, watcher);
     if (isCancellation(answer.failure) || failureAs<FileError>(answer.failure))
         std::rethrow_exception(answer.failure);
     if (answer.failure)
-        co_return std::unexpected(describe(answer.failure));
+        co_return std::unexpected(
+            Missed{.failure = describe(answer.failure), .reason = describe(answer.failure), .hasBroken = true});
     co_return judge(*answer.value);
 }
 
@@ -63,8 +80,8 @@ Task<Outcome<HttpResponse>> PartSender::put(QByteArray address, PartBody& body, 
                         .idleTimeout = 60s,
                         .totalTimeout = 3600s,
                         .onSent = [watcher](qint64 sent) { watcher->progressed(sent); }};
-    auto sending = m_session.send(std::move(request));
-    auto first = co_await firstOf(std::move(sending), watchStall(watcher, body.size(), m_clock));
+    auto sending = m_environment.session.send(std::move(request));
+    auto first = co_await firstOf(std::move(sending), watchStall(watcher, body.size(), m_environment.clock));
     if (auto* answer = std::get_if<0>(&first))
         co_return std::move(*answer);
     co_return Outcome<HttpResponse>{.failure = std::get<1>(first).failure};
@@ -73,16 +90,28 @@ Task<Outcome<HttpResponse>> PartSender::put(QByteArray address, PartBody& body, 
 PartSender::Attempt PartSender::judge(const HttpResponse& answer)
 {
     if (!answer.isSuccess())
-        return std::unexpected(QStringLiteral("Storage answered %1 on a part.").arg(answer.status));
+        return std::unexpected(Missed{.failure = QStringLiteral("Storage answered %1 on a part.").arg(answer.status),
+                                      .reason = QStringLiteral("Storage answers %1.").arg(answer.status)});
     QString etag = unquoted(answer.header("ETag"));
     if (etag.isEmpty())
-        return std::unexpected(QStringLiteral("The storage service returned no ETag."));
+        return missed(QStringLiteral("The storage service returned no ETag."));
     return etag;
+}
+
+PartSender::Attempt PartSender::missed(const QString& failure)
+{
+    return std::unexpected(Missed{.failure = failure, .reason = failure});
+}
+
+Task<void> PartSender::untilMayBegin()
+{
+    while (!m_environment.board.mayBeginAttempt())
+        co_await m_environment.clock.sleep(250ms);
 }
 
 void PartSender::endIfStopped() const
 {
-    if (m_flag->isStopped())
+    if (m_environment.flag->isStopped())
         throwCancelled();
 }
 

@@ -1,6 +1,7 @@
 #include "transfer/Partial.h"
 
 #include "files/AtomicFile.h"
+#include "files/SmallFile.h"
 #include "service/JsonReader.h"
 
 #include <QFile>
@@ -26,6 +27,8 @@ QByteArray encodePartial(const Partial& partial)
         object.insert(QStringLiteral("tag"), partial.tag);
     if (!partial.source.isEmpty())
         object.insert(QStringLiteral("source"), partial.source);
+    if (!partial.file.isEmpty())
+        object.insert(QStringLiteral("file"), QString::fromLatin1(partial.file.toBase64()));
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
@@ -38,7 +41,8 @@ std::optional<Partial> decodePartial(const QByteArray& bytes)
         return Partial{.done = {done.begin(), done.end()},
                        .total = reader.required<qint64>(QStringLiteral("total")),
                        .tag = reader.textOrEmpty(QStringLiteral("tag")),
-                       .source = reader.textOrEmpty(QStringLiteral("source"))};
+                       .source = reader.textOrEmpty(QStringLiteral("source")),
+                       .file = QByteArray::fromBase64(reader.textOrEmpty(QStringLiteral("file")).toLatin1())};
     } catch (const DecodingError&) {
         return std::nullopt;
     }
@@ -51,10 +55,8 @@ QString recordPath(const QString& destination)
 
 std::optional<Partial> loadPartial(const QString& destination)
 {
-    QFile file(recordPath(destination));
-    if (!file.open(QIODevice::ReadOnly) || file.size() > largestRecord)
-        return std::nullopt;
-    return decodePartial(file.readAll());
+    auto bytes = readSmallFile(recordPath(destination), largestRecord);
+    return bytes ? decodePartial(*bytes) : std::nullopt;
 }
 
 void savePartial(const QString& destination, const Partial& partial)
@@ -62,9 +64,9 @@ void savePartial(const QString& destination, const Partial& partial)
     writeFileAtomically(recordPath(destination), encodePartial(partial), QFileInfo(destination).path());
 }
 
-void removePartial(const QString& destination)
+bool removePartial(const QString& destination)
 {
-    QFile::remove(recordPath(destination));
+    return QFile::remove(recordPath(destination)) || !QFileInfo::exists(recordPath(destination));
 }
 
 } // namespace palvera

@@ -14,6 +14,7 @@ struct Partial {
     qint64 total = 0;      ///< bytes of the whole file when the record was written; 0 while that is not known
     QString tag = {};      ///< storage's tag of the object then; empty when it gave none
     QString source = {};   ///< the object that is downloaded, as whoever asked for it names it
+    QByteArray file = {};  ///< the kernel's handle of the destination, see SourceIdentity; empty where it has none
 
     bool operator==(const Partial&) const = default;
 };
@@ -24,10 +25,11 @@ std::optional<Partial> decodePartial(const QByteArray& bytes);
 
 /// The record's file: that of `destination` with ".pvpart" after the whole name.
 QString recordPath(const QString& destination);
-/// Nothing when there is no record that reads and decodes.
+/// Nothing when there is no record that reads and decodes. A link is no record.
 std::optional<Partial> loadPartial(const QString& destination);
 /// Replaces the record in one step. Throws FileError.
 void savePartial(const QString& destination, const Partial& partial);
-void removePartial(const QString& destination);
+/// Whether it is gone.
+bool removePartial(const QString& destination);
 
 } // namespace palvera

@@ -34,6 +34,8 @@ ProgressReporter::ProgressReporter(Executor executor, Clock& clock, const Board&
       m_report(std::move(report)),
       m_save(executor),
       m_reportDue(executor),
+      m_window(clock.now(), board.sent()),
+      m_reported(clock.now()),
       m_savedParts(board.doneCount())
 {}
 
@@ -52,22 +54,21 @@ Task<void> ProgressReporter::run()
 
 Task<void> ProgressReporter::tick()
 {
-    RateWindow window(m_clock.now(), m_board.sent());
     for (;;) {
         co_await m_clock.sleep(m_cadence.redrawEvery);
         auto now = m_clock.now();
         qint64 sent = m_board.sent();
-        auto rate = window.rate(now, sent);
+        auto rate = m_window.rate(now, sent);
         m_onProgress({.sent = sent, .total = m_total, .bytesPerSecond = rate});
         if (m_board.doneCount() != m_savedParts)
             m_save.set();
-        if (window.age(now) < m_cadence.reportEvery)
+        if (m_window.age(now) < m_cadence.reportEvery)
             continue;
-        if (m_report && !m_reporting) {
+        if (m_report && !m_reporting && now - m_reported >= m_cadence.reportEvery) {
             m_nextReport = ProgressBody{.bytesSent = sent, .bytesTotal = m_total, .bytesPerSecond = rate};
             m_reportDue.set();
         }
-        window.restart(now, sent);
+        m_window.restart(now, sent);
     }
 }
 
@@ -89,6 +90,8 @@ Task<void> ProgressReporter::reportWhenTold()
         auto report = m_report(*std::exchange(m_nextReport, std::nullopt));
         co_await outcomeOf(std::move(report)); // the platform's loss, not the upload's
         m_reporting = false;
+        m_reported = m_clock.now();
+        m_window.restart(m_reported, m_board.sent());
     }
 }
 

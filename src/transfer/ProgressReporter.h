@@ -17,6 +17,8 @@ struct UploadProgress {
     std::optional<double> bytesPerSecond =
         {}; ///< absent while the window it is measured over is half a second or younger
 
+    std::optional<Trouble> trouble = {}; ///< while nothing moves
+
     bool operator==(const UploadProgress&) const = default;
 };
 
@@ -37,8 +39,8 @@ private:
 };
 
 /// Watches one upload run's board: tells the caller how far it is at every tick, has the journal saved when parts were
-/// confirmed, and tells the platform every other second. A slow disk or platform delays only its own saves or reports:
-/// both run beside the ticks, one of each at a time. Lives on one serial executor.
+/// confirmed, and tells the platform two seconds after it last answered. A slow disk or platform delays only its own
+/// saves or reports: both run beside the ticks, one of each at a time. Lives on one serial executor.
 class ProgressReporter {
 public:
     struct Cadence {
@@ -73,6 +75,8 @@ private:
     Event m_reportDue;
     std::optional<ProgressBody> m_nextReport; // empty while a report is under way
     bool m_reporting = false;
+    RateWindow m_window;
+    Clock::Moment m_reported; // when the platform last answered, or the run began
     std::size_t m_savedParts;
 };
 

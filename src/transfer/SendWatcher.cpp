@@ -8,7 +8,17 @@ SendWatcher::SendWatcher(Clock& clock) : m_clock(clock), m_state{.moved = clock.
 
 void SendWatcher::reset()
 {
-    progressed(0);
+    std::lock_guard guard(m_lock);
+    m_state = {.sent = 0, .moved = m_clock.now()};
+    m_pace.begin(m_state.moved);
+}
+
+void SendWatcher::rest()
+{
+    std::lock_guard guard(m_lock);
+    if (const auto began = m_pace.began())
+        m_taken = m_clock.now() - *began;
+    m_pace.end();
 }
 
 void SendWatcher::progressed(qint64 sent)
@@ -21,6 +31,18 @@ SendWatcher::State SendWatcher::state() const
 {
     std::lock_guard guard(m_lock);
     return m_state;
+}
+
+std::optional<PaceMeter::Pace> SendWatcher::pace() const
+{
+    std::lock_guard guard(m_lock);
+    return m_pace.pace(m_clock.now(), m_state.sent);
+}
+
+std::chrono::nanoseconds SendWatcher::taken() const
+{
+    std::lock_guard guard(m_lock);
+    return m_taken;
 }
 
 Stalled::Stalled() : Failure(QStringLiteral("The connection stopped moving for 20 seconds.")) {}

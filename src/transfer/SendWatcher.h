@@ -2,9 +2,11 @@
 
 #include "async/Clock.h"
 #include "async/Failure.h"
+#include "transfer/Pace.h"
 
 #include <memory>
 #include <mutex>
+#include <optional>
 
 namespace palvera {
 
@@ -19,16 +21,25 @@ public:
         Clock::Moment moved;
     };
 
-    /// Starts over, before each attempt of the part.
+    /// Starts over, at the beginning of each attempt of the part.
     void reset();
     /// `sent` bytes have left so far. The same count again means that bytes handed over earlier are still draining.
     void progressed(qint64 sent);
     State state() const;
+    /// The attempt is over, for good or for bad.
+    void rest();
+    /// Of the present attempt, see PaceMeter; nothing between attempts.
+    std::optional<PaceMeter::Pace> pace() const;
+    /// How long the latest attempt that ended took.
+    std::chrono::nanoseconds taken() const;
 
 private:
     Clock& m_clock;
     mutable std::mutex m_lock;
-    State m_state; // guarded by m_lock
+    // Guarded by m_lock.
+    State m_state;
+    mutable PaceMeter m_pace;
+    std::chrono::nanoseconds m_taken{0};
 };
 
 /// The connection of a part stopped moving while there were bytes to send.

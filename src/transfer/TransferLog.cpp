@@ -1,8 +1,9 @@
 #include "transfer/TransferLog.h"
 
+#include "files/SmallFile.h"
+
 #include <QDateTime>
 #include <QDir>
-#include <QFile>
 
 namespace palvera {
 
@@ -62,9 +63,7 @@ void TransferLog::done(qint64 bytes)
 void TransferLog::write(const QString& text)
 {
     std::lock_guard guard(m_lock);
-    QFile file(m_path);
-    if (file.open(QIODevice::Append | QIODevice::Unbuffered))
-        file.write(text.toUtf8() + '\n');
+    appendToFile(m_path, text.toUtf8() + '\n');
 }
 
 } // namespace palvera

@@ -1,8 +1,11 @@
 #include "transfer/URLPool.h"
 
 #include "async/RunOn.h"
+#include "async/TaskGroup.h"
 #include "service/APIError.h"
+#include "transfer/UploadFailures.h"
 #include "transfer/UploadProtocol.h"
+#include "transfer/UploadRules.h"
 
 #include <boost/asio/strand.hpp>
 
@@ -45,7 +48,12 @@ Task<QByteArray> URLPool::find(int part)
                    .uploadId = m_upload.uploadId,
                    .from = part,
                    .to = std::min(m_lastPart, part + partsPerRequest - 1)};
-    PartURLs answer = co_await signParts(m_api, m_upload.target, m_upload.sessionId, body);
+    auto signing = co_await answerOf(signParts(m_api, m_upload.target, m_upload.sessionId, body));
+    if (auto refusal = failureAs<APIError>(signing.failure); refusal && saysGone(refusal->status()))
+        throw UploadForgotten(refusal->text());
+    if (signing.failure)
+        std::rethrow_exception(signing.failure);
+    auto answer = *std::move(signing.value);
     auto at = m_clock.now();
     for (const auto& each : answer.urls)
         if (each.partNumber >= 1 && each.partNumber <= m_lastPart)

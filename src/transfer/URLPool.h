@@ -28,7 +28,8 @@ public:
     URLPool(Executor engine, Clock& clock, API& api, UploadIdentity upload, int lastPart);
 
     /// The address of `part` (from 1), byte for byte as the platform gave it. Throws APIError when the platform signs
-    /// other parts but not this one; service and transport failures pass through. Cancelling leaves what was cached.
+    /// other parts but not this one, and UploadForgotten when it knows no such upload; service and transport failures
+    /// pass through. Cancelling leaves what was cached.
     Task<QByteArray> urlFor(int part);
     /// Drops the address of `part`, so that its next use is signed afresh.
     Task<void> forget(int part);

@@ -45,6 +45,11 @@ std::chrono::nanoseconds backOff(int attempt, double spread)
     return std::chrono::duration_cast<std::chrono::nanoseconds>(wait);
 }
 
+bool saysGone(qint64 status)
+{
+    return status == 404 || status == 410;
+}
+
 QString unquoted(const QByteArray& etag)
 {
     return QString::fromUtf8(etag).remove(QLatin1Char('"'));

@@ -37,6 +37,9 @@ int laneCount(int lanes, qint64 inFlightBudget, qint64 partSize, std::size_t que
 /// `spread`, from 0.8 to 1.2, keeps lanes that failed together from coming back together.
 std::chrono::nanoseconds backOff(int attempt, double spread);
 
+/// Whether the platform's refusal means that it has no such upload, or none any more.
+bool saysGone(qint64 status);
+
 /// The entity tag in an answer's header, without the quotes around it.
 QString unquoted(const QByteArray& etag);
 

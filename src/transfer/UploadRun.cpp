@@ -6,10 +6,12 @@
 #include "files/BulkBuffer.h"
 #include "files/FileError.h"
 #include "files/FileTypes.h"
-#include "files/SourceFile.h"
+#include "http/TransportError.h"
 #include "service/APIError.h"
 #include "service/BrowsingOperations.h"
 #include "transfer/PartBody.h"
+#include "transfer/UploadFailures.h"
+#include "transfer/UploadNote.h"
 
 #include <boost/asio/strand.hpp>
 #include <boost/asio/this_coro.hpp>
@@ -29,6 +31,27 @@ bool saysNotOpen(const std::exception_ptr& failure)
     return error && (error->status() == 404 || error->status() == 409 || error->status() == 410);
 }
 
+/// Whether the platform may be putting the file together still.
+bool isStillAtIt(const std::exception_ptr& failure)
+{
+    if (auto error = failureAs<APIError>(failure))
+        return error->status() == 408 || error->status() == 409 || error->status() == 504;
+    auto error = failureAs<TransportError>(failure);
+    return error && (error->kind() == TransportError::Kind::idle || error->kind() == TransportError::Kind::timedOut);
+}
+
+bool saysGone(const std::exception_ptr& failure)
+{
+    auto error = failureAs<APIError>(failure);
+    return error && palvera::saysGone(error->status());
+}
+
+/// How long the platform may take to put the parts together, and how often it is asked meanwhile.
+constexpr std::chrono::minutes completionTime{15};
+constexpr std::chrono::seconds completionPause{10};
+/// Between looks at a lock that another program holds.
+constexpr std::chrono::milliseconds lookAgain{500};
+
 } // namespace
 
 UploadRun::UploadRun(const Uploader::Environment& environment, const Uploader::Settings& settings,
@@ -36,82 +59,187 @@ UploadRun::UploadRun(const Uploader::Environment& environment, const Uploader::S
     : m_environment(environment),
       m_settings(settings),
       m_request(std::move(request)),
-      m_disk(asio::make_strand(environment.engine))
+      m_disk(asio::make_strand(environment.engine)),
+      m_subject{.path = m_request.file,
+                .identity = {},
+                .target = m_request.target,
+                .service = QString::fromUtf8(environment.api.makeURL(QString()))}
 {}
 
 Task<void> UploadRun::perform()
 {
-    if (!isPlainFileName(m_request.key))
-        throw FileError(QStringLiteral("This upload cannot be recorded under the name “%1”.").arg(m_request.key));
-    auto running = m_environment.journals.tryLock(m_request.key);
-    if (!running)
-        throw FileError(QStringLiteral("This upload is already running."));
+    if (!isUsableKey(m_request.key))
+        throw CannotSend(QStringLiteral("This upload cannot be recorded under the name “%1”.").arg(m_request.key));
     findFile();
-    if (!adoptJournal())
-        co_await startAfresh();
-    TransferLog log(m_environment.libraryFolder, m_journal.filename, m_environment.clock);
-    auto sent = co_await outcomeOf(sendParts(log));
-    if (failureAs<SourceChanged>(sent.failure))
-        co_await forget(); // the journal's stamp may be too coarse to tell the file from what it was
-    if (sent.failure)
-        std::rethrow_exception(sent.failure);
-    checkComplete();
-    co_await deliver();
-    co_await forget();
-    log.done(m_byteSize);
-    m_request.onProgress({.sent = m_byteSize, .total = m_byteSize});
-}
-
-Task<void> UploadRun::forget()
-{
-    co_await callOn(m_disk, [this] { m_environment.journals.removeJournal(m_journal.key); });
+    if (co_await claim())
+        co_await send();
+    m_request.onProgress({.sent = m_subject.identity.size, .total = m_subject.identity.size});
 }
 
 void UploadRun::findFile()
 {
-    m_path = m_request.file;
-    m_bookmark = m_request.bookmark;
-    if (auto found = m_bookmark ? bookmark::resolve(*m_bookmark) : std::nullopt) {
-        m_path = found->path;
-        if (found->stale)
-            m_bookmark = bookmark::make(m_path);
+    auto found = m_request.bookmark ? bookmark::resolve(*m_request.bookmark) : std::nullopt;
+    auto path = found ? found->path : m_request.file;
+    if (auto objection = objectionToSource(path); !objection.isEmpty())
+        throw CannotSend(objection);
+    m_file = SourceFile::open(path);
+    m_subject.path = path;
+    m_subject.identity = m_file->identity();
+}
+
+Task<bool> UploadRun::claim()
+{
+    const auto own = UploadNote{.subject = m_subject};
+    bool hasWaited = false;
+    try {
+        m_lock.emplace(m_environment.journals.lockOf(m_request.key));
+        for (;;) {
+            auto outcome = m_lock->tryLock();
+            auto other = decodeNote(m_lock->note());
+            bool isSame = other && isSameUpload(other->subject, m_subject);
+            if (hasWaited && isSame && other->isDone)
+                co_return false;
+            if (outcome == LockFile::Outcome::taken)
+                break;
+            if (outcome == LockFile::Outcome::released) {
+                m_lock.reset();
+                m_lock.emplace(m_environment.journals.lockOf(m_request.key));
+                continue;
+            }
+            if (other && !isSame)
+                throw CannotSend(
+                    QStringLiteral("“%1” is on its way there already.").arg(QFileInfo(other->subject.path).fileName()));
+            if (!std::exchange(hasWaited, true))
+                m_request.onRemark(QStringLiteral("This file is being sent already. Waiting for that."));
+            co_await m_environment.clock.sleep(lookAgain);
+        }
+        m_lock->setNote(encodeNote(own));
+    } catch (const CannotSend&) {
+        throw;
+    } catch (const FileError& error) {
+        m_lock.reset();
+        remarkOnce(std::current_exception());
     }
-    QFileInfo file(m_path);
-    m_byteSize = file.isFile() ? file.size() : 0;
-    if (m_byteSize < 1)
-        throw APIError(0, QStringLiteral("That file is empty."));
-    m_changed = file.lastModified();
+    co_return true;
+}
+
+Task<void> UploadRun::send()
+{
+    auto outcome = co_await outcomeOf(sendAndDeliver());
+    if (failureAs<UploadForgotten>(outcome.failure)) {
+        m_request.onRemark(
+            QStringLiteral("The platform does not know this upload any more: it is sent from its start."));
+        co_await forget();
+        outcome = co_await outcomeOf(sendAndDeliver());
+    }
+    if (outcome.failure)
+        std::rethrow_exception(outcome.failure);
+}
+
+Task<void> UploadRun::sendAndDeliver()
+{
+    if (!adoptJournal())
+        co_await sayingWhy(startAfresh(), {.total = m_subject.identity.size,
+                                           .trouble = Trouble{.reason = QStringLiteral("Waiting for the platform.")}});
+    TransferLog log(m_environment.libraryFolder, m_journal.filename, m_environment.clock);
+    auto sent = co_await outcomeOf(sendParts(log));
+    if (failureAs<SourceChanged>(sent.failure))
+        co_await giveUp(); // what was sent belongs to no file any more
+    if (sent.failure)
+        std::rethrow_exception(sent.failure);
+    checkComplete();
+    co_await sayingWhy(deliver(), {.sent = m_journal.byteSize,
+                                   .total = m_journal.byteSize,
+                                   .trouble = Trouble{.reason = QStringLiteral("Finishing on the platform.")}});
+    if (m_lock)
+        m_lock->setNote(encodeNote({.subject = m_subject, .isDone = true}));
+    co_await forget();
+    log.done(m_journal.byteSize);
+}
+
+Task<void> UploadRun::forget()
+{
+    if (m_keepsJournal)
+        co_await callOn(m_disk, [this] { m_environment.journals.removeJournal(m_journal.key); });
+}
+
+Task<void> UploadRun::giveUp()
+{
+    AbortBody body{.object = m_journal.object, .uploadId = m_journal.uploadId};
+    co_await outcomeOf(abortUpload(m_environment.api, m_journal.destination(), m_journal.sessionId, body));
+    co_await forget();
 }
 
 bool UploadRun::adoptJournal()
 {
-    auto journal = m_environment.journals.loadJournal(m_request.key);
-    if (!journal || journal->fileStamp != fileStamp(m_path) || journal->byteSize != m_byteSize)
-        return false;
-    m_journal = std::move(*journal);
-    return true;
+    const auto& store = m_environment.journals;
+    const auto& key = m_request.key;
+    if (auto journal = store.loadJournal(key)) {
+        auto fit = fitOf(*journal, m_subject);
+        if (fit == JournalFit::fits) {
+            m_journal = std::move(*journal);
+            refreshBookmark();
+            return true;
+        }
+        if (fit == JournalFit::fileChanged) {
+            m_request.onRemark(
+                QStringLiteral("“%1” has changed since: it is sent from its start.").arg(journal->filename));
+        } else {
+            try {
+                m_request.onRemark(
+                    QStringLiteral("The upload of “%1” that was cut off here is kept.").arg(journal->filename));
+                store.setAside(std::move(*journal));
+            } catch (const FileError&) {
+                m_keepsJournal = false;
+                remarkOnce(std::current_exception());
+                return false;
+            }
+        }
+    }
+    for (auto& journal : store.loadJournals()) {
+        if (!journal.key.startsWith(key + QLatin1Char('~')) || fitOf(journal, m_subject) != JournalFit::fits ||
+            store.isRunning(journal.key))
+            continue;
+        m_journal = std::move(journal);
+        auto earlier = std::exchange(m_journal.key, key);
+        store.saveJournal(m_journal);
+        store.removeJournal(earlier);
+        return true;
+    }
+    return false;
+}
+
+/// So that the file is found again under the name that it has by now.
+void UploadRun::refreshBookmark()
+{
+    if (m_subject.path != m_journal.filePath)
+        m_journal.bookmark = bookmark::make(m_subject.path, m_subject.identity);
 }
 
 Task<void> UploadRun::startAfresh()
 {
-    QString stamp = fileStamp(m_path); // before the platform learns the size, so that a change meanwhile shows
-    QString filename = QFileInfo(m_path).fileName();
+    const auto& [path, identity, target, service] = m_subject;
+    QString filename = QFileInfo(path).fileName();
+    if (filename != QFileInfo(m_request.file).fileName()) // nothing is sent under a name that nobody gave
+        throw CannotSend(objectionToSource(m_request.file));
     QString contentType = mimeTypeForName(filename);
-    const auto& target = m_request.target;
     Started started;
     if (const auto* bin = target.asBin()) {
         started = co_await startBinUpload(
             m_environment.api, *bin,
-            {.filename = filename, .contentType = contentType, .byteSize = m_byteSize, .folder = bin->folder});
+            {.filename = filename, .contentType = contentType, .byteSize = identity.size, .folder = bin->folder});
     } else {
-        StartBody body{.filename = filename, .contentType = contentType, .byteSize = m_byteSize};
+        StartBody body{.filename = filename, .contentType = contentType, .byteSize = identity.size};
         if (m_request.confirmed)
             body.confirmed = true;
         started = co_await startUpload(m_environment.api, target, body);
     }
-    if (!coversExactly(started.partSize, started.partCount, m_byteSize))
-        throw APIError(0, QStringLiteral("The platform cut the file into parts that do not add up to it."));
-
+    auto sessionId = target.asBin() ? std::optional(started.sessionId.value_or(started.uploadId)) : std::nullopt;
+    if (!coversExactly(started.partSize, started.partCount, identity.size)) {
+        co_await outcomeOf(abortUpload(m_environment.api, target, sessionId,
+                                       {.object = started.object, .uploadId = started.uploadId}));
+        throw CannotSend(QStringLiteral("The platform cut the file into parts that do not add up to it."));
+    }
     m_journal = Journal{.key = m_request.key,
                         .orgId = target.orgId(),
                         .projectId = target.projectId(),
@@ -119,29 +247,44 @@ Task<void> UploadRun::startAfresh()
                         .uploadId = started.uploadId,
                         .partSize = started.partSize,
                         .partCount = int(started.partCount),
-                        .byteSize = m_byteSize,
-                        .filePath = m_path,
+                        .byteSize = identity.size,
+                        .filePath = path,
                         .filename = filename,
-                        .bookmark = m_bookmark ? m_bookmark : bookmark::make(m_path),
-                        .fileStamp = stamp,
+                        .bookmark = bookmark::make(path, identity),
+                        .fileStamp = fileStamp(identity),
                         .done = {},
                         .target = target,
-                        .sessionId = target.asBin() ? std::optional(started.sessionId.value_or(started.uploadId))
-                                                    : std::nullopt};
+                        .sessionId = sessionId,
+                        .service = service};
     co_await record({});
 }
 
 Task<void> UploadRun::record(ConfirmedParts done)
 {
     m_journal.done = std::move(done);
-    co_await callOn(m_disk, [this, journal = m_journal] { m_environment.journals.saveJournal(journal); });
+    if (!m_keepsJournal)
+        co_return;
+    auto saved = co_await outcomeOf(
+        callOn(m_disk, [this, journal = m_journal] { m_environment.journals.saveJournal(journal); }));
+    if (failureAs<FileError>(saved.failure))
+        remarkOnce(saved.failure);
+    else if (saved.failure)
+        std::rethrow_exception(saved.failure);
+}
+
+void UploadRun::remarkOnce(const std::exception_ptr& failure)
+{
+    if (!std::exchange(m_hasRemarked, true))
+        m_request.onRemark(QStringLiteral("The progress of this upload cannot be kept, so it must not be cut off: ") +
+                           describe(failure));
 }
 
 Task<void> UploadRun::sendParts(TransferLog& log)
 {
     auto run = co_await asio::this_coro::executor;
-    Shared shared{.board = Board(partsToSend(m_journal.partCount, m_journal.done), m_journal.done, m_journal.partSize,
-                                 m_byteSize),
+    auto queue = partsToSend(m_journal.partCount, m_journal.done);
+    const int lanes = laneCount(m_settings.lanes, m_settings.inFlightBudget, m_journal.partSize, queue.size());
+    Shared shared{.board = Board(std::move(queue), m_journal.done, m_journal.partSize, m_journal.byteSize, lanes),
                   .pool = URLPool(m_environment.engine, m_environment.clock, m_environment.api,
                                   {.target = m_journal.destination(),
                                    .sessionId = m_journal.sessionId,
@@ -149,12 +292,16 @@ Task<void> UploadRun::sendParts(TransferLog& log)
                                    .uploadId = m_journal.uploadId},
                                   m_journal.partCount),
                   .log = log};
-    m_request.onProgress({.sent = shared.board.sent(), .total = m_byteSize});
+    m_request.onProgress({.sent = shared.board.sent(), .total = m_journal.byteSize});
     ProgressReporter reporter(
-        run, m_environment.clock, shared.board, m_byteSize,
-        {.redrawEvery = m_settings.redrawEvery, .reportEvery = m_settings.reportEvery}, m_request.onProgress,
+        run, m_environment.clock, shared.board, m_journal.byteSize,
+        {.redrawEvery = m_settings.redrawEvery, .reportEvery = m_settings.reportEvery},
+        [this, &shared](UploadProgress now) {
+            now.trouble = troubleOn(shared.board);
+            m_request.onProgress(now);
+        },
         [this](ConfirmedParts done) { return record(std::move(done)); }, reportToPlatform());
-    auto first = co_await firstOf(sendOverLanes(shared), reporter.run());
+    auto first = co_await firstOf(sendOverLanes(shared, lanes), reporter.run());
 
     // However that ended, by a stop too: what storage confirmed is recorded before anything else happens.
     co_await asio::this_coro::throw_if_cancelled(false);
@@ -167,8 +314,7 @@ Task<void> UploadRun::sendParts(TransferLog& log)
         std::rethrow_exception(failure);
     if (auto failure = std::visit([](const auto& outcome) { return outcome.failure; }, first))
         std::rethrow_exception(failure);
-    if (fileStamp(m_path) != m_journal.fileStamp || QFileInfo(m_path).lastModified() != m_changed)
-        throw SourceChanged();
+    requireUnchanged();
 }
 
 ProgressReporter::Report UploadRun::reportToPlatform() const
@@ -179,9 +325,8 @@ ProgressReporter::Report UploadRun::reportToPlatform() const
     return [&api = m_environment.api, target](ProgressBody body) { return reportProgress(api, target, body); };
 }
 
-Task<void> UploadRun::sendOverLanes(Shared& shared)
+Task<void> UploadRun::sendOverLanes(Shared& shared, int count)
 {
-    int count = laneCount(m_settings.lanes, m_settings.inFlightBudget, m_journal.partSize, shared.board.queued());
     std::vector<Task<void>> lanes;
     for (int i = 0; i < count; ++i)
         lanes.push_back(runOn(Executor(asio::make_strand(m_environment.engine)), lane(shared)));
@@ -194,33 +339,99 @@ Task<void> UploadRun::lane(Shared& shared)
     if (!outcome.failure || isCancellation(outcome.failure))
         co_return;
     shared.board.noteFailure(outcome.failure);
-    if (failureAs<SourceChanged>(outcome.failure))
-        shared.board.clearQueue(); // the other lanes' parts are of a file that is gone
+    if (failureAs<SourceChanged>(outcome.failure) || failureAs<UploadForgotten>(outcome.failure))
+        shared.board.clearQueue(); // nothing that the other lanes could still send is worth anything
 }
 
 Task<void> UploadRun::sendFromQueue(Shared& shared)
 {
+    auto& board = shared.board;
     auto session = m_environment.storage();
-    auto file = SourceFile::open(m_path);
-    BulkBuffer buffer(std::min(m_journal.partSize, m_byteSize));
-    PartSender sender(*session, shared.pool, m_environment.clock, m_environment.spread, m_request.flag);
-    while (auto part = shared.board.nextPart()) {
-        if (m_request.flag->isStopped())
-            throwCancelled();
-        auto range = rangeOfPart(*part, m_journal.partSize, m_byteSize);
-        file.willNeed(range.offset, range.length);
-        PartBody body(file, range, buffer.first(range.length));
-        auto watcher = std::make_shared<SendWatcher>(m_environment.clock);
-        shared.board.watch(*part, watcher);
+    bool isBuffered = m_journal.partSize <= m_settings.inFlightBudget;
+    BulkBuffer buffer(isBuffered ? std::min(m_journal.partSize, m_journal.byteSize) : 0);
+    PartSender sender({.session = *session,
+                       .pool = shared.pool,
+                       .board = board,
+                       .clock = m_environment.clock,
+                       .spread = m_environment.spread,
+                       .flag = m_request.flag});
+    while (auto part = co_await nextPart(shared)) {
+        auto range = rangeOfPart(*part, m_journal.partSize, m_journal.byteSize);
+        m_file->willNeed(range.offset, range.length);
+        PartBody body(*m_file, range, isBuffered ? buffer.first(range.length) : std::span<char>());
+        Board::Sending sending{
+            .part = *part, .bytes = range.length, .watcher = std::make_shared<SendWatcher>(m_environment.clock)};
+        board.watch(sending);
         auto began = m_environment.clock.now();
-        auto sent = co_await outcomeOf(sender.send(*part, body, watcher));
+        QString etag;
+        auto sent = co_await outcomeOf(runUntilStopped(sending.cut, sendPart(sender, sending, body, etag)));
+        if (sending.cut->isStopped())
+            continue; // another lane has it
         if (sent.failure) {
-            shared.board.giveUp(*part);
+            board.giveUp(*part);
             std::rethrow_exception(sent.failure);
         }
-        shared.board.settle(*part, *sent.value, range.length);
+        board.settle(sending, etag);
         shared.log.part(*part, range.length, secondsBetween(began, m_environment.clock.now()));
     }
+}
+
+Task<void> UploadRun::sendPart(PartSender& sender, const Board::Sending& sending, PartBody& body, QString& etag) const
+{
+    if (m_request.flag->isStopped())
+        throwCancelled();
+    requireUnchanged();
+    etag = co_await sender.send(sending.part, body, sending.watcher);
+    requireUnchanged(); // without a buffer each attempt has read it anew
+}
+
+/// A part from the queue; when that is empty, one whose sending crawls, for as long as any is in flight.
+Task<std::optional<int>> UploadRun::nextPart(Shared& shared) const
+{
+    auto& board = shared.board;
+    constexpr std::chrono::milliseconds lookEvery{250};
+    for (;;) {
+        if (auto part = board.nextPart())
+            co_return part;
+        if (board.finished()->isStopped())
+            co_return std::nullopt;
+        if (auto part = board.takeOver()) {
+            co_await shared.pool.forget(*part);
+            co_return part;
+        }
+        co_await firstOf(m_environment.clock.sleep(lookEvery), untilStopped(board.finished()));
+    }
+}
+
+std::optional<Trouble> UploadRun::troubleOn(const Board& board) const
+{
+    const auto now = m_environment.clock.now();
+    constexpr std::chrono::seconds suspicious{2};
+    if (board.silence(now) > suspicious && !m_environment.hasNetwork())
+        return Trouble{.reason = QStringLiteral("No network.")};
+    return board.trouble(now);
+}
+
+Task<void> UploadRun::sayingWhy(Task<void> operation, UploadProgress why)
+{
+    auto first = co_await firstOf(std::move(operation), sayLater(std::move(why)));
+    if (auto failure = std::visit([](const auto& outcome) { return outcome.failure; }, first))
+        std::rethrow_exception(failure);
+}
+
+Task<void> UploadRun::sayLater(UploadProgress why)
+{
+    constexpr std::chrono::seconds moment{3};
+    co_await m_environment.clock.sleep(moment);
+    m_request.onProgress(why);
+    co_await m_environment.clock.sleepUntil(Clock::Moment::max());
+}
+
+void UploadRun::requireUnchanged() const
+{
+    auto now = m_file->identity();
+    if (now.size != m_subject.identity.size || now.changed != m_subject.identity.changed)
+        throw SourceChanged();
 }
 
 void UploadRun::checkComplete() const
@@ -233,28 +444,51 @@ void UploadRun::checkComplete() const
 
 Task<void> UploadRun::deliver()
 {
-    auto target = m_journal.destination();
+    const auto deadline = m_environment.clock.now() + completionTime;
+    for (;;) {
+        auto unfinished = co_await finish();
+        if (!unfinished)
+            co_return;
+        if (m_environment.clock.now() >= deadline)
+            std::rethrow_exception(unfinished);
+        co_await m_environment.clock.sleep(completionPause);
+    }
+}
+
+/// The answer to an earlier completion may have been lost, an earlier run's or one that the session sent again on a
+/// fresh connection, and the platform may still be at it. Whether the file is there shows only in what follows: in the
+/// bin's listing, or in the platform agreeing to file it.
+Task<std::exception_ptr> UploadRun::finish()
+{
+    const auto target = m_journal.destination();
     CompleteBody body{.object = m_journal.object, .uploadId = m_journal.uploadId, .parts = {}};
     for (const auto& [part, etag] : m_journal.done)
         body.parts.push_back({.partNumber = part, .etag = etag});
-    auto completion = co_await outcomeOf(completeUpload(m_environment.api, target, m_journal.sessionId, body));
+    auto completion = co_await answerOf(completeUpload(m_environment.api, target, m_journal.sessionId, body));
+    auto failure = completion.failure;
+    if (failure && !saysNotOpen(failure) && !isStillAtIt(failure))
+        std::rethrow_exception(failure);
 
-    // The answer to an earlier completion may have been lost, an earlier run's or one that the session sent again on a
-    // fresh connection. Then the platform refuses this one, and whether the file is there shows only in what follows:
-    // in the bin's listing, or in the platform agreeing to file it.
-    bool refused = completion.failure && saysNotOpen(completion.failure);
-    if (completion.failure && !refused)
-        std::rethrow_exception(completion.failure);
+    bool isGone = saysGone(failure);
     if (target.asBin()) {
-        bool there = !refused || co_await isInBin();
-        if (!there)
-            std::rethrow_exception(completion.failure);
-        co_return;
+        if ((completion.value && completion.value->object == m_journal.object) || co_await isInBin())
+            co_return nullptr;
+        if (!failure)
+            failure = std::make_exception_ptr(APIError(0, QStringLiteral("The platform has not confirmed the file.")));
+    } else {
+        auto filing = co_await answerOf(
+            confirmAsset(m_environment.api, target, {.object = m_journal.object, .filename = m_journal.filename}));
+        if (!filing.failure)
+            co_return nullptr;
+        if (!failure || !failureAs<APIError>(filing.failure))
+            std::rethrow_exception(filing.failure);
+        isGone = isGone && saysGone(filing.failure);
     }
-    auto filing = co_await outcomeOf(
-        confirmAsset(m_environment.api, target, {.object = m_journal.object, .filename = m_journal.filename}));
-    if (filing.failure)
-        std::rethrow_exception(refused && failureAs<APIError>(filing.failure) ? completion.failure : filing.failure);
+    if (isGone)
+        throw UploadForgotten(describe(failure));
+    if (completion.failure && !isStillAtIt(completion.failure))
+        std::rethrow_exception(completion.failure);
+    co_return failure;
 }
 
 Task<bool> UploadRun::isInBin() const
@@ -264,7 +498,7 @@ Task<bool> UploadRun::isInBin() const
     for (int page = 0; page < mostPages; ++page) {
         BinPage listed = co_await listBin(m_environment.api, m_journal.orgId, query);
         for (const auto& object : listed.objects)
-            if (object.key == m_journal.object && object.size == m_byteSize)
+            if (object.key == m_journal.object && object.size == m_journal.byteSize)
                 co_return true;
         if (listed.nextCursor.value_or(QString()).isEmpty())
             break;

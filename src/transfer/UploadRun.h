@@ -1,11 +1,12 @@
 #pragma once
 
+#include "files/SourceFile.h"
 #include "transfer/Board.h"
+#include "transfer/PartSender.h"
+#include "transfer/ResumeRules.h"
 #include "transfer/TransferLog.h"
 #include "transfer/URLPool.h"
 #include "transfer/Uploader.h"
-
-#include <QDateTime>
 
 namespace palvera {
 
@@ -26,18 +27,37 @@ private:
     };
 
     void findFile();
+    /// Takes the lock of the upload. False when another program had it and has delivered the file meanwhile.
+    Task<bool> claim();
+    /// From there on to the end of the delivery, once more from the start when the platform forgot the upload.
+    Task<void> send();
+    Task<void> sendAndDeliver();
+    /// Looks for a journal that fits and makes room for another.
     bool adoptJournal();
+    void refreshBookmark();
     Task<void> startAfresh();
     /// Sends what is missing. Throws SourceChanged when the file is no longer what it was.
     Task<void> sendParts(TransferLog& log);
-    Task<void> sendOverLanes(Shared& shared);
+    Task<void> sendOverLanes(Shared& shared, int count);
     Task<void> lane(Shared& shared);
     Task<void> sendFromQueue(Shared& shared);
+    Task<void> sendPart(PartSender& sender, const Board::Sending& sending, PartBody& body, QString& etag) const;
+    Task<std::optional<int>> nextPart(Shared& shared) const;
     Task<void> record(ConfirmedParts done);
     Task<void> forget();
+    Task<void> giveUp();
+    void remarkOnce(const std::exception_ptr& failure);
     ProgressReporter::Report reportToPlatform() const;
+    std::optional<Trouble> troubleOn(const Board& board) const;
+    /// Runs `operation`, and reports `why` should it take longer than a moment.
+    Task<void> sayingWhy(Task<void> operation, UploadProgress why);
+    Task<void> sayLater(UploadProgress why);
+    void requireUnchanged() const;
     void checkComplete() const;
+    /// Has the platform put the parts together and, for a deliverable, file them; waits while it is at that.
     Task<void> deliver();
+    /// Null once that is done; else why it cannot be told yet.
+    Task<std::exception_ptr> finish();
     Task<bool> isInBin() const;
 
     const Uploader::Environment& m_environment;
@@ -46,10 +66,11 @@ private:
     const Executor m_disk; // a strand for saves of the journal: one at a time, off the run's own
 
     // The run's strand only; after `startAfresh` only the confirmed parts change.
-    QString m_path;
-    std::optional<QByteArray> m_bookmark;
-    qint64 m_byteSize = 0;
-    QDateTime m_changed; // when the file last changed, finer than the journal's stamp
+    std::optional<SourceFile> m_file; // one for all lanes: whatever becomes of its path, it stays the same file
+    UploadSubject m_subject;
+    std::optional<LockFile> m_lock; // nothing where none can be had
+    bool m_keepsJournal = true;     // not where another file's cannot be moved out of the way
+    bool m_hasRemarked = false;     // on progress that cannot be kept
     Journal m_journal;
 };
 

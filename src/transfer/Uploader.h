@@ -15,10 +15,12 @@ struct UploadRequest {
     TransferTarget target;
     QString file;                            ///< its path
     std::optional<QByteArray> bookmark = {}; ///< finds the file again should it have been renamed
-    QString key;                             ///< of the journal: a plain file name
+    QString key;                             ///< of the journal, see isUsableKey
     bool confirmed = false;                  ///< the user has answered the platform's question about this delivery
     std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
     ProgressReporter::OnProgress onProgress = {}; ///< called from the engine, on any of its threads, one at a time
+    /// Takes what the user should know although the upload goes on, a sentence each; called as `onProgress`.
+    std::function<void(const QString&)> onRemark = [](const QString&) {};
 };
 
 /// Sends files to the platform as multipart uploads straight to storage.
@@ -42,6 +44,7 @@ public:
         const JournalStore& journals;
         QString libraryFolder; ///< the transfer log goes below it
         Spread spread;
+        std::function<bool()> hasNetwork = [] { return true; }; ///< asked on any of the engine's threads
     };
 
     explicit Uploader(Environment environment);
@@ -49,10 +52,12 @@ public:
 
     /// Sends one file and returns once the platform has it whole and, for a deliverable, filed.
     ///
-    /// Throws APIError, TransportError or FileError with a text for the user, or a cancellation after a stop of the
-    /// flag or a cancellation of the caller; what was in flight is then cut off at once. Whatever it throws, the
-    /// journal holds every part that storage confirmed, and a later call with the same key and the unchanged file goes
-    /// on there. A second call while one with the same key runs, in any process, fails.
+    /// Throws APIError, TransportError, FileError or CannotSend with a text for the user, or a cancellation after a
+    /// stop of the flag or a cancellation of the caller; what was in flight is then cut off at once. Whatever it throws
+    /// but SourceChanged, the journal holds every part that storage confirmed, and a later call with the same key and
+    /// the unchanged file goes on there. While another run, in any process, sends the same file to the same place, a
+    /// call waits and then returns as that run did, or goes on where it ended; where it sends another file, the call
+    /// fails.
     Task<void> upload(UploadRequest request);
 
 private:

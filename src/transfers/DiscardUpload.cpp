@@ -3,6 +3,7 @@
 #include "async/Failure.h"
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
+#include "files/FileError.h"
 #include "transfer/JournalStore.h"
 #include "transfer/UploadProtocol.h"
 
@@ -11,11 +12,15 @@ namespace palvera {
 Task<Discarded> discardUpload(API& api, const JournalStore& journals, Executor disk, QString journalKey)
 {
     Discarded discarded;
-    std::unique_ptr<QLockFile> held;
+    std::optional<LockFile> held;
     co_await callOn(disk, [&] {
-        held = journals.tryLock(journalKey);
-        discarded.isRunning = !held;
-        if (held)
+        try {
+            held.emplace(journals.lockOf(journalKey));
+            discarded.isRunning = held->tryLock() == LockFile::Outcome::held;
+        } catch (const FileError&) {
+            held.reset(); // where no lock can be had, no run has one either
+        }
+        if (!discarded.isRunning)
             discarded.journal = journals.loadJournal(journalKey);
         if (!discarded.journal)
             held.reset();

@@ -4,6 +4,7 @@
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
 #include "files/FileError.h"
+#include "files/Quantities.h"
 #include "http/HttpAddress.h"
 
 #include <QFileInfo>
@@ -26,13 +27,15 @@ DownloadPlace claimOnDisk(const Download& download)
 
 } // namespace
 
-DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<CancelFlag> flag)
+DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<CancelFlag> flag,
+                           std::shared_ptr<CancelFlag> cut)
     : m_model(&model),
       m_environment(model.m_environment),
       m_disk(model.m_places),
       m_id(id),
       m_download(std::move(download)),
-      m_flag(std::move(flag))
+      m_flag(std::move(flag)),
+      m_cut(std::move(cut))
 {}
 
 Task<void> DownloadTask::run(DownloadTask task)
@@ -64,37 +67,80 @@ Task<void> DownloadTask::bringDown()
     co_await claimPlace();
     if (m_flag->isStopped() || !m_model)
         throwCancelled();
-    DownloadRequest request{.address = m_address.toUtf8(),
-                            .destination = m_place->path(),
-                            .source = m_download.object.identity,
-                            .flag = m_flag};
+    DownloadRequest request{
+        .address = m_address, .destination = m_place->path(), .source = m_download.object.identity, .flag = m_flag};
+    request.renewAddress = [this] { return freshAddress(); };
+    request.checkTotal = [this](qint64 total) { return checkTotal(total); };
+    request.onRemark = [this](const QString& text) { remark(text); };
     request.onProgress = [main = m_environment.main, model = m_model, id = m_id](const DownloadProgress& now) {
         asio::post(main, [model, id, now] {
             if (model)
-                model->apply(id, now.received, now.total, now.bytesPerSecond);
+                model->apply(id, now.received, now.total, now.bytesPerSecond, now.trouble);
         });
     };
-    co_await m_environment.download(std::move(request));
+    co_await runUntilStopped(m_cut, m_environment.download(std::move(request)));
 }
 
 Task<void> DownloadTask::askForAddress()
 {
-    m_address = co_await m_download.object.address();
-    if (!parseHttpAddress(m_address.toUtf8()))
+    m_address = co_await freshAddress();
+}
+
+Task<QByteArray> DownloadTask::freshAddress()
+{
+    auto address = (co_await m_download.object.address()).toUtf8();
+    if (!parseHttpAddress(address))
         throw FileError(QStringLiteral("That file has no address."));
+    co_return address;
+}
+
+Task<void> DownloadTask::checkTotal(qint64 total)
+{
+    auto listed = m_download.listedSize.value_or(0);
+    if (total < listed && m_download.object.listedSize)
+        listed = (co_await m_download.object.listedSize()).value_or(0); // it may have been replaced since
+    if (total < listed)
+        throw FileError(QStringLiteral("Storage has only %1 of “%2”, and the platform lists %3.")
+                            .arg(byteCountText(total), m_download.name, byteCountText(listed)));
+    if (listed > 0 && total > listed)
+        remark(QStringLiteral("Storage has %1 of “%2”, more than the %3 that the platform lists.")
+                   .arg(byteCountText(total), m_download.name, byteCountText(listed)));
+}
+
+void DownloadTask::remark(const QString& text)
+{
+    asio::post(m_environment.main, [model = m_model, id = m_id, text] {
+        if (model)
+            model->change(id, [&](Item& item) { item.remark = text; });
+    });
 }
 
 Task<void> DownloadTask::claimPlace()
 {
     std::optional<DownloadPlace> claimed;
-    co_await callOn(m_disk, [&] { claimed = claimOnDisk(m_download); });
-    if (!m_model)
-        throwCancelled();
-    if (m_model->m_paths.contains(claimed->path()))
-        throw FileError(QStringLiteral("“%1” is being downloaded to that folder already.").arg(m_download.name));
-    m_model->m_paths.insert(claimed->path());
+    for (;;) {
+        co_await callOn(m_disk, [&] { claimed = claimOnDisk(m_download); });
+        if (!m_model)
+            throwCancelled();
+        auto holder = m_model->m_paths.constFind(claimed->path());
+        if (holder == m_model->m_paths.constEnd())
+            break;
+        if (!m_model->isBeingStopped(*holder))
+            throw FileError(QStringLiteral("“%1” is being downloaded to that folder already.").arg(m_download.name));
+        co_await waitFor(*holder);
+    }
+    m_model->m_paths.insert(claimed->path(), m_id);
     m_model->change(m_id, [&](Item& item) { item.file = claimed->path(); });
     m_place = std::move(claimed);
+}
+
+Task<void> DownloadTask::waitFor(const QUuid& stopped)
+{
+    m_model->setState(m_id, Item::Waiting{});
+    co_await runUntilStopped(m_flag, m_model->untilEnded(stopped));
+    if (!m_model)
+        throwCancelled();
+    m_model->setState(m_id, Item::Running{});
 }
 
 Task<void> DownloadTask::giveBackPlace()

@@ -9,7 +9,8 @@ namespace palvera {
 class DownloadTask {
 public:
     /// For an item of `model` that is listed and registered as live.
-    DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<CancelFlag> flag);
+    DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<CancelFlag> flag,
+                 std::shared_ptr<CancelFlag> cut);
 
     /// Runs `task` to its end, in a frame of which it lives. Ends quietly when the model is gone.
     static Task<void> run(DownloadTask task);
@@ -18,8 +19,14 @@ private:
     Task<void> perform();
     Task<void> bringDown();
     Task<void> askForAddress();
-    /// Throws FileError when another download of the model writes the file already.
+    /// Once a download of the model that was stopped has let go of the file. Throws FileError while another one writes
+    /// it.
     Task<void> claimPlace();
+    Task<void> waitFor(const QUuid& stopped);
+    Task<QByteArray> freshAddress();
+    /// Throws FileError where storage has less than the platform lists; says so where it has more.
+    Task<void> checkTotal(qint64 total);
+    void remark(const QString& text);
     Task<void> giveBackPlace();
 
     const QPointer<Transfers> m_model;
@@ -28,7 +35,8 @@ private:
     const QUuid m_id;
     const Download m_download;
     const std::shared_ptr<CancelFlag> m_flag;
-    QString m_address;
+    const std::shared_ptr<CancelFlag> m_cut; // ends it at once, with what is in flight
+    QByteArray m_address;
     std::optional<DownloadPlace> m_place;
 };
 

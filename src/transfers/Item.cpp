@@ -45,6 +45,15 @@ QString nameOf(const Item::State& state)
                       state);
 }
 
+QString troubleText(const Trouble& trouble)
+{
+    static const QStringList ordinals{QStringLiteral("Second"), QStringLiteral("Third"), QStringLiteral("Fourth"),
+                                      QStringLiteral("Fifth"),  QStringLiteral("Sixth"), QStringLiteral("Seventh"),
+                                      QStringLiteral("Eighth")};
+    const auto ordinal = ordinals.value(trouble.attempt - 2);
+    return ordinal.isEmpty() ? trouble.reason : QStringLiteral("%1 %2 try.").arg(trouble.reason, ordinal);
+}
+
 QString messageOf(const Item::State& state)
 {
     if (const auto* retrying = std::get_if<Item::Retrying>(&state))

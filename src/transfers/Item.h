@@ -2,6 +2,7 @@
 
 #include "async/Clock.h"
 #include "transfer/TransferTarget.h"
+#include "transfer/Trouble.h"
 #include "transfers/Trace.h"
 
 #include <QUuid>
@@ -53,6 +54,8 @@ struct Item {
     QString label = {};                    ///< caption
     std::optional<QString> titleName = {}; ///< second caption
     State state = Waiting{};
+    std::optional<Trouble> trouble = {};          ///< why it does not move, while it runs and does not
+    QString remark = {};                          ///< the latest that the user should know although it goes on
     qint64 sent = 0;                              ///< bytes transferred so far
     qint64 total = 0;                             ///< bytes in all; 0 until the engine says
     std::optional<double> rate = {};              ///< bytes per second, as last reported
@@ -70,6 +73,8 @@ struct Item {
 
 /// The state in one word: "waiting", "running", "retrying", "failed", "done" or "stopped".
 QString nameOf(const Item::State& state);
+/// "Storage answers 503. Third try."
+QString troubleText(const Trouble& trouble);
 /// What went wrong, where something did.
 QString messageOf(const Item::State& state);
 

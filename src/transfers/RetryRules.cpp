@@ -1,6 +1,7 @@
 #include "transfers/RetryRules.h"
 
 #include "service/APIError.h"
+#include "transfer/UploadFailures.h"
 
 #include <array>
 #include <cassert>
@@ -16,6 +17,8 @@ std::chrono::seconds retryDelay(int attempt)
 
 bool isRetryable(const std::exception_ptr& failure)
 {
+    if (failureAs<CannotSend>(failure))
+        return false;
     auto error = failureAs<APIError>(failure);
     if (!error)
         return true;

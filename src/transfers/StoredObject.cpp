@@ -15,6 +15,15 @@ QString identityOf(const TransferTarget& target, const QString& key)
     return QString::fromUtf8(QJsonDocument(QJsonArray{target.toJson(), key}).toJson(QJsonDocument::Compact));
 }
 
+Task<std::optional<qint64>> deliveredSize(API& api, TransferTarget::Deliverable where, QString object)
+{
+    const auto all = co_await listDeliverables(api, where.orgId, where.projectId);
+    for (const auto& deliverable : all)
+        if (deliverable.id == where.deliverableId && deliverable.assetObject() == object)
+            co_return deliverable.expectedBytes();
+    co_return std::nullopt;
+}
+
 Task<QString> binAddress(API& api, QString orgId, QString key)
 {
     co_return (co_await binDownloadURL(api, orgId, key)).url;
@@ -24,9 +33,13 @@ Task<QString> binAddress(API& api, QString orgId, QString key)
 
 StoredObject deliveredFile(API& api, const TransferTarget::Deliverable& deliverable, const QString& object)
 {
-    return {.target = deliverable, .identity = identityOf(deliverable, object), .address = [&api, deliverable, object] {
-                return assetURL(api, deliverable.orgId, deliverable.projectId, deliverable.deliverableId, object);
-            }};
+    return {.target = deliverable,
+            .identity = identityOf(deliverable, object),
+            .address =
+                [&api, deliverable, object] {
+                    return assetURL(api, deliverable.orgId, deliverable.projectId, deliverable.deliverableId, object);
+                },
+            .listedSize = [&api, deliverable, object] { return deliveredSize(api, deliverable, object); }};
 }
 
 StoredObject binObject(API& api, const QString& orgId, const QString& key)

@@ -14,9 +14,13 @@ struct StoredObject {
     /// Asks for the signed address of a download; throws what API::fetch throws.
     using AddressSource = std::function<Task<QString>()>;
 
+    /// Asks how many bytes the platform lists for it; nothing where it lists none. Throws as AddressSource does.
+    using SizeSource = std::function<Task<std::optional<qint64>>()>;
+
     TransferTarget target; ///< where it belongs
     QString identity;      ///< the same text for the same object only
     AddressSource address;
+    SizeSource listedSize = {}; ///< nothing where nobody can say
 };
 
 /// The file `object` that was filed on a deliverable. `api` must outlive the transfer.

@@ -34,8 +34,12 @@ TransferEngines::TransferEngines(const Folders& folders, Clock& clock, const Con
                   .storage = storageClients(connections.network),
                   .journals = m_journals,
                   .libraryFolder = folders.library,
-                  .spread = drawSpread}),
-      m_downloader({.engine = m_engine, .clock = clock, .storage = storageClients(connections.network)})
+                  .spread = drawSpread,
+                  .hasNetwork = [this] { return m_network.isUsable(); }}),
+      m_downloader(
+          {.engine = m_engine, .clock = clock, .storage = storageClients(connections.network), .hasNetwork = [this] {
+               return m_network.isUsable();
+           }})
 {}
 
 Transfers::Environment TransferEngines::environment(const Executor& main)

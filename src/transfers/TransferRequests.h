@@ -30,7 +30,8 @@ struct BinUploads {
 /// A stored file to bring down.
 struct Download {
     StoredObject object;
-    QString name; ///< for the file; only its last component counts
+    std::optional<qint64> listedSize = {}; ///< bytes, as the platform lists them; nothing or 0 where it does not
+    QString name;                          ///< for the file; only its last component counts
     QString label = {};
     std::optional<QString> titleName = {};
     QString folder; ///< path of an existing folder

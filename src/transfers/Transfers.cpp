@@ -138,7 +138,10 @@ QUuid Transfers::addDownload(Download download)
               .label = download.label,
               .titleName = download.titleName};
     auto flag = add(item);
-    m_tasks.start(DownloadTask::run(DownloadTask(*this, item.id, std::move(download), std::move(flag))));
+    auto cut = std::make_shared<CancelFlag>();
+    m_live[item.id].cut = cut;
+    m_tasks.start(
+        DownloadTask::run(DownloadTask(*this, item.id, std::move(download), std::move(flag), std::move(cut))));
     return item.id;
 }
 
@@ -167,6 +170,8 @@ void Transfers::stop(const QUuid& id)
 Task<void> Transfers::suspend()
 {
     for (auto live = m_live.begin(); live != m_live.end(); ++live) {
+        if (live->cut)
+            live->cut->stop(); // a stopped one, too, whose last chunks are under way
         if (live->flag->isStopped())
             continue;
         live->isSuspended = true;
@@ -200,12 +205,19 @@ void Transfers::change(const QUuid& id, const std::function<void(Item&)>& change
 
 void Transfers::setState(const QUuid& id, Item::State state)
 {
-    change(id, [&](Item& item) { item.state = std::move(state); });
+    change(id, [&](Item& item) {
+        item.state = std::move(state);
+        item.trouble.reset();
+    });
 }
 
-void Transfers::apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate)
+void Transfers::apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate,
+                      const std::optional<Trouble>& trouble)
 {
-    change(id, [&](Item& item) { item.apply(sent, total, rate, m_environment.clock.now()); });
+    change(id, [&](Item& item) {
+        item.apply(sent, total, rate, m_environment.clock.now());
+        item.trouble = trouble;
+    });
 }
 
 void Transfers::remove(const QUuid& id)
@@ -281,13 +293,19 @@ void Transfers::dismissDoubt()
 
 Task<void> Transfers::loadJournals()
 {
-    return readJournals(this, m_environment.journals, m_reading);
+    return readJournals(this, m_environment.journals, m_environment.api, m_reading);
 }
 
-Task<void> Transfers::readJournals(QPointer<Transfers> model, const JournalStore& store, Executor disk)
+Task<void> Transfers::readJournals(QPointer<Transfers> model, const JournalStore& store, const API& api, Executor disk)
 {
     std::vector<Journal> journals;
-    co_await callOn(disk, [&] { journals = store.loadJournals(); });
+    auto service = QString::fromUtf8(api.makeURL(QString()));
+    co_await callOn(disk, [&] {
+        journals = store.loadJournals();
+        std::erase_if(journals, [&](const Journal& journal) {
+            return journal.service.value_or(service) != service || store.isRunning(journal.key);
+        });
+    });
     if (!model)
         co_return;
     model->m_journals = std::move(journals);
@@ -334,6 +352,23 @@ bool Transfers::isBeingGivenUp(const QString& journalKey, const QUuid& id) const
     return std::ranges::any_of(m_live, [&](const Live& other) {
         return other.number < number && other.journalKey == journalKey && other.flag->isStopped();
     });
+}
+
+bool Transfers::isBeingStopped(const QUuid& id) const
+{
+    auto live = m_live.constFind(id);
+    return live != m_live.constEnd() && live->flag->isStopped();
+}
+
+Task<void> Transfers::untilEnded(QUuid id)
+{
+    Event changed(m_environment.main);
+    QPointer<Transfers> self(this);
+    QObject listener;
+    connect(this, &Transfers::itemEnded, &listener, [&changed] { changed.set(); });
+    connect(this, &QObject::destroyed, &listener, [&changed] { changed.set(); });
+    while (self && self->m_live.contains(id))
+        co_await changed.wait();
 }
 
 void Transfers::retryAtOnce()

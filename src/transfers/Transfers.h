@@ -80,7 +80,8 @@ public:
     /// Reads the folder of journals, in the background. The model does so by itself when it is made and whenever an
     /// upload ends; await this to have the list at a certain moment.
     Task<void> loadJournals();
-    /// Uploads that were cut off, as of the last reading: their journals, but for those that are on their way again.
+    /// Uploads to the platform in use that were cut off, as of the last reading: their journals, but for those that are
+    /// on their way again, here or in another program.
     const std::vector<Journal>& interruptedJournals() const { return m_interrupted; }
     /// Goes on with an upload that was cut off and gives its item's id; nothing when it is on its way already.
     std::optional<QUuid> resume(const Journal& journal);
@@ -105,9 +106,9 @@ public:
     void stop(const QUuid& id);
     /// Forgets the items that are not in flight.
     void clearFinished();
-    /// Cuts off all that is in flight, such that it can be gone on with: journals and records stay, and the platform is
-    /// told nothing. Ends when nothing is under way any more, the giving up of stopped uploads and readings of the
-    /// journals included. Items keep their states. Nothing may be begun from then on.
+    /// Cuts off all that is in flight at once, such that it can be gone on with: journals and records stay, and the
+    /// platform is told nothing. Ends when nothing is under way any more, the giving up of stopped uploads and readings
+    /// of the journals included. Items keep their states. Nothing may be begun from then on.
     Task<void> suspend();
 
 Q_SIGNALS:
@@ -132,6 +133,7 @@ private:
         std::optional<QString> journalKey;
         qint64 number = 0; ///< in the order in which they began
         bool isSuspended = false;
+        std::shared_ptr<CancelFlag> cut = {}; ///< of a download: ends it with what is in flight, and not after that
     };
     /// What an upload is made of besides its item.
     struct UploadSource {
@@ -144,13 +146,14 @@ private:
     /// Lists an upload to where `item.target` says as running, and starts it.
     QUuid begin(Item item, UploadSource source);
     std::shared_ptr<CancelFlag> add(Item item);
-    static Task<void> readJournals(QPointer<Transfers> model, const JournalStore& store, Executor disk);
+    static Task<void> readJournals(QPointer<Transfers> model, const JournalStore& store, const API& api, Executor disk);
 
     // What tasks change. Main thread.
     void change(const QUuid& id, const std::function<void(Item&)>& change);
     void setState(const QUuid& id, Item::State state);
     void remove(const QUuid& id);
-    void apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate);
+    void apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate,
+               const std::optional<Trouble>& trouble);
     /// Whether the item's flag was stopped by `suspend`.
     bool isSuspended(const QUuid& id) const { return m_live.value(id).isSuspended; }
     /// The task of that item is over.
@@ -165,6 +168,10 @@ private:
     bool isBusy(const QString& journalKey) const;
     /// Whether an upload with that key that began before `id` has been stopped and is still being given up.
     bool isBeingGivenUp(const QString& journalKey, const QUuid& id) const;
+    /// Whether the item was stopped and its task is not over yet.
+    bool isBeingStopped(const QUuid& id) const;
+    /// Ends once the task of that item is over, or the model gone.
+    Task<void> untilEnded(QUuid id);
     void updateInFlight(int difference);
     void updateInterrupted();
     /// Has every retry that waits made at once.
@@ -178,7 +185,7 @@ private:
     ItemList m_items;
     QHash<QUuid, Live> m_live;
     QHash<QUuid, std::shared_ptr<Event>> m_waits; // set to end a wait for a retry
-    QSet<QString> m_paths;                        // files that downloads write
+    QHash<QString, QUuid> m_paths;                // files that downloads write, by their items' ids
     std::vector<Journal> m_journals;
     std::vector<Journal> m_interrupted;
     QSet<QString> m_resuming; // keys

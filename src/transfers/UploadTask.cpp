@@ -80,16 +80,17 @@ Task<void> UploadTask::letPredecessorEnd()
 
 Task<void> UploadTask::findFile()
 {
-    co_await callOn(m_disk, [this] {
-        if (auto found = m_source.bookmark ? bookmark::resolve(*m_source.bookmark) : std::nullopt)
-            m_source.file = found->path;
-        if (auto fresh = bookmark::make(m_source.file))
-            m_source.bookmark = fresh;
+    auto path = m_source.file;
+    co_await callOn(m_disk, [&] {
+        if (!m_source.bookmark)
+            m_source.bookmark = bookmark::make(m_source.file);
+        else if (auto found = bookmark::resolve(*m_source.bookmark))
+            path = found->path;
     });
     if (m_model)
-        m_model->change(m_id, [this](Item& item) {
-            item.file = m_source.file;
-            item.name = QFileInfo(m_source.file).fileName();
+        m_model->change(m_id, [&](Item& item) {
+            item.file = path;
+            item.name = QFileInfo(path).fileName();
         });
 }
 
@@ -104,7 +105,13 @@ Task<void> UploadTask::attempt()
     request.onProgress = [main = m_environment.main, model = m_model, id = m_id](const UploadProgress& now) {
         asio::post(main, [model, id, now] {
             if (model)
-                model->apply(id, now.sent, now.total, now.bytesPerSecond);
+                model->apply(id, now.sent, now.total, now.bytesPerSecond, now.trouble);
+        });
+    };
+    request.onRemark = [main = m_environment.main, model = m_model, id = m_id](const QString& remark) {
+        asio::post(main, [model, id, remark] {
+            if (model)
+                model->change(id, [&](Item& item) { item.remark = remark; });
         });
     };
     co_await m_environment.upload(std::move(request));

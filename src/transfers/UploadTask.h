@@ -17,7 +17,7 @@ private:
     Task<void> perform();
     /// Another upload with this key that was stopped still removes what the key stands for.
     Task<void> letPredecessorEnd();
-    /// Finds the file under the name that it has by now, and makes a fresh bookmark of it.
+    /// Bookmarks the file, and shows it under the name that it has by now where it is bookmarked already.
     Task<void> findFile();
     Task<void> attempt();
     /// Ends when the time for the next attempt has come, the machine woke, a network returned or the upload was

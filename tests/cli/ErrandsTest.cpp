@@ -53,8 +53,11 @@ struct ErrandsTest : TransfersTest {
         QFile written(asked.file);
         EXPECT_TRUE(written.open(QIODevice::WriteOnly));
         written.write(content);
-        const UploadErrand::Upload upload{row, asked.file, TransferTarget::Deliverable{"org", "salt", row},
-                                          [asked](Transfers& transfers) { return beginUpload(transfers, asked); }};
+        const UploadErrand::Upload upload{
+            .journalKey = row,
+            .file = asked.file,
+            .target = TransferTarget::Deliverable{"org", "salt", row},
+            .begin = [asked](Transfers& transfers) { return beginUpload(transfers, asked); }};
         errands.push_back(std::make_unique<UploadErrand>(upload, journals));
     }
     Task<ExitCode> carriedOut()
@@ -137,7 +140,9 @@ TEST_F(ErrandsTest, anInterruptionKeepsWhatIsInFlightAndBeginsNoMore)
 {
     for (const auto* row : {"row-1", "row-2", "row-3", "row-4"}) {
         upload(row);
-        journal(row);
+        auto kept = journal(row);
+        kept.filePath = disk.filePath(QString("%1.mov").arg(row));
+        journals.saveJournal(kept);
     }
     EXPECT_EQ(runInterruptedAfter(3s), ExitCode::interrupted);
     EXPECT_EQ(elapsed(), 3);
@@ -169,10 +174,10 @@ Task<void> finishChunks(Clock& clock)
     throwCancelled();
 }
 
-TEST_F(ErrandsTest, chunksThatTakeTooLongAreCutOffAfterAnInterruption)
+TEST_F(ErrandsTest, chunksInFlightAreCutOffByAnInterruption)
 {
     auto surroundings = environment();
-    surroundings.download = [this](DownloadRequest) { return runUntilStopped(cutOff, finishChunks(world.clock)); };
+    surroundings.download = [this](DownloadRequest) { return finishChunks(world.clock); };
     model.emplace(surroundings);
     client.handler = [](const HttpRequest&) {
         return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/1"})"};
@@ -180,15 +185,12 @@ TEST_F(ErrandsTest, chunksThatTakeTooLongAreCutOffAfterAnInterruption)
     Download download{.object = binObject(*api, "org", "a.mov"), .name = "a.mov", .folder = disk.path()};
     errands.push_back(std::make_unique<DownloadErrand>("a.mov", QJsonObject(), download));
     EXPECT_EQ(runInterruptedAfter(3s), ExitCode::interrupted);
-    EXPECT_EQ(elapsed(), 8);
+    EXPECT_EQ(elapsed(), 3);
     EXPECT_THAT(events(), ElementsAre("interrupted a.mov"));
 }
 
-TEST(UploadErrand, sendsOrdinaryFilesOnlyAndNamesFoldersAsThePlatformDoes)
+TEST(UploadErrand, namesFoldersAsThePlatformDoes)
 {
-    EXPECT_TRUE(objectionTo("/dev/nowhere").contains("There is no file"));
-    EXPECT_TRUE(objectionTo("/dev").contains("is a folder"));
-    EXPECT_TRUE(objectionTo("/dev/null").contains("not an ordinary file"));
     EXPECT_EQ(binFolder(""), std::nullopt);
     EXPECT_EQ(binFolder("Rushes"), "Rushes/");
     EXPECT_EQ(binFolder("Rushes/Day 1/"), "Rushes/Day 1/");

@@ -157,17 +157,25 @@ def an_interruption_while_the_password_is_awaited_ends_with_130():
         assert os.get_blocking(reading), "standard input is left non-blocking"
 
 
-def one_upload_of_a_key_runs_at_a_time():
+def a_file_that_another_program_sends_is_waited_for_and_no_other_takes_its_place():
     with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
         row, file = "salt-row-1", workspace.make_file("Reel.mov", 16 * PART)
-        first = client.start("upload", ORG, PROJECT, row, file)
-        wait_until(lambda: client.journal(row), "a journal")
-        os.kill(first.pid, signal.SIGSTOP)  # so that it is not done too soon
-        assert "This upload is already running." in expect(FAILED, client.upload(row, file)).error
-        assert "That upload is running." in expect(FAILED, client.run("discard", row)).error
-        os.kill(first.pid, signal.SIGCONT)
-        expect(DONE, client.finish(first))
-        support.expect_filed(platform, client, row, file)
+        for number, end_of_first in enumerate((signal.SIGCONT, signal.SIGKILL), 1):
+            first = client.start("upload", ORG, PROJECT, row, file)
+            wait_until(lambda: (client.journal(row) or {"done": []})["done"], "a recorded part")
+            os.kill(first.pid, signal.SIGSTOP)  # so that it is not done too soon
+            second = client.start("upload", ORG, PROJECT, row, file)
+            other = expect(FAILED, client.upload(row, workspace.make_file("other.mov", 9)))
+            assert "“Reel.mov” is on its way there already." in other.error and "resume" not in other.error, other
+            assert "That upload is running." in expect(FAILED, client.run("discard", row)).error
+            assert client.run("interrupted").out == "No interrupted uploads.\n"
+            os.kill(first.pid, end_of_first)
+            client.finish(first)
+            result = expect(DONE, client.finish(second))
+            assert "This file is being sent already. Waiting for that." in result.error, result
+            uploads = platform.uploads(row)
+            assert len(uploads) == number, "the file was sent twice"
+        assert platform.violations() == [], platform.violations()
 
 
 def everything_said_to_programs_is_a_record_a_line():
@@ -205,5 +213,6 @@ support.main(wrong_usage_ends_with_2, nobody_signed_in_ends_with_3, a_question_o
              no_platform_ends_with_5, what_cannot_be_sent_ends_with_1, an_interruption_ends_with_130_and_loses_nothing,
              stopped_or_discarded_an_upload_leaves_nothing_here_and_there, a_failed_upload_is_tried_again_and_says_when,
              an_interruption_before_the_platform_answers_leaves_nothing_behind,
-             an_interruption_while_the_password_is_awaited_ends_with_130, one_upload_of_a_key_runs_at_a_time,
+             an_interruption_while_the_password_is_awaited_ends_with_130,
+             a_file_that_another_program_sends_is_waited_for_and_no_other_takes_its_place,
              everything_said_to_programs_is_a_record_a_line, a_reader_that_leaves_or_a_full_disk_is_no_crash)

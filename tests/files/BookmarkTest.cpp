@@ -18,14 +18,37 @@ TEST_F(BookmarkTest, findsAFileOrAFolderWhereItWas)
     EXPECT_EQ(bookmark::make(root.filePath("missing.mov")), std::nullopt);
 }
 
-TEST_F(BookmarkTest, findsARenamedFileAndSaysSoWhateverTookItsName)
+TEST_F(BookmarkTest, findsARenamedFileAndSaysSoUnlessAnotherTookItsName)
 {
+    for (const auto& place : {path, root.filePath("folder")}) {
+        QDir(root.path()).mkdir("folder");
+        const auto bytes = bookmark::make(place).value();
+        if (identityOf(place)->handle.isEmpty())
+            GTEST_SKIP() << "a file system without handles";
+        const QString renamed = root.filePath(".hidden ümlaut");
+        ASSERT_TRUE(QFile::rename(place, renamed));
+        EXPECT_EQ(bookmark::resolve(bytes), (Resolved{.path = renamed, .stale = true}));
+        append(place, "another");
+        EXPECT_EQ(bookmark::resolve(bytes), (Resolved{.path = place, .stale = true})) << "the path wins";
+        QFile::remove(place);
+        ASSERT_TRUE(QDir(renamed).exists() ? QDir(renamed).removeRecursively() : QFile::remove(renamed));
+    }
+}
+
+TEST_F(BookmarkTest, nothingElseIsTakenForAFileThatIsGone)
+{
+    append(path, "film");
     const auto bytes = bookmark::make(path).value();
-    const QString renamed = root.filePath(".hidden ümlaut.mov");
+    ASSERT_TRUE(QFile::remove(path));
+    for (int number = 0; number < 50; ++number) // some of them under its inode number
+        append(root.filePath(QString::number(number)), "film");
+    EXPECT_EQ(bookmark::resolve(bytes), std::nullopt);
+    append(path, "film");
+    const auto known = bookmark::make(path).value();
+    const auto renamed = root.filePath("renamed.mov");
     ASSERT_TRUE(QFile::rename(path, renamed));
-    EXPECT_EQ(bookmark::resolve(bytes), (Resolved{.path = renamed, .stale = true}));
-    append(path, "another");
-    EXPECT_EQ(bookmark::resolve(bytes), (Resolved{.path = renamed, .stale = true}));
+    append(renamed, "and more");
+    EXPECT_EQ(bookmark::resolve(known), std::nullopt) << "it is not what it was";
 }
 
 TEST_F(BookmarkTest, aFileThatLeftItsFolderIsLost)

@@ -23,7 +23,7 @@ TEST_F(DestinationFileTest, holdsZerosUntilItIsWritten)
     file.writeAt(4, std::string_view("ef"));
     file.writeAt(0, std::string_view("ab"));
     EXPECT_EQ(contentOf(path), QByteArray("ab\0\0ef", 6));
-    EXPECT_EQ(file.size(), 6);
+    EXPECT_EQ(file.identity().size, 6);
 }
 
 TEST_F(DestinationFileTest, syncPutsWhatWasWrittenOnTheDiskOrFails)
@@ -53,7 +53,7 @@ TEST_F(DestinationFileTest, reservesRealRoomAndSaysHowMuchIsMissing)
     EXPECT_GE(status.st_blocks * 512, size);
     EXPECT_THAT(failureOf([&] { file.reset(1LL << 60); }),
                 HasSubstr("There is not enough room for “master.mov”: it needs 1152921.50 TB, and "));
-    EXPECT_EQ(file.size(), 0);
+    EXPECT_EQ(file.identity().size, 0);
 }
 
 TEST_F(DestinationFileTest, keepsOthersOutWhileItIsOpen)

@@ -23,9 +23,9 @@ TEST_F(SourceFileTest, readsWhatIsThereAndLessOnlyAtTheEnd)
     }
     char byte = 0;
     EXPECT_THROW(file.readAt(-1, {&byte, 1}), FileError) << "a read that fails is no end";
-    EXPECT_EQ(file.size(), 10);
+    EXPECT_EQ(file.identity().size, 10);
     append(path, "more");
-    EXPECT_EQ(file.size(), 14) << "of this moment";
+    EXPECT_EQ(file.identity().size, 14) << "of this moment";
 }
 
 TEST_F(SourceFileTest, saysWhichFileCannotBeReadAndWhy)

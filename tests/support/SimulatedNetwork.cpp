@@ -116,6 +116,27 @@ private:
         fail(TransportError::Kind::timedOut, QStringLiteral("The request took too long."));
     }
 
+    static Moment::duration secondsFor(double seconds)
+    {
+        return std::chrono::round<Moment::duration>(std::chrono::duration<double>(seconds));
+    }
+    /// At this moment; 0 takes no time.
+    double bytesPerSecond() const
+    {
+        const auto& line = m_network.conditions;
+        if (m_fault.bytesPerSecond > 0)
+            return double(m_fault.bytesPerSecond);
+        const auto together = std::ranges::count_if(
+            m_network.m_seen, [](const auto& seen) { return seen.part.has_value() && seen.inFlight; });
+        return line.sharedBytesPerSecond > 0 && together > 0 ? line.sharedBytesPerSecond / double(together)
+                                                             : line.bytesPerSecond;
+    }
+    bool hasBroken() const
+    {
+        const auto every = m_network.conditions.breaksEvery;
+        return every.count() > 0 && now().time_since_epoch() / every != m_started.time_since_epoch() / every;
+    }
+
     std::span<const char> readSlice(qint64 offset, std::span<char> into)
     {
         if (m_request.source)
@@ -133,14 +154,17 @@ private:
         const auto began = now();
         std::vector<char> buffer(static_cast<std::size_t>(std::min(largestSlice, end)));
         for (qint64 sent = 0; sent < end;) {
-            const auto rate = m_network.conditions.bytesPerSecond;
+            const auto rate = bytesPerSecond();
             const auto most = rate > 0 ? std::clamp<qint64>(qint64(rate / 20), 1, largestSlice) : largestSlice;
             const auto slice =
                 readSlice(sent, std::span(buffer).first(static_cast<std::size_t>(std::min(most, end - sent))));
             sent += static_cast<qint64>(slice.size());
-            if (rate > 0)
-                co_await pass(began + std::chrono::round<Moment::duration>(
-                                          std::chrono::duration<double>(static_cast<double>(sent) / rate)));
+            if (m_network.conditions.sharedBytesPerSecond > 0)
+                co_await pass(now() + secondsFor(double(slice.size()) / rate));
+            else if (rate > 0)
+                co_await pass(began + secondsFor(double(sent) / rate));
+            if (hasBroken())
+                cut();
             m_moved = now();
             if (receiver)
                 receiver->write(slice);

@@ -11,6 +11,8 @@ namespace palvera {
 struct NetworkConditions {
     std::chrono::nanoseconds latency{1'000'000}; ///< from a request's last byte to its answer
     double bytesPerSecond = 0;                   ///< of each connection, on the way up; 0 takes no time
+    double sharedBytesPerSecond = 0;             ///< of all connections on their way up together; 0 is no limit
+    std::chrono::nanoseconds breaksEvery{0};     ///< every connection is cut then; 0: never
     bool listening = true;                       ///< false: every connection is refused
 };
 

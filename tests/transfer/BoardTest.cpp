@@ -8,38 +8,121 @@
 namespace palvera {
 namespace {
 
+using namespace std::chrono_literals;
+
 struct BoardTest : testing::Test {
     ManualClock clock;
 
-    void send(Board& board, int part, qint64 bytes)
+    /// A sending of that part that has begun and sent `bytes` so far.
+    Board::Sending send(Board& board, int part, qint64 bytes, qint64 size = 10)
     {
-        auto watcher = std::make_shared<SendWatcher>(clock);
-        watcher->progressed(bytes);
-        board.watch(part, watcher);
+        Board::Sending sending{.part = part, .bytes = size, .watcher = std::make_shared<SendWatcher>(clock)};
+        sending.watcher->reset();
+        sending.watcher->progressed(bytes);
+        board.watch(sending);
+        return sending;
+    }
+    static void end(Board& board, const Board::Sending& sending)
+    {
+        sending.watcher->rest();
+        board.settle(sending, "tag");
     }
 };
 
 TEST_F(BoardTest, countsAPartOnceWhetherInFlightOrSettledAndNotWhenGivenUp)
 {
-    Board board({2, 1}, {}, 10, 15);
+    Board board({2, 1}, {}, 10, 15, 8);
     EXPECT_EQ(board.nextPart(), 1);
     EXPECT_EQ(board.nextPart(), 2);
     EXPECT_EQ(board.nextPart(), std::nullopt);
-    send(board, 1, 7);
+    auto first = send(board, 1, 7);
     EXPECT_EQ(board.sent(), 7);
-    board.settle(1, "a", 10);
+    board.settle(first, "a");
     send(board, 2, 3);
     EXPECT_EQ(board.sent(), 13);
+    EXPECT_FALSE(board.finished()->isStopped());
     board.giveUp(2);
     EXPECT_EQ(board.sent(), 10);
     EXPECT_EQ(board.done(), (ConfirmedParts{{1, "a"}}));
+    EXPECT_TRUE(board.finished()->isStopped());
 }
 
 TEST_F(BoardTest, neverCountsMoreThanTheFileThoughAShortLastPartCountsWhole)
 {
-    Board board({1}, {{2, "b"}}, 10, 15);
+    Board board({1}, {{2, "b"}}, 10, 15, 8);
     send(board, 1, 10);
     EXPECT_EQ(board.sent(), 15);
+}
+
+TEST_F(BoardTest, aPartThatCrawlsIsTakenOverTwiceAndSettledByItsLastSenderOnly)
+{
+    Board board({3, 2, 1}, {}, 1000, 3000, 8);
+    auto quick = send(board, 1, 0, 1000);
+    auto slow = send(board, 2, 0, 1000);
+    clock.advance(10s);
+    quick.watcher->progressed(1000);
+    slow.watcher->progressed(100);
+    EXPECT_EQ(board.takeOver(), 2);
+    EXPECT_EQ(board.takeOver(), std::nullopt) << "a body that is out may be confirmed at any moment";
+    end(board, quick);
+    EXPECT_TRUE(slow.cut->isStopped());
+    end(board, slow);
+    EXPECT_EQ(board.doneCount(), 1u) << "it came too late";
+    for (bool again : {true, false}) {
+        slow = send(board, 2, 0, 1000);
+        clock.advance(10s);
+        EXPECT_EQ(board.takeOver().has_value(), again);
+    }
+    end(board, slow);
+    EXPECT_EQ(board.doneCount(), 2u);
+}
+
+TEST_F(BoardTest, whereConnectionsBreakFewerAttemptsBeginUntilPartsGetThroughAgain)
+{
+    Board board({9, 8, 7, 6, 5, 4, 3, 2, 1}, {}, 10, 90, 4);
+    auto begin = [&] {
+        int begun = 0;
+        while (board.mayBeginAttempt())
+            ++begun;
+        return begun;
+    };
+    auto allEnd = [&](int begun, bool broken) {
+        for (int i = 0; i < begun; ++i)
+            board.attemptEnded(broken);
+        return begun;
+    };
+    EXPECT_EQ(allEnd(begin(), true), 4);
+    EXPECT_EQ(allEnd(begin(), true), 4) << "once may happen to anybody";
+    EXPECT_EQ(allEnd(begin(), true), 1);
+    EXPECT_EQ(allEnd(begin(), true), 1);
+    auto settle = [&](int part, std::chrono::seconds taken) {
+        auto sending = send(board, part, 10);
+        clock.advance(taken);
+        end(board, sending);
+        return allEnd(begin(), false);
+    };
+    EXPECT_EQ(settle(1, 1s), 2);
+    EXPECT_EQ(settle(2, 1s), 2);
+    EXPECT_EQ(settle(3, 1s), 4);
+    EXPECT_EQ(settle(4, 61s), 3) << "a part that takes so long leaves room for the others";
+}
+
+TEST_F(BoardTest, saysWhyNothingMovesAndNothingWhileSomethingDoes)
+{
+    Board board({2, 1}, {}, 10, 20, 8);
+    auto first = send(board, 1, 5);
+    auto second = send(board, 2, 5);
+    board.noteTrouble(1, {.reason = "503", .attempt = 2}, clock.now());
+    EXPECT_EQ(board.trouble(clock.now()), std::nullopt);
+    clock.advance(1s);
+    board.noteTrouble(2, {.reason = "reset", .attempt = 3}, clock.now());
+    EXPECT_EQ(board.trouble(clock.now()), (Trouble{"reset", 3})) << "the latest";
+    second.watcher->reset();
+    EXPECT_EQ(board.trouble(clock.now()), (Trouble{"reset", 3})) << "another attempt alone moves nothing";
+    clock.advance(17s);
+    EXPECT_EQ(board.trouble(clock.now()), (Trouble{"No answer from storage for 15 seconds.", 0}));
+    second.watcher->progressed(1);
+    EXPECT_EQ(board.trouble(clock.now()), std::nullopt);
 }
 
 } // namespace

@@ -20,8 +20,35 @@ TEST(DownloadRulesTest, chunksCoverTheWholeAndNothingElse)
 TEST(DownloadRulesTest, theSizeIsWhatTheRangeSaysElseTheLength)
 {
     EXPECT_EQ(totalIn({.headers = {{"Content-Range", "bytes 0-0/1234"}, {"Content-Length", "1"}}}), 1234);
-    EXPECT_EQ(totalIn({.headers = {{"Content-Range", "bytes 0-0/*"}, {"Content-Length", "7"}}}), 7);
-    EXPECT_EQ(totalIn({.headers = {{"Content-Range", "nonsense"}}}), 0);
+    EXPECT_EQ(totalIn({.status = 200, .headers = {{"Content-Length", "7"}}}), 7);
+    EXPECT_EQ(totalIn({.status = 206, .headers = {{"Content-Range", "bytes 0-0/*"}, {"Content-Length", "1"}}}),
+              std::nullopt)
+        << "that is the length of the part";
+    EXPECT_EQ(totalIn({.status = 200, .headers = {{"Content-Range", "nonsense"}}}), std::nullopt);
+}
+
+TEST(DownloadRulesTest, aRecordSpeaksOfItsOwnFileOnly)
+{
+    const struct {
+        const char* what;
+        Partial record;
+        QByteArray handle;
+        qint64 size;
+        bool binds;
+    } cases[] = {
+        {"its file", {.total = 9, .source = "one", .file = "h"}, "h", 9, true},
+        {"not begun", {.source = "one"}, "h", 0, true},
+        {"of another object", {.total = 9, .source = "two", .file = "h"}, "h", 9, false},
+        {"of another file", {.total = 9, .source = "one", .file = "h"}, "g", 9, false},
+        {"no handles here", {.total = 9, .source = "one", .file = "h"}, "", 9, true},
+        {"no handles here, another size", {.total = 9, .source = "one"}, "", 8, false},
+        {"of another program", {.done = {0}, .total = 9}, "h", 9, true},
+        {"of another program, another size", {.done = {0}, .total = 9}, "h", 8, false},
+        {"of another program, empty", {}, "h", 0, false},
+    };
+    for (const auto& [what, record, handle, size, binds] : cases)
+        EXPECT_EQ(recordBinds(record, "one", handle, size), binds) << what;
+    EXPECT_FALSE(recordBinds({.total = 9, .file = "h"}, "", "h", 9)) << "nobody knows what is asked for";
 }
 
 TEST(DownloadRulesTest, otherBytesThanThoseAskedForAreObjectedTo)

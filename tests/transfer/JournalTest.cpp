@@ -1,7 +1,9 @@
 #include "transfer/Journal.h"
 #include "TargetPrinting.h"
 #include "transfer/JournalStore.h"
+#include "transfer/ResumeRules.h"
 
+#include "files/FileError.h"
 #include "service/JsonReader.h"
 #include "support/Json.h"
 #include "support/QtPrinting.h"
@@ -19,7 +21,7 @@ const QByteArray bare = R"({"key":"row-1","orgId":"org","projectId":"project","o
     "uploadId":"upload","partSize":10,"partCount":12,"byteSize":115,"filePath":"/films/über.mov","filename":"über.mov",
     "fileStamp":"115-1731772800","done":{}})";
 const QByteArray full = QByteArray(bare).replace(R"("done":{}})", R"("done":{"1":"a","2":"b\"\\\n\u0001","10":"ten"},
-    "bookmark":"AP8Q","target":{"bin":{"orgId":"org","folder":"folder"}},"sessionId":"s 1/a+b"})");
+    "bookmark":"AP8Q","target":{"bin":{"orgId":"org","folder":"folder"}},"sessionId":"s 1/a+b","service":"https://api"})");
 Journal sample()
 {
     return decodeJournal(full);
@@ -82,12 +84,20 @@ TEST(JournalTest, refusesWhatIsNoJournal)
 
 TEST(JournalTest, keysNameFilesInTheFolderOnly)
 {
-    for (const char* plain : {"row-1", "ünï", "a b", "...", ".hidden", "a%2Fb"})
-        EXPECT_TRUE(isPlainFileName(plain)) << plain;
-    for (const char* other : {"", ".", "..", "../a", "/etc/passwd"})
-        EXPECT_FALSE(isPlainFileName(other)) << other;
-    for (const QString& other : {QString("a") + QChar(0), QString(251, 'x'), QString(126, QChar(0xfc))})
-        EXPECT_FALSE(isPlainFileName(other)) << other.toStdString();
+    const std::pair<QString, QString> usable[] = {{"row-1", "row-1.json"},
+                                                  {"ünï", "ünï.json"},
+                                                  {"...", "....json"},
+                                                  {"a%2Fb", "a%2Fb.json"},
+                                                  {"row/3%25", "row%2F3%2525.json"},
+                                                  {QString("a") + QChar(0), "a%00.json"}};
+    for (const auto& [key, name] : usable) {
+        EXPECT_TRUE(isUsableKey(key)) << key.toStdString();
+        EXPECT_EQ(journalFileName(key), name);
+    }
+    for (const QString& other :
+         {QString(), QString("."), QString(".."), QString("../a"), QString("/etc/passwd"), QString("a//b"),
+          QString("a/./b"), QString("a/"), QString(251, 'x'), QString(126, QChar(0xfc))})
+        EXPECT_FALSE(isUsableKey(other)) << other.toStdString();
 }
 
 TEST(JournalTest, binKeysTellFoldersApartAndFindTheSameFileAgain)
@@ -142,11 +152,11 @@ TEST_F(JournalStoreTest, strayFilesAreSkippedAndLeftInPlace)
     EXPECT_EQ(files().size(), 5);
 }
 
-TEST_F(JournalStoreTest, aKeyThatIsNoPlainNameIsRefused)
+TEST_F(JournalStoreTest, aKeyThatLeavesTheFolderIsRefused)
 {
     Journal evil = sample();
     evil.key = "../evil";
-    store.saveJournal(evil);
+    EXPECT_THROW(store.saveJournal(evil), FileError);
     EXPECT_FALSE(QFile::exists(home.filePath("Palvera/evil.json")));
     put("../outside.json", "keep");
     store.removeJournal("../outside");
@@ -157,17 +167,24 @@ TEST_F(JournalStoreTest, aSaveThatFailsLosesNoEarlierJournal)
 {
     ASSERT_TRUE(QDir().rename(home.filePath("Palvera/Staging"), home.filePath("Palvera/away")));
     put("../Staging", "a file where the staging folder should be");
-    store.saveJournal(further);
+    EXPECT_THROW(store.saveJournal(further), FileError);
     EXPECT_EQ(store.loadJournal("row-1"), sample());
 }
 
-TEST_F(JournalStoreTest, aKeyIsHeldByOneRunAtATime)
+TEST_F(JournalStoreTest, aJournalThatIsSetAsideLivesOnUnderAnotherKey)
 {
-    auto held = store.tryLock("row-1");
-    EXPECT_FALSE(JournalStore(home.path()).tryLock("row-1"));
-    EXPECT_TRUE(store.tryLock("row-2"));
-    held.reset();
-    EXPECT_TRUE(store.tryLock("row-1"));
+    for (const char* uploadId : {"one", "two"}) {
+        auto other = sample();
+        other.uploadId = uploadId;
+        other.target = {};
+        store.saveJournal(other);
+        store.setAside(other);
+    }
+    EXPECT_EQ(store.loadJournal("row-1"), std::nullopt);
+    EXPECT_EQ(store.loadJournal("row-1~2").value().uploadId, "one");
+    const auto second = store.loadJournal("row-1~3").value();
+    EXPECT_EQ(second.uploadId, "two");
+    EXPECT_EQ(second.destination(), (TransferTarget::Deliverable{sample().orgId, sample().projectId, "row-1"}));
 }
 
 TEST(FileStampTest, isSizeAndWholeSecondsOfTheLastChange)

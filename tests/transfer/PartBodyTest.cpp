@@ -1,4 +1,5 @@
 #include "transfer/PartBody.h"
+#include "transfer/UploadFailures.h"
 
 #include "files/BulkBuffer.h"
 #include "files/FileError.h"
@@ -59,6 +60,20 @@ TEST_F(PartBodyTest, aFileThatShrankIsNotSent)
     QByteArray piece(1 << 20, '\0');
     EXPECT_EQ(body.read(0, {piece.data(), 1000}), 1000u);
     EXPECT_THROW(body.read(1'490'000, {piece.data(), 20'000}), SourceChanged);
+}
+
+TEST_F(PartBodyTest, aPartWithoutABufferIsReadAnewForEachAttempt)
+{
+    auto source = SourceFile::open(file.fileName());
+    PartBody body(source, {.offset = 1'000'000, .length = 1'500'000}, {});
+    EXPECT_EQ(drain(body, 700'001), content.mid(1'000'000, 1'500'000));
+    file.seek(0);
+    file.write(QByteArray(3'000'000, 'x'));
+    file.flush();
+    EXPECT_EQ(drain(body, 300), QByteArray(1'500'000, 'x'));
+    file.resize(2'000'000);
+    QByteArray piece(1000, '\0');
+    EXPECT_THROW(body.read(1'200'000, {piece.data(), 1000}), SourceChanged);
 }
 
 TEST_F(PartBodyTest, aPartTooLargeForMemoryIsAClearFailure)

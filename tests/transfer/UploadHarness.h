@@ -122,6 +122,7 @@ public:
     std::optional<int> storageStatus;
     std::optional<API> api{std::in_place, API::Surroundings{.client = *client, .executor = world.executor()}};
     std::vector<UploadProgress> progress;
+    std::vector<QString> remarks;
     std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
     std::optional<std::string> ended; ///< how the file's sending ended: "" when it was delivered
 
@@ -154,7 +155,8 @@ public:
                                .key = key,
                                .confirmed = confirmed,
                                .flag = flag,
-                               .onProgress = [this](const UploadProgress& now) { progress.push_back(now); }}));
+                               .onProgress = [this](const UploadProgress& now) { progress.push_back(now); },
+                               .onRemark = [this](const QString& text) { remarks.push_back(text); }}));
         const auto& failure = outcome.failure;
         ended = !failure ? "" : isCancellation(failure) ? "cancelled" : describe(failure).toStdString();
     }

@@ -1,5 +1,8 @@
 #include "UploadHarness.h"
 
+#include "files/Bookmark.h"
+#include "transfer/UploadNote.h"
+
 namespace palvera {
 namespace {
 
@@ -48,7 +51,7 @@ TEST(UploaderTest, aDeliverablesUploadIsReportedEveryTwoSecondsAndFiledABinsIsNe
         if (target.asBin())
             EXPECT_EQ(delivery.upload()["object"], "Masters/Reel 1/Der Föhn 100% (v2).mov");
         else
-            EXPECT_EQ(reports[1].at - reports[0].at, 2s);
+            EXPECT_EQ(reports[1].at - reports[0].at, 2200ms) << "two seconds after the answer";
     }
 }
 
@@ -123,13 +126,13 @@ TEST(UploaderTest, anAnswerThatIsNoSuccessSettlesNoPartThoughItHasATag)
     EXPECT_THAT(journalOf(delivery).done, IsEmpty());
 }
 
-struct Trouble {
+struct Failing {
     const char* name;
     Operation operation;
     local::Fault fault;
     const char* message = ""; ///< in which an upload ends that meets it again and again
 };
-void PrintTo(const Trouble& trouble, std::ostream* out)
+void PrintTo(const Failing& trouble, std::ostream* out)
 {
     *out << trouble.name;
 }
@@ -149,7 +152,7 @@ const local::Fault noAddress =
     answering({{"urls", QJsonArray{QJsonObject{{"partNumber", 1}, {"url", "not an address"}}}}});
 const local::Fault tooFewParts = answering({{"partCount", 4}});
 
-struct PassingTrouble : testing::TestWithParam<Trouble> {};
+struct PassingTrouble : testing::TestWithParam<Failing> {};
 
 TEST_P(PassingTrouble, endsInAFiledFileAllTheSame)
 {
@@ -159,7 +162,7 @@ TEST_P(PassingTrouble, endsInAFiledFileAllTheSame)
 }
 
 INSTANTIATE_TEST_SUITE_P(Uploader, PassingTrouble,
-                         testing::ValuesIn(std::vector<Trouble>{
+                         testing::ValuesIn(std::vector<Failing>{
                              {"resetAtOnce", Operation::put, {.kind = Kind::resetBeforeReading}},
                              {"resetMidBody", Operation::put, {.kind = Kind::resetMidBody, .bytes = 33'333}},
                              {"stallMidBody", Operation::put, {.kind = Kind::stallMidBody, .bytes = 50'000}},
@@ -177,7 +180,7 @@ INSTANTIATE_TEST_SUITE_P(Uploader, PassingTrouble,
                          }),
                          testing::PrintToStringParamName());
 
-struct LastingTrouble : testing::TestWithParam<Trouble> {};
+struct LastingTrouble : testing::TestWithParam<Failing> {};
 
 TEST_P(LastingTrouble, endsInItsOwnMessageAndAJournalToGoOnFrom)
 {
@@ -196,7 +199,7 @@ TEST_P(LastingTrouble, endsInItsOwnMessageAndAJournalToGoOnFrom)
 
 INSTANTIATE_TEST_SUITE_P(
     Uploader, LastingTrouble,
-    testing::ValuesIn(std::vector<Trouble>{
+    testing::ValuesIn(std::vector<Failing>{
         {"refused", Operation::put, status(403), "Storage answered 403 on a part."},
         {"stalled", Operation::put, stall, "The connection stopped moving for 20 seconds."},
         {"noTag", Operation::put, {.kind = Kind::noTag}, "The storage service returned no ETag."},
@@ -212,33 +215,72 @@ INSTANTIATE_TEST_SUITE_P(
     }),
     testing::PrintToStringParamName());
 
-TEST(UploaderTest, nothingIsSentForWhatIsNoFileWithBytesOrIsBeingSentAlready)
+TEST(UploaderTest, nothingIsSentForWhatIsNoFileWithBytes)
 {
     Delivery delivery;
     Life life(delivery);
-    {
-        auto elsewhere = delivery.journals.tryLock(pictureMaster.deliverableId);
-        EXPECT_EQ(life.send(), "This upload is already running.");
-    }
     delivery.write(0, 0);
     EXPECT_EQ(life.send(), "That file is empty.");
     QFile::remove(delivery.path());
-    EXPECT_EQ(life.send(), "That file is empty.");
+    EXPECT_EQ(life.send(), "“Der Föhn 100% (v2).mov” is no longer in " + delivery.disk.path().toStdString() + ".");
     QDir().mkpath(delivery.path());
-    EXPECT_EQ(life.send(), "That file is empty.");
+    EXPECT_THAT(life.send(), testing::HasSubstr("is a folder"));
     EXPECT_THAT(life.network.seen(), IsEmpty());
 }
 
-TEST(UploaderTest, aFileThatChangesWhileItIsSentIsNeverCompleted)
+/// Another program that sends the master, or something else, to the picture master's row.
+struct Elsewhere {
+    LockFile lock;
+
+    explicit Elsewhere(const Delivery& delivery) : lock(delivery.journals.lockOf(pictureMaster.deliverableId))
+    {
+        EXPECT_EQ(lock.tryLock(), LockFile::Outcome::taken);
+    }
+    void say(const QString& path, bool isDone = false) const
+    {
+        const UploadSubject subject{path, identityOf(path).value(), pictureMaster, "http://platform.test/api/"};
+        lock.setNote(encodeNote({.subject = subject, .isDone = isDone}));
+    }
+};
+
+TEST(UploaderTest, aFileThatIsBeingSentAlreadyIsWaitedForAndAnotherIsRefused)
 {
-    struct Case {
-        qint64 newSize;
-        std::size_t partsBegun;
-    };
-    for (auto [newSize, partsBegun] : {
-             Case{150'000, 9},       // shorter: one lane finds out, and none goes on
-             Case{40 * partSize, 40} // the same size with other bytes shows when all is sent
-         }) {
+    for (bool isDone : {true, false}) {
+        Delivery delivery;
+        Life life(delivery);
+        std::optional<Elsewhere> other(delivery);
+        other->say(delivery.disk.filePath("."));
+        EXPECT_EQ(life.send(), "“.” is on its way there already.");
+        other->say(delivery.path());
+        life.ended.reset();
+        life.world.start(life.sending());
+        life.world.run(life.world.clock.sleep(60s));
+        EXPECT_THAT(life.remarks, ElementsAre("This file is being sent already. Waiting for that."));
+        EXPECT_THAT(life.network.seen(), IsEmpty());
+        if (isDone)
+            other->say(delivery.path(), true);
+        other.reset();
+        life.world.runUntil([&] { return life.ended.has_value(); });
+        EXPECT_EQ(*life.ended, "");
+        EXPECT_EQ(life.network.seen().empty(), isDone) << "nothing is sent twice";
+    }
+}
+
+TEST(UploaderTest, whereNeitherLockNorJournalCanBeWrittenTheUploadGoesOnAndSaysSoOnce)
+{
+    Delivery delivery;
+    QFile inTheWay(delivery.disk.filePath("Palvera"));
+    ASSERT_TRUE(QDir(delivery.disk.filePath("Palvera")).removeRecursively() && inTheWay.open(QIODevice::WriteOnly));
+    Life life(delivery);
+    EXPECT_EQ(life.send(), "");
+    expectDelivered(delivery);
+    ASSERT_EQ(life.remarks.size(), 1u);
+    EXPECT_THAT(life.remarks.front().toStdString(), testing::HasSubstr("cannot be kept"));
+}
+
+TEST(UploaderTest, aFileThatChangesWhileItIsSentIsNeverCompletedAndItsUploadGivenUp)
+{
+    for (qint64 newSize : {150'000LL, 40 * partSize}) {
         Delivery delivery(40 * partSize);
         delivery.fail(Operation::put, {.latency = 500ms}, 7, 1); // the first lane takes the ninth part well before
         {
@@ -249,11 +291,102 @@ TEST(UploaderTest, aFileThatChangesWhileItIsSentIsNeverCompleted)
             delivery.write(newSize, 9);
             life.world.runUntil([&] { return life.ended.has_value(); });
             EXPECT_EQ(*life.ended, "The file changed while it was being sent, so it was not delivered. Send it again.");
-            EXPECT_EQ(life.count(Operation::put), partsBegun);
+            EXPECT_EQ(life.count(Operation::put), 8u) << "no lane goes on with another part";
             EXPECT_EQ(life.count(Operation::complete), 0u);
+            EXPECT_EQ(delivery.upload()["phase"], "aborted");
+            EXPECT_EQ(journalOf(delivery), Journal{});
         }
         Life(delivery).deliver();
     }
+}
+
+TEST(UploaderTest, whateverBecomesOfItsNameAFileIsSentToItsEnd)
+{
+    for (bool removed : {true, false}) {
+        Delivery delivery(20 * partSize);
+        Life life(delivery);
+        life.world.start(life.sending());
+        life.world.runUntil([&] { return life.count(Operation::put) == 8; });
+        EXPECT_TRUE(removed ? QFile::remove(delivery.path()) : QFile::rename(delivery.path(), delivery.path() + "x"));
+        QFile another(delivery.path());
+        ASSERT_TRUE(another.open(QIODevice::WriteOnly) && another.resize(7));
+        life.world.runUntil([&] { return life.ended.has_value(); });
+        EXPECT_EQ(*life.ended, "");
+        expectDelivered(delivery);
+    }
+}
+
+/// Ends with every part confirmed, and no completion.
+void cutOff(Delivery& delivery)
+{
+    Life life(delivery);
+    delivery.fail(Operation::complete, status(503));
+    EXPECT_EQ(life.send(), "The platform is having trouble.");
+}
+
+TEST(UploaderTest, anotherFileForTheSamePlaceStartsAfreshAndTheFirstIsKeptAndGoneOnWithLater)
+{
+    Delivery delivery;
+    cutOff(delivery);
+    const auto first = journalOf(delivery).uploadId;
+    ASSERT_TRUE(QFile::rename(delivery.path(), delivery.disk.filePath("L.wav")));
+    ASSERT_TRUE(QFile::copy(delivery.disk.filePath("L.wav"), delivery.path()));
+    QFile stem(delivery.path()); // as the stems of one export: of one length and one moment
+    ASSERT_TRUE(stem.open(QIODevice::ReadWrite));
+    const auto changed = QFileInfo(delivery.disk.filePath("L.wav")).lastModified();
+    ASSERT_TRUE(stem.setFileTime(changed, QFileDevice::FileModificationTime));
+    auto aside = delivery.journals.loadJournal(pictureMaster.deliverableId).value();
+    aside.filePath = delivery.disk.filePath("L.wav");
+    aside.bookmark = bookmark::make(aside.filePath);
+    delivery.journals.saveJournal(aside);
+
+    delivery.fail(Operation::complete, status(503));
+    Life second(delivery);
+    EXPECT_EQ(second.send(), "The platform is having trouble.");
+    EXPECT_THAT(second.remarks, ElementsAre("The upload of “Der Föhn 100% (v2).mov” that was cut off here is kept."));
+    EXPECT_EQ(second.count(Operation::start), 1u);
+    EXPECT_EQ(delivery.journals.loadJournal("salt-row-1~2").value().uploadId, first);
+
+    ASSERT_TRUE(QFile::remove(delivery.path()) && QFile::rename(aside.filePath, delivery.path()));
+    Life third(delivery);
+    EXPECT_EQ(third.send(), "");
+    EXPECT_EQ(third.count(Operation::put), 0u) << "the first upload has every part";
+}
+
+TEST(UploaderTest, nothingElseIsSentInThePlaceOfAFileThatIsGone)
+{
+    Delivery delivery;
+    cutOff(delivery);
+    const auto kept = journalOf(delivery);
+    ASSERT_TRUE(QFile::remove(delivery.path()));
+    QFile notes(delivery.disk.filePath("Private notes.txt")); // often under the inode number of what was removed
+    ASSERT_TRUE(notes.open(QIODevice::WriteOnly) && notes.resize(kept.byteSize));
+    Life life(delivery);
+    EXPECT_THAT(life.send(), testing::HasSubstr("is no longer in"));
+    EXPECT_THAT(life.network.seen(), IsEmpty());
+    EXPECT_EQ(journalOf(delivery), kept);
+}
+
+TEST(UploaderTest, aPartThatCrawlsIsSentAnewByALaneThatHasNothingToDo)
+{
+    Delivery delivery(64 * partSize);
+    delivery.fail(Operation::put, {.bytesPerSecond = 500}, 1, 0, 5);
+    Life life(delivery);
+    life.network.conditions.bytesPerSecond = 5e4; // two seconds a part
+    EXPECT_EQ(life.send(), "");
+    expectDelivered(delivery);
+    EXPECT_EQ(delivery.timesStored(5), 1);
+    EXPECT_LT(secondsBetween({}, Clock::Moment(life.world.clock.elapsed())), 16 * 1.35);
+}
+
+TEST(UploaderTest, aLineThatKeepsBreakingIsGotThroughWithFewerPartsAtOnce)
+{
+    Delivery delivery(16 * partSize);
+    Life life(delivery);
+    life.network.conditions.sharedBytesPerSecond = partSize / 0.75; // six seconds a part over eight lanes
+    life.network.conditions.breaksEvery = 4s;
+    EXPECT_EQ(life.send(), "");
+    expectDelivered(delivery);
 }
 
 TEST(UploaderTest, aStopCutsEverythingOffAtOnceAndKeepsWhatWasConfirmed)
@@ -321,19 +454,58 @@ TEST(UploaderTest, aCompletionOrFilingWhoseAnswerWasLostIsRecognised)
     }
 }
 
-TEST(UploaderTest, anUploadThatThePlatformForgotIsNotCalledDone)
+TEST(UploaderTest, anUploadThatThePlatformForgotIsSentAfreshAndNotCalledDone)
 {
+    const local::Fault forgotten{.kind = Kind::status, .status = 404, .message = "No such upload."};
     for (const auto& target : bothTargets) {
         Delivery delivery;
         delivery.fail(Operation::complete, status(500));
         EXPECT_EQ(Life(delivery).send(target), "The platform is having trouble.");
-        delivery.fail(Operation::complete, {.kind = Kind::status, .status = 404, .message = "No such upload."}, 0);
+        delivery.fail(Operation::complete, forgotten);
+        delivery.fail(Operation::asset, forgotten);
         const auto object = delivery.upload()["object"].toString();
         QJsonArray others{QJsonObject{{"key", object}, {"size", delivery.content().size() - 1}},
                           QJsonObject{{"key", "2. " + object}, {"size", delivery.content().size()}}};
-        delivery.fail(Operation::bin, answering({{"objects", others}}), 0);
-        EXPECT_EQ(Life(delivery).send(target), "No such upload.");
-        EXPECT_EQ(delivery.journals.loadJournals().size(), 1u);
+        delivery.fail(Operation::bin, answering({{"objects", others}}));
+        Life again(delivery);
+        EXPECT_EQ(again.send(target), "");
+        EXPECT_THAT(again.remarks,
+                    ElementsAre("The platform does not know this upload any more: it is sent from its start."));
+        EXPECT_EQ(again.count(Operation::put), 5u);
+        expectDelivered(delivery, !target.asBin());
+    }
+    Delivery delivery;
+    cutOff(delivery);
+    auto halfWay = journalOf(delivery);
+    halfWay.done.erase(3);
+    delivery.journals.saveJournal(halfWay);
+    delivery.fail(Operation::parts, forgotten, 3);
+    Life again(delivery);
+    EXPECT_EQ(again.send(), "");
+    expectDelivered(delivery);
+}
+
+TEST(UploaderTest, aCompletionThatThePlatformIsStillAtIsWaitedFor)
+{
+    struct Case {
+        Operation operation;
+        local::Fault fault;
+        TransferTarget target;
+    };
+    for (const auto& [operation, fault, target] :
+         {Case{Operation::complete, status(409), pictureMaster},
+          Case{Operation::complete, {.kind = Kind::stallAfterBody}, pictureMaster},
+          Case{Operation::complete, answering({{"object", "another"}}), binFolder}}) {
+        Delivery delivery;
+        delivery.fail(operation, fault, 3);
+        delivery.fail(Operation::asset, status(409), 3);
+        delivery.fail(Operation::bin, answering({{"objects", QJsonArray()}}), 3);
+        Life life(delivery);
+        EXPECT_EQ(life.send(target), "");
+        expectDelivered(delivery, !target.asBin());
+        EXPECT_TRUE(std::ranges::any_of(life.progress, [](const UploadProgress& now) {
+            return now.trouble && now.trouble->reason == "Finishing on the platform.";
+        }));
     }
 }
 

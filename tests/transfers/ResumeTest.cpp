@@ -75,16 +75,18 @@ TEST_F(ResumeTest, findsAFileUnderItsOtherName)
     QDir(disk.path()).rename("master.mov", "final.mov");
     auto id = model->resume(left);
     world.settle();
-    EXPECT_EQ(uploads.requests.at(0).file, disk.filePath("final.mov"));
-    EXPECT_EQ(uploads.requests.at(0).bookmark, bookmark::make(disk.filePath("final.mov")));
+    EXPECT_EQ(uploads.requests.at(0).file, left.filePath) << "under which nothing else may be sent afresh";
+    EXPECT_EQ(uploads.requests.at(0).bookmark, left.bookmark);
     EXPECT_EQ(model->find(*id)->name, "final.mov");
 }
 
 TEST_F(ResumeTest, aStopDoesNotDiscardWhatAnotherProcessHasGoneOnWith)
 {
     journal();
-    auto other = journals.tryLock("row-1");
-    ASSERT_TRUE(other);
+    auto other = journals.lockOf("row-1");
+    ASSERT_EQ(other.tryLock(), LockFile::Outcome::taken);
+    world.run(model->loadJournals());
+    EXPECT_THAT(interruptedKeys(), IsEmpty());
     auto id = addUpload();
     world.settle();
     model->stop(id);

@@ -117,7 +117,8 @@ struct TransfersTest : testing::Test {
     /// As the engine does, under the lock of the journal.
     Task<void> upload(UploadRequest request)
     {
-        auto held = journals.tryLock(request.key);
+        auto held = journals.lockOf(request.key);
+        held.tryLock();
         co_await uploads.run(std::move(request));
     }
 

@@ -5,6 +5,7 @@
 #include "screens/TransferTexts.h"
 #include "screens/Wording.h"
 #include "session/Session.h"
+#include "transfer/UploadFailures.h"
 #include "transfers/Transfers.h"
 
 #include <boost/asio/strand.hpp>
@@ -16,22 +17,17 @@ namespace palvera {
 
 namespace {
 
-enum class Thing { file, folder, other };
-
 struct Inspection {
-    Thing thing = Thing::file;
-    qint64 bytes = 0; ///< 0 when nobody can tell
+    QString objection; ///< why it cannot be sent; empty when it can
+    bool isFolder = false;
+    qint64 bytes = 0;
 };
 
-/// Blocks on the disk. What is not there counts as a file: whoever reads it finds out.
+/// Blocks on the disk.
 Inspection inspect(const QString& path)
 {
     QFileInfo info(path);
-    if (info.isDir())
-        return {.thing = Thing::folder};
-    if (info.exists() && !info.isFile())
-        return {.thing = Thing::other};
-    return {.bytes = info.size()};
+    return {.objection = objectionToSource(path), .isFolder = info.isDir(), .bytes = info.size()};
 }
 
 /// The path on this computer; empty when there is none.
@@ -140,7 +136,7 @@ QString DeliverableView::leftText() const
 
 QString DeliverableView::trouble() const
 {
-    return m_item ? plainReason(m_item->state) : QString();
+    return m_item ? troubleOf(*m_item) : QString();
 }
 
 QString DeliverableView::doubtfulMessage() const
@@ -179,15 +175,15 @@ Task<void> DeliverableView::send(DeliverableUpload intended)
     co_await callOn(m_disk, [&] { found = inspect(file); });
     bool isDoubtful = intended.deliverable.kind == QStringLiteral("textless_elements") && found.bytes > mostForTextless;
     if (intended.deliverable.id != m_deliverable.id) { // nobody looks at it any more, and could answer
-        if (found.thing == Thing::file && !isDoubtful)
+        if (found.objection.isEmpty() && !isDoubtful)
             m_environment.transfers.addUpload(intended);
         co_return;
     }
     auto name = QFileInfo(file).fileName();
-    if (found.thing == Thing::folder)
+    if (found.isFolder)
         refuse(tr("“%1” is a folder. Drop the file itself.").arg(name.isEmpty() ? file : name));
-    else if (found.thing == Thing::other)
-        refuse(tr("“%1” is not a file that can be sent.").arg(name));
+    else if (!found.objection.isEmpty())
+        refuse(found.objection);
     else if (isDoubtful)
         setDoubtful(Doubtful{.upload = intended, .bytes = found.bytes});
     else
@@ -250,6 +246,7 @@ Download DeliverableView::downloadOfFiled() const
 {
     const TransferTarget::Deliverable target{m_org.id, m_project.id, m_deliverable.id};
     return {.object = deliveredFile(m_environment.api, target, m_filed->object),
+            .listedSize = m_deliverable.expectedBytes(),
             .name = m_filed->saveName,
             .label = m_deliverable.label,
             .titleName = m_deliverable.contextLine()};

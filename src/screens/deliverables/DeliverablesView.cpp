@@ -193,7 +193,7 @@ void DeliverablesView::clear()
     setFilter({.search = m_filter.search});
 }
 
-void DeliverablesView::choose(QString DeliverableFilter::*what, const QString& value)
+void DeliverablesView::choose(QString DeliverableFilter::* what, const QString& value)
 {
     auto filter = m_filter;
     filter.*what = value;

@@ -129,7 +129,7 @@ private:
     Task<void> loadAfterUpload();
     void loadSoonAfterUpload();
     void take(DeliverableCards cards);
-    void choose(QString DeliverableFilter::*what, const QString& value);
+    void choose(QString DeliverableFilter::* what, const QString& value);
     void setFilter(DeliverableFilter filter);
     void showRows(bool refreshing);
     void updateMoving();

@@ -23,7 +23,7 @@ struct Status {
     Clock::WallTime now;
 
     QString operator()(const Item::Waiting&) const { return QStringLiteral("Waiting"); }
-    QString operator()(const Item::Running&) const { return {}; }
+    QString operator()(const Item::Running&) const { return troubleOf(item); }
     QString operator()(const Item::Retrying& retrying) const
     {
         return QStringLiteral("%1 Trying again in %2").arg(plainReason(item.state), countdownText(retrying.until, now));
@@ -45,8 +45,12 @@ QString stopMessageOf(const Item& item)
 QString spokenOf(const TransferRow& row, const Item& item)
 {
     auto what = item.kind == Item::Kind::upload ? QStringLiteral("upload") : QStringLiteral("download");
-    auto how = row.status.isEmpty() ? QStringLiteral("%1 percent").arg(row.percent.chopped(1)) : row.status;
-    return QStringList{row.title, row.name, what, nameOf(item.state), how}.join(QStringLiteral(", "));
+    QStringList words{row.title, row.name, what, nameOf(item.state)};
+    if (row.state == TransferState::Value::Running)
+        words.append(QStringLiteral("%1 percent").arg(row.percent.chopped(1)));
+    if (!row.status.isEmpty())
+        words.append(row.status);
+    return words.join(QStringLiteral(", "));
 }
 
 } // namespace

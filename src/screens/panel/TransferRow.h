@@ -29,7 +29,7 @@ struct TransferRow {
     double fraction = 0;   ///< from 0 to 1
     QString percent;       ///< "42%"
     QString figures;       ///< after the percentage: how much, how fast, how long; while it runs
-    QString status;        ///< in words, while it does not run
+    QString status;        ///< in words: how it stands while it does not run, else what is remarkable
     QString detail;        ///< more about the status, for the curious
     QList<double> samples; ///< of the speed graph; empty where there is none
     double graphFraction = 1;
