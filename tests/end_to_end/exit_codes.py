@@ -1,6 +1,5 @@
 #!/usr/bin/env python3
 """What the program ends with, what it says to people and to programs, and that an interruption loses nothing."""
-import datetime
 import json
 import os
 import select
@@ -123,19 +122,6 @@ def stopped_or_discarded_an_upload_leaves_nothing_here_and_there():
         assert platform.violations() == []
 
 
-def a_failed_upload_is_tried_again_and_says_when():
-    refused = {"operation": "start", "action": "status", "times": 0}
-    with signed_in(rules=[refused]) as (workspace, platform, client):
-        process = client.start("upload", ORG, PROJECT, "salt-row-1", workspace.make_file("a.mov", 1000), "--json")
-        retrying = json.loads(process.stdout.readline())
-        assert retrying["event"] == "retrying" and retrying["message"] == "The platform is having trouble.", retrying
-        wait = datetime.datetime.fromisoformat(retrying["until"]) - datetime.datetime.now(datetime.UTC)
-        assert 5 < wait.total_seconds() <= 11, wait
-        support.interrupt(process)
-        result = expect(INTERRUPTED, client.finish(process))
-        assert "Trying again in 10 s." in result.error, result
-
-
 def an_interruption_before_the_platform_answers_leaves_nothing_behind():
     stuck = {"operation": "start", "action": "stall-after-body", "times": 0}
     with signed_in(rules=[stuck]) as (workspace, platform, client):
@@ -211,7 +197,7 @@ def a_reader_that_leaves_or_a_full_disk_is_no_crash():
 
 support.main(wrong_usage_ends_with_2, nobody_signed_in_ends_with_3, a_question_of_the_platform_ends_with_4,
              no_platform_ends_with_5, what_cannot_be_sent_ends_with_1, an_interruption_ends_with_130_and_loses_nothing,
-             stopped_or_discarded_an_upload_leaves_nothing_here_and_there, a_failed_upload_is_tried_again_and_says_when,
+             stopped_or_discarded_an_upload_leaves_nothing_here_and_there,
              an_interruption_before_the_platform_answers_leaves_nothing_behind,
              an_interruption_while_the_password_is_awaited_ends_with_130,
              a_file_that_another_program_sends_is_waited_for_and_no_other_takes_its_place,

@@ -100,26 +100,6 @@ def progress_is_one_line_that_is_cleared_at_the_end():
         support.expect_filed(platform, client, "salt-row-1", file)
 
 
-def several_files_have_a_line_each():
-    with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
-        files = [workspace.make_file(f"Reel {number}.mov", 40 * PART) for number in (1, 2, 3)]
-        code, seen = Terminal(client, "upload-bin", ORG, *files).finish()
-        blocks = re.findall(r"\x1b\[2A((?:\r+\x1b\[K[^\r\n\x1b]+(?:\r\n)?){3})", seen)
-        assert code == DONE and len(blocks) > 5, seen
-        assert all(all(f"Reel {number}" in block for number in (1, 2, 3)) for block in blocks), blocks
-        assert seen.count("Added to") == 3
-
-
-def tables_fit_the_terminal():
-    with signed_in() as (workspace, platform, client):
-        code, seen = Terminal(client, "deliverables", ORG, PROJECT).finish()
-        lines = seen.replace("\r", "").splitlines()
-        assert code == DONE and len(lines) == 22, seen
-        assert all(len(line) <= CELLS for line in lines) and any("…" in line for line in lines), seen
-        assert "salt row 2 of many" in seen and "row/3%25 of salt?#x" in seen
-
-
 support.main(the_password_is_asked_for_and_not_shown,
              an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was,
-             progress_is_one_line_that_is_cleared_at_the_end, several_files_have_a_line_each,
-             tables_fit_the_terminal)
+             progress_is_one_line_that_is_cleared_at_the_end)
