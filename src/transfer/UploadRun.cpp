@@ -202,8 +202,13 @@ bool UploadRun::adoptJournal()
             continue;
         m_journal = std::move(journal);
         auto earlier = std::exchange(m_journal.key, key);
-        store.saveJournal(m_journal);
-        store.removeJournal(earlier);
+        try {
+            store.saveJournal(m_journal);
+            store.removeJournal(earlier);
+        } catch (const FileError&) {
+            m_journal.key = earlier; // it stays where it is
+            remarkOnce(std::current_exception());
+        }
         return true;
     }
     return false;
@@ -221,7 +226,8 @@ Task<void> UploadRun::startAfresh()
     const auto& [path, identity, target, service] = m_subject;
     QString filename = QFileInfo(path).fileName();
     if (filename != QFileInfo(m_request.file).fileName()) // nothing is sent under a name that nobody gave
-        throw CannotSend(objectionToSource(m_request.file));
+        throw CannotSend(QStringLiteral("“%1” has another name by now, “%2”, and must be sent anew.")
+                             .arg(QFileInfo(m_request.file).fileName(), filename));
     QString contentType = mimeTypeForName(filename);
     Started started;
     if (const auto* bin = target.asBin()) {

@@ -112,8 +112,8 @@ std::optional<QUuid> Transfers::resume(const Journal& journal)
     m_resuming.insert(journal.key);
     auto target = journal.destination();
     UploadSource source{.file = journal.filePath, .bookmark = journal.bookmark};
-    if (target.asDeliverable())
-        source.deliverable = Deliverable{.id = journal.key, .label = journal.filename};
+    if (const auto* row = target.asDeliverable())
+        source.deliverable = Deliverable{.id = row->deliverableId, .label = journal.filename};
     const auto label = source.deliverable ? journal.filename : QStringLiteral("Assets");
     return begin({.target = std::move(target), .label = label, .journalKey = journal.key}, std::move(source));
 }

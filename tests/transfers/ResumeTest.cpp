@@ -68,6 +68,18 @@ TEST_F(ResumeTest, whatIsRefusedOrDoubtedAgainCanBeResumedAgain)
     }
 }
 
+TEST_F(ResumeTest, aJournalThatWasSetAsideStillBelongsToItsDeliverable)
+{
+    auto left = journal("row-1~2");
+    left.target = TransferTarget::Deliverable{"org", "salt", "row-1"};
+    uploads.ends = {platformSays(409, "delivery_doubt")};
+    model->resume(left);
+    world.runUntil([&] { return model->doubt().has_value(); });
+    model->confirmDoubt();
+    world.settle();
+    EXPECT_EQ(uploads.requests.back().target, *left.target);
+}
+
 TEST_F(ResumeTest, findsAFileUnderItsOtherName)
 {
     auto left = journal();
