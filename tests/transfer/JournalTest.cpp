@@ -45,11 +45,15 @@ TEST(JournalTest, isWrittenInTheFormThatEveryVersionReads)
               TransferTarget(TransferTarget::Deliverable{"org", "project", "row-1"}));
 }
 
-TEST(JournalTest, keepsEveryKindOfTarget)
+TEST(TransferTargetTest, staysWhatItIsInAJournalAndKeepsItsNamesInTheirPlacesOfAnAddress)
 {
     for (const char* text : {R"({"deliverable":{"orgId":"o","projectId":"p","deliverableId":"d"}})",
                              R"({"bin":{"orgId":"o"}})", R"({"bin":{"orgId":"o","folder":""}})"})
         EXPECT_EQ(TransferTarget::fromJson(jsonObject(text)).toJson(), jsonObject(text));
+    EXPECT_EQ(TransferTarget(TransferTarget::Deliverable{"a/b", "..", "50%?"}).basePath({}),
+              "orgs/a%2Fb/projects/%2E%2E/deliverables/50%25%3F/transfer");
+    EXPECT_EQ(TransferTarget(TransferTarget::Bin{.orgId = "a/b"}).basePath("../x"),
+              "orgs/a%2Fb/bin/uploads/%2E%2E%2Fx");
 }
 
 TEST(JournalTest, refusesWhatIsNoJournal)

@@ -55,12 +55,6 @@ TEST(UploaderTest, aDeliverablesUploadIsReportedEveryTwoSecondsAndFiledABinsIsNe
     }
 }
 
-TEST(UploaderTest, identifiersWithOddCharactersStayOneSegment)
-{
-    Delivery delivery;
-    Life(delivery).deliver(TransferTarget::Deliverable{"org harbour", "spring slate", "spring slate row 2 of many"});
-}
-
 TEST(UploaderTest, goesOnFromTheJournalWithThePartsItLacks)
 {
     Delivery delivery(4 * partSize + 1);

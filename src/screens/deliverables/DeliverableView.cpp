@@ -36,7 +36,7 @@ QString pathOf(QUrl file)
     // Some file managers name the computer.
     if (file.host() == QSysInfo::machineHostName())
         file.setHost({});
-    return file.isLocalFile() ? file.toLocalFile() : QString();
+    return file.isLocalFile() && file.host().isEmpty() ? file.toLocalFile() : QString();
 }
 
 } // namespace

@@ -91,6 +91,7 @@ TEST_F(DeliverableViewTest, whatIsNoFileIsRefusedWithAReason)
         {sparse("empty.mov", 0), "That file is empty."},
         {QUrl("https://example.test/reel.mov"), elsewhere},
         {QUrl("smb://server/reel.mov"), elsewhere},
+        {QUrl("file://server/reel.mov"), elsewhere},
         {QUrl(), elsewhere}};
     for (const auto& [what, reason] : cases) {
         send(what);
