@@ -14,6 +14,9 @@ FocusScope {
     signal leaving()
 
     readonly property bool isMessage: deliverables.loading || deliverables.error !== ""
+    readonly property string narrowing: deliverables.search + "\n" + deliverables.family + "\n" + deliverables.status + "\n" + deliverables.language + "\n" + deliverables.filled
+
+    onNarrowingChanged: list.restart()
 
     Keys.onPressed: event => {
         if (event.text.trim() !== "" && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))) {
@@ -27,14 +30,6 @@ FocusScope {
             search.clear();
         else
             root.leaving();
-    }
-
-    Connections {
-        function onFilterChanged() {
-            list.restart();
-        }
-
-        target: root.deliverables
     }
 
     Shortcut {
