@@ -39,7 +39,8 @@ std::optional<int> Board::nextPart()
 void Board::watch(Sending sending)
 {
     std::lock_guard guard(m_lock);
-    m_inFlight[sending.part] = {.sending = std::move(sending)};
+    const auto part = sending.part;
+    m_inFlight[part] = {.sending = std::move(sending)};
 }
 
 void Board::settle(const Sending& sending, const QString& etag)
