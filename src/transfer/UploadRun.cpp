@@ -24,18 +24,26 @@ namespace asio = boost::asio;
 
 namespace {
 
+/// Whether the platform asks to have the delivery confirmed: that is for the user, at once.
+bool isQuestion(const std::exception_ptr& failure)
+{
+    auto error = failureAs<APIError>(failure);
+    return error && error->code() == QStringLiteral("delivery_doubt");
+}
+
 /// Whether the platform refuses to complete an upload because it is not, or no longer, an open one.
 bool saysNotOpen(const std::exception_ptr& failure)
 {
     auto error = failureAs<APIError>(failure);
-    return error && (error->status() == 404 || error->status() == 409 || error->status() == 410);
+    return error && (error->status() == 404 || error->status() == 409 || error->status() == 410) &&
+           !isQuestion(failure);
 }
 
 /// Whether the platform may be putting the file together still.
 bool isStillAtIt(const std::exception_ptr& failure)
 {
     if (auto error = failureAs<APIError>(failure))
-        return error->status() == 408 || error->status() == 409 || error->status() == 504;
+        return error->status() == 408 || (error->status() == 409 && !isQuestion(failure)) || error->status() == 504;
     auto error = failureAs<TransportError>(failure);
     return error && (error->kind() == TransportError::Kind::idle || error->kind() == TransportError::Kind::timedOut);
 }
@@ -386,7 +394,6 @@ Task<void> UploadRun::sendPart(PartSender& sender, const Board::Sending& sending
 {
     if (m_request.flag->isStopped())
         throwCancelled();
-    requireUnchanged();
     etag = co_await sender.send(sending.part, body, sending.watcher);
     requireUnchanged(); // without a buffer each attempt has read it anew
 }
