@@ -394,6 +394,7 @@ Task<void> UploadRun::sendPart(PartSender& sender, const Board::Sending& sending
 {
     if (m_request.flag->isStopped())
         throwCancelled();
+    requireUnchanged();
     etag = co_await sender.send(sending.part, body, sending.watcher);
     requireUnchanged(); // without a buffer each attempt has read it anew
 }
