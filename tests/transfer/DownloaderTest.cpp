@@ -27,8 +27,10 @@ extern "C" int __real_fdatasync(int file); // NOLINT(bugprone-reserved-identifie
 extern "C" int __wrap_fdatasync(int file)  // NOLINT(bugprone-reserved-identifier)
 {
     const int result = __real_fdatasync(file);
+    const int error = errno;
     if (auto happens = std::exchange(whileSyncing, nullptr))
         happens();
+    errno = error;
     return result;
 }
 
@@ -133,6 +135,14 @@ struct DownloaderTest : testing::Test {
     std::string download() { return life.emplace(storage).download(path); }
     std::set<qint64> recorded() const { return loadPartial(path).value_or(Partial{.done = {-1}}).done; }
 
+    /// All else goes on for two seconds.
+    void goOn()
+    {
+        const auto end = life->world.clock.now() + 2s;
+        do
+            life->world.settle();
+        while (life->world.clock.now() < end && life->world.clock.advanceToNextWake());
+    }
     /// The file is there and nothing else; takes it away.
     void expectWhole()
     {
@@ -218,11 +228,7 @@ TEST_F(DownloaderTest, listsNoChunkBeforeItIsOnTheDiskAndKeepsTheRecordUntilAllA
 {
     storage.content = contentOf(2 * chunk);
     storage.latency = [](auto lane) { return std::chrono::milliseconds(100 * (lane + 1)); };
-    whileSyncing = [this] { // the second chunk, the last, comes while the disk is busy with the first
-        do
-            life->world.settle();
-        while (life->world.clock.advanceToNextWake());
-    };
+    whileSyncing = [this] { goOn(); }; // the second chunk, the last, comes while the disk is busy with the first
     const FileCalls calls;
     EXPECT_EQ(download(), "");
     std::string order;
@@ -238,6 +244,7 @@ TEST_F(DownloaderTest, listsNoChunkBeforeItIsOnTheDiskAndKeepsTheRecordUntilAllA
 
 TEST_F(DownloaderTest, takesNoChunkForDoneThatTheDiskRefused)
 {
+    storage.latency = [](auto lane) { return std::chrono::milliseconds(100 * (lane + 1)); };
     for (qint64 size : {slice - 1, 4 * chunk})
         for (std::string call : {"write ", "fdatasync "}) {
             SCOPED_TRACE(call);
@@ -245,6 +252,7 @@ TEST_F(DownloaderTest, takesNoChunkForDoneThatTheDiskRefused)
             {
                 FileCalls calls;
                 calls.fail(call + path.toStdString(), ENOSPC);
+                whileSyncing = [this] { goOn(); }; // all has come when the disk says so
                 EXPECT_THAT(download(), HasSubstr("cannot be written"));
             }
             EXPECT_THAT(recorded(), IsEmpty());
