@@ -1,6 +1,7 @@
 #include "desktop/SleepInhibitor.h"
 
-#include <QCoreApplication>
+#include "files/FileDescriptor.h"
+
 #include <QObject>
 
 #include <array>
@@ -28,26 +29,6 @@ struct CloseBus {
     void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
 };
 using Bus = std::unique_ptr<sd_bus, CloseBus>;
-
-/// An open file of the system.
-class Descriptor {
-public:
-    explicit Descriptor(int number = -1) : m_number(number) {}
-    ~Descriptor() { reset(); }
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-
-    int number() const { return m_number; }
-    void reset(int number = -1)
-    {
-        if (m_number >= 0)
-            ::close(m_number);
-        m_number = number;
-    }
-
-private:
-    int m_number;
-};
 
 /// Until the moment `microseconds` of the monotonic clock, for poll: -1 for none.
 int millisecondsUntil(std::uint64_t microseconds)
@@ -83,7 +64,7 @@ public:
             m_why = why.toUtf8();
             ++m_holds;
         });
-        if (m_thread.joinable())
+        if (m_thread.joinable() || m_wake.number() < 0) // it could not be told to end
             return;
         try {
             m_thread = std::thread([this] { run(); });
@@ -117,7 +98,7 @@ private:
             process();
             wait();
         }
-        m_lock.reset();
+        m_lock = FileDescriptor();
         m_bus.reset();
     }
 
@@ -128,7 +109,7 @@ private:
         if (m_ends)
             return false;
         if (!m_wanted)
-            m_lock.reset();
+            m_lock = FileDescriptor();
         else if (std::exchange(m_asked, m_holds) != m_holds)
             ask();
         return true;
@@ -192,7 +173,7 @@ private:
             return 0;
         std::lock_guard guard(manager.m_mutex);
         if (manager.m_wanted)
-            manager.m_lock.reset(::fcntl(lock, F_DUPFD_CLOEXEC, 0));
+            manager.m_lock = FileDescriptor(::fcntl(lock, F_DUPFD_CLOEXEC, 0));
         return 0;
     }
 
@@ -210,7 +191,7 @@ private:
     }
 
     const QByteArray m_address; // empty: the system's bus
-    const Descriptor m_wake{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
+    const FileDescriptor m_wake{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
     std::thread m_thread;
 
     std::mutex m_mutex;
@@ -222,7 +203,7 @@ private:
 
     // The thread only.
     Bus m_bus;
-    Descriptor m_lock;
+    FileDescriptor m_lock;
     int m_asked = 0; // the number of the last `hold` that the login manager was asked for
 };
 

@@ -135,9 +135,12 @@ void Board::noteTrouble(int part, Trouble trouble, Clock::Moment now)
 
 std::optional<Trouble> Board::trouble(Clock::Moment now) const
 {
-    if (auto silent = troubleOfSilence(silence(now)))
-        return silent;
+    const auto silent = troubleOfSilence(silence(now));
     std::lock_guard guard(m_lock);
+    // Between attempts storage has nothing to answer.
+    if (silent &&
+        std::ranges::any_of(m_inFlight, [](const auto& one) { return one.second.sending.watcher->isUnderWay(); }))
+        return silent;
     const InFlight* latest = nullptr;
     for (const auto& [part, one] : m_inFlight) {
         const auto state = one.sending.watcher->state();

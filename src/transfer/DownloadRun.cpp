@@ -406,6 +406,7 @@ std::optional<Trouble> DownloadRun::lookForTrouble()
     std::optional<Clock::Moment> moved;
     std::optional<Trouble> trouble;
     bool isStuck = true;
+    bool isUnderWay = false; // between attempts storage has nothing to answer
     for (auto& lane : m_lanes) {
         if (!lane.isBusy)
             continue;
@@ -416,12 +417,13 @@ std::optional<Trouble> DownloadRun::lookForTrouble()
         }
         moved = std::max(moved, std::optional(lane.moved));
         isStuck = isStuck && lane.trouble;
+        isUnderWay = isUnderWay || lane.pace.began();
         trouble = lane.trouble ? lane.trouble : trouble;
     }
     const auto silence = moved ? now - *moved : std::chrono::nanoseconds(0);
     if (silence > 2s && !m_environment.hasNetwork())
         return Trouble{.reason = QStringLiteral("No network.")};
-    auto silent = troubleOfSilence(silence);
+    auto silent = isUnderWay ? troubleOfSilence(silence) : std::nullopt;
     return silent ? silent : isStuck ? trouble : std::nullopt;
 }
 

@@ -39,6 +39,12 @@ std::optional<PaceMeter::Pace> SendWatcher::pace() const
     return m_pace.pace(m_clock.now(), m_state.sent);
 }
 
+bool SendWatcher::isUnderWay() const
+{
+    std::lock_guard guard(m_lock);
+    return m_pace.began().has_value();
+}
+
 std::chrono::nanoseconds SendWatcher::taken() const
 {
     std::lock_guard guard(m_lock);

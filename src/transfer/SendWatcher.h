@@ -30,6 +30,8 @@ public:
     void rest();
     /// Of the present attempt, see PaceMeter; nothing between attempts.
     std::optional<PaceMeter::Pace> pace() const;
+    /// Whether an attempt is under way.
+    bool isUnderWay() const;
     /// How long the latest attempt that ended took.
     std::chrono::nanoseconds taken() const;
 

@@ -6,12 +6,10 @@
 #include "files/BulkBuffer.h"
 #include "files/FileError.h"
 #include "files/FileTypes.h"
-#include "http/TransportError.h"
 #include "service/APIError.h"
-#include "service/BrowsingOperations.h"
+#include "transfer/Completion.h"
 #include "transfer/PartBody.h"
 #include "transfer/UploadFailures.h"
-#include "transfer/UploadNote.h"
 
 #include <boost/asio/strand.hpp>
 #include <boost/asio/this_coro.hpp>
@@ -21,46 +19,6 @@
 namespace palvera {
 
 namespace asio = boost::asio;
-
-namespace {
-
-/// Whether the platform asks to have the delivery confirmed: that is for the user, at once.
-bool isQuestion(const std::exception_ptr& failure)
-{
-    auto error = failureAs<APIError>(failure);
-    return error && error->code() == QStringLiteral("delivery_doubt");
-}
-
-/// Whether the platform refuses to complete an upload because it is not, or no longer, an open one.
-bool saysNotOpen(const std::exception_ptr& failure)
-{
-    auto error = failureAs<APIError>(failure);
-    return error && (error->status() == 404 || error->status() == 409 || error->status() == 410) &&
-           !isQuestion(failure);
-}
-
-/// Whether the platform may be putting the file together still.
-bool isStillAtIt(const std::exception_ptr& failure)
-{
-    if (auto error = failureAs<APIError>(failure))
-        return error->status() == 408 || (error->status() == 409 && !isQuestion(failure)) || error->status() == 504;
-    auto error = failureAs<TransportError>(failure);
-    return error && (error->kind() == TransportError::Kind::idle || error->kind() == TransportError::Kind::timedOut);
-}
-
-bool saysGone(const std::exception_ptr& failure)
-{
-    auto error = failureAs<APIError>(failure);
-    return error && palvera::saysGone(error->status());
-}
-
-/// How long the platform may take to put the parts together, and how often it is asked meanwhile.
-constexpr std::chrono::minutes completionTime{15};
-constexpr std::chrono::seconds completionPause{10};
-/// Between looks at a lock that another program holds.
-constexpr std::chrono::milliseconds lookAgain{500};
-
-} // namespace
 
 UploadRun::UploadRun(const Uploader::Environment& environment, const Uploader::Settings& settings,
                      UploadRequest request)
@@ -97,35 +55,13 @@ void UploadRun::findFile()
 
 Task<bool> UploadRun::claim()
 {
-    const auto own = UploadNote{.subject = m_subject};
-    bool hasWaited = false;
     try {
-        m_lock.emplace(m_environment.journals.lockOf(m_request.key));
-        for (;;) {
-            auto outcome = m_lock->tryLock();
-            auto other = decodeNote(m_lock->note());
-            bool isSame = other && isSameUpload(other->subject, m_subject);
-            if (hasWaited && isSame && other->isDone)
-                co_return false;
-            if (outcome == LockFile::Outcome::taken)
-                break;
-            if (outcome == LockFile::Outcome::released) {
-                m_lock.reset();
-                m_lock.emplace(m_environment.journals.lockOf(m_request.key));
-                continue;
-            }
-            if (other && !isSame)
-                throw CannotSend(
-                    QStringLiteral("“%1” is on its way there already.").arg(QFileInfo(other->subject.path).fileName()));
-            if (!std::exchange(hasWaited, true))
-                m_request.onRemark(QStringLiteral("This file is being sent already. Waiting for that."));
-            co_await m_environment.clock.sleep(lookAgain);
-        }
-        m_lock->setNote(encodeNote(own));
+        m_claim.emplace(m_environment.journals, m_environment.clock, m_request.key, m_subject);
+        co_return co_await m_claim->take(m_request.onRemark);
     } catch (const CannotSend&) {
         throw;
-    } catch (const FileError& error) {
-        m_lock.reset();
+    } catch (const FileError&) {
+        m_claim.reset();
         remarkOnce(std::current_exception());
     }
     co_return true;
@@ -156,11 +92,13 @@ Task<void> UploadRun::sendAndDeliver()
     if (sent.failure)
         std::rethrow_exception(sent.failure);
     checkComplete();
-    co_await sayingWhy(deliver(), {.sent = m_journal.byteSize,
-                                   .total = m_journal.byteSize,
-                                   .trouble = Trouble{.reason = QStringLiteral("Finishing on the platform.")}});
-    if (m_lock)
-        m_lock->setNote(encodeNote({.subject = m_subject, .isDone = true}));
+    Completion completion(m_environment.api, m_environment.clock, m_journal);
+    co_await sayingWhy(completion.perform(),
+                       {.sent = m_journal.byteSize,
+                        .total = m_journal.byteSize,
+                        .trouble = Trouble{.reason = QStringLiteral("Finishing on the platform.")}});
+    if (m_claim)
+        m_claim->noteDone();
     co_await forget();
     log.done(m_journal.byteSize);
 }
@@ -454,71 +392,6 @@ void UploadRun::checkComplete() const
         throw APIError(0, QStringLiteral("The upload is missing parts (%1 of %2). Resume it to send the rest.")
                               .arg(m_journal.done.size())
                               .arg(m_journal.partCount));
-}
-
-Task<void> UploadRun::deliver()
-{
-    const auto deadline = m_environment.clock.now() + completionTime;
-    for (;;) {
-        auto unfinished = co_await finish();
-        if (!unfinished)
-            co_return;
-        if (m_environment.clock.now() >= deadline)
-            std::rethrow_exception(unfinished);
-        co_await m_environment.clock.sleep(completionPause);
-    }
-}
-
-/// The answer to an earlier completion may have been lost, an earlier run's or one that the session sent again on a
-/// fresh connection, and the platform may still be at it. Whether the file is there shows only in what follows: in the
-/// bin's listing, or in the platform agreeing to file it.
-Task<std::exception_ptr> UploadRun::finish()
-{
-    const auto target = m_journal.destination();
-    CompleteBody body{.object = m_journal.object, .uploadId = m_journal.uploadId, .parts = {}};
-    for (const auto& [part, etag] : m_journal.done)
-        body.parts.push_back({.partNumber = part, .etag = etag});
-    auto completion = co_await answerOf(completeUpload(m_environment.api, target, m_journal.sessionId, body));
-    auto failure = completion.failure;
-    if (failure && !saysNotOpen(failure) && !isStillAtIt(failure))
-        std::rethrow_exception(failure);
-
-    bool isGone = saysGone(failure);
-    if (target.asBin()) {
-        if ((completion.value && completion.value->object == m_journal.object) || co_await isInBin())
-            co_return nullptr;
-        if (!failure)
-            failure = std::make_exception_ptr(APIError(0, QStringLiteral("The platform has not confirmed the file.")));
-    } else {
-        auto filing = co_await answerOf(
-            confirmAsset(m_environment.api, target, {.object = m_journal.object, .filename = m_journal.filename}));
-        if (!filing.failure)
-            co_return nullptr;
-        if (!failure || !failureAs<APIError>(filing.failure))
-            std::rethrow_exception(filing.failure);
-        isGone = isGone && saysGone(filing.failure);
-    }
-    if (isGone)
-        throw UploadForgotten(describe(failure));
-    if (completion.failure && !isStillAtIt(completion.failure))
-        std::rethrow_exception(completion.failure);
-    co_return failure;
-}
-
-Task<bool> UploadRun::isInBin() const
-{
-    constexpr int mostPages = 100; // of a listing that is searched by name: more is a listing that goes round
-    BinQuery query{.search = m_journal.filename};
-    for (int page = 0; page < mostPages; ++page) {
-        BinPage listed = co_await listBin(m_environment.api, m_journal.orgId, query);
-        for (const auto& object : listed.objects)
-            if (object.key == m_journal.object && object.size == m_journal.byteSize)
-                co_return true;
-        if (listed.nextCursor.value_or(QString()).isEmpty())
-            break;
-        query.cursor = listed.nextCursor;
-    }
-    co_return false;
 }
 
 } // namespace palvera

@@ -6,6 +6,7 @@
 #include "transfer/ResumeRules.h"
 #include "transfer/TransferLog.h"
 #include "transfer/URLPool.h"
+#include "transfer/UploadClaim.h"
 #include "transfer/Uploader.h"
 
 namespace palvera {
@@ -54,11 +55,6 @@ private:
     Task<void> sayLater(UploadProgress why);
     void requireUnchanged() const;
     void checkComplete() const;
-    /// Has the platform put the parts together and, for a deliverable, file them; waits while it is at that.
-    Task<void> deliver();
-    /// Null once that is done; else why it cannot be told yet.
-    Task<std::exception_ptr> finish();
-    Task<bool> isInBin() const;
 
     const Uploader::Environment& m_environment;
     const Uploader::Settings& m_settings;
@@ -68,9 +64,9 @@ private:
     // The run's strand only; after `startAfresh` only the confirmed parts change.
     std::optional<SourceFile> m_file; // one for all lanes: whatever becomes of its path, it stays the same file
     UploadSubject m_subject;
-    std::optional<LockFile> m_lock; // nothing where none can be had
-    bool m_keepsJournal = true;     // not where another file's cannot be moved out of the way
-    bool m_hasRemarked = false;     // on progress that cannot be kept
+    std::optional<UploadClaim> m_claim; // nothing where no lock can be had
+    bool m_keepsJournal = true;         // not where another file's cannot be moved out of the way
+    bool m_hasRemarked = false;         // on progress that cannot be kept
     Journal m_journal;
 };
 

@@ -19,7 +19,8 @@ struct UploadRequest {
     bool confirmed = false;                  ///< the user has answered the platform's question about this delivery
     std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
     ProgressReporter::OnProgress onProgress = {}; ///< called from the engine, on any of its threads, one at a time
-    /// Takes what the user should know although the upload goes on, a sentence each; called as `onProgress`.
+    /// Takes what the user should know although the upload goes on, a sentence each, empty once that is past; called
+    /// as `onProgress`.
     std::function<void(const QString&)> onRemark = [](const QString&) {};
 };
 

@@ -121,6 +121,9 @@ TEST_F(BoardTest, saysWhyNothingMovesAndNothingWhileSomethingDoes)
     EXPECT_EQ(board.trouble(clock.now()), (Trouble{"reset", 3})) << "another attempt alone moves nothing";
     clock.advance(17s);
     EXPECT_EQ(board.trouble(clock.now()), (Trouble{"No answer from storage for 15 seconds.", 0}));
+    for (auto* sending : {&first, &second})
+        sending->watcher->rest();
+    EXPECT_EQ(board.trouble(clock.now()), (Trouble{"reset", 3})) << "between attempts nobody has to answer";
     second.watcher->progressed(1);
     EXPECT_EQ(board.trouble(clock.now()), std::nullopt);
 }

@@ -257,6 +257,8 @@ TEST(UploaderTest, aFileThatIsBeingSentAlreadyIsWaitedForAndAnotherIsRefused)
         life.world.runUntil([&] { return life.ended.has_value(); });
         EXPECT_EQ(*life.ended, "");
         EXPECT_EQ(life.network.seen().empty(), isDone) << "nothing is sent twice";
+        EXPECT_EQ(life.remarks.size(), isDone ? 1u : 2u);
+        EXPECT_EQ(life.remarks.back().isEmpty(), !isDone) << "it waits no more";
     }
 }
 
