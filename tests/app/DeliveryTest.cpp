@@ -1,45 +1,32 @@
 #include "tests/app/Desktop.h"
 #include "tests/support/QtPrinting.h"
 
-#include <QJsonArray>
+#include "controls/SpinnerCanvas.h"
+#include "controls/SymbolIcon.h"
 
-#include <gmock/gmock.h>
+#include <QJsonArray>
 
 namespace palvera {
 namespace {
 
 using local::Fault;
 using local::Operation;
+using Page = RootView::Page;
 
 /// The everyday path in the real windows: a project, a deliverable, a file and the panel.
-class DeliveryTest : public testing::Test {
+class DeliveryTest : public DesktopTest {
 protected:
-    explicit DeliveryTest(qint64 bytesPerSecond = 0) : desktop(bytesPerSecond) {}
-    void SetUp() override { desktop.start(); }
+    explicit DeliveryTest(qint64 bytesPerSecond = 0) : DesktopTest(bytesPerSecond) { start(); }
 
-    QStringList rows() const
+    const Item& latest() { return transfers().items().back(); }
+    bool waitForState(const QString& state)
     {
-        QStringList names;
-        for (auto* row : screen.all(QAccessible::ListItem))
-            names.append(Screen::nameOf(row));
-        return names;
+        return screen.waitUntil([&] { return !transfers().items().empty() && nameOf(latest().state) == state; });
     }
-    bool drop(const QUrl& file)
+    bool waitForPage(Page page)
     {
-        auto* zone = screen.find(QAccessible::Grouping, "Drop a file here");
-        return zone && screen.drop(zone, {file});
+        return screen.waitUntil([&] { return root().page() == page; });
     }
-    const Item* item(std::size_t index) { return &desktop.transfers().items().at(index); }
-    bool waitForState(const std::string& state)
-    {
-        return screen.waitUntil([&] {
-            const auto& items = desktop.transfers().items();
-            return !items.empty() && nameOf(items.back().state).toStdString() == state;
-        });
-    }
-
-    Desktop desktop;
-    Screen& screen = desktop.screen;
 };
 
 /// The same over connections that take their time.
@@ -50,32 +37,52 @@ protected:
 
 TEST_F(DeliveryTest, theListIsNarrowedDownWithTheKeyboardAlone)
 {
-    desktop.openDeliverables();
-    screen.waitUntil([&] { return screen.focused() && Screen::roleOf(screen.focused()) == QAccessible::ListItem; });
+    openDeliverables();
+    screen.waitUntil([&] { return Screen::roleOf(screen.focused()) == QAccessible::ListItem; });
     screen.type("key art");
     screen.waitUntil([&] { return rows() == QStringList("Key art"); });
     EXPECT_TRUE(screen.reads("1 of 21"));
     screen.press(Qt::Key_Escape);
-    screen.waitUntil([&] { return rows().size() > 5; });
-    screen.tabTo(QAccessible::ComboBox, "Family: All");
-    screen.press(Qt::Key_Space);
-    screen.find(QAccessible::MenuItem, "Subtitles");
-    screen.press(Qt::Key_End);
-    screen.press(Qt::Key_Return);
-    screen.find(QAccessible::ComboBox, "Family: Video");
-    screen.waitUntil([&] { return rows().size() == 6; });
-    screen.tabTo(QAccessible::Button, "Clear");
-    screen.press(Qt::Key_Return);
-    screen.waitUntil([&] { return screen.reads("21 of 21"); });
-    EXPECT_FALSE(screen.shows(QAccessible::Button, "Clear"));
-    desktop.enter("Find a deliverable", "nothing like it");
-    desktop.waitForText("Nothing matches");
+    waitForText("21 of 21");
+    enter("Find a deliverable", "nothing like it");
+    waitForText("Nothing matches");
     EXPECT_TRUE(screen.reads("0 of 21"));
+}
+
+TEST_F(DeliveryTest, eachPickerSetsItsOwnFilter)
+{
+    struct Case {
+        const char* title;
+        const char* filter;
+        const char* value; ///< the last of its choices
+        const char* label;
+    } cases[] = {
+        {"Family", "family", "video", "Video"},
+        {"Status", "status", "re-delivery needed", "Re delivery needed"},
+        {"Language", "language", "zxx", "Textless"},
+        {"Files", "filled", "Empty", "Empty"},
+    };
+    openDeliverables();
+    auto& view = *root().deliverables();
+    for (const auto& [title, filter, value, label] : cases) {
+        SCOPED_TRACE(title);
+        screen.choose(QAccessible::ComboBox, QString("%1: All").arg(title), Qt::Key_Space);
+        screen.find(QAccessible::MenuItem, label);
+        screen.press(Qt::Key_End);
+        screen.press(Qt::Key_Return);
+        screen.find(QAccessible::ComboBox, QString("%1: %2").arg(title, label));
+        for (const auto& each : cases)
+            EXPECT_EQ(view.property(each.filter), each.filter == filter ? value : "All") << each.filter;
+        EXPECT_LT(view.rowCount(), 21);
+        screen.choose(QAccessible::Button, "Clear");
+        waitForText("21 of 21");
+    }
+    EXPECT_FALSE(screen.shows(QAccessible::Button, "Clear"));
 }
 
 TEST_F(DeliveryTest, aRowIsOpenedWithEnterAndLeftWithEscapeToWhereOneWas)
 {
-    desktop.openDeliverables();
+    openDeliverables();
     screen.tabTo(QAccessible::ListItem, "Picture master");
     for (int i = 0; i < 4; ++i)
         screen.press(Qt::Key_Down);
@@ -84,109 +91,85 @@ TEST_F(DeliveryTest, aRowIsOpenedWithEnterAndLeftWithEscapeToWhereOneWas)
     screen.find(QAccessible::Heading, name);
     screen.find(QAccessible::Button, "Choose a file");
     screen.press(Qt::Key_Escape);
-    screen.waitUntil([&] { return screen.focused() && Screen::roleOf(screen.focused()) == QAccessible::ListItem; });
+    screen.waitUntil([&] { return Screen::roleOf(screen.focused()) == QAccessible::ListItem; });
     EXPECT_EQ(Screen::nameOf(screen.focused()), name);
     screen.press(Qt::Key_Escape);
-    screen.waitUntil([&] { return desktop.application().root().page() == RootView::Page::Projects; });
+    waitForPage(Page::Projects);
     screen.find(QAccessible::ListItem, "Assets");
 }
 
-TEST_F(DeliveryTest, aDroppedFileGoesUpAndIsSeenFiled)
+TEST_F(DeliveryTest, theRowThatIsSeenIsTheRowThatIsOpened)
 {
-    desktop.openDeliverable("Picture master");
-    EXPECT_TRUE(drop(desktop.sparseFile("Salt – 100% ünïcode #1.mov", 3'000'000)));
+    openDeliverables();
+    auto places = [this] {
+        std::map<double, QStringList> seen; // from the top
+        for (auto* row : screen.all(QAccessible::ListItem))
+            seen[row->mapToScene({}).y()].append(Screen::nameOf(row));
+        return seen;
+    };
+    screen.waitUntil([&] { return places().begin()->second == QStringList("Picture master"); });
+    const auto before = places();
+    for (const QString word : {"stems", "key art", "trailer"}) { // of rows below those seen, and among them
+        enter("Find a deliverable", word);
+        screen.waitUntil([&] { return rows().size() < 5; });
+        screen.press(Qt::Key_Escape);
+        screen.waitUntil([&] { return rows().size() > 5; });
+        screen.waitForFrame();
+        EXPECT_EQ(places(), before) << word.toStdString();
+        screen.press(Qt::Key_Down);
+        EXPECT_EQ(Screen::nameOf(screen.focused()), "Picture master") << word.toStdString();
+    }
+}
+
+TEST_F(DeliveryTest, aDroppedFileIsCopiedAndSeenFiled)
+{
+    openDeliverable("Picture master");
+    isWatched = false;
+    auto file = sparseFile("Salt – 100% ünïcode #1.mov", 3'000'000);
+    // A program that hears of a move deletes the file.
+    EXPECT_EQ(screen.drag(screen.find(QAccessible::Grouping, {}), {file}, Qt::MoveAction), Qt::CopyAction);
+    EXPECT_EQ(drop({file}, Qt::MoveAction), Qt::CopyAction);
     waitForState("done");
     screen.find(QAccessible::Heading, "Filed against this deliverable");
     EXPECT_TRUE(screen.reads("Salt – 100% ünïcode #1.mov"));
-    EXPECT_TRUE(desktop.transfers().isPanelOpen()) << "it opens by itself";
-    desktop.goToPanel();
-    screen.click(screen.find(QAccessible::PageTab, "Finished"));
+    EXPECT_EQ(notices.shown, QStringList("Transfers finished: “Salt – 100% ünïcode #1.mov” is done."));
+    EXPECT_TRUE(transfers().isPanelOpen()) << "it opens by itself";
+    goToPanel();
+    screen.click(QAccessible::PageTab, "Finished");
     screen.waitUntil([&] { return rows().size() == 1; });
     EXPECT_TRUE(rows().first().contains("done")) << rows().first().toStdString();
-    EXPECT_TRUE(screen.reads("Clear"));
-    screen.click(screen.find(QAccessible::Button, "Clear"));
-    desktop.waitForText("Nothing finished yet");
+    screen.click(QAccessible::Button, "Clear");
+    waitForText("Nothing finished yet");
 }
 
 TEST_F(DeliveryTest, whatIsNoFileIsRefusedInWords)
 {
-    desktop.openDeliverable("Picture master");
-    drop(QUrl::fromLocalFile(desktop.disk.path()));
+    openDeliverable("Picture master");
+    drop({QUrl::fromLocalFile(disk.path())});
     screen.waitUntil([&] { return !screen.all(QAccessible::AlertMessage).isEmpty(); });
     EXPECT_TRUE(screen.reads("is a folder. Drop the file itself."));
-    EXPECT_FALSE(screen.drop(screen.find(QAccessible::Grouping, "Drop a file here"), {}));
-    desktop.waitForText("The file did not arrive from the other program.");
-    EXPECT_TRUE(desktop.transfers().items().empty());
+    EXPECT_EQ(drop({}), Qt::IgnoreAction);
+    waitForText("The file did not arrive from the other program.");
+    EXPECT_TRUE(transfers().items().empty());
 }
 
 TEST_F(DeliveryTest, theFiledFileIsDownloadedIntoTheRememberedFolder)
 {
-    QDir(desktop.disk.path()).mkdir("downloads");
-    desktop.run(desktop.application().session().setDownloadsFolder(desktop.disk.filePath("downloads")));
-    desktop.openDeliverable("Forced narrative");
-    screen.click(screen.find(QAccessible::Button, "Download"));
+    QDir(disk.path()).mkdir("downloads");
+    run(application().session().setDownloadsFolder(disk.filePath("downloads")));
+    openDeliverable("Forced narrative");
+    screen.click(QAccessible::Button, "Download");
     waitForState("done");
-    EXPECT_EQ(QFile(desktop.disk.filePath("downloads/salt_9 v2.srt")).size(), item(0)->total);
-}
-
-TEST_F(DeliveryTest, aFullLengthFileForTextlessElementsIsAskedAboutAtTheLimit)
-{
-    desktop.platform.faults().add(
-        {.operation = Operation::start, .times = 0, .fault = {.latency = std::chrono::hours(1)}});
-    desktop.openDeliverable("Textless elements");
-    drop(desktop.sparseFile("too long.mov", 4'000'000'001));
-    desktop.waitForText("Send a full-length file to Textless elements?");
-    screen.waitUntil([&] { return screen.focused() && Screen::nameOf(screen.focused()) == "Cancel"; });
-    screen.press(Qt::Key_Return);
-    screen.waitUntil([&] { return !screen.reads("Send a full-length file"); });
-    EXPECT_TRUE(desktop.transfers().items().empty());
-    drop(desktop.sparseFile("long enough.mov", 4'000'000'000));
-    screen.waitUntil([&] { return desktop.transfers().items().size() == 1; });
-    EXPECT_FALSE(screen.reads("Send a full-length file"));
-}
-
-TEST_F(DeliveryTest, aDoubtIsAskedAboutAndConfirmed)
-{
-    desktop.platform.faults().add(
-        {.operation = Operation::complete,
-         .times = 1,
-         .fault = {
-             .kind = Fault::Kind::status, .status = 409, .error = "delivery_doubt", .message = "It is very short."}});
-    desktop.openDeliverable("Picture master");
-    drop(desktop.sparseFile("short.mov", 1'000'000));
-    desktop.waitForText("Check this file before it goes");
-    EXPECT_TRUE(screen.reads("Going to Salt · Picture master\n\nIt is very short."));
-    EXPECT_TRUE(desktop.transfers().items().empty());
-    desktop.goToMainWindow();
-    screen.tabTo(QAccessible::Button, "Send anyway");
-    screen.press(Qt::Key_Return);
-    waitForState("done");
-    EXPECT_FALSE(screen.reads("Check this file before it goes"));
+    EXPECT_EQ(QFile(disk.filePath("downloads/salt_9 v2.srt")).size(), latest().total);
 }
 
 TEST_F(DeliveryTest, theDesktopsDialogIsOpenedForAFile)
 {
-    desktop.openDeliverable("Picture master");
-    screen.click(screen.find(QAccessible::Button, "Choose a file"));
-    screen.waitUntil([&] { return desktop.application().root().deliverable()->isPicking(); });
-    desktop.application().root().deliverable()->pick(desktop.sparseFile("chosen.mov", 1000));
+    openDeliverable("Picture master");
+    screen.click(QAccessible::Button, "Choose a file");
+    screen.waitUntil([&] { return root().deliverable()->isPicking(); });
+    root().deliverable()->pick(sparseFile("chosen.mov", 1000));
     waitForState("done");
-}
-
-TEST_F(DeliveryTest, whoLooksElsewhereIsToldOfTheEnd)
-{
-    desktop.openDeliverable("Picture master");
-    desktop.transfers().setPanelOpen(true);
-    drop(desktop.sparseFile("watched.mov", 1000));
-    waitForState("done");
-    EXPECT_EQ(desktop.notices.titles, QStringList());
-    desktop.isWatched = false;
-    desktop.transfers().addUpload({.file = desktop.sparseFile("unseen.mov", 1000).toLocalFile(),
-                                   .orgId = "org-northlight",
-                                   .projectId = "salt",
-                                   .deliverable = {.id = "salt-row-5"}});
-    screen.waitUntil([&] { return !desktop.notices.titles.isEmpty(); });
-    EXPECT_EQ(desktop.notices.titles, QStringList("Transfers finished"));
 }
 
 TEST_F(DeliveryTest, thousandsOfRowsAreFilteredWithoutHoldingUpTheWindow)
@@ -197,86 +180,99 @@ TEST_F(DeliveryTest, thousandsOfRowsAreFilteredWithoutHoldingUpTheWindow)
                                 {"label", QString("Reel %1 of %2").arg(i).arg(i % 7)},
                                 {"family", i % 2 ? "video" : "audio"},
                                 {"status", "awaiting"}});
-    desktop.platform.faults().add(
-        {.operation = Operation::deliverables,
-         .times = 0,
-         .fault = {.kind = Fault::Kind::overwrite, .members = QJsonObject{{"deliverables", many}}}});
-    desktop.signIn("ada@northlight.example", "reel-one");
-    desktop.waitForText("Choose a client");
-    screen.click(screen.find(QAccessible::ListItem, "Northlight Pictures"));
-    screen.click(screen.find(QAccessible::ListItem, "Salt"));
-    desktop.waitForText("2000 of 2000");
-    desktop.enter("Find a deliverable", "of 3");
-    desktop.waitForText("286 of 2000");
+    fail(Operation::deliverables, {.kind = Fault::Kind::overwrite, .members = {{"deliverables", many}}}, 0);
+    openDeliverables("Reel 0 of 0");
+    enter("Find a deliverable", "of 3");
+    waitForText("286 of 2000");
     screen.press(Qt::Key_Escape);
-    desktop.waitForText("2000 of 2000");
+    waitForText("2000 of 2000");
     screen.tabTo(QAccessible::ListItem, "Reel 0 of 0");
     screen.press(Qt::Key_End);
-    screen.waitUntil([&] { return Screen::nameOf(screen.focused()) == "Reel 1999 of 4"; });
+    screen.waitForFocus("Reel 1999 of 4");
 }
 
-TEST_F(SlowDeliveryTest, stoppingIsAskedAboutAndLeavesNothing)
+TEST_F(SlowDeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
 {
-    desktop.openDeliverable("Picture master");
-    drop(desktop.sparseFile("reel.mov", 600'000'000));
-    screen.find(QAccessible::Button, "Stop");
-    desktop.goToPanel();
-    screen.click(screen.find(QAccessible::Button, "Stop"));
-    desktop.waitForText("Stop this upload?");
-    screen.press(Qt::Key_Escape);
-    screen.waitUntil([&] { return !screen.reads("Stop this upload?"); });
-    EXPECT_EQ(desktop.transfers().inFlightCount(), 1);
-    screen.click(screen.find(QAccessible::Button, "Stop"));
-    desktop.waitForText("Stop this upload?");
-    screen.tabTo(QAccessible::Button, "Stop");
-    for (auto* button : screen.all(QAccessible::Button, "Stop"))
-        if (button->property("filled").toBool())
-            screen.click(button);
-    waitForState("stopped");
-    desktop.waitForText("Nothing moving");
-    EXPECT_TRUE(desktop.transfers().interruptedJournals().empty());
+    const auto isMoving = [&] { return transfers().inFlightCount() == 1; };
+    struct Question {
+        const char* title;
+        const char* no;
+        std::function<void()> ask;
+        std::function<bool()> isDone; ///< what is asked about
+    } questions[] = {
+        {"Send a full-length file to Textless elements?", "Cancel",
+         [&] { drop({sparseFile("too long.mov", 4'000'000'001)}); }, isMoving},
+        {"Stop this upload?", "Keep going",
+         [&] {
+             goToPanel();
+             screen.click(QAccessible::Button, "Stop");
+         },
+         [&] { return !isMoving() && transfers().interruptedJournals().empty(); }},
+        {"Check this file before it goes", "Cancel", [&] { drop({sparseFile("draft.mov", 1'000'000)}); },
+         [&] { return !transfers().items().empty() && nameOf(latest().state) == "done"; }},
+        {"Quit while files are moving?", "Keep going",
+         [&] {
+             if (!isMoving())
+                 drop({sparseFile("reel.mov", 4'000'000'000)}); // the longest that nobody asks about
+             screen.waitUntil(isMoving);
+             screen.window().close();
+         },
+         [&] { return !application().window()->isVisible(); }},
+    };
+    openDeliverable("Textless elements");
+    for (const auto& [title, no, ask, isDone] : questions) {
+        SCOPED_TRACE(title);
+        for (auto key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space}) {
+            goToMainWindow();
+            ask();
+            waitForText(title);
+            screen.waitForFocus(no);
+            EXPECT_FALSE(isDone());
+            if (key == Qt::Key_Space) // at the other answer
+                screen.press(Qt::Key_Tab);
+            screen.press(key);
+            screen.waitUntil([&] { return !screen.reads(title); });
+            if (key == Qt::Key_Space)
+                screen.waitUntil(isDone);
+            else
+                EXPECT_FALSE(isDone());
+        }
+        if (transfers().inFlightCount() == 0)
+            transfers().clearFinished();
+    }
 }
 
 TEST_F(SlowDeliveryTest, anUploadThatWasCutOffIsResumedFromThePanelAfterTheNextStart)
 {
-    desktop.openDeliverable("Picture master");
-    drop(desktop.sparseFile("reel.mov", 70'000'000));
-    screen.waitUntil([&] { return !desktop.transfers().items().empty() && item(0)->sent > 0; });
+    openDeliverable("Picture master");
+    drop({sparseFile("reel.mov", 12'000'000)});
+    screen.waitUntil([&] { return !transfers().items().empty() && latest().sent > 0; });
     EXPECT_TRUE(screen.window().title().contains("%"));
-    desktop.start();
-    desktop.openDeliverables();
-    screen.click(screen.find(QAccessible::Button, "Transfers"));
-    desktop.goToPanel();
-    screen.click(screen.find(QAccessible::PageTab, "Interrupted"));
-    screen.click(screen.find(QAccessible::Button, "Resume"));
-    desktop.waitForText("Nothing interrupted");
+    start();
+    openDeliverables();
+    screen.click(QAccessible::Button, "Transfers");
+    goToPanel();
+    screen.click(QAccessible::PageTab, "Interrupted");
+    screen.click(QAccessible::Button, "Resume");
+    waitForText("Nothing interrupted");
     waitForState("done");
 }
 
-TEST_F(SlowDeliveryTest, quittingIsAskedAboutWhileSomethingMoves)
+TEST(StatusBadgeTest, theSpinnerTakesThePlaceOfTheCheckMark)
 {
-    desktop.openDeliverable("Picture master");
-    drop(desktop.sparseFile("reel.mov", 600'000'000));
-    screen.find(QAccessible::Button, "Stop");
-    EXPECT_FALSE(screen.window().close());
-    desktop.waitForText("Quit while files are moving?");
-    screen.press(Qt::Key_Escape);
-    EXPECT_TRUE(screen.window().isVisible());
-    desktop.application().root().deliverable()->stop();
-    screen.waitUntil([&] { return desktop.transfers().inFlightCount() == 0; });
-    EXPECT_TRUE(screen.window().close());
-}
-
-TEST(EndNoticeTest, saysWhatBecameOfAll)
-{
-    using Text = EndNotice::Text;
-    EXPECT_EQ(EndNotice::textFor({}, "a.mov"), std::nullopt);
-    EXPECT_EQ(EndNotice::textFor({.done = 1}, "a.mov"), (Text{"Transfers finished", "“a.mov” is done."}));
-    EXPECT_EQ(EndNotice::textFor({.done = 3}, "a.mov"), (Text{"Transfers finished", "3 files are done."}));
-    EXPECT_EQ(EndNotice::textFor({.failed = 1}, "a.mov"),
-              (Text{"Transfers failed", "“a.mov” could not be transferred."}));
-    EXPECT_EQ(EndNotice::textFor({.done = 2, .failed = 1}, "a.mov"),
-              (Text{"Transfers finished, some failed", "Done: 2. Could not be transferred: 1."}));
+    struct Case {
+        bool filed, moving, isChecked;
+    } cases[] = {{false, false, false}, {true, false, true}, {false, true, false}, {true, true, false}};
+    Screen screen;
+    screen.showContent("property alias badge: badge; StatusBadge { id: badge; text: '1' }",
+                       "import Palvera.Deliverables");
+    auto* badge = screen.window().property("badge").value<QQuickItem*>();
+    for (const auto& [filed, moving, isChecked] : cases) {
+        badge->setProperty("filed", filed);
+        badge->setProperty("moving", moving);
+        EXPECT_EQ(badge->findChild<SymbolIcon*>()->isVisible(), isChecked) << filed << moving;
+        EXPECT_EQ(badge->findChild<SpinnerCanvas*>()->isVisible(), moving) << filed << moving;
+    }
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "app/Application.h"
 #include "async/MainThread.h"
-#include "desktop/Notices.h"
 #include "files/Preferences.h"
 #include "http/CookieStore.h"
 #include "http/HttpSession.h"
@@ -10,6 +9,7 @@
 #include "localplatform/SignIn.h"
 #include "service/Connections.h"
 #include "session/SignInDoors.h"
+#include "tests/app/FakeNotices.h"
 #include "tests/support/ScopedVariable.h"
 #include "tests/support/Screen.h"
 #include "transfers/TransferEngines.h"
@@ -21,14 +21,6 @@
 #include <gtest/gtest.h>
 
 namespace palvera {
-
-/// Keeps what the user is told.
-class FakeNotices final : public Notices {
-public:
-    QStringList titles;
-
-    void show(const QString& title, const QString&) override { titles.append(title); }
-};
 
 /// The desktop application in a window without a display, against the local platform's server in the same process.
 class Desktop {
@@ -54,7 +46,7 @@ public:
         finish();
         m_running.emplace(disk.path(), *this);
         ASSERT_TRUE(m_running->application.show());
-        screen.use(m_running->application.window());
+        goToMainWindow();
     }
     void finish()
     {
@@ -62,9 +54,16 @@ public:
         m_running.reset();
     }
     Application& application() { return m_running->application; }
+    RootView& root() { return application().root(); }
+    LoginView& login() { return *root().login(); }
     Transfers& transfers() { return application().transfers(); }
     void goToPanel() { screen.use(application().panel()); }
     void goToMainWindow() { screen.use(application().window()); }
+    /// The next requests of that operation go wrong.
+    void fail(local::Operation operation, local::Fault fault, int times = 1)
+    {
+        platform.faults().add({.operation = operation, .times = times, .fault = std::move(fault)});
+    }
     /// A file of that many bytes, all zero, that takes no room.
     QUrl sparseFile(const QString& name, qint64 bytes)
     {
@@ -82,43 +81,49 @@ public:
         screen.type(text);
     }
     /// Enters an address and a password at the doors for them, and sends each with Enter.
-    void signIn(const QString& email, const QString& password)
+    void signIn(const QString& email = "ada@northlight.example", const QString& password = "reel-one")
     {
         enter("Work email", email);
         screen.press(Qt::Key_Return);
         enter("Password", password);
         screen.press(Qt::Key_Return);
     }
-    /// From the clients, past the sign-in if nobody is signed in, to the deliverables of the sample project.
-    void openDeliverables()
+    /// Past the sign-in, if nobody is signed in, to the clients.
+    void openClients()
     {
-        screen.waitUntil([&] { return application().root().key() != "loading"; });
-        if (application().root().key() == "login")
-            signIn("ada@northlight.example", "reel-one");
-        waitForText("Choose a client");
-        screen.click(screen.find(QAccessible::ListItem, "Northlight Pictures"));
-        screen.click(screen.find(QAccessible::ListItem, "Salt"));
-        screen.find(QAccessible::ListItem, "Picture master");
+        screen.waitUntil([&] { return root().key() != "loading"; });
+        if (root().key() == "login")
+            signIn();
+        screen.waitForText("Choose a client");
+    }
+    void openDeliverables(const QString& row = "Picture master")
+    {
+        openClients();
+        screen.click(QAccessible::ListItem, "Northlight Pictures");
+        screen.click(QAccessible::ListItem, "Salt");
+        screen.find(QAccessible::ListItem, row);
+    }
+    /// Searches the deliverables for that row and opens it.
+    void openRow(const QString& name)
+    {
+        enter("Find a deliverable", name);
+        screen.waitUntil([&] { return screen.shows(QAccessible::ListItem, name) && rows().size() < 4; });
+        screen.click(QAccessible::ListItem, name);
+        screen.waitUntil([&] { return root().page() == RootView::Page::Deliverable; });
+        screen.find(QAccessible::Heading, name);
     }
     void openDeliverable(const QString& name)
     {
         openDeliverables();
-        enter("Find a deliverable", name);
-        screen.waitUntil(
-            [&] { return screen.shows(QAccessible::ListItem, name) && screen.all(QAccessible::ListItem).size() < 4; });
-        screen.click(screen.find(QAccessible::ListItem, name));
-        screen.waitUntil([&] { return application().root().page() == RootView::Page::Deliverable; });
-        screen.find(QAccessible::Heading, name);
+        openRow(name);
     }
-    bool waitForText(const QString& text)
+    QStringList rows() const { return screen.names(QAccessible::ListItem); }
+    /// Lets files go where the deliverable that is open takes them.
+    Qt::DropAction drop(const QList<QUrl>& files, Qt::DropAction proposed = Qt::CopyAction)
     {
-        return screen.waitUntil([&] { return screen.reads(text); });
+        return screen.drop(screen.find(QAccessible::Grouping, {}), files, proposed);
     }
-    /// The screen that the program is at, once it has come to rest there.
-    bool waitForScreen(const QString& key)
-    {
-        return screen.waitUntil([&] { return application().root().key() == key; });
-    }
+    bool waitForText(const QString& text) { return screen.waitForText(text); }
 
     /// Runs `operation` of a model to its end.
     void run(Task<void> operation)
@@ -186,6 +191,11 @@ private:
     };
 
     std::optional<Running> m_running;
+};
+
+class DesktopTest : public testing::Test, protected Desktop {
+protected:
+    using Desktop::Desktop;
 };
 
 } // namespace palvera

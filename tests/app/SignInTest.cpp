@@ -1,175 +1,162 @@
 #include "tests/app/Desktop.h"
 #include "tests/support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 
+using Face = LoginView::Face;
 using local::Fault;
 using local::Operation;
 
-/// Every way in that leads through the window itself, with the keyboard alone.
-class SignInTest : public testing::Test {
-protected:
-    void SetUp() override
+/// The ways in that lead through the window itself, with the keyboard alone.
+struct SignInTest : DesktopTest {
+    SignInTest()
     {
-        desktop.start();
+        isAltHeld = true;
+        start();
         screen.find(QAccessible::EditableText, "Work email");
     }
-    QString user() { return desktop.application().root().userEmail(); }
-
-    Desktop desktop;
-    Screen& screen = desktop.screen;
 };
 
-TEST_F(SignInTest, theWorkEmailLeadsToThePasswordAndToTheClients)
+TEST_F(SignInTest, eachFaceBeginsInItsFirstFieldAndSendsNothingWhileSomethingIsMissing)
 {
-    screen.waitUntil([&] { return screen.focused() && Screen::nameOf(screen.focused()) == "Work email"; });
-    screen.type("ada@northlight.example");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("ada@northlight.example");
-    screen.waitUntil([&] { return screen.focused() && Screen::nameOf(screen.focused()) == "Password"; });
-    screen.type("reel-one");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("Choose a client");
-    EXPECT_EQ(user(), "ada@northlight.example");
+    struct Case {
+        Face face;
+        const char* email;
+        const char* password;
+        const char* field;
+        const char* typed;
+    } cases[] = {
+        {Face::Email, nullptr, nullptr, "Work email", " "},
+        {Face::Login, nullptr, nullptr, "Work email", "hana@kestrel.example"},
+        {Face::Password, "ada@northlight.example", nullptr, "Password", ""},
+        {Face::Verify, "ben@northlight.example", "reel-two", "Code from the email", " "},
+        {Face::Totp, "cleo@northlight.example", "reel-three", "Code from the app", " "},
+        {Face::Enrol, "dov@northlight.example", "reel-four", "Code from the app", " "},
+        {Face::Forgot, nullptr, nullptr, "Work email", " "},
+    };
+    for (const auto& [face, email, password, field, typed] : cases) {
+        SCOPED_TRACE(int(face));
+        login().open(true);
+        screen.waitUntil([&] { return login().face() == Face::Email; });
+        if (face == Face::Login)
+            screen.choose(QAccessible::Button, "Sign in with an access code");
+        if (face == Face::Forgot)
+            login().forgotPassword();
+        if (email) {
+            enter("Work email", email);
+            screen.press(Qt::Key_Return);
+        }
+        if (password) {
+            enter("Password", password);
+            screen.press(Qt::Key_Return);
+        }
+        screen.waitUntil([&] { return login().face() == face && !login().isBusy(); });
+        screen.waitForFocus(field);
+        int sent = 0;
+        auto watch = QObject::connect(&login(), &LoginView::busyChanged, [&] { ++sent; });
+        screen.type(typed);
+        screen.press(Qt::Key_Return); // at the access-code door to the password
+        screen.press(Qt::Key_Return);
+        EXPECT_EQ(sent, 0);
+        QObject::disconnect(watch);
+    }
 }
 
-TEST_F(SignInTest, aWrongPasswordIsSaidAndCanBeCorrected)
+TEST_F(SignInTest, eachWayInLeadsToTheClients)
 {
-    desktop.signIn("ada@northlight.example", "wrong");
-    screen.waitUntil([&] { return !screen.all(QAccessible::AlertMessage).isEmpty(); });
-    EXPECT_FALSE(Screen::nameOf(screen.all(QAccessible::AlertMessage).first()).isEmpty());
-    desktop.enter("Password", "reel-one");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("Choose a client");
+    struct Account {
+        const char* email;
+        const char* password;
+        const char* said;
+        const char* field;
+        const char* code;
+    } accounts[] = {
+        {"ada@northlight.example", "reel-one", nullptr, nullptr, nullptr},
+        {"ben@northlight.example", "reel-two", "We sent a six-digit code to ben@northlight.example.",
+         "Code from the email", "246810"},
+        {"cleo@northlight.example", "reel-three", "One more step", "Code from the app", "135790"},
+        {"dov@northlight.example", "reel-four", "Add an authenticator", "Code from the app", "135790"},
+    };
+    for (const auto& [email, password, said, field, code] : accounts) {
+        signIn(email, password);
+        if (code) {
+            waitForText(said);
+            enter(field, code);
+            screen.press(Qt::Key_Return);
+        }
+        screen.waitUntil([&] { return root().userEmail() == email; });
+        waitForText("Choose a client");
+        run(application().session().signOut());
+        screen.find(QAccessible::EditableText, "Work email");
+    }
 }
 
-TEST_F(SignInTest, anAccountThatMovesSignsInWithItsOldPassword)
+TEST_F(SignInTest, whatIsWrongIsSaidAndCanBeCorrected)
 {
-    desktop.signIn("finn@harbour.example", "reel-six");
-    desktop.waitForText("Choose a client");
-    EXPECT_EQ(user(), "finn@harbour.example");
+    EXPECT_TRUE(screen.reads("Build 1.2.3 (45)"));
+    screen.choose(QAccessible::Button, "Continue with Google, in a sign-in window.", Qt::Key_Space);
+    waitForText("Google did not finish. Try again, or sign in another way.");
+    signIn("ada@northlight.example", "wrong");
+    screen.find(QAccessible::AlertMessage, "That email or password is not right.");
+    fail(Operation::password, {.kind = Fault::Kind::stallAfterBody});
+    enter("Password", "reel-one");
+    screen.press(Qt::Key_Return);
+    screen.find(QAccessible::Button, "Signing in");
+    EXPECT_TRUE(screen.all(QAccessible::AlertMessage).isEmpty());
 }
 
-TEST_F(SignInTest, theCodeFromTheEmailCanBeAskedForAgain)
+TEST_F(SignInTest, aSecondStepOffersAnotherCodeOrAKeyToEnter)
 {
-    desktop.signIn("ben@northlight.example", "reel-two");
-    desktop.waitForText("Check your email");
-    desktop.waitForText("We sent a six-digit code to ben@northlight.example.");
-    screen.tabTo(QAccessible::Button, "Send another code");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("Another code is on its way.");
-    desktop.enter("Code from the email", "246810");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("Choose a client");
-}
-
-TEST_F(SignInTest, theAuthenticatorsCodeIsAskedFor)
-{
-    desktop.signIn("cleo@northlight.example", "reel-three");
-    desktop.waitForText("One more step");
-    desktop.enter("Code from the app", "135790");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("Choose a client");
-}
-
-TEST_F(SignInTest, anAuthenticatorIsSetUpFromAPictureOrAKey)
-{
-    desktop.signIn("dov@northlight.example", "reel-four");
-    desktop.waitForText("Add an authenticator");
-    EXPECT_TRUE(screen.shows(QAccessible::Graphic, "QR code for your authenticator app"));
+    signIn("ben@northlight.example", "reel-two");
+    waitForText("Check your email");
+    screen.choose(QAccessible::Button, "Send another code");
+    waitForText("Another code is on its way.");
+    login().open(false);
+    screen.find(QAccessible::EditableText, "Work email");
+    signIn("dov@northlight.example", "reel-four");
+    waitForText("Add an authenticator");
+    screen.find(QAccessible::Graphic, "QR code for your authenticator app");
     EXPECT_FALSE(screen.shows(QAccessible::EditableText, "Key"));
-    screen.tabTo(QAccessible::Button, "Cannot scan it? Enter this key instead");
-    screen.press(Qt::Key_Space);
-    auto* key = screen.find(QAccessible::EditableText, "Key");
-    EXPECT_FALSE(key->property("text").toString().isEmpty());
-    desktop.enter("Code from the app", "135790");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("Choose a client");
+    screen.choose(QAccessible::Button, "Cannot scan it? Enter this key instead", Qt::Key_Space);
+    EXPECT_EQ(screen.find(QAccessible::EditableText, "Key")->property("text"), login().secret());
 }
 
 TEST_F(SignInTest, aForgottenPasswordIsResetByALink)
 {
-    desktop.enter("Work email", "ada@northlight.example");
+    enter("Work email", "ada@northlight.example");
     screen.press(Qt::Key_Return);
-    screen.find(QAccessible::EditableText, "Password");
-    screen.tabTo(QAccessible::Button, "Forgotten your password?");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("Give us the email address on your account");
-    screen.tabTo(QAccessible::Button, "Send me a link");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("If ada@northlight.example has an account, a link is on its way.");
+    screen.choose(QAccessible::Button, "Forgotten your password?");
+    waitForText("Give us the email address on your account");
+    screen.choose(QAccessible::Button, "Send me a link");
+    waitForText("If ada@northlight.example has an account, a link is on its way.");
     EXPECT_TRUE(screen.reads("Nothing has changed yet."));
     EXPECT_FALSE(screen.shows(QAccessible::Button, "Send me a link"));
-    screen.tabTo(QAccessible::Button, "Back to sign in");
-    screen.press(Qt::Key_Return);
-    screen.find(QAccessible::EditableText, "Work email");
+    screen.choose(QAccessible::Button, "Back to sign in");
+    waitForText("Secured by WorkOS");
+    EXPECT_EQ(login().face(), Face::Email);
 }
 
-TEST_F(SignInTest, aWayThroughTheBrowserThatDoesNotOpenIsSaid)
+TEST_F(SignInTest, whoTypesAheadAtTheAccessCodeDoorKeepsTheKeyboardWhereItIs)
 {
-    screen.tabTo(QAccessible::Button, "Continue with Google, in a sign-in window.");
-    screen.press(Qt::Key_Space);
-    desktop.waitForText("Google did not finish. Try again, or sign in another way.");
-}
-
-TEST_F(SignInTest, whileARequestRunsItsButtonSaysSoAndTakesNoSecondPress)
-{
-    desktop.platform.faults().add({.operation = Operation::methods, .fault = {.kind = Fault::Kind::stallAfterBody}});
-    desktop.enter("Work email", "ada@northlight.example");
-    screen.press(Qt::Key_Return);
-    screen.find(QAccessible::Button, "Signing in");
-    screen.press(Qt::Key_Return);
-    EXPECT_TRUE(desktop.application().root().login()->isBusy());
-}
-
-TEST(SignInDoorsTest, theAccessCodeDoorIsThereForWhoHoldsAlt)
-{
-    Desktop desktop;
-    auto& screen = desktop.screen;
-    desktop.isAltHeld = true;
-    desktop.start();
-    screen.find(QAccessible::Button, "Sign in with an access code");
-    screen.tabTo(QAccessible::Button, "Sign in with an access code");
-    screen.press(Qt::Key_Return);
-    screen.find(QAccessible::Button, "Back to sign in");
-    desktop.enter("Work email", "hana@kestrel.example");
-    desktop.enter("Password", "open-sesame");
-    screen.press(Qt::Key_Return);
-    desktop.waitForText("Choose a client");
-    EXPECT_EQ(desktop.application().root().userEmail(), "hana@kestrel.example");
-}
-
-TEST(SignInDoorsTest, whoTypesAheadOfANewFaceKeepsTheKeyboardWhereItIs)
-{
-    Desktop desktop;
-    auto& screen = desktop.screen;
-    desktop.isAltHeld = true;
-    desktop.start();
-    screen.find(QAccessible::Button, "Sign in with an access code");
-    screen.tabTo(QAccessible::Button, "Sign in with an access code");
-    bool moved = false;
-    QObject::connect(desktop.application().root().login(), &LoginView::focusWanted, &screen.window(),
-                     [&] { moved = true; });
-    screen.press(Qt::Key_Return);
-    desktop.enter("Work email", "hana@kestrel.example");
-    desktop.enter("Password", "open-");
-    screen.waitUntil([&] { return moved; });
+    bool isLed = false;
+    screen.waitForFocus("Work email");
+    QObject::connect(&login(), &LoginView::focusWanted, &screen.window(), [&] { isLed = true; });
+    screen.choose(QAccessible::Button, "Sign in with an access code");
+    enter("Work email", "hana@kestrel.example");
+    enter("Password", "open-");
+    screen.waitUntil([&] { return isLed; });
     screen.type("sesame");
     screen.press(Qt::Key_Return);
-    desktop.waitForText("Choose a client");
+    waitForText("Choose a client");
+    EXPECT_EQ(root().userEmail(), "hana@kestrel.example");
 }
 
-TEST(SignInDoorsTest, theAccessCodeDoorIsNowhereOtherwise)
+TEST_F(DesktopTest, theAccessCodeDoorIsOnlyThereForWhoHoldsAlt)
 {
-    Desktop desktop;
-    desktop.start();
-    desktop.screen.find(QAccessible::EditableText, "Work email");
-    EXPECT_FALSE(desktop.screen.shows(QAccessible::Button, "Sign in with an access code"));
-    EXPECT_TRUE(desktop.screen.reads("Build 1.2.3 (45)"));
-    EXPECT_TRUE(desktop.screen.reads("Secured by WorkOS"));
+    start();
+    screen.find(QAccessible::EditableText, "Work email");
+    EXPECT_FALSE(screen.shows(QAccessible::Button, "Sign in with an access code"));
 }
 
 } // namespace

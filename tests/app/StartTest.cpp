@@ -1,50 +1,54 @@
 #include "tests/app/Desktop.h"
 #include "tests/support/QtPrinting.h"
 
-#include <gmock/gmock.h>
+#include <QGuiApplication>
 
 namespace palvera {
 namespace {
 
-TEST(StartTest, offlineItComesToTheSignInScreen)
+using StartTest = DesktopTest;
+
+TEST_F(StartTest, offlineItComesToTheSignInScreen)
 {
-    Desktop desktop;
-    desktop.server.reset();
-    desktop.start();
-    desktop.waitForScreen("login");
-    desktop.screen.find(QAccessible::EditableText, "Work email");
+    server.reset();
+    start();
+    screen.find(QAccessible::EditableText, "Work email");
 }
 
-TEST(StartTest, whoIsSignedInComesToTheClientsAndStaysSignedInForTheNextStart)
+TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWas)
 {
-    Desktop desktop;
-    desktop.start();
-    desktop.signIn("ada@northlight.example", "reel-one");
-    desktop.waitForText("Choose a client");
-    desktop.start();
-    desktop.waitForText("Choose a client");
-    EXPECT_EQ(desktop.application().root().userEmail(), "ada@northlight.example");
+    start();
+    signIn();
+    waitForText("Choose a client");
+    screen.window().setGeometry(60, 50, 770, 590);
+    screen.settle();
+    start();
+    EXPECT_EQ(screen.window().geometry(), QRect(60, 50, 770, 590));
+    waitForText("Choose a client");
+    EXPECT_EQ(root().userEmail(), "ada@northlight.example");
 }
 
-TEST(StartTest, theWindowComesBackWhereItWas)
+TEST_F(StartTest, aSecondStartBringsTheWindowBack)
 {
-    Desktop desktop;
-    desktop.start();
-    desktop.screen.window().setGeometry(60, 50, 770, 590);
-    desktop.screen.settle();
-    desktop.start();
-    EXPECT_EQ(desktop.screen.window().geometry(), QRect(60, 50, 770, 590));
+    start();
+    screen.window().setWindowStates(Qt::WindowMinimized);
+    application().raise();
+    screen.takeWarnings(); // where there is no display, nothing can be put in front
+    screen.waitUntil([&] { return screen.window().isActive(); });
+    EXPECT_FALSE(screen.window().windowStates().testFlag(Qt::WindowMinimized));
 }
 
-TEST(StartTest, aSecondStartBringsTheWindowBack)
+TEST_F(StartTest, comingBackToTheProgramLoadsTheDeliverablesAgain)
 {
-    Desktop desktop;
-    desktop.start();
-    desktop.screen.window().setWindowStates(Qt::WindowMinimized);
-    desktop.application().raise();
-    desktop.screen.takeWarnings(); // where there is no display, nothing can be put in front
-    desktop.screen.waitUntil([&] { return desktop.screen.window().isActive(); });
-    EXPECT_FALSE(desktop.screen.window().windowStates().testFlag(Qt::WindowMinimized));
+    start();
+    openDeliverables();
+    bool isLoadBegun = false;
+    QObject::connect(root().deliverables(), &DeliverablesView::loadChanged, &screen.window(),
+                     [&] { isLoadBegun = true; });
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
+    EXPECT_FALSE(isLoadBegun);
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
+    EXPECT_TRUE(isLoadBegun);
 }
 
 TEST(FloatingWindowTest, keepsItsWindowAboveTheOthers)

@@ -17,11 +17,24 @@ TEST(WindowPlaceTest, takesWhatMakesSense)
 TEST(WindowPlaceTest, knowsAPlaceThatNobodyCouldReach)
 {
     const QList<QRect> screens = {{0, 0, 1920, 1080}, {1920, 0, 1280, 720}};
-    EXPECT_TRUE(WindowPlace::isReachable({100, 100, 800, 600}, screens));
-    EXPECT_TRUE(WindowPlace::isReachable({1900, 600, 800, 600}, screens)) << "its title is on the second";
-    EXPECT_FALSE(WindowPlace::isReachable({4000, 100, 800, 600}, screens)) << "a screen that is gone";
-    EXPECT_FALSE(WindowPlace::isReachable({100, -300, 800, 600}, screens)) << "its title is above the top";
-    EXPECT_FALSE(WindowPlace::isReachable({1850, 1070, 800, 600}, screens));
+    struct Case {
+        const char* where;
+        int x, y;
+        bool isReachable;
+    } cases[] = {
+        {"in the middle", 100, 100, true},
+        {"its title on the second screen", 1900, 600, true},
+        {"on a screen that is gone", 4000, 100, false},
+        {"its title above the top", 100, -300, false},
+        {"half of its title above the top", 100, -20, true},
+        {"too little of its title below the top", 100, -21, false},
+        {"enough of its title at the left", -680, 100, true},
+        {"a narrow sliver at the left", -681, 100, false},
+        {"a narrow sliver at the right", 3200 - 119, 100, false},
+        {"too little of its title above the bottom", 100, 1080 - 19, false},
+    };
+    for (const auto& [where, x, y, isReachable] : cases)
+        EXPECT_EQ(WindowPlace::isReachable({x, y, 800, 600}, screens), isReachable) << where;
     EXPECT_FALSE(WindowPlace::isReachable({0, 0, 800, 600}, {}));
 }
 

@@ -7,6 +7,7 @@
 #include <QDropEvent>
 #include <QElapsedTimer>
 #include <QMimeData>
+#include <QPointer>
 #include <QQmlComponent>
 #include <QTest>
 
@@ -49,6 +50,20 @@ void collect(QAccessibleInterface* interface, QList<QQuickItem*>& into)
         collect(interface->child(i), into);
 }
 
+/// Sends the events of that kind that a program from elsewhere would; what would become of the files.
+template <class Event>
+Qt::DropAction bring(QQuickWindow* window, QQuickItem* over, const QList<QUrl>& files, Qt::DropAction proposed)
+{
+    QMimeData data;
+    data.setUrls(files);
+    const auto place = over->mapToScene(QPointF(over->width() / 2, over->height() / 4)).toPoint();
+    // Whoever may move proposes it when Shift is held.
+    const auto shift = proposed == Qt::MoveAction ? Qt::ShiftModifier : Qt::NoModifier;
+    Event event(place, Qt::CopyAction | proposed, &data, Qt::LeftButton, shift);
+    QCoreApplication::sendEvent(window, &event);
+    return event.isAccepted() ? event.dropAction() : Qt::IgnoreAction;
+}
+
 } // namespace
 
 Screen::Screen()
@@ -68,8 +83,8 @@ Screen::~Screen()
     EXPECT_EQ(takeWarnings().join("\n").toStdString(), "");
     if (auto* watched = dynamic_cast<WatchedApplication*>(qApp)) {
         auto longest = watched->takeLongest();
-        EXPECT_LE(longest.time, WatchedApplication::limit())
-            << "The main thread was held by " << longest.what.toStdString();
+        EXPECT_LE(longest.time, WatchedApplication::limit)
+            << "The main thread was kept busy by " << longest.what.toStdString();
     }
 }
 
@@ -102,6 +117,8 @@ void Screen::use(QQuickWindow* window)
 
 bool Screen::waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds limit)
 {
+    if (testing::Test::HasFailure())
+        limit = std::min(limit, std::chrono::milliseconds(500)); // what follows from a failure is waited for no longer
     QElapsedTimer timer;
     timer.start();
     while (!holds()) {
@@ -114,6 +131,29 @@ bool Screen::waitUntil(const std::function<bool()>& holds, std::chrono::millisec
     return true;
 }
 
+bool Screen::waitForText(const QString& text)
+{
+    bool found = waitUntil([&] { return reads(text); });
+    EXPECT_TRUE(found) << "no " << text.toStdString();
+    return found;
+}
+
+bool Screen::waitForFocus(const QString& name)
+{
+    bool led = waitUntil([&] { return nameOf(focused()) == name; });
+    EXPECT_TRUE(led) << "the keyboard is at " << nameOf(focused()).toStdString() << ", not at " << name.toStdString();
+    return led;
+}
+
+void Screen::waitForFrame()
+{
+    bool shown = false;
+    QObject frame;
+    QObject::connect(m_window, &QQuickWindow::frameSwapped, &frame, [&] { shown = true; });
+    m_window->update();
+    waitUntil([&] { return shown; });
+}
+
 void Screen::settle()
 {
     QCoreApplication::sendPostedEvents(nullptr, 0);
@@ -121,7 +161,7 @@ void Screen::settle()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-QList<QQuickItem*> Screen::all(QAccessible::Role role, const QString& name) const
+QList<QQuickItem*> Screen::all(Role role, const QString& name) const
 {
     QList<QQuickItem*> items;
     collect(QAccessible::queryAccessibleInterface(m_window), items);
@@ -129,15 +169,20 @@ QList<QQuickItem*> Screen::all(QAccessible::Role role, const QString& name) cons
     return items;
 }
 
-QQuickItem* Screen::find(QAccessible::Role role, const QString& name)
+QStringList Screen::names(Role role) const
+{
+    QStringList names;
+    for (auto* item : all(role))
+        names.append(nameOf(item));
+    return names;
+}
+
+QQuickItem* Screen::find(Role role, const QString& name)
 {
     QList<QQuickItem*> items;
-    bool found = waitUntil([&] {
-        items = all(role, name);
-        return !items.isEmpty();
-    });
+    bool found = waitUntil([&] { return !(items = all(role, name)).isEmpty(); });
     EXPECT_TRUE(found) << "no " << name.toStdString();
-    return found ? items.first() : nullptr;
+    return items.value(0);
 }
 
 QStringList Screen::texts() const
@@ -180,56 +225,52 @@ void Screen::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 
 void Screen::type(const QString& text)
 {
-    for (auto letter : text) {
+    for (auto letter : text)
         QTest::sendKeyEvent(QTest::Click, m_window, Qt::Key_unknown, QString(letter), Qt::NoModifier);
-    }
     settle();
 }
 
-void Screen::waitForFrame()
+QQuickItem* Screen::tabTo(Role role, const QString& name)
 {
-    bool shown = false;
-    QObject frame;
-    QObject::connect(m_window, &QQuickWindow::frameSwapped, &frame, [&] { shown = true; });
-    m_window->update();
-    waitUntil([&] { return shown; });
+    constexpr int longestRound = 100;
+    for (int i = 0; i < longestRound; ++i) {
+        if (auto* item = focused(); item && roleOf(item) == role && nameOf(item) == name)
+            return item;
+        press(Qt::Key_Tab);
+    }
+    ADD_FAILURE() << "Tab does not lead to " << name.toStdString() << ". Shown: " << texts().join(" | ").toStdString();
+    return nullptr;
+}
+
+void Screen::choose(Role role, const QString& name, Qt::Key key)
+{
+    find(role, name);
+    if (tabTo(role, name))
+        press(key);
 }
 
 void Screen::click(QQuickItem* item)
 {
-    QPointF place, earlier(-1, -1);
-    waitUntil([&] {
-        waitForFrame();
-        earlier = std::exchange(place, item->mapToScene(QPointF(item->width() / 2, item->height() / 2)));
+    if (!item)
+        return; // whoever looked for it has said so
+    const auto role = roleOf(item);
+    const auto name = nameOf(item);
+    QPointer<QQuickItem> target(item);
+    QPointF place, earlier;
+    bool rests = waitUntil([&] {
+        waitForFrame(); // in which a list may have put another row in its place
+        if (!target)
+            target = all(role, name).value(0);
+        if (!target)
+            return false;
+        earlier = std::exchange(place, target->mapToScene(QPointF(target->width() / 2, target->height() / 2)));
         return place == earlier;
     });
+    if (!rests)
+        return;
     QTest::mouseMove(m_window, place.toPoint());
     QTest::mouseClick(m_window, Qt::LeftButton, Qt::NoModifier, place.toPoint());
     settle();
-}
-
-void Screen::drag(QQuickItem* over, const QList<QUrl>& files)
-{
-    QMimeData data;
-    data.setUrls(files);
-    const auto place = over->mapToScene(QPointF(over->width() / 2, over->height() / 4)).toPoint();
-    QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(m_window, &enter);
-    QDragMoveEvent move(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(m_window, &move);
-    settle();
-}
-
-bool Screen::drop(QQuickItem* over, const QList<QUrl>& files)
-{
-    drag(over, files);
-    QMimeData data;
-    data.setUrls(files);
-    const auto place = over->mapToScene(QPointF(over->width() / 2, over->height() / 4));
-    QDropEvent event(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(m_window, &event);
-    settle();
-    return event.isAccepted();
 }
 
 void Screen::activate(QQuickItem* item)
@@ -240,16 +281,20 @@ void Screen::activate(QQuickItem* item)
     actions->doAction(QAccessibleActionInterface::pressAction());
 }
 
-QQuickItem* Screen::tabTo(QAccessible::Role role, const QString& name)
+Qt::DropAction Screen::drag(QQuickItem* over, const QList<QUrl>& files, Qt::DropAction proposed)
 {
-    constexpr int longestRound = 100;
-    for (int i = 0; i < longestRound; ++i) {
-        if (auto* item = focused(); item && roleOf(item) == role && nameOf(item) == name)
-            return item;
-        press(Qt::Key_Tab);
-    }
-    ADD_FAILURE() << "Tab does not lead to " << name.toStdString() << ". Shown: " << texts().join(" | ").toStdString();
-    return nullptr;
+    bring<QDragEnterEvent>(m_window, over, files, proposed);
+    const auto action = bring<QDragMoveEvent>(m_window, over, files, proposed);
+    settle();
+    return action;
+}
+
+Qt::DropAction Screen::drop(QQuickItem* over, const QList<QUrl>& files, Qt::DropAction proposed)
+{
+    drag(over, files, proposed);
+    const auto action = bring<QDropEvent>(m_window, over, files, proposed);
+    settle();
+    return action;
 }
 
 } // namespace palvera

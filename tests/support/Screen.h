@@ -14,10 +14,12 @@ namespace palvera {
 
 /// A window without a display, used as a person uses one who sees the names of things and has a keyboard and a mouse.
 ///
-/// Every warning of QML, and whatever else Qt warns of, is a failure of the test that met it; so is an event that holds
-/// the main thread for longer than 50 ms.
+/// Every warning of QML, and whatever else Qt warns of, is a failure of the test that met it; so is an event that keeps
+/// the main thread busy for longer than WatchedApplication allows.
 class Screen {
 public:
+    using Role = QAccessible::Role;
+
     Screen();
     ~Screen();
     Screen(const Screen&) = delete;
@@ -35,37 +37,44 @@ public:
 
     /// Turns the event loop until `holds`; a test failure after `limit`. Waits for nothing longer than it must.
     bool waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds limit = std::chrono::seconds(20));
+    bool waitForText(const QString& text);
+    bool waitForFocus(const QString& name);
+    /// Waits until everything has been laid out and drawn once more.
+    void waitForFrame();
     /// Turns the event loop until nothing is left to do at once.
     void settle();
 
     /// The visible items of that role, whose accessible name is `name` or anything if it is null, from the top.
-    QList<QQuickItem*> all(QAccessible::Role role, const QString& name = {}) const;
+    QList<QQuickItem*> all(Role role, const QString& name = {}) const;
+    QStringList names(Role role) const;
     /// The first of these, for which it waits; a test failure, and null, when there is none in time.
-    QQuickItem* find(QAccessible::Role role, const QString& name);
-    bool shows(QAccessible::Role role, const QString& name) const { return !all(role, name).isEmpty(); }
+    QQuickItem* find(Role role, const QString& name);
+    bool shows(Role role, const QString& name) const { return !all(role, name).isEmpty(); }
     /// Whether some visible text contains `text`.
     bool reads(const QString& text) const;
     /// All visible texts, for a failing test to print.
     QStringList texts() const;
     static QString nameOf(QObject* object);
-    static QAccessible::Role roleOf(QObject* object);
+    static Role roleOf(QObject* object);
 
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-    /// Waits until everything has been laid out and drawn once more.
-    void waitForFrame();
     /// Into what has the keyboard.
     void type(const QString& text);
-    /// With the mouse, once the item has come to rest.
+    /// Tabs until the item of that role and name has the keyboard; a test failure if none has after a whole round.
+    QQuickItem* tabTo(Role role, const QString& name);
+    /// Tabs to it and presses `key`.
+    void choose(Role role, const QString& name, Qt::Key key = Qt::Key_Return);
+    QQuickItem* focused() const { return m_window->activeFocusItem(); }
+    /// With the mouse, once the item has come to rest; or another of its role and name, if it goes away before that.
     void click(QQuickItem* item);
+    void click(Role role, const QString& name) { click(find(role, name)); }
     /// As an assistive program does.
     static void activate(QQuickItem* item);
-    /// Brings files from elsewhere over the item.
-    void drag(QQuickItem* over, const QList<QUrl>& files);
-    /// Lets them go there. False when nothing took them.
-    bool drop(QQuickItem* over, const QList<QUrl>& files);
-    /// Tabs until the item of that role and name has the keyboard; a test failure if none has after a whole round.
-    QQuickItem* tabTo(QAccessible::Role role, const QString& name);
-    QQuickItem* focused() const { return m_window->activeFocusItem(); }
+    /// Brings files from elsewhere over the item, of which the other program offers copies, or proposes that they move.
+    /// What would become of them.
+    Qt::DropAction drag(QQuickItem* over, const QList<QUrl>& files, Qt::DropAction proposed = Qt::CopyAction);
+    /// Lets them go there. Ignored when nothing took them.
+    Qt::DropAction drop(QQuickItem* over, const QList<QUrl>& files, Qt::DropAction proposed = Qt::CopyAction);
 
     QStringList takeWarnings();
 

@@ -97,6 +97,9 @@ Item {
 
         anchors.fill: parent
         keys: ["text/uri-list"]
+        // A program that hears of a move, while the files are still in the air or once they are dropped, deletes them.
+        onEntered: drag => drag.accept(Qt.CopyAction)
+        onPositionChanged: drag => drag.accept(Qt.CopyAction)
         onDropped: drop => {
             if (drop.urls.length > 0)
                 drop.accept(Qt.CopyAction);

@@ -72,39 +72,31 @@ struct LoginViewTest : testing::Test {
     local::Platform platform{{.folder = disk.filePath("platform")}, [this] { return world.clock.wallNow(); }};
     SimulatedNetwork network{platform, world.clock};
     std::unique_ptr<HttpClient> client = network.client();
-    std::optional<API> api{std::in_place,
-                           API::Surroundings{.client = *client, .executor = world.executor(), .clearCookies = [] {}}};
+    API api{{.client = *client, .executor = world.executor(), .clearCookies = [] {}}};
     Preferences preferences{disk.filePath("preferences.conf")};
-    std::optional<Session> signedIn{std::in_place, *api, preferences, world.executor()};
-    Session& session = *signedIn;
+    Session session{api, preferences, world.executor()};
     FakeBrowser browser{world.clock};
     FakePasskey passkey;
-    std::optional<LoginView> shown{std::in_place, LoginView::Environment{.main = world.executor(),
-                                                                         .clock = world.clock,
-                                                                         .session = session,
-                                                                         .doors = {*api, browser, passkey}}};
-    LoginView& view = *shown;
+    LoginView view{
+        {.main = world.executor(), .clock = world.clock, .session = session, .doors = {api, browser, passkey}}};
     std::vector<Field> focused;
 
     LoginViewTest()
     {
         QObject::connect(&view, &LoginView::focusWanted, [this](Field field) { focused.push_back(field); });
     }
-    ~LoginViewTest() override
-    {
-        world.run(view.close());
-        shown.reset(); // a timer or a strand must go before the executor that it was made of
-        signedIn.reset();
-        api.reset();
-        world.kill();
-    }
+    ~LoginViewTest() override { world.run(view.close()); }
 
     void open(bool developerDoor = false)
     {
         view.open(developerDoor);
         wait(1s);
     }
-    void wait(std::chrono::seconds time) { world.run(world.clock.sleep(time)); }
+    void wait(std::chrono::milliseconds time)
+    {
+        world.run(world.clock.sleep(time));
+        world.settle();
+    }
     void submit()
     {
         view.submit();
@@ -122,12 +114,13 @@ struct LoginViewTest : testing::Test {
         submit();
     }
     QString user() const { return session.me() ? session.me()->user.email : QString(); }
-    /// What the platform was asked, such as "POST auth/login".
-    std::vector<std::string> asked() const
+    /// What the platform was asked that begins so, such as "POST auth/login".
+    std::vector<std::string> asked(std::string_view beginning) const
     {
         std::vector<std::string> all;
         for (const auto& request : network.seen())
-            all.push_back((request.method + ' ' + request.target.mid(5)).toStdString());
+            if (auto each = (request.method + ' ' + request.target.mid(5)).toStdString(); each.starts_with(beginning))
+                all.push_back(each);
         return all;
     }
     void fail(Operation operation, Fault fault, int times = 1)
@@ -136,23 +129,35 @@ struct LoginViewTest : testing::Test {
     }
 };
 
-TEST_F(LoginViewTest, opensAtTheWorkEmailDoorOnceThePlatformOffersIt)
+TEST_F(LoginViewTest, thePlatformSaysWhichDoorsThereAre)
 {
-    view.open(false);
-    EXPECT_EQ(view.face(), Face::Login);
-    wait(1s);
-    EXPECT_EQ(view.face(), Face::Email);
-    EXPECT_FALSE(view.faceMoves());
-    EXPECT_FALSE(view.isConfigLate());
-    EXPECT_EQ(view.social(), (QStringList{"google", "microsoft", "apple"}));
+    struct Case {
+        bool devAuth, workos, developer;
+        Face first;
+        bool isLinkShown;
+        QStringList social;
+    } cases[] = {
+        {true, true, false, Face::Email, false, {"google", "microsoft", "apple"}},
+        {true, true, true, Face::Email, true, {"google", "microsoft", "apple"}},
+        {false, true, true, Face::Email, false, {"google", "microsoft", "apple"}},
+        {true, false, true, Face::Login, false, {}},
+    };
+    for (const auto& [devAuth, workos, developer, first, isLinkShown, social] : cases) {
+        SCOPED_TRACE(testing::Message() << devAuth << workos << developer);
+        fail(Operation::config,
+             {.kind = Fault::Kind::overwrite, .members = {{"devAuth", devAuth}, {"workos", workos}}});
+        open(developer);
+        EXPECT_EQ(view.face(), first);
+        EXPECT_FALSE(view.faceMoves());
+        EXPECT_EQ(view.isAccessCodeLinkShown(), isLinkShown);
+        EXPECT_EQ(view.isIdentityProviderShown(), workos);
+        EXPECT_EQ(view.social(), social);
+        view.forgotPassword();
+        EXPECT_TRUE(view.faceMoves());
+        view.backToSignIn();
+        EXPECT_EQ(view.face(), first);
+    }
     EXPECT_EQ(LoginView::displayName("google"), "Google");
-    EXPECT_TRUE(view.isIdentityProviderShown());
-    EXPECT_EQ(view.title(), "Sign in");
-    EXPECT_EQ(view.siteLabel(), "Local");
-    EXPECT_FALSE(view.isSiteChoiceShown()) << "the environment names the address";
-    EXPECT_THAT(focused, ElementsAre(Field::email));
-    wait(5s);
-    EXPECT_FALSE(view.isConfigLate());
 }
 
 TEST_F(LoginViewTest, aPlatformThatTakesItsTimeLeavesTheAccessCodeDoorAndSaysSo)
@@ -161,52 +166,42 @@ TEST_F(LoginViewTest, aPlatformThatTakesItsTimeLeavesTheAccessCodeDoorAndSaysSo)
     view.open(false);
     world.run(world.clock.sleep(1499ms));
     EXPECT_FALSE(view.isConfigLate());
-    world.run(world.clock.sleep(1ms));
-    world.settle();
+    wait(1ms);
     EXPECT_TRUE(view.isConfigLate());
     EXPECT_EQ(view.face(), Face::Login);
     wait(3s);
     EXPECT_EQ(view.face(), Face::Email);
+    EXPECT_THAT(focused, ElementsAre(Field::email, Field::email)) << "once for each face";
+    network.conditions.latency = 1ms;
+    open();
+    wait(5s);
+    EXPECT_FALSE(view.isConfigLate());
 }
 
-TEST_F(LoginViewTest, theAccessCodeDoorIsOnlyForThoseWhoKnowOfIt)
+TEST_F(LoginViewTest, theLinkLeadsBetweenTheDoorsAndTakesNoSecretAlong)
 {
-    open(false);
-    EXPECT_FALSE(view.isAccessCodeLinkShown());
     open(true);
-    EXPECT_TRUE(view.isAccessCodeLinkShown());
     view.setPassword("typed");
-    view.toggleAccessCode();
-    EXPECT_EQ(view.face(), Face::Login);
-    EXPECT_EQ(view.password(), "");
-    EXPECT_TRUE(view.faceMoves());
+    for (auto face : {Face::Login, Face::Email, Face::Login}) {
+        view.toggleAccessCode();
+        EXPECT_EQ(view.face(), face);
+        EXPECT_EQ(view.password(), "");
+    }
     view.setEmail("hana@kestrel.example");
     view.setPassword("open-sesame");
     submit();
     EXPECT_EQ(user(), "hana@kestrel.example");
+    EXPECT_EQ(asked("POST auth/login").size(), 1u);
 }
-
-TEST_F(LoginViewTest, theLinkLeadsBetweenTheDoors)
-{
-    open(true);
-    view.toggleAccessCode();
-    view.toggleAccessCode();
-    EXPECT_EQ(view.face(), Face::Email);
-    view.forgotPassword();
-    view.toggleAccessCode();
-    EXPECT_EQ(view.face(), Face::Login);
-}
-
-struct Account {
-    const char* email;
-    const char* password;
-    Face next; ///< after the password; the face stays with one who is signed in
-    const char* code;
-};
 
 TEST_F(LoginViewTest, everyDirectWayInEndsSignedIn)
 {
-    const Account accounts[] = {
+    struct Account {
+        const char* email;
+        const char* password;
+        Face next; ///< after the password; the face stays with one who is signed in
+        const char* code;
+    } accounts[] = {
         {"ada@northlight.example", "reel-one", Face::Password, nullptr},
         {"ben@northlight.example", "reel-two", Face::Verify, "246810"},
         {"cleo@northlight.example", "reel-three", Face::Totp, "135790"},
@@ -214,81 +209,55 @@ TEST_F(LoginViewTest, everyDirectWayInEndsSignedIn)
         {"finn@harbour.example", "reel-six", Face::Password, nullptr},
         {"hana@kestrel.example", "open-sesame", Face::Password, nullptr},
     };
-    for (const auto& account : accounts) {
-        SCOPED_TRACE(account.email);
-        enter(account.email, account.password);
-        EXPECT_EQ(view.face(), account.next);
-        if (account.code) {
+    for (const auto& [email, password, next, code] : accounts) {
+        SCOPED_TRACE(email);
+        enter(email, password);
+        EXPECT_EQ(view.face(), next);
+        EXPECT_EQ(focused.back(), code ? Field::code : Field::password);
+        if (code) {
             EXPECT_EQ(user(), "");
-            EXPECT_EQ(focused.back(), Field::code);
             view.setCode("000000");
             submit();
             EXPECT_EQ(view.error(), "That code is not right.");
             EXPECT_EQ(view.code(), "000000") << "to be corrected";
-            view.setCode(account.code);
+            view.setCode(code);
             submit();
         }
-        EXPECT_EQ(user(), account.email);
+        EXPECT_EQ(user(), email);
         EXPECT_EQ(view.error(), "");
         EXPECT_EQ(session.screen(), "orgs");
         world.run(session.signOut());
     }
 }
 
-TEST_F(LoginViewTest, anAuthenticatorIsSetUpFromAPictureOrAKey)
-{
-    enter("dov@northlight.example", "reel-four");
-    EXPECT_TRUE(view.qrCode().startsWith("data:image/png;base64,"));
-    EXPECT_EQ(view.secret(), "JBSW Y3DP EHPK 3PXP");
-    view.backToSignIn();
-    EXPECT_EQ(view.qrCode() + view.secret() + view.password(), "");
-    EXPECT_EQ(view.face(), Face::Email);
-    EXPECT_EQ(view.email(), "dov@northlight.example");
-}
-
 TEST_F(LoginViewTest, aRefusedPasswordIsTriedAtEachDoorThatMayKnowTheAccount)
 {
+    const std::string first = "POST auth/password", second = "POST auth/migrate", own = "POST auth/login";
+    const QString refusal = "That email or password is not right.";
     struct Case {
+        bool devAuth;
         const char* email;
-        const char* message;
+        const char* password;
+        QString message;
         std::vector<std::string> doors;
     } cases[] = {
-        {"ada@northlight.example",
-         "That email or password is not right.",
-         {"POST auth/password", "POST auth/migrate", "POST auth/login"}},
-        {"gus@harbour.example",
+        {true, "ada@northlight.example", "wrong", refusal, {first, second, own}},
+        {false, "ada@northlight.example", "wrong", refusal, {first, second}},
+        {true,
+         "gus@harbour.example",
+         "reel-seven",
          "Your password needs renewing. Use the link we sent you.",
-         {"POST auth/password", "POST auth/migrate"}},
+         {first, second}},
     };
-    for (const auto& [email, message, doors] : cases) {
-        auto before = asked().size();
-        enter(email, std::string_view(email).starts_with("gus") ? "reel-seven" : "wrong");
+    for (const auto& [devAuth, email, password, message, doors] : cases) {
+        fail(Operation::config, {.kind = Fault::Kind::overwrite, .members = {{"devAuth", devAuth}}});
+        auto before = asked("POST").size() + 1; // which asks for the way in of that address
+        enter(email, password);
         EXPECT_EQ(view.error(), message);
         EXPECT_EQ(view.face(), Face::Password);
-        auto all = asked();
-        all.erase(all.begin(), all.begin() + std::ptrdiff_t(before) + 2);
-        EXPECT_EQ(all, doors);
+        auto all = asked("POST");
+        EXPECT_EQ(std::vector(all.begin() + std::ptrdiff_t(before), all.end()), doors);
     }
-}
-
-TEST_F(LoginViewTest, withoutItsOwnDoorThePlatformsRefusalStands)
-{
-    fail(Operation::config, {.kind = Fault::Kind::overwrite, .members = {{"devAuth", false}}});
-    enter("ada@northlight.example", "wrong");
-    EXPECT_EQ(view.error(), "That email or password is not right.");
-    EXPECT_THAT(asked(), testing::Not(testing::Contains("POST auth/login")));
-}
-
-TEST_F(LoginViewTest, withoutAnIdentityProviderTheAccessCodeDoorIsTheOnlyOne)
-{
-    fail(Operation::config, {.kind = Fault::Kind::overwrite, .members = {{"workos", false}}});
-    open(true);
-    EXPECT_EQ(view.face(), Face::Login);
-    EXPECT_FALSE(view.isAccessCodeLinkShown());
-    EXPECT_THAT(view.social(), IsEmpty());
-    view.forgotPassword();
-    view.backToSignIn();
-    EXPECT_EQ(view.face(), Face::Login);
 }
 
 TEST_F(LoginViewTest, eachCallThatIsNotAnsweredSaysSoAndKeepsWhatWasEntered)
@@ -329,27 +298,30 @@ TEST_F(LoginViewTest, aSignInWhoseUserCannotBeReadIsNoSuccess)
     EXPECT_NE(view.error(), "");
 }
 
-TEST_F(LoginViewTest, anotherCodeIsSentUntilTheFaceChanges)
+TEST_F(LoginViewTest, nothingIsTakenBackToTheFirstDoorButTheAddress)
 {
+    const auto goBack = [&] {
+        view.setCode("1");
+        view.backToSignIn();
+        EXPECT_EQ(view.face(), Face::Email);
+        EXPECT_FALSE(view.isResent() || view.isAsked());
+        EXPECT_EQ(view.qrCode() + view.secret() + view.password() + view.code(), "");
+    };
+    enter("dov@northlight.example", "reel-four");
+    EXPECT_TRUE(view.qrCode().startsWith("data:image/png;base64,"));
+    EXPECT_EQ(view.secret(), "JBSW Y3DP EHPK 3PXP");
+    goBack();
     enter("ben@northlight.example", "reel-two");
     view.resendCode();
     wait(1s);
     EXPECT_TRUE(view.isResent());
-    view.backToSignIn();
-    EXPECT_FALSE(view.isResent());
-    EXPECT_EQ(view.code(), "");
-}
-
-TEST_F(LoginViewTest, aLinkToResetThePasswordIsAskedFor)
-{
-    open();
-    view.setEmail("ada@northlight.example");
+    goBack();
     view.forgotPassword();
     submit();
     EXPECT_TRUE(view.isAsked());
-    EXPECT_EQ(asked().back(), "POST auth/forgot");
-    view.backToSignIn();
-    EXPECT_FALSE(view.isAsked());
+    EXPECT_EQ(asked("POST").back(), "POST auth/forgot");
+    goBack();
+    EXPECT_EQ(view.email(), "ben@northlight.example");
 }
 
 TEST_F(LoginViewTest, nothingElseIsDoneWhileAnActionRuns)
@@ -357,17 +329,18 @@ TEST_F(LoginViewTest, nothingElseIsDoneWhileAnActionRuns)
     open(true);
     view.setEmail("ada@northlight.example");
     view.submit();
-    auto before = asked().size();
+    auto before = network.seen().size();
     view.submit();
     view.signInWith("google");
     view.signInWithPasskey();
     view.resendCode();
     view.toggleAccessCode();
     view.forgotPassword();
+    view.backToSignIn();
     EXPECT_EQ(view.face(), Face::Email);
     wait(20s);
     EXPECT_EQ(view.face(), Face::Password);
-    EXPECT_EQ(asked().size(), before + 1);
+    EXPECT_EQ(network.seen().size(), before + 1);
     EXPECT_THAT(browser.opened, IsEmpty());
 }
 
@@ -379,31 +352,30 @@ TEST_F(LoginViewTest, singleSignOnGoesOnInTheBrowserWithTheAddressThatWasEntered
     view.setEmail(" eve@harbour.example\n");
     view.submit();
     wait(20s);
-    ASSERT_EQ(browser.opened.size(), 1u);
-    EXPECT_EQ(browser.opened[0], webStartURL(*api, {}, "eve@harbour.example"));
+    EXPECT_THAT(browser.opened, ElementsAre(webStartURL(api, {}, "eve@harbour.example")));
     EXPECT_EQ(user(), "eve@harbour.example");
 }
 
 TEST_F(LoginViewTest, aBrowserThatComesBackOtherwiseIsToldOf)
 {
-    const auto comeBackWith = [](const char* address) { return [address] { return QString::fromUtf8(address); }; };
+    const auto at = [](const char* address) { return [address] { return QString::fromUtf8(address); }; };
+    const QString tryAgain = "Google did not finish. Try again, or sign in another way.";
     struct Case {
         std::function<QString()> comeBack;
         QString message;
     } cases[] = {
-        {comeBackWith("palvera://done?error=access_denied"),
+        {at("palvera://done?error=access_denied"),
          "Google did not finish (access_denied). Try again, or sign in another way."},
-        {comeBackWith("palvera://done"), "Google did not finish. Try again, or sign in another way."},
-        {comeBackWith("palvera://done?grant="), "Google did not finish. Try again, or sign in another way."},
-        {comeBackWith("palvera://done?grant=old&error=x"), "That sign-in has expired. Try again."},
-        {[]() -> QString { throw SignInDoorError("The sign-in window could not open."); },
-         "Google did not finish. Try again, or sign in another way."},
+        {at("palvera://done"), tryAgain},
+        {at("palvera://done?grant="), tryAgain},
+        {at("palvera://done?grant=old&error=x"), "That sign-in has expired. Try again."},
+        {[]() -> QString { throw SignInDoorError("The sign-in window could not open."); }, tryAgain},
         {[]() -> QString { throw SignInDoorError::byTheUser(); }, ""},
         {[&]() -> QString {
              network.conditions.listening = false;
              return "palvera://done?grant=lost";
          },
-         "Google did not finish. Try again, or sign in another way."},
+         tryAgain},
     };
     open();
     for (const auto& [comeBack, message] : cases) {
@@ -464,23 +436,32 @@ TEST_F(LoginViewTest, beginsAfreshWheneverItIsOpened)
 
 TEST_F(LoginViewTest, theOtherSiteIsAskedForItsOwnWaysIn)
 {
+    open();
+    EXPECT_FALSE(view.isSiteChoiceShown()) << "the environment names the address";
+    EXPECT_EQ(view.title() + ", " + view.siteLabel(), "Sign in, Local");
     qunsetenv("PV_API");
+    network.conditions.latency = 2s; // this answer is late, and not that of the other site
+    fail(Operation::config, {.kind = Fault::Kind::overwrite, .members = {{"workos", false}}});
     open();
     EXPECT_TRUE(view.isSiteChoiceShown());
-    EXPECT_EQ(view.title(), "Sign in to Staging");
     EXPECT_TRUE(view.isStaging());
+    EXPECT_EQ(view.title(), "Sign in to Staging");
     auto before = network.seen(Operation::config).size();
     view.chooseSite(false);
-    wait(1s);
+    wait(100ms);
     EXPECT_EQ(network.seen(Operation::config).size(), before) << "that is the site already";
+    network.conditions.latency = 1ms;
     view.chooseSite(true);
-    wait(1s);
-    EXPECT_EQ(view.title(), "Sign in to Live");
-    EXPECT_TRUE(view.isLiveSite());
+    wait(500ms);
     EXPECT_EQ(network.seen(Operation::config).size(), before + 1);
+    EXPECT_TRUE(view.isLiveSite());
+    EXPECT_EQ(view.title(), "Sign in to Live");
     EXPECT_EQ(view.face(), Face::Email);
+    wait(5s);
+    EXPECT_EQ(view.face(), Face::Email) << "the ways in of the site that was left";
+    EXPECT_TRUE(view.isIdentityProviderShown());
+    EXPECT_FALSE(view.isConfigLate());
 }
 
 } // namespace
-
 } // namespace palvera
