@@ -87,6 +87,8 @@ struct Life {
     const Storage& storage;
     std::size_t lanes = 0;
     QByteArrayList ranges; ///< that were answered, the probe left out
+    int expiries = 0;      ///< of the addresses that come, after the probe
+    int renewals = 0;
     std::vector<DownloadProgress> progress;
     std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
     Downloader downloader{{.engine = world.executor(), .clock = world.clock, .storage = [this] { return lane(); }},
@@ -100,8 +102,10 @@ struct Life {
         auto client = std::make_unique<FakeHttpClient>(world.clock);
         client->latency = storage.latency(lanes++);
         client->handler = [this](const HttpRequest& request) {
-            EXPECT_EQ(request.url, "http://storage.test/object?signature=a%2Fb");
+            EXPECT_EQ(request.url.chopped(renewals), "http://storage.test/object?signature=a%2Fb");
             const auto& range = request.headers.front().second;
+            if (range != probeRange && renewals < expiries)
+                return HttpResponse{.status = 403};
             if (range != probeRange)
                 ranges.append(range);
             return storage.answer(range);
@@ -110,11 +114,19 @@ struct Life {
     }
     Task<void> downloading(const QString& destination)
     {
-        return downloader.download({.address = "http://storage.test/object?signature=a%2Fb",
-                                    .destination = destination,
-                                    .source = "the object",
-                                    .flag = flag,
-                                    .onProgress = [this](const auto& now) { progress.push_back(now); }});
+        DownloadRequest request{.address = "http://storage.test/object?signature=a%2Fb",
+                                .destination = destination,
+                                .source = "the object",
+                                .flag = flag,
+                                .onProgress = [this](const auto& now) { progress.push_back(now); }};
+        if (expiries > 0)
+            request.renewAddress = [this] { return renewed(); };
+        return downloader.download(std::move(request));
+    }
+    Task<QByteArray> renewed()
+    {
+        co_await world.clock.sleep(50ms);
+        co_return "http://storage.test/object?signature=a%2Fb" + QByteArray(++renewals, '+');
     }
     /// Says how the download ended: "" when it is whole.
     std::string download(const QString& destination)
@@ -188,6 +200,26 @@ TEST_F(DownloaderTest, startsNoWaveOfEightBeforeTheSlowestChunkOfTheLastIsThere)
     EXPECT_THAT(life->ranges.mid(8),
                 ElementsAre("bytes=3000-3999", "bytes=3000-3999", "bytes=8000-8999", "bytes=9000-9999"));
     EXPECT_EQ(life->world.clock.elapsed(), 100ms + (100ms + 1s + 100ms + 2s + 100ms) + 100ms);
+    expectWhole();
+}
+
+TEST_F(DownloaderTest, anAddressThatExpiresIsAskedForAgainOnceForAllLanes)
+{
+    for (int expiries : {1, 2}) {
+        life.emplace(storage).expiries = expiries;
+        EXPECT_EQ(life->download(path), "");
+        EXPECT_EQ(life->renewals, expiries);
+        expectWhole();
+    }
+}
+
+TEST_F(DownloaderTest, aChunkThatCrawlsIsFetchedByALaneThatIsDone)
+{
+    storage.content = contentOf(10 * chunk);
+    storage.latency = [](auto lane) { return lane == 3 ? 60s : 2s; };
+    EXPECT_EQ(download(), "");
+    EXPECT_LT(life->world.clock.elapsed(), 2s + (2s + 300ms + 2s) + 2s);
+    EXPECT_EQ(life->ranges.count("bytes=3000-3999"), 1);
     expectWhole();
 }
 

@@ -1,5 +1,7 @@
 #include "TransfersHarness.h"
 
+#include "files/FileError.h"
+
 #include <QDir>
 
 namespace palvera {
@@ -123,6 +125,67 @@ TEST_F(DownloadsTest, theSameObjectIsNotWrittenTwiceAtOnce)
     addDownload();
     untilEngineRuns(2);
     EXPECT_EQ(downloads.requests[1].destination, downloads.requests[0].destination) << "free again";
+}
+
+Task<std::optional<qint64>> listing(qint64 bytes)
+{
+    co_return bytes;
+}
+
+TEST_F(DownloadsTest, fewerBytesThanTheListingStillSaysAreNoFileAndMoreAreRemarked)
+{
+    const struct {
+        qint64 listed, listedAgain, total;
+        bool isRefused, isRemarked;
+    } cases[] = {{10, 10, 4, true, false},
+                 {10, 4, 4, false, false},
+                 {10, 10, 10, false, false},
+                 {10, 10, 12, false, true},
+                 {0, 9, 4, false, false}};
+    for (const auto& [listed, listedAgain, total, isRefused, isRemarked] : cases) {
+        SCOPED_TRACE(total);
+        auto before = downloads.requests.size();
+        auto id = model->addDownload({.object = {.target = TransferTarget::Deliverable{"org", "salt", "row-1"},
+                                                 .identity = QString::number(before),
+                                                 .address = [this] { return addressOf(world.clock, address, {}); },
+                                                 .listedSize = [again = listedAgain] { return listing(again); }},
+                                      .listedSize = listed,
+                                      .name = "a.mov",
+                                      .folder = folder});
+        untilEngineRuns(before + 1);
+        auto failure = world.run(outcomeOf(downloads.requests.back().checkTotal(total))).failure;
+        world.settle();
+        EXPECT_EQ(failureAs<FileError>(failure).has_value(), isRefused);
+        EXPECT_EQ(model->find(id)->remark.contains("more than"), isRemarked);
+    }
+}
+
+/// Ends what is in flight in its own time after a stop.
+Task<void> endLate(Clock& clock)
+{
+    co_await clock.sleep(std::chrono::seconds(5));
+    throwCancelled();
+}
+
+TEST_F(DownloadsTest, anotherDownloadOfAnObjectWaitsForOneThatWasStoppedAndNotForTheEndOfTheProgram)
+{
+    auto surroundings = environment();
+    surroundings.download = [this](DownloadRequest request) {
+        downloads.requests.push_back(std::move(request));
+        return endLate(world.clock);
+    };
+    model.emplace(surroundings);
+    auto first = addDownload();
+    untilEngineRuns(1);
+    model->stop(first);
+    EXPECT_EQ(stateOf(first), "stopped");
+    auto second = addDownload();
+    runUntilState(second, "waiting");
+    untilEngineRuns(2);
+    EXPECT_EQ(elapsed(), 6) << "an address takes a second, the first one's end five";
+    EXPECT_EQ(downloads.requests[1].destination, downloads.requests[0].destination);
+    world.run(model->suspend());
+    EXPECT_EQ(elapsed(), 6);
 }
 
 TEST_F(DownloadsTest, storedObjectsAreToldApartAndKnowTheirWay)

@@ -60,5 +60,12 @@ TEST(ItemTest, isInFlightUntilItEndsAndAReportEndsARetryWaitAlone)
     }
 }
 
+TEST(TroubleTest, isSaidWithTheNumberOfTheNextTry)
+{
+    EXPECT_EQ(troubleText({"Storage answers 503.", 3}), "Storage answers 503. Third try.");
+    for (int attempt : {0, 1, 9})
+        EXPECT_EQ(troubleText({"No network.", attempt}), "No network.");
+}
+
 } // namespace
 } // namespace palvera
