@@ -15,10 +15,15 @@ Task<Discarded> discardUpload(API& api, const JournalStore& journals, Executor d
     std::optional<LockFile> held;
     co_await callOn(disk, [&] {
         try {
-            held.emplace(journals.lockOf(journalKey));
-            discarded.isRunning = held->tryLock() == LockFile::Outcome::held;
+            auto outcome = LockFile::Outcome::released;
+            while (outcome == LockFile::Outcome::released) { // by a run that has just ended
+                held.reset();
+                held.emplace(journals.lockOf(journalKey));
+                outcome = held->tryLock();
+            }
+            discarded.isRunning = outcome == LockFile::Outcome::held;
         } catch (const FileError&) {
-            held.reset(); // where no lock can be had, no run has one either
+            held.reset(); // where no lock can be made, runs go on without one, too
         }
         if (!discarded.isRunning)
             discarded.journal = journals.loadJournal(journalKey);
