@@ -43,8 +43,8 @@ TEST_F(StartTest, comingBackToTheProgramLoadsTheDeliverablesAgain)
     start();
     openDeliverables();
     bool isLoadBegun = false;
-    QObject::connect(root().deliverables(), &DeliverablesView::loadChanged, &screen.window(),
-                     [&] { isLoadBegun = true; });
+    QObject listener;
+    QObject::connect(root().deliverables(), &DeliverablesView::loadChanged, &listener, [&] { isLoadBegun = true; });
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
     EXPECT_FALSE(isLoadBegun);
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
