@@ -23,8 +23,8 @@ class Terminal:
     def __init__(self, client, *arguments):
         self.pid, self.end = pty.fork()
         if self.pid == 0:
+            fcntl.ioctl(0, termios.TIOCSWINSZ, struct.pack("HHHH", 24, CELLS, 0, 0))
             os.execve(support.CLI, [support.CLI, *map(str, arguments)], client.environment | {"TERM": "xterm"})
-        fcntl.ioctl(self.end, termios.TIOCSWINSZ, struct.pack("HHHH", 24, CELLS, 0, 0))
         self.seen = b""
 
     def read_until(self, wanted):

@@ -76,12 +76,16 @@ TEST(ConnectionTest, takesItsExactTimeInSimulation)
     }
 }
 
-/// Says `text`, then listens until the connection ends, and gives what it heard.
-std::string talk(const QByteArray& address, const QByteArray& text)
+asio::ip::tcp::socket connectTo(asio::io_context& io, const QByteArray& address)
 {
-    asio::io_context io;
     asio::ip::tcp::socket socket(io);
     socket.connect({asio::ip::address_v4::loopback(), address.mid(address.lastIndexOf(':') + 1).toUShort()});
+    return socket;
+}
+
+/// Says `text`, then listens until the connection ends, and gives what it heard.
+std::string talk(asio::ip::tcp::socket socket, const QByteArray& text)
+{
     boost::system::error_code ignored; // cut while it was speaking or listening
     asio::write(socket, asio::buffer(text.constData(), std::size_t(text.size())), ignored);
     std::string heard;
@@ -99,9 +103,10 @@ TEST(ConnectionTest, endsTheSameWayOnSocketsAndNeverKeepsTheServerFromStopping)
         harness.start(QByteArray::number(size));
         harness.platform.faults().add({.operation = local::Operation::put, .fault = fault});
         std::optional<local::Server> server{std::in_place, harness.platform, local::ServerOptions{}};
-        auto silent = std::async(std::launch::async, talk, server->storageAddress(), QByteArray());
+        asio::io_context io;
+        auto silent = std::async(std::launch::async, talk, connectTo(io, server->storageAddress()), QByteArray());
         auto heard =
-            std::async(std::launch::async, talk, server->storageAddress(),
+            std::async(std::launch::async, talk, connectTo(io, server->storageAddress()),
                        "PUT " + harness.partTarget(1, 1) +
                            " HTTP/1.1\r\nHost: x\r\nConnection: close\r\nContent-Length: " + QByteArray::number(size) +
                            "\r\n\r\n" + QByteArray(size, 'x'));
