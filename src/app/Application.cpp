@@ -4,6 +4,7 @@
 
 #include <QEventLoop>
 #include <QGuiApplication>
+#include <QQmlIncubationController>
 #include <QQuickWindow>
 #include <QScreen>
 
@@ -46,6 +47,12 @@ Application::~Application()
     });
     if (!isClosed)
         untilClosed.exec(QEventLoop::ExcludeUserInputEvents);
+    // A window that is hidden goes on with none of the items that it was making, and the engine must not go before
+    // them.
+    constexpr int slice = 10; // ms
+    if (auto* making = m_engine.incubationController())
+        while (making->incubatingObjectCount() > 0)
+            making->incubateFor(slice);
 }
 
 Task<void> Application::finish()

@@ -2,6 +2,7 @@
 #include "tests/support/QtPrinting.h"
 
 #include <QGuiApplication>
+#include <QQmlIncubationController>
 
 namespace palvera {
 namespace {
@@ -49,6 +50,20 @@ TEST_F(StartTest, comingBackToTheProgramLoadsTheDeliverablesAgain)
     EXPECT_FALSE(isLoadBegun);
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
     EXPECT_TRUE(isLoadBegun);
+}
+
+TEST_F(StartTest, canBeEndedWhileAPageIsStillBeingMade)
+{
+    QQmlIncubationController idle; // as a window's is while it is hidden
+    start();
+    openClients();
+    screen.click(QAccessible::ListItem, "Northlight Pictures");
+    screen.find(QAccessible::ListItem, "Salt");
+    qmlEngine(&screen.window())->setIncubationController(&idle);
+    screen.click(QAccessible::ListItem, "Salt");
+    screen.waitUntil([&] { return idle.incubatingObjectCount() > 0; });
+    idle.incubateFor(1);
+    finish(); // Qt warns of what is left half made
 }
 
 TEST(FloatingWindowTest, keepsItsWindowAboveTheOthers)

@@ -9,7 +9,6 @@
 #include <QMimeData>
 #include <QPointer>
 #include <QQmlComponent>
-#include <QQmlIncubationController>
 #include <QTest>
 
 #include <mutex>
@@ -114,13 +113,6 @@ void Screen::use(QQuickWindow* window)
     m_window->show();
     m_window->requestActivate();
     waitUntil([&] { return m_window->isExposed() && m_window->isActive(); });
-}
-
-void Screen::leave()
-{
-    if (m_window)
-        waitUntil([&] { return m_window->incubationController()->incubatingObjectCount() == 0; });
-    m_window = nullptr;
 }
 
 bool Screen::waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds limit)

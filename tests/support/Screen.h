@@ -31,8 +31,8 @@ public:
     void showContent(const QString& qml, const QString& imports = {});
     /// Takes up a window that something else has made.
     void use(QQuickWindow* window);
-    /// Lets go of the window, which is about to be destroyed, once nothing is being made for it any more.
-    void leave();
+    /// Lets go of the window, which is about to be destroyed.
+    void leave() { m_window = nullptr; }
     QQuickWindow& window() { return *m_window; }
 
     /// Turns the event loop until `holds`; a test failure after `limit`. Waits for nothing longer than it must.
