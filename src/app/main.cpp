@@ -53,7 +53,7 @@ int run()
     Preferences preferences(folders.preferences());
     SystemClock clock;
     const auto connections = Connections::make(folders, preferences);
-    MainThread mainThread(connections.engine);
+    MainThread mainThread(connections.engine.context());
     NoWebSignIn web;
     NoPasskeySignIn passkey;
     TransferEngines engines(folders, clock, connections);

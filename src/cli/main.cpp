@@ -43,7 +43,12 @@ int main(int argc, char** argv)
         return answer(*text, out, error);
     const auto& invocation = std::get<Invocation>(asked);
     Output output(invocation.json ? Output::Style::json : Output::Style::text, out, error);
-    auto code = Program(invocation, output).run();
+    auto code = ExitCode::failed;
+    try {
+        code = Program(invocation, output).run();
+    } catch (...) { // no thread or no descriptor to begin with
+        output.fail(palvera::describe(std::current_exception()));
+    }
     if (code == ExitCode::done && out.hasFailed()) {
         output.remark(QStringLiteral("palvera-cli: The output could not be written: ") +
                       QString::fromLocal8Bit(std::strerror(out.failure())));

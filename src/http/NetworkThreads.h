@@ -1,8 +1,6 @@
 #pragma once
 
-#include "async/Task.h"
-
-#include <boost/asio/thread_pool.hpp>
+#include "async/WorkerThreads.h"
 
 #include <atomic>
 #include <deque>
@@ -17,14 +15,14 @@ namespace palvera {
 class NetworkThreads {
 public:
     /// With as many threads as sessions move bulk at a time, a session whose body comes from a slow disk holds up no
-    /// other.
+    /// other. Makes as many as the system gives; throws a std::runtime_error when that is none.
     explicit NetworkThreads(std::size_t count = 16);
 
     /// The thread for the next session, in turn; it is serial. Any thread. Sessions must end before this object does.
     Executor next();
 
 private:
-    std::deque<boost::asio::thread_pool> m_threads; // pools of one thread
+    std::deque<WorkerThreads> m_threads; // of one thread each
     std::atomic<std::size_t> m_next = 0;
 };
 

@@ -10,11 +10,11 @@ namespace palvera {
 
 Connections Connections::make(const Folders& folders, const Preferences& preferences)
 {
-    auto& engine = makeForGood<boost::asio::thread_pool>(16);
+    auto& engine = makeForGood<WorkerThreads>(16);
     auto cookies = std::make_shared<CookieStore>(folders.cookies());
-    auto& session = makeForGood<HttpSession>(engine.get_executor(), HttpSessionOptions{.sharedCookies = cookies});
+    auto& session = makeForGood<HttpSession>(engine.executor(), HttpSessionOptions{.sharedCookies = cookies});
     API::Surroundings surroundings{.client = session,
-                                   .executor = engine.get_executor(),
+                                   .executor = engine.executor(),
                                    .site = currentSite(preferences),
                                    .clearCookies = [cookies] { cookies->clear(); }};
     return {

@@ -26,7 +26,7 @@ HttpClientFactory storageClients(NetworkThreads& threads)
 TransferEngines::TransferEngines(const Folders& folders, Clock& clock, const Connections& connections)
     : m_clock(clock),
       m_api(connections.api),
-      m_engine(connections.engine.get_executor()),
+      m_engine(connections.engine.executor()),
       m_journals(folders.applicationSupport),
       m_uploader({.engine = m_engine,
                   .clock = clock,

@@ -11,7 +11,6 @@ namespace {
 
 using local::Fault;
 using local::Operation;
-using Page = RootView::Page;
 
 /// The everyday path in the real windows: a project, a deliverable, a file and the panel.
 class DeliveryTest : public DesktopTest {
@@ -19,14 +18,7 @@ protected:
     explicit DeliveryTest(qint64 bytesPerSecond = 0) : DesktopTest(bytesPerSecond) { start(); }
 
     const Item& latest() { return transfers().items().back(); }
-    bool waitForState(const QString& state)
-    {
-        return screen.waitUntil([&] { return !transfers().items().empty() && nameOf(latest().state) == state; });
-    }
-    bool waitForPage(Page page)
-    {
-        return screen.waitUntil([&] { return root().page() == page; });
-    }
+    bool isLatestDone() { return !transfers().items().empty() && nameOf(latest().state) == "done"; }
 };
 
 /// The same over connections that take their time.
@@ -34,20 +26,6 @@ class SlowDeliveryTest : public DeliveryTest {
 protected:
     SlowDeliveryTest() : DeliveryTest(4'000'000) {}
 };
-
-TEST_F(DeliveryTest, theListIsNarrowedDownWithTheKeyboardAlone)
-{
-    openDeliverables();
-    screen.waitUntil([&] { return Screen::roleOf(screen.focused()) == QAccessible::ListItem; });
-    screen.type("key art");
-    screen.waitUntil([&] { return rows() == QStringList("Key art"); });
-    EXPECT_TRUE(screen.reads("1 of 21"));
-    screen.press(Qt::Key_Escape);
-    waitForText("21 of 21");
-    enter("Find a deliverable", "nothing like it");
-    waitForText("Nothing matches");
-    EXPECT_TRUE(screen.reads("0 of 21"));
-}
 
 TEST_F(DeliveryTest, eachPickerSetsItsOwnFilter)
 {
@@ -94,7 +72,6 @@ TEST_F(DeliveryTest, aRowIsOpenedWithEnterAndLeftWithEscapeToWhereOneWas)
     screen.waitUntil([&] { return Screen::roleOf(screen.focused()) == QAccessible::ListItem; });
     EXPECT_EQ(Screen::nameOf(screen.focused()), name);
     screen.press(Qt::Key_Escape);
-    waitForPage(Page::Projects);
     screen.find(QAccessible::ListItem, "Assets");
 }
 
@@ -121,15 +98,23 @@ TEST_F(DeliveryTest, theRowThatIsSeenIsTheRowThatIsOpened)
     }
 }
 
-TEST_F(DeliveryTest, aDroppedFileIsCopiedAndSeenFiled)
+TEST_F(DeliveryTest, aFileIsChosenOrDroppedAndSeenFiledAndWhatIsNoneIsRefused)
 {
     openDeliverable("Picture master");
+    screen.click(QAccessible::Button, "Choose a file");
+    screen.waitUntil([&] { return root().deliverable()->isPicking(); });
+    root().deliverable()->cancelPicking();
+    drop({QUrl::fromLocalFile(disk.path())});
+    screen.find(QAccessible::AlertMessage, {});
+    EXPECT_TRUE(screen.reads("is a folder. Drop the file itself."));
+    EXPECT_EQ(drop({}), Qt::IgnoreAction);
+    waitForText("The file did not arrive from the other program.");
     isWatched = false;
     auto file = sparseFile("Salt – 100% ünïcode #1.mov", 3'000'000);
     // A program that hears of a move deletes the file.
     EXPECT_EQ(screen.drag(screen.find(QAccessible::Grouping, {}), {file}, Qt::MoveAction), Qt::CopyAction);
     EXPECT_EQ(drop({file}, Qt::MoveAction), Qt::CopyAction);
-    waitForState("done");
+    screen.waitUntil([&] { return isLatestDone(); });
     screen.find(QAccessible::Heading, "Filed against this deliverable");
     EXPECT_TRUE(screen.reads("Salt – 100% ünïcode #1.mov"));
     EXPECT_EQ(notices.shown, QStringList("Transfers finished: “Salt – 100% ünïcode #1.mov” is done."));
@@ -140,36 +125,6 @@ TEST_F(DeliveryTest, aDroppedFileIsCopiedAndSeenFiled)
     EXPECT_TRUE(rows().first().contains("done")) << rows().first().toStdString();
     screen.click(QAccessible::Button, "Clear");
     waitForText("Nothing finished yet");
-}
-
-TEST_F(DeliveryTest, whatIsNoFileIsRefusedInWords)
-{
-    openDeliverable("Picture master");
-    drop({QUrl::fromLocalFile(disk.path())});
-    screen.waitUntil([&] { return !screen.all(QAccessible::AlertMessage).isEmpty(); });
-    EXPECT_TRUE(screen.reads("is a folder. Drop the file itself."));
-    EXPECT_EQ(drop({}), Qt::IgnoreAction);
-    waitForText("The file did not arrive from the other program.");
-    EXPECT_TRUE(transfers().items().empty());
-}
-
-TEST_F(DeliveryTest, theFiledFileIsDownloadedIntoTheRememberedFolder)
-{
-    QDir(disk.path()).mkdir("downloads");
-    run(application().session().setDownloadsFolder(disk.filePath("downloads")));
-    openDeliverable("Forced narrative");
-    screen.click(QAccessible::Button, "Download");
-    waitForState("done");
-    EXPECT_EQ(QFile(disk.filePath("downloads/salt_9 v2.srt")).size(), latest().total);
-}
-
-TEST_F(DeliveryTest, theDesktopsDialogIsOpenedForAFile)
-{
-    openDeliverable("Picture master");
-    screen.click(QAccessible::Button, "Choose a file");
-    screen.waitUntil([&] { return root().deliverable()->isPicking(); });
-    root().deliverable()->pick(sparseFile("chosen.mov", 1000));
-    waitForState("done");
 }
 
 TEST_F(DeliveryTest, thousandsOfRowsAreFilteredWithoutHoldingUpTheWindow)
@@ -209,12 +164,13 @@ TEST_F(SlowDeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
          },
          [&] { return !isMoving() && transfers().interruptedJournals().empty(); }},
         {"Check this file before it goes", "Cancel", [&] { drop({sparseFile("draft.mov", 1'000'000)}); },
-         [&] { return !transfers().items().empty() && nameOf(latest().state) == "done"; }},
+         [&] { return isLatestDone(); }},
         {"Quit while files are moving?", "Keep going",
          [&] {
              if (!isMoving())
                  drop({sparseFile("reel.mov", 4'000'000'000)}); // the longest that nobody asks about
-             screen.waitUntil(isMoving);
+             screen.waitUntil([&] { return isMoving() && latest().sent > 0; });
+             EXPECT_TRUE(screen.window().title().contains("%"));
              screen.window().close();
          },
          [&] { return !application().window()->isVisible(); }},
@@ -240,22 +196,6 @@ TEST_F(SlowDeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
         if (transfers().inFlightCount() == 0)
             transfers().clearFinished();
     }
-}
-
-TEST_F(SlowDeliveryTest, anUploadThatWasCutOffIsResumedFromThePanelAfterTheNextStart)
-{
-    openDeliverable("Picture master");
-    drop({sparseFile("reel.mov", 12'000'000)});
-    screen.waitUntil([&] { return !transfers().items().empty() && latest().sent > 0; });
-    EXPECT_TRUE(screen.window().title().contains("%"));
-    start();
-    openDeliverables();
-    screen.click(QAccessible::Button, "Transfers");
-    goToPanel();
-    screen.click(QAccessible::PageTab, "Interrupted");
-    screen.click(QAccessible::Button, "Resume");
-    waitForText("Nothing interrupted");
-    waitForState("done");
 }
 
 TEST(StatusBadgeTest, theSpinnerTakesThePlaceOfTheCheckMark)

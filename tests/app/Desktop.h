@@ -14,8 +14,6 @@
 #include "tests/support/Screen.h"
 #include "transfers/TransferEngines.h"
 
-#include <boost/asio/thread_pool.hpp>
-
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -80,13 +78,16 @@ public:
         screen.press(Qt::Key_A, Qt::ControlModifier);
         screen.type(text);
     }
-    /// Enters an address and a password at the doors for them, and sends each with Enter.
+    void send(const QString& field, const QString& text)
+    {
+        enter(field, text);
+        screen.press(Qt::Key_Return);
+    }
+    /// Sends an address and a password at the doors for them.
     void signIn(const QString& email = "ada@northlight.example", const QString& password = "reel-one")
     {
-        enter("Work email", email);
-        screen.press(Qt::Key_Return);
-        enter("Password", password);
-        screen.press(Qt::Key_Return);
+        send("Work email", email);
+        send("Password", password);
     }
     /// Past the sign-in, if nobody is signed in, to the clients.
     void openClients()
@@ -139,18 +140,18 @@ public:
 private:
     /// Goes once everything that it ran for is gone and has nothing left to do.
     struct Pool {
-        boost::asio::thread_pool threads{4};
-        ~Pool() { threads.join(); }
+        WorkerThreads threads{4};
+        ~Pool() { threads.finish(); }
     };
 
     struct Running {
         Running(const QString& folder, Desktop& desktop)
             : cookies(std::make_shared<CookieStore>(folder + "/cookies")),
               preferences(folder + "/palvera.conf"),
-              mainThread(engine.threads),
-              http(engine.threads.get_executor(), {.sharedCookies = cookies}),
+              mainThread(engine.threads.context()),
+              http(engine.threads.executor(), {.sharedCookies = cookies}),
               api({.client = http,
-                   .executor = engine.threads.get_executor(),
+                   .executor = engine.threads.executor(),
                    .clearCookies = [this] { cookies->clear(); }}),
               engines({.applicationSupport = folder, .library = folder, .caches = folder + "/caches", .config = folder},
                       clock, {.engine = engine.threads, .network = network, .api = api}),

@@ -9,6 +9,13 @@ namespace {
 
 using StartTest = DesktopTest;
 
+TEST_F(StartTest, theAccessCodeDoorIsOnlyThereForWhoHoldsAlt)
+{
+    start();
+    screen.find(QAccessible::EditableText, "Work email");
+    EXPECT_FALSE(screen.shows(QAccessible::Button, "Sign in with an access code"));
+}
+
 TEST_F(StartTest, offlineItComesToTheSignInScreen)
 {
     server.reset();

@@ -5,8 +5,6 @@
 #include "support/QtPrinting.h"
 #include "support/Simulation.h"
 
-#include <gtest/gtest.h>
-
 namespace palvera {
 namespace {
 

@@ -2,8 +2,6 @@
 
 #include "support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera::cli {
 
 namespace {

@@ -50,9 +50,7 @@ struct ErrandsTest : TransfersTest {
     {
         DeliverableUpload asked{
             .file = file(row + ".mov"), .orgId = "org", .projectId = "salt", .deliverable = {.id = row}};
-        QFile written(asked.file);
-        EXPECT_TRUE(written.open(QIODevice::WriteOnly));
-        written.write(content);
+        writeFile(asked.file, content);
         const UploadErrand::Upload upload{
             .journalKey = row,
             .file = asked.file,
@@ -167,18 +165,9 @@ TEST_F(ErrandsTest, anInterruptionGivesUpWhatIsInFlightWhenThatIsWanted)
     EXPECT_THAT(asked(), testing::Contains("POST orgs/org/projects/salt/deliverables/row-1/transfer/abort"));
 }
 
-/// Ends its chunks in its own time, whatever the flag says.
-Task<void> finishChunks(Clock& clock)
-{
-    co_await clock.sleep(60s);
-    throwCancelled();
-}
-
 TEST_F(ErrandsTest, chunksInFlightAreCutOffByAnInterruption)
 {
-    auto surroundings = environment();
-    surroundings.download = [this](DownloadRequest) { return finishChunks(world.clock); };
-    model.emplace(surroundings);
+    downloads.deafFor = 60s; // with its chunks
     client.handler = [](const HttpRequest&) {
         return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/1"})"};
     };
@@ -204,7 +193,6 @@ TEST(ExitCode, tellsFailuresApart)
         {platformSays(403), ExitCode::failed},
         {platformSays(0), ExitCode::failed},
         {platformSays(409, "delivery_doubt"), ExitCode::confirmationNeeded},
-        {platformSays(409, "delivery"), ExitCode::failed},
         {std::make_exception_ptr(TransportError(TransportError::Kind::connect, "no")), ExitCode::unreachable},
         {std::make_exception_ptr(std::runtime_error("no")), ExitCode::failed},
     };

@@ -3,8 +3,6 @@
 #include "support/Json.h"
 #include "support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera::cli {
 
 namespace {

@@ -5,8 +5,6 @@
 #include "support/Json.h"
 #include "support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera::cli {
 
 using namespace Qt::StringLiterals;

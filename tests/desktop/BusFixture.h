@@ -7,8 +7,6 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-#include <gmock/gmock.h>
-
 #include <csignal>
 
 #include <sys/prctl.h>

@@ -1,14 +1,11 @@
 #include "desktop/SingleInstance.h"
+#include "tests/support/Files.h"
 #include "tests/support/LoopFixture.h"
 #include "tests/support/QtPrinting.h"
 #include "tests/support/ScopedVariable.h"
 
-#include <QDir>
-#include <QFile>
 #include <QLocalSocket>
 #include <QTemporaryDir>
-
-#include <gmock/gmock.h>
 
 namespace palvera {
 namespace {
@@ -93,10 +90,9 @@ TEST_F(SingleInstanceTest, theNextTakesOverFromOneThatIsGoneOrWasKilled)
     const auto socket = socketPath();
     first.reset();
     expectTheNextTakesOver();
-    QFile lock(socket + ".lock"), left(socket);
-    ASSERT_TRUE(lock.open(QIODevice::WriteOnly) && left.open(QIODevice::WriteOnly));
-    lock.write("999999999\npalvera\n" + QSysInfo::machineHostName().toUtf8() + "\n"); // no process has that number
-    lock.close();
+    writeFile(socket, {});
+    // No process has that number.
+    writeFile(socket + ".lock", "999999999\npalvera\n" + QSysInfo::machineHostName().toUtf8() + "\n");
     expectTheNextTakesOver();
 }
 

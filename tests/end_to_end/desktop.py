@@ -1,35 +1,69 @@
 #!/usr/bin/python3
-"""The desktop application as somebody meets it who has a keyboard and a program that reads the screen out.
-
-A window on a display of its own, found and read through the accessibility bus; keys come from the X server.
+"""The path that suppliers take every day, with the real programs, as somebody takes it who has a keyboard, a pointer
+and a program that reads the screen out: a file is dragged onto a deliverable, the program is killed in the middle,
+started again and told to resume; the file is filed, downloaded and replaced by one from the desktop's own dialog.
 """
 import support
-from desktop_programs import Desktop, Display
-from support import Platform, Workspace, wait_until
+from desktop_programs import Desktop, Display, FileManager, install_portal
+from support import DONE, Client, Platform, Workspace, digest, expect, expect_filed, wait_until
+
+ROW = "salt-row-1"
+PART = 1 << 20
 
 
-def the_way_to_a_project_and_out_again():
-    with Workspace() as workspace, Display(), Platform(workspace) as platform:
-        with Desktop(workspace, platform.address) as desktop:
-            desktop.sign_in("ada@northlight.example", "reel-one")
-            desktop.find("heading", "Choose a client")
-            desktop.activate("list item", "Northlight Pictures")
-            desktop.find("list item", "Assets")
-            desktop.type("text|entry", "Find a project", "salt")
-            wait_until(lambda: [text for kind, text, _ in desktop.items() if kind == "list item"] == ["Salt"], "one row")
-            desktop.press("Escape")
-            desktop.activate("push button|button", "Choose another client")
-            desktop.find("heading", "Choose a client")
-            wait_until(lambda: not desktop.says("Choose another client"), "the projects have faded away")
-            assert desktop.start_again() == 0, "a second start does not hand over to the first"
-            desktop.activate("push button|button", "Account")
-            desktop.activate("menu item", "Sign out")
-            desktop.find("text|entry", "Work email")
-            assert desktop.process.poll() is None
-            said = desktop.errors.read_text()
-            assert said == "", said
-        assert platform.violations() == [], platform.violations()
+def dragged_killed_resumed_filed_downloaded_and_replaced():
+    with Workspace() as workspace:
+        file = workspace.make_file("Salt – 100% final #2.mov", 60 * PART + 123)
+        chosen = workspace.make_file("chosen in the dialog.mov", 100_000)
+        asked = install_portal(workspace, chosen)
+        with Display(), Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "1000000") as platform:
+            deliver(workspace, platform, file)
+            resume_and_replace(workspace, platform, file, chosen)
+        assert asked.read_text() == "Choose a file to send\n"
 
 
-if __name__ == "__main__":
-    support.main(the_way_to_a_project_and_out_again)
+def deliver(workspace, platform, file):
+    with Desktop(workspace, platform.address) as desktop:
+        desktop.sign_in(support.EMAIL, support.PASSWORD)
+        desktop.open_row()
+        zone = desktop.middle_of(desktop.find("panel|grouping", "Drop a file here"))
+        with FileManager(file) as files:
+            result = files.drag_to(*zone)
+            assert result == "copied", f"the drop was {result}"
+            desktop.find("heading|label|static|text", "Uploading")  # until then the file is still to be fetched
+        wait_until(lambda: platform.stored_parts(ROW) > 10, "parts in storage")
+        assert desktop.says("upload, running"), "the panel has not opened"
+        assert desktop.start_again() == 0, "a second start does not hand over to the first"
+        desktop.process.kill()
+
+
+def resume_and_replace(workspace, platform, file, chosen):
+    client, folder = Client(workspace, platform.address), workspace.path / "Downloads"
+    folder.mkdir()
+    expect(DONE, client.run("downloads-folder", folder))
+    assert client.journal(ROW), "no journal is left"
+    with Desktop(workspace, platform.address) as desktop:
+        desktop.find("heading", "Choose a client")
+        desktop.activate(desktop.BUTTON, "Transfers")
+        desktop.activate("page tab", "Interrupted")
+        assert desktop.says("of 61 parts done")
+        desktop.activate(desktop.BUTTON, "Resume")
+        wait_until(lambda: platform.is_filed(ROW, file) and not client.journal(ROW), "the file is filed")
+        assert len(platform.uploads(ROW)) == 1, "it was not resumed but sent again"
+        expect_filed(platform, client, ROW, file)
+        desktop.open_row()
+        desktop.find("heading", "Filed against this deliverable")
+        desktop.activate(desktop.BUTTON, "Download")
+        wait_until(lambda: (folder / file.name).exists() and len(list(folder.iterdir())) == 1
+                   and digest(folder / file.name) == digest(file), "the same bytes come down")
+        desktop.activate(desktop.BUTTON, "Choose a file")
+        wait_until(lambda: platform.is_filed(ROW, chosen), "the chosen file is filed")
+        desktop.activate(desktop.BUTTON, "Deliverables")
+        desktop.activate(desktop.BUTTON, "Account")
+        desktop.activate("menu item", "Sign out")
+        desktop.find("text|entry", "Work email")
+        desktop.quit()
+        assert desktop.errors.read_text() == "", desktop.errors.read_text()
+
+
+support.main()

@@ -13,7 +13,7 @@ from support import wait_until
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib # noqa: E402: only with the version
 
-DESKTOP = os.environ["PALVERA"]
+DESKTOP, DRAG_SOURCE = os.environ["PALVERA"], os.environ["PALVERA_DRAG_SOURCE"]
 
 
 class Display:
@@ -22,8 +22,9 @@ class Display:
     def __enter__(self):
         self.runtime = tempfile.TemporaryDirectory(prefix="palvera-run-")
         read, write = os.pipe()
-        self.server = subprocess.Popen(["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x900x24", "-nolisten", "tcp"],
-                                       pass_fds=[write], stderr=subprocess.DEVNULL)
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write), "-screen", "0", "1280x900x24", "-nolisten", "tcp"],
+            pass_fds=[write], stderr=subprocess.DEVNULL)
         os.close(write)
         with os.fdopen(read) as said:
             self.name = ":" + said.readline().strip()
@@ -49,13 +50,8 @@ class Desktop:
     BUTTON = "push button|button"
 
     def __init__(self, workspace, address):
-        home = workspace.path / "home"
-        home.mkdir(exist_ok=True)
-        self.environment = os.environ | {
-            "PV_API": address, "HOME": str(home), "XDG_DATA_HOME": str(home / "data"),
-            "XDG_STATE_HOME": str(home / "state"), "XDG_CACHE_HOME": str(home / "cache"),
-            "XDG_CONFIG_HOME": str(home / "config"), "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1",
-            "QT_QUICK_BACKEND": "software"}
+        self.environment = os.environ | support.homes(workspace.path / "home", address) | {
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QUICK_BACKEND": "software"}
         self.errors = workspace.path / "errors"
 
     def __enter__(self):
@@ -108,32 +104,25 @@ class Desktop:
             pass # an item that has just gone
 
     def find(self, role, name):
-        found = []
-
         def look():
-            found[:] = [node for kind, text, node in self.items() if re.fullmatch(role, kind) and text == name]
-            return bool(found)
+            return next((node for kind, text, node in self.items() if re.fullmatch(role, kind) and text == name), None)
 
         try:
-            wait_until(look, f"{role} {name}")
+            return wait_until(look, f"{role} {name}")
         except AssertionError as failure:
             shown = [(kind, text) for kind, text, _ in self.items() if text]
             raise AssertionError(f"{failure}; shown: {shown}; said: {self.errors.read_text()}") from None
-        return found[0]
-
-    def has_keyboard(self, node):
-        node.clear_cache()
-        return node.get_state_set().contains(Atspi.StateType.FOCUSED)
 
     def type(self, role, name, text):
         """Tabs to a field and types into it."""
         node = self.find(role, name)
         for _ in range(30):
-            if self.has_keyboard(node):
-                break
+            node.clear_cache()
+            if node.get_state_set().contains(Atspi.StateType.FOCUSED):
+                subprocess.run(["xdotool", "type", "--delay", "5", text], check=True)
+                return
             self.press("Tab")
-        assert self.has_keyboard(node), f"Tab does not lead to {name}"
-        subprocess.run(["xdotool", "type", "--delay", "5", text], check=True)
+        raise AssertionError(f"Tab does not lead to {name}")
 
     def sign_in(self, email, password):
         self.type("text|entry", "Work email", email)
@@ -170,28 +159,42 @@ class Desktop:
         wait_until(press, f"{name} can be pressed")
 
 
-class Portal:
-    """The desktop's portal, whose file dialog chooses `file`. Programs learn of it as of an installed one."""
+def install_portal(workspace, file):
+    """The desktop's portal, whose file dialog chooses `file`, for a display that is started later: its bus starts the
+    portal when it is asked for. The file that says what it was asked.
+    """
+    services, said = workspace.path / "share" / "dbus-1" / "services", workspace.path / "portal"
+    services.mkdir(parents=True)
+    (services / "org.freedesktop.portal.Desktop.service").write_text(
+        "[D-BUS Service]\nName=org.freedesktop.portal.Desktop\n"
+        f"Exec=/usr/bin/python3 {pathlib.Path(__file__).with_name('portal.py')} '{file}' '{said}'\n")
+    others = os.environ.get("XDG_DATA_DIRS", "/usr/local/share:/usr/share")
+    os.environ["XDG_DATA_DIRS"] = f"{workspace.path / 'share'}:{others}"
+    return said
 
-    def __init__(self, workspace, file):
-        self.data, self.file, self.said = workspace.path / "share", file, workspace.path / "portal"
+
+class FileManager:
+    """A window from which `file` can be dragged."""
+
+    def __init__(self, file):
+        self.file = file
 
     def __enter__(self):
-        services = self.data / "dbus-1" / "services"
-        services.mkdir(parents=True)
-        (services / "org.freedesktop.portal.Desktop.service").write_text("[D-BUS Service]\n")
-        self.earlier = os.environ.get("XDG_DATA_DIRS", "/usr/local/share:/usr/share")
-        os.environ["XDG_DATA_DIRS"] = f"{self.data}:{self.earlier}"
-        with open(self.said, "wb") as said:
-            self.process = subprocess.Popen(["/usr/bin/python3", pathlib.Path(__file__).with_name("portal.py"), self.file],
-                                            stdout=said)
-        wait_until(lambda: self.said.read_text(), "the portal is ready")
+        self.process = subprocess.Popen([DRAG_SOURCE, self.file], stdout=subprocess.PIPE, text=True)
+        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "^Files$"], check=True,
+                       stdout=subprocess.DEVNULL, timeout=support.PATIENCE)
         return self
 
     def __exit__(self, *unused):
-        os.environ["XDG_DATA_DIRS"] = self.earlier
         self.process.kill()
         self.process.wait()
+        self.process.stdout.close()
 
-    def asked(self):
-        return self.said.read_text().splitlines()[1:]
+    def drag_to(self, x, y):
+        """As a hand does: several small movements, of which the desktop hears each. What became of it."""
+        steps = [(x + (1170 - x) * left // 8, y + (810 - y) * left // 8) for left in range(7, -1, -1)]
+        moves = [word for at in [(1180, 815), *steps, (x + 2, y + 2)]
+                 for word in ("mousemove", "--sync", str(at[0]), str(at[1]), "sleep", "0.05")]
+        subprocess.run(["xdotool", "mousemove", "--sync", "1170", "810", "mousedown", "1", *moves,
+                        "sleep", "0.2", "mouseup", "1"], check=True, timeout=support.PATIENCE)
+        return self.process.stdout.readline().strip()

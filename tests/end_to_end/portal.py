@@ -1,6 +1,6 @@
 #!/usr/bin/python3
-"""A stand-in for the desktop's portal, as a process: its file dialog chooses the file that the program was given at once.
-Writes the title of each dialog, a line each.
+"""A stand-in for the desktop's portal: its file dialog chooses at once the file that the program was given, and its
+title is added to another.
 """
 import pathlib
 import sys
@@ -20,8 +20,10 @@ INTERFACES = """<node>
 
 def call(connection, sender, path, interface, method, arguments, invocation):
     _, title, options = arguments.unpack()
-    print(title, flush=True)
-    request = f"/org/freedesktop/portal/desktop/request/{sender[1:].replace('.', '_')}/{options.get('handle_token', 't')}"
+    with open(sys.argv[2], "a") as said:
+        print(title, file=said)
+    caller, token = sender[1:].replace(".", "_"), options.get("handle_token", "t")
+    request = f"/org/freedesktop/portal/desktop/request/{caller}/{token}"
     invocation.return_value(GLib.Variant("(o)", (request,)))
     answer = GLib.Variant("(ua{sv})", (0, {"uris": GLib.Variant("as", [pathlib.Path(sys.argv[1]).as_uri()])}))
     GLib.timeout_add(100, lambda: connection.emit_signal(sender, request, "org.freedesktop.portal.Request", "Response",
@@ -34,6 +36,5 @@ def start(connection, _):
                                lambda *_: GLib.Variant("u", 3), None)
 
 
-Gio.bus_own_name(Gio.BusType.SESSION, "org.freedesktop.portal.Desktop", Gio.BusNameOwnerFlags.NONE, start,
-                 lambda *_: print("ready", flush=True), None)
+Gio.bus_own_name(Gio.BusType.SESSION, "org.freedesktop.portal.Desktop", Gio.BusNameOwnerFlags.NONE, start, None, None)
 GLib.MainLoop().run()

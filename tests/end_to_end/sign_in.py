@@ -23,31 +23,18 @@ def each_account_signs_in_in_its_own_way():
     with Workspace() as workspace, Platform(workspace) as platform:
         for number, (email, password, code, expected, said) in enumerate(WAYS):
             client = Client(workspace, platform.address, f"home-{number}")
-            words = ["sign-in", "--email", email, "--password-stdin", *(["--code", code] if code else [])]
-            # Without a terminal of its own, so that nothing can be asked there.
-            process = client.start(*words, stdin=support.subprocess.PIPE, start_new_session=True)
-            result = expect(expected, client.finish(process, (password + "\n").encode()))
+            result = expect(expected, client.enter(email, password, *(["--code", code] if code else [])))
             assert said in result.error and not (password and password in result.error), f"{email}: {result}"
             who = client.run("whoami", "--json")
             assert (who.code == DONE) == (expected == DONE), f"{email}: {who}"
             assert expected != DONE or who.records()[0]["email"] == email, who
-        assert platform.violations() == [], platform.violations()
-
-
-def a_platform_that_is_away_is_said():
-    with Workspace() as workspace:
-        client = Client(workspace, "http://127.0.0.1:9/api")
-        result = client.run("sign-in", "--email", "e", "--password-stdin", typed=b"p\n")
-        assert "Could not connect" in expect(UNREACHABLE, result).error, result
 
 
 def a_platform_that_goes_away_after_the_password_is_said():
-    rules = [{"operation": "me", "action": "refuse", "times": 0}]
-    with Workspace() as workspace, Platform(workspace, rules=rules) as platform:
-        client = Client(workspace, platform.address)
-        result = client.run("sign-in", "--email", support.EMAIL, "--password-stdin", typed=b"open-sesame\n")
-        assert "The connection was lost." in expect(UNREACHABLE, result).error, result
+    with Workspace() as workspace, Platform(workspace) as platform:
+        platform.break_with({"operation": "me", "action": "refuse", "times": 0})
+        result = expect(UNREACHABLE, Client(workspace, platform.address).enter())
+        assert "The connection was lost." in result.error, result
 
 
-support.main(each_account_signs_in_in_its_own_way, a_platform_that_is_away_is_said,
-             a_platform_that_goes_away_after_the_password_is_said)
+support.main()

@@ -9,11 +9,11 @@ import json
 import os
 import pathlib
 import shutil
-import signal
 import subprocess
 import sys
 import tempfile
 import time
+import types
 import urllib.request
 
 CLI = os.environ["PALVERA_CLI"]
@@ -42,17 +42,14 @@ class Workspace:
         """A file of bytes that do not repeat."""
         path = self.path / name
         with open(path, "wb") as file:
-            block, left = 0, size
-            while left > 0:
-                piece = hashlib.shake_128(f"{seed} {block}".encode()).digest(min(left, 1 << 20))
-                file.write(piece)
-                left -= len(piece)
-                block += 1
+            for start in range(0, size, 1 << 20):
+                file.write(hashlib.shake_128(f"{seed} {start}".encode()).digest(min(size - start, 1 << 20)))
         return path
 
 
 class Platform:
-    """The local platform, as a process. A second start serves on the same ports, from the same data."""
+    """The local platform, as a process. A second start serves on the same ports, from the same data. Whoever uses it as
+    a context fails if something improper was sent to it."""
 
     def __init__(self, workspace, *options, rules=()):
         self.data = workspace.path / "platform"
@@ -68,8 +65,11 @@ class Platform:
         self.start()
         return self
 
-    def __exit__(self, *unused):
-        self.kill()
+    def __exit__(self, failure, *unused):
+        try:
+            assert failure or self.violations() == [], self.violations()
+        finally:
+            self.kill()
 
     def start(self):
         self.process = subprocess.Popen(
@@ -105,6 +105,12 @@ class Platform:
     def uploads(self, row):
         return [upload for upload in self.state()["uploads"] if upload["deliverable"] == row]
 
+    def stored_parts(self, row):
+        return sum(len(upload["parts"]) for upload in self.uploads(row))
+
+    def is_filed(self, row, file):
+        return any(upload["filed"] and upload["filename"] == file.name for upload in self.uploads(row))
+
     def violations(self):
         return self.state()["violations"]
 
@@ -124,19 +130,21 @@ class Result:
         return [record for record in self.records() if record["event"] == kind]
 
 
+def homes(home, address):
+    """What a program must know in order to keep all that is its own in `home`."""
+    home.mkdir(exist_ok=True)
+    return {"PV_API": address, "HOME": str(home)} | {
+        f"XDG_{kind.upper()}_HOME": str(home / kind) for kind in ("data", "state", "cache", "config")}
+
+
 class Client:
     """palvera-cli with homes of its own."""
 
     def __init__(self, workspace, address, name="home"):
-        home = workspace.path / name
-        self.home = home
+        self.home = workspace.path / name
         # Also where the locale is none that speaks UTF-8.
         kept = {key: value for key, value in os.environ.items() if key not in ("LC_ALL", "LANG")}
-        self.environment = kept | {
-            "PV_API": address, "HOME": str(home), "XDG_DATA_HOME": str(home / "data"),
-            "XDG_STATE_HOME": str(home / "state"), "XDG_CACHE_HOME": str(home / "cache"),
-            "XDG_CONFIG_HOME": str(home / "config")}
-        home.mkdir(exist_ok=True)
+        self.environment = kept | homes(self.home, address)
 
     def start(self, *arguments, **options):
         options = {"stdin": subprocess.DEVNULL, "stdout": subprocess.PIPE, "stderr": subprocess.PIPE} | options
@@ -149,15 +157,18 @@ class Client:
             process.kill()
             out, error = process.communicate()
             raise AssertionError(f"hangs\n{out.decode()[-3000:]}\n{error.decode()[-3000:]}")
-        return Result(process.returncode, out.decode(), error.decode())
+        return Result(process.returncode, (out or b"").decode(), error.decode())
 
     def run(self, *arguments, typed=None):
         stdin = subprocess.DEVNULL if typed is None else subprocess.PIPE
-        return self.finish(self.start(*arguments, stdin=stdin), typed)
+        # Without a terminal of its own, so that nothing can be asked there.
+        return self.finish(self.start(*arguments, stdin=stdin, start_new_session=True), typed)
+
+    def enter(self, email=EMAIL, password=PASSWORD, *options):
+        return self.run("sign-in", "--email", email, "--password-stdin", *options, typed=f"{password}\n".encode())
 
     def sign_in(self):
-        result = self.run("sign-in", "--email", EMAIL, "--password-stdin", typed=(PASSWORD + "\n").encode())
-        assert result.code == DONE, result
+        expect(DONE, self.enter())
         return self
 
     def upload(self, row, file, *options, project=PROJECT):
@@ -172,6 +183,9 @@ class Client:
             return json.loads((self.journals() / f"{key}.json").read_text())
         except FileNotFoundError:
             return None
+
+    def recorded_parts(self, key):
+        return (self.journal(key) or {"done": []})["done"]
 
 
 @contextlib.contextmanager
@@ -203,14 +217,12 @@ def expect_filed(platform, client, row, file):
 
 
 def wait_until(holds, what):
+    """What `holds` gives in the end."""
     deadline = time.monotonic() + PATIENCE
-    while not holds():
+    while not (held := holds()):
         assert time.monotonic() < deadline, f"never: {what}"
         time.sleep(0.03)
-
-
-def interrupt(process, number=signal.SIGINT):
-    os.kill(process.pid, number)
+    return held
 
 
 def run_tests(tests):
@@ -227,6 +239,9 @@ def run_tests(tests):
     sys.exit(1 if failed or not tests else 0)
 
 
-def main(*tests):
-    """Runs those of `tests` that the program's arguments name, or all of them."""
-    run_tests({test.__name__: test for test in tests if not sys.argv[1:] or test.__name__ in sys.argv[1:]})
+def main():
+    """Runs the tests of the script, its functions without parameters: those that the program's arguments name, or all."""
+    functions = [each for each in vars(sys.modules["__main__"]).values() if isinstance(each, types.FunctionType)]
+    run_tests({test.__name__: test for test in functions
+               if test.__module__ == "__main__" and not test.__code__.co_argcount
+               and (not sys.argv[1:] or test.__name__ in sys.argv[1:])})

@@ -100,6 +100,4 @@ def progress_is_one_line_that_is_cleared_at_the_end():
         support.expect_filed(platform, client, "salt-row-1", file)
 
 
-support.main(the_password_is_asked_for_and_not_shown,
-             an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was,
-             progress_is_one_line_that_is_cleared_at_the_end)
+support.main()

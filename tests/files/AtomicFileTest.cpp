@@ -26,17 +26,12 @@ struct AtomicFileTest : FileFixture {
         QDir(root.path()).mkdir("staging");
         path = root.filePath("target/record.json");
     }
-
-    static QStringList entriesOf(const QString& folder)
-    {
-        return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
-    }
 };
 
 TEST_F(AtomicFileTest, replacesTheFileWithBytesThatAreOnTheDiskBeforeTheyTakeItsName)
 {
     const QByteArray bytes(200'000, 'x');
-    append(path, bytes + "that were there");
+    writeFile(path, bytes + "that were there");
     const FileCalls calls;
     writeFileAtomically(path, bytes, staging);
     const auto all = calls.all();
@@ -44,7 +39,7 @@ TEST_F(AtomicFileTest, replacesTheFileWithBytesThatAreOnTheDiskBeforeTheyTakeIts
     EXPECT_TRUE(staged.starts_with(staging.toStdString() + "/.palvera-")) << staged;
     EXPECT_THAT(all, ElementsAre("write " + staged, "fsync " + staged, "rename " + staged + ' ' + path.toStdString(),
                                  "fsync " + target));
-    EXPECT_EQ(contentOf(path), bytes);
+    EXPECT_EQ(readFile(path), bytes);
     EXPECT_THAT(entriesOf(root.filePath("target")), ElementsAre("record.json"));
     EXPECT_THAT(entriesOf(staging), IsEmpty());
 }
@@ -58,7 +53,7 @@ TEST_F(AtomicFileTest, aWriteThatFailsAtAnyStepIsToldOfAndKeepsTheOldFile)
         EXPECT_EQ(failureOf([&] { writeFileAtomically(path, "new", staging); }),
                   "“record.json” cannot be written: Input/output error.")
             << step;
-        EXPECT_EQ(contentOf(path), "old") << step;
+        EXPECT_EQ(readFile(path), "old") << step;
         EXPECT_THAT(entriesOf(staging), IsEmpty()) << step;
     }
     calls.fail("fsync " + target, EIO);
@@ -77,7 +72,7 @@ TEST_F(AtomicFileTest, aDiskThatIsFullHalfWayKeepsTheOldFile)
     ::setrlimit(RLIMIT_FSIZE, &tight);
     EXPECT_THROW(writeFileAtomically(path, QByteArray(5000, 'n'), staging), FileError);
     ::setrlimit(RLIMIT_FSIZE, &usual);
-    EXPECT_EQ(contentOf(path), "old");
+    EXPECT_EQ(readFile(path), "old");
 }
 
 TEST_F(AtomicFileTest, onlyTheOwnerMayReadWhatIsPrivate)

@@ -8,7 +8,7 @@ namespace {
 using bookmark::Resolved;
 
 struct BookmarkTest : FileFixture {
-    void SetUp() override { append(path, ""); }
+    void SetUp() override { writeFile(path, ""); }
 };
 
 TEST_F(BookmarkTest, findsAFileOrAFolderWhereItWas)
@@ -28,7 +28,7 @@ TEST_F(BookmarkTest, findsARenamedFileAndSaysSoUnlessAnotherTookItsName)
         const QString renamed = root.filePath(".hidden ümlaut");
         ASSERT_TRUE(QFile::rename(place, renamed));
         EXPECT_EQ(bookmark::resolve(bytes), (Resolved{.path = renamed, .stale = true}));
-        append(place, "another");
+        writeFile(place, "another");
         EXPECT_EQ(bookmark::resolve(bytes), (Resolved{.path = place, .stale = true})) << "the path wins";
         QFile::remove(place);
         ASSERT_TRUE(QDir(renamed).exists() ? QDir(renamed).removeRecursively() : QFile::remove(renamed));
@@ -37,17 +37,17 @@ TEST_F(BookmarkTest, findsARenamedFileAndSaysSoUnlessAnotherTookItsName)
 
 TEST_F(BookmarkTest, nothingElseIsTakenForAFileThatIsGone)
 {
-    append(path, "film");
+    writeFile(path, "film");
     const auto bytes = bookmark::make(path).value();
     ASSERT_TRUE(QFile::remove(path));
     for (int number = 0; number < 50; ++number) // some of them under its inode number
-        append(root.filePath(QString::number(number)), "film");
+        writeFile(root.filePath(QString::number(number)), "film");
     EXPECT_EQ(bookmark::resolve(bytes), std::nullopt);
-    append(path, "film");
+    writeFile(path, "film");
     const auto known = bookmark::make(path).value();
     const auto renamed = root.filePath("renamed.mov");
     ASSERT_TRUE(QFile::rename(path, renamed));
-    append(renamed, "and more");
+    writeFile(renamed, "film and more");
     EXPECT_EQ(bookmark::resolve(known), std::nullopt) << "it is not what it was";
 }
 

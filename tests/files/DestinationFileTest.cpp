@@ -19,10 +19,10 @@ TEST_F(DestinationFileTest, holdsZerosUntilItIsWritten)
     file.reset(8);
     file.writeAt(5, std::string_view("xyz"));
     file.reset(6);
-    EXPECT_EQ(contentOf(path), QByteArray(6, '\0')); // nothing of before
+    EXPECT_EQ(readFile(path), QByteArray(6, '\0')); // nothing of before
     file.writeAt(4, std::string_view("ef"));
     file.writeAt(0, std::string_view("ab"));
-    EXPECT_EQ(contentOf(path), QByteArray("ab\0\0ef", 6));
+    EXPECT_EQ(readFile(path), QByteArray("ab\0\0ef", 6));
     EXPECT_EQ(file.identity().size, 6);
 }
 
@@ -80,7 +80,7 @@ TEST_F(DestinationFileTest, noticesThatItsNameLeadsElsewhere)
         auto file = DestinationFile::open(path);
         ASSERT_TRUE(QFile::remove(path));
         if (replaced)
-            append(path, "");
+            writeFile(path, "");
         EXPECT_EQ(failureOf([&] { file.sync(); }), "“master.mov” was moved or removed while it was being downloaded.");
         QFile::remove(path);
     }

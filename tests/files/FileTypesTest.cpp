@@ -1,8 +1,6 @@
 #include "files/FileTypes.h"
 #include "support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 

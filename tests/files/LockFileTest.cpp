@@ -1,11 +1,6 @@
+#include "FileFixture.h"
+
 #include "files/LockFile.h"
-
-#include "files/FileError.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -15,10 +10,7 @@ namespace {
 
 using Outcome = LockFile::Outcome;
 
-struct LockFileTest : testing::Test {
-    QTemporaryDir folder;
-    const QString path = folder.filePath("lock");
-};
+using LockFileTest = FileFixture;
 
 TEST_F(LockFileTest, oneHasItAndLeavesAWordForWhoeverWaits)
 {
@@ -57,7 +49,7 @@ TEST_F(LockFileTest, theLockOfADeadProcessIsFree)
 
 TEST_F(LockFileTest, whereNoneCanBeMadeThatIsSaid)
 {
-    EXPECT_THROW(LockFile::open(folder.filePath("nowhere/lock")), FileError);
+    EXPECT_THROW(LockFile::open(root.filePath("nowhere/lock")), FileError);
 }
 
 } // namespace

@@ -20,7 +20,7 @@ TEST_F(PreferencesTest, keepsTextsAndBytesUnderTheirKeysAsTheyAre)
     preferences.setBytes("pv.downloadsBookmark", bytes);
     EXPECT_EQ(Preferences(file).bytes("pv.downloadsBookmark"), bytes);
     preferences.setString("pv.site", "live");
-    EXPECT_TRUE(contentOf(file).contains("\npv.site=live\n"));
+    EXPECT_TRUE(readFile(file).contains("\npv.site=live\n"));
 }
 
 TEST_F(PreferencesTest, givesNothingForWhatIsAbsentOrOfTheOtherTypeOrRemoved)

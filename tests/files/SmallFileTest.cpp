@@ -1,21 +1,18 @@
+#include "FileFixture.h"
+
 #include "files/SmallFile.h"
-
-#include "support/QtPrinting.h"
-
-#include <QFile>
-#include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 #include <sys/stat.h>
 
 namespace palvera {
 namespace {
 
-TEST(SmallFileTest, onlyAnOrdinaryFileOfModestSizeIsRead)
+struct SmallFileTest : FileFixture {
+    QString at(const char* name) const { return root.filePath(name); }
+};
+
+TEST_F(SmallFileTest, onlyAnOrdinaryFileOfModestSizeIsRead)
 {
-    QTemporaryDir folder;
-    auto at = [&](const char* name) { return folder.filePath(name); };
     appendToFile(at("file"), "12345");
     appendToFile(at("file"), "67890");
     QFile::link(at("file"), at("link"));
@@ -26,20 +23,19 @@ TEST(SmallFileTest, onlyAnOrdinaryFileOfModestSizeIsRead)
         std::optional<QByteArray> read;
     } cases[] = {
         {at("file"), 10, "1234567890"}, {at("file"), 9, {}},  {at("link"), 10, {}},    {at("pipe"), 10, {}},
-        {folder.path(), 10, {}},        {at("none"), 10, {}}, {"/dev/zero", 1000, {}},
+        {root.path(), 10, {}},          {at("none"), 10, {}}, {"/dev/zero", 1000, {}},
     };
     for (const auto& [path, limit, read] : cases)
         EXPECT_EQ(readSmallFile(path, limit), read) << path.toStdString() << " " << limit;
 }
 
-TEST(SmallFileTest, aLineIsAddedToAFileOfTheOwnersAndToNothingElse)
+TEST_F(SmallFileTest, aLineIsAddedToAFileOfTheOwnersAndToNothingElse)
 {
-    QTemporaryDir folder;
-    QFile::link(folder.filePath("elsewhere"), folder.filePath("link"));
-    appendToFile(folder.filePath("link"), "text");
-    EXPECT_FALSE(QFile::exists(folder.filePath("elsewhere")));
-    appendToFile(folder.filePath("log"), "text");
-    EXPECT_EQ(QFile::permissions(folder.filePath("log")) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    QFile::link(at("elsewhere"), at("link"));
+    appendToFile(at("link"), "text");
+    EXPECT_FALSE(QFile::exists(at("elsewhere")));
+    appendToFile(at("log"), "text");
+    EXPECT_EQ(QFile::permissions(at("log")) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 }
 
 } // namespace

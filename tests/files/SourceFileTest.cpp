@@ -8,7 +8,7 @@ namespace palvera {
 namespace {
 
 struct SourceFileTest : FileFixture {
-    void SetUp() override { append(path, "0123456789"); }
+    void SetUp() override { writeFile(path, "0123456789"); }
 };
 
 TEST_F(SourceFileTest, readsWhatIsThereAndLessOnlyAtTheEnd)
@@ -24,7 +24,7 @@ TEST_F(SourceFileTest, readsWhatIsThereAndLessOnlyAtTheEnd)
     char byte = 0;
     EXPECT_THROW(file.readAt(-1, {&byte, 1}), FileError) << "a read that fails is no end";
     EXPECT_EQ(file.identity().size, 10);
-    append(path, "more");
+    writeFile(path, "more", QIODevice::Append);
     EXPECT_EQ(file.identity().size, 14) << "of this moment";
 }
 

@@ -3,7 +3,6 @@
 #include "http/CookieFile.h"
 #include "http/CookieStore.h"
 
-#include <QFile>
 #include <QFileInfo>
 
 namespace palvera {
@@ -32,11 +31,6 @@ struct CookieStoreTest : HttpFixture {
     void receive(std::shared_ptr<CookieStore> store, const QByteArray& setting)
     {
         send({.url = server.url("/"), .headers = {{"X-Set", setting}}}, {.sharedCookies = std::move(store)});
-    }
-    QByteArray fileContents()
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
     static qsizetype goodOnesIn(const QByteArray& contents)
     {
@@ -85,16 +79,13 @@ TEST_F(CookieStoreTest, readsWhatItCanOfAnyFile)
 TEST_F(CookieStoreTest, opensADamagedFileAndReplacesItAndGoesWithoutOneItCannotWrite)
 {
     receive(open(), "kept=1; Max-Age=3600");
-    const auto contents = fileContents();
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(QByteArray("\xff\x00\tgarbage\n{\"a\":1}\n", 19) + contents + contents.first(contents.size() / 2));
-    file.close();
+    const auto contents = readFile(path);
+    writeFile(path, QByteArray("\xff\x00\tgarbage\n{\"a\":1}\n", 19) + contents + contents.first(contents.size() / 2));
     auto store = open();
     EXPECT_EQ(sentWith(store), "kept=1");
     receive(store, "kept=2; Max-Age=3600");
-    EXPECT_EQ(goodOnesIn(fileContents()), 1);
-    EXPECT_EQ(fileContents().count('\n'), 1);
+    EXPECT_EQ(goodOnesIn(readFile(path)), 1);
+    EXPECT_EQ(readFile(path).count('\n'), 1);
     auto blocked = std::make_shared<CookieStore>(folder.path()); // a folder stands where the file should
     receive(blocked, "kept=1; Max-Age=3600");
     EXPECT_EQ(sentWith(blocked), "kept=1");
@@ -112,7 +103,7 @@ TEST_F(CookieStoreTest, keepsTheFileWholeWhenTwoProgramsAndManyThreadsUseIt)
     }
     int torn = 0;
     for (int look = 0; look < 200; ++look) {
-        const auto contents = fileContents();
+        const auto contents = readFile(path);
         torn += goodOnesIn(contents) != contents.count('\n');
     }
     writers.clear();

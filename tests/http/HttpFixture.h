@@ -5,6 +5,7 @@
 #include "http/HttpSession.h"
 #include "http/NetworkPath.h"
 #include "http/TransportError.h"
+#include "support/Files.h"
 #include "support/LoopbackServer.h"
 #include "support/QtPrinting.h"
 
@@ -14,8 +15,6 @@
 #include <boost/asio/strand.hpp>
 #include <boost/asio/thread_pool.hpp>
 #include <boost/asio/use_future.hpp>
-
-#include <gmock/gmock.h>
 
 #include <future>
 
@@ -76,7 +75,7 @@ public:
     bool isUsable() const override { return usable; }
     Task<void> untilUsable() override
     {
-        waitedFor.open();
+        waitedFor.release();
         return runOn(m_strand, m_change.wait());
     }
     void bringUp()
@@ -86,7 +85,7 @@ public:
     }
 
     std::atomic<bool> usable = true;
-    Gate waitedFor; ///< opens when somebody waits for the path
+    Gate waitedFor{0}; ///< opens when somebody waits for the path
 
 private:
     asio::strand<Executor> m_strand;
@@ -101,9 +100,21 @@ protected:
     Sending start(HttpClient& client, HttpRequest request) { return {m_pool, client, std::move(request)}; }
     HttpResponse send(HttpClient& client, HttpRequest request) { return start(client, std::move(request)).wait(); }
     /// Sends on a session of its own and waits.
-    HttpResponse send(HttpRequest request, HttpSessionOptions options = {});
+    HttpResponse send(HttpRequest request, HttpSessionOptions options = {})
+    {
+        HttpSession session(executor(), std::move(options));
+        return send(session, std::move(request));
+    }
     void expectFailure(HttpRequest request, TransportError::Kind kind, const QString& text,
-                       HttpSessionOptions options = {});
+                       HttpSessionOptions options = {})
+    {
+        try {
+            ADD_FAILURE() << "answered " << send(std::move(request), std::move(options)).status;
+        } catch (const TransportError& error) {
+            EXPECT_EQ(error.kind(), kind);
+            EXPECT_EQ(error.text(), text);
+        }
+    }
     Executor executor() { return m_pool.get_executor(); }
 
     asio::thread_pool m_pool{2};
@@ -144,13 +155,10 @@ private:
 };
 
 /// The machine's resolver as these tests have it knows no name that ends in ".test" and takes its time to say so of
-/// "slow.test": until the second gate is opened, once and for all. The gates are never taken down, as nobody waits for
-/// the thread on which curl asks: it may still be in one of them when the program's globals go.
-inline Gate& slowNameAsked = *new Gate;
-inline Gate& slowNameLetGo = *new Gate;
-
-/// A body of `size` bytes in which every position can be told by its neighbours.
-QByteArray patternedBody(qint64 size);
+/// "slow.test": until the second gate is opened, once for each that asks. The gates are never taken down, as nobody
+/// waits for the thread on which curl asks: it may still be in one of them when the program's globals go.
+inline Gate& slowNameAsked = *new Gate(0);
+inline Gate& slowNameLetGo = *new Gate(0);
 
 /// A body in memory, to send or to receive: it takes up to `most` bytes.
 struct Bytes : BodySource, BodySink {

@@ -1,7 +1,5 @@
 #include "HttpFixture.h"
 
-#include <semaphore>
-
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <unistd.h>
@@ -31,7 +29,7 @@ struct HttpSessionCancellationTest : HttpFixture {
 
 TEST_F(HttpSessionCancellationTest, resetsTheConnectionSoThatNothingGoesOnFlowing)
 {
-    std::counting_semaphore<> underWay(0), reset(0);
+    Gate underWay(0), reset(0);
     LoopbackServer server([&](Connection& connection) {
         connection.readHead();
         connection.discard(100'000);
@@ -39,23 +37,23 @@ TEST_F(HttpSessionCancellationTest, resetsTheConnectionSoThatNothingGoesOnFlowin
         if (connection.waitForReset())
             reset.release();
     });
-    expectCutOff(HttpSessionOptions::storage(),
-                 {.method = "PUT", .url = server.url("/"), .body = patternedBody(20 << 20)},
+    expectCutOff(HttpSessionOptions::storage(), {.method = "PUT", .url = server.url("/"), .body = patterned(20 << 20)},
                  [&] { return underWay.try_acquire_for(10s); });
     EXPECT_TRUE(reset.try_acquire_for(10s) && reset.try_acquire_for(10s));
 }
 
 TEST_F(HttpSessionCancellationTest, endsALookUpOfANameAtOnce)
 {
-    expectCutOff({.networkPath = m_path}, {.url = "http://slow.test/"}, [] { return slowNameAsked.wait(); });
-    slowNameLetGo.open();
+    expectCutOff({.networkPath = m_path}, {.url = "http://slow.test/"},
+                 [] { return slowNameAsked.try_acquire_for(10s); });
+    slowNameLetGo.release(2);
 }
 
 TEST_F(HttpSessionCancellationTest, waitsNoLongerForANetwork)
 {
     m_path->usable = false;
     expectCutOff({.networkPath = m_path}, {.url = "http://unknown.test/", .idleTimeout = 0ms},
-                 [&] { return m_path->waitedFor.wait(); });
+                 [&] { return m_path->waitedFor.try_acquire_for(10s); });
 }
 
 /// Sends requests one after the other until it is told to stop, and counts those that fail.
@@ -85,7 +83,7 @@ TEST_F(HttpSessionCancellationTest, isSafeAtEveryMomentAndLeavesTheDescriptorsOf
     for (int round = 0; round < 200; ++round) {
         auto stalled = start(churning, {.url = server.url("/stall")});
         auto answered = start(churning, {.method = "PUT", .url = server.url("/"), .body = "some bytes"});
-        for (int turns = round % 40 * 4; turns > 0; --turns)
+        for (int turns = round % 40; turns > 0; --turns)
             std::this_thread::yield(); // before, within and after the making of the connection
         stalled.cancel();
         answered.cancel();
@@ -123,10 +121,10 @@ TEST_F(HttpSessionCancellationTest, failsTheRequestWhenDescriptorsRunOut)
 
 TEST_F(HttpSessionCancellationTest, leavesNothingBehindWhenThePoolIsStoppedInTheMiddle)
 {
-    Gate underWay;
+    Gate underWay(0);
     LoopbackServer server([&](Connection& connection) {
         connection.readHead();
-        underWay.open();
+        underWay.release();
         connection.waitForReset();
     });
     auto held = std::make_shared<int>();
@@ -136,7 +134,7 @@ TEST_F(HttpSessionCancellationTest, leavesNothingBehindWhenThePoolIsStoppedInThe
         HttpRequest request{.url = server.url("/")};
         request.onSent = [held](qint64) {};
         asio::co_spawn(pool, session.send(std::move(request)), [](std::exception_ptr, HttpResponse) {});
-        ASSERT_TRUE(underWay.wait());
+        ASSERT_TRUE(underWay.try_acquire_for(10s));
         pool.stop();
         pool.join();
     }

@@ -20,7 +20,7 @@ TEST_F(HttpSessionFailureTest, tellsFailuresApartInWordsForTheUser)
                 connection.write(text);
         };
     };
-    const HttpRequest put{.method = "PUT", .url = {}, .body = patternedBody(8 << 20)};
+    const HttpRequest put{.method = "PUT", .url = {}, .body = patterned(8 << 20)};
     const auto expect = [&](const LoopbackServer& server, HttpRequest request, const QString& text) {
         request.url = server.url("/");
         expectFailure(request, Kind::broken, text, {.verifyPeer = false});
@@ -79,7 +79,7 @@ TEST_F(HttpSessionFailureTest, countsInactivityEitherWayAndTheWholeRequest)
                   {.totalTimeout = 400ms, .now = time.clock()});
     request = {.url = server.url("/halts"), .idleTimeout = 120ms};
     expectFailure(request, Kind::idle, "No answer within 0.12 seconds.", options);
-    request = {.method = "PUT", .url = request.url, .body = patternedBody(20 << 20), .idleTimeout = 120ms};
+    request = {.method = "PUT", .url = request.url, .body = patterned(20 << 20), .idleTimeout = 120ms};
     expectFailure(request, Kind::idle, "No answer within 0.12 seconds.", options);
 }
 
@@ -99,7 +99,7 @@ TEST_F(HttpSessionFailureTest, takesADrainingSendQueueForActivity)
             connection.write(answer("200 OK"));
         },
         nullptr, 64 << 10);
-    const auto body = patternedBody(2'000'000); // fits into the kernel's send queue as a whole
+    const auto body = patterned(2'000'000); // fits into the kernel's send queue as a whole
     std::vector<qint64> sent;
     HttpRequest request{.method = "PUT", .url = server.url("/"), .body = body, .idleTimeout = 150ms};
     request.onSent = [&](qint64 count) { sent.push_back(count); };
@@ -111,7 +111,7 @@ TEST_F(HttpSessionFailureTest, takesADrainingSendQueueForActivity)
 
 TEST_F(HttpSessionFailureTest, refusesABodyBeyondItsLimitOrTheRoomOfItsSink)
 {
-    const auto body = patternedBody(70'001);
+    const auto body = patterned(70'001);
     LoopbackServer server([&](Connection& connection) {
         const auto path = connection.readHead().path();
         connection.write(
@@ -155,7 +155,7 @@ TEST_F(HttpSessionFailureTest, endsWithWhatTheBodysSourceOrSinkThrows)
 TEST_F(HttpSessionFailureTest, takesAnAnswerThatComesBeforeTheBodyIsThroughEvenIfThatIsCutShort)
 {
     const TestCertificate certificate;
-    Bytes source(patternedBody(8 << 20));
+    Bytes source(patterned(8 << 20));
     auto options = HttpSessionOptions::storage();
     options.verifyPeer = false;
     for (const auto* encrypted : {static_cast<const TestCertificate*>(nullptr), &certificate}) {

@@ -30,7 +30,7 @@ TEST_F(HttpSessionTest, sendsNoHeaderBeyondWhatHttpNeedsAndTheRequestNamesWhatev
         return answer("200 OK", head.startsWith("HEAD") ? "" : "body");
     }));
     const QByteArray host = " /p HTTP/1.1\r\nHost: 127.0.0.1:" + QByteArray::number(server.port()) + "\r\n";
-    Bytes source(patternedBody(100'000));
+    Bytes source(patterned(100'000));
     const std::pair<HttpRequest, QByteArray> cases[] = {
         {{}, "Accept: */*\r\n\r\n"},
         {{.method = "DELETE", .url = {}, .headers = {{"Accept", "text/plain"}, {"X-Empty", ""}}},
@@ -52,7 +52,7 @@ TEST_F(HttpSessionTest, sendsNoHeaderBeyondWhatHttpNeedsAndTheRequestNamesWhatev
 
 TEST_F(HttpSessionTest, sendsBodiesWholeAndReportsWhatHasLeft)
 {
-    Bytes source(patternedBody(3'000'001));
+    Bytes source(patterned(3'000'001));
     QByteArray received;
     LoopbackServer server(answering([&](const Request& request) {
         received = request.body;
@@ -79,7 +79,7 @@ TEST_F(HttpSessionTest, sendsTheBodyAgainFromTheStartWhenAKeptConnectionTurnsOut
             connection.read(); // takes the second request and leaves without a word
     });
     HttpSession session(executor());
-    Bytes source(patternedBody(300'000));
+    Bytes source(patterned(300'000));
     send(session, {.method = "PUT", .url = server.url("/"), .body = "first"});
     EXPECT_EQ(send(session, {.method = "PUT", .url = server.url("/"), .source = &source}).status, 200);
     EXPECT_EQ(server.connections(), 2);
@@ -132,9 +132,9 @@ TEST_F(HttpSessionTest, endsWithTheHeadersWhenTheBodyIsNotWanted)
 TEST_F(HttpSessionTest, keepsToItsNumberOfConnectionsAndWaitingForATurnIsNotInactivity)
 {
     PassingTime time;
-    Gate firstCame;
+    Gate firstCame(0);
     LoopbackServer server(answering([&](const Request& request) {
-        firstCame.open();
+        firstCame.release();
         for (int i = 0; request.path() == "/first" && i < 6; ++i) { // far longer than the others may be idle
             time.pass(50ms);
             time.untilLookedAt();
@@ -143,7 +143,7 @@ TEST_F(HttpSessionTest, keepsToItsNumberOfConnectionsAndWaitingForATurnIsNotInac
     }));
     HttpSession session(executor(), {.maxConnectionsPerHost = 1, .now = time.clock()});
     auto one = start(session, {.url = server.url("/first")});
-    ASSERT_TRUE(firstCame.wait());
+    ASSERT_TRUE(firstCame.try_acquire_for(10s));
     auto two = start(session, {.url = server.url("/"), .idleTimeout = 100ms});
     auto three = start(session, {.url = server.url("/"), .idleTimeout = 100ms});
     for (auto* each : {&one, &two, &three})
@@ -182,7 +182,7 @@ TEST_F(HttpSessionTest, missesNothingThatTlsHasReadAhead)
 {
     // Many small records leave the server at once and stand in the TLS library when the socket is empty.
     const TestCertificate certificate;
-    const auto body = patternedBody(3'000'000);
+    const auto body = patterned(3'000'000);
     LoopbackServer server(
         [&body](Connection& connection) {
             while (!connection.readHead().head.isEmpty()) {

@@ -1,8 +1,6 @@
 #include "service/Addresses.h"
 #include "support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 

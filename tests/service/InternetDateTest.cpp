@@ -3,8 +3,6 @@
 #include "service/BinRecords.h"
 #include "support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 

@@ -1,8 +1,6 @@
 #include "support/Json.h"
 #include "support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 #include <limits>
 
 namespace palvera {

@@ -25,30 +25,31 @@ TEST_F(OperationsTest, eachIsOneRequest)
         const char* request;
         QByteArray body = {};
     } cases[] = {
-        {R"({"devAuth":true,"workos":true})", [&] { run(authConfig(api)); }, "GET auth/config"},
-        {user, [&] { run(currentUser(api)); }, "GET me"},
-        {R"({"method":"x"})", [&] { run(signInMethod(api, "a@b.c")); }, "POST auth/methods", R"({"email":"a@b.c"})"},
-        {user, [&] { run(signInWithPassword(api, login)); }, "POST auth/password", loginJson},
-        {user, [&] { run(migratePassword(api, login)); }, "POST auth/migrate", loginJson},
-        {"<html>", [&] { run(signInDirectly(api, login)); }, "POST auth/login", loginJson},
-        {user, [&] { run(verifyEmailCode(api, {.code = "123"})); }, "POST auth/verify", code},
-        {user, [&] { run(verifyAuthenticatorCode(api, {.code = "123"})); }, "POST auth/totp", code},
-        {"<html>", [&] { run(resendEmailCode(api)); }, "POST auth/verify/resend"},
-        {"<html>", [&] { run(forgotPassword(api, {.email = "a@b.c"})); }, "POST auth/forgot", R"({"email":"a@b.c"})"},
-        {user, [&] { run(redeemGrant(api, {.grant = "g"})); }, "POST auth/native/redeem", R"({"grant":"g"})"},
-        {R"({"orgs":[]})", [&] { run(listOrgs(api)); }, "GET orgs"},
-        {R"({"projects":[]})", [&] { run(listProjects(api, "o 1")); }, "GET orgs/o%201/projects"},
-        {R"({"deliverables":[]})", [&] { run(listDeliverables(api, "..", "a/b?c")); },
+        {R"({"devAuth":true,"workos":true})", [&] { run(authConfig(*api)); }, "GET auth/config"},
+        {user, [&] { run(currentUser(*api)); }, "GET me"},
+        {R"({"method":"x"})", [&] { run(signInMethod(*api, "a@b.c")); }, "POST auth/methods", R"({"email":"a@b.c"})"},
+        {user, [&] { run(signInWithPassword(*api, login)); }, "POST auth/password", loginJson},
+        {user, [&] { run(migratePassword(*api, login)); }, "POST auth/migrate", loginJson},
+        {"<html>", [&] { run(signInDirectly(*api, login)); }, "POST auth/login", loginJson},
+        {user, [&] { run(verifyEmailCode(*api, {.code = "123"})); }, "POST auth/verify", code},
+        {user, [&] { run(verifyAuthenticatorCode(*api, {.code = "123"})); }, "POST auth/totp", code},
+        {"<html>", [&] { run(resendEmailCode(*api)); }, "POST auth/verify/resend"},
+        {"<html>", [&] { run(forgotPassword(*api, {.email = "a@b.c"})); }, "POST auth/forgot", R"({"email":"a@b.c"})"},
+        {user, [&] { run(redeemGrant(*api, {.grant = "g"})); }, "POST auth/native/redeem", R"({"grant":"g"})"},
+        {R"({"orgs":[]})", [&] { run(listOrgs(*api)); }, "GET orgs"},
+        {R"({"projects":[]})", [&] { run(listProjects(*api, "o 1")); }, "GET orgs/o%201/projects"},
+        {R"({"deliverables":[]})", [&] { run(listDeliverables(*api, "..", "a/b?c")); },
          "GET orgs/%2E%2E/projects/a%2Fb%3Fc/deliverables"},
-        {url, [&] { run(assetURL(api, "o", "p/1", "d/1", "a/b.mov")); },
+        {url, [&] { run(assetURL(*api, "o", "p/1", "d/1", "a/b.mov")); },
          "GET orgs/o/projects/p%2F1/deliverables/d%2F1/asset-url?object=a%2Fb%2Emov"},
-        {assets, [&] { run(listAssetFiles(api, "a?b", noAssets)); },
+        {assets, [&] { run(listAssetFiles(*api, "a?b", noAssets)); },
          "GET orgs/a%3Fb/assets/files?page=1&pageSize=60&sort=newest"},
-        {assets, [&] { run(listAssetFiles(api, "o", someAssets)); },
+        {assets, [&] { run(listAssetFiles(*api, "o", someAssets)); },
          "GET orgs/o/assets/files?page=3&pageSize=20&sort=newest&q=a%20b%26c&family=audio%5Fstems"},
-        {bin, [&] { run(listBin(api, "a/b", noBin)); }, "GET orgs/a%2Fb/bin?limit=100"},
-        {bin, [&] { run(listBin(api, "o", someBin)); }, "GET orgs/o/bin?limit=7&prefix=a%20b%2Fc%2F&q=x&cursor=%3D"},
-        {url, [&] { run(binDownloadURL(api, "o/1", "a/b-c.mov")); }, "GET orgs/o%2F1/bin/download?key=a%2Fb%2Dc%2Emov"},
+        {bin, [&] { run(listBin(*api, "a/b", noBin)); }, "GET orgs/a%2Fb/bin?limit=100"},
+        {bin, [&] { run(listBin(*api, "o", someBin)); }, "GET orgs/o/bin?limit=7&prefix=a%20b%2Fc%2F&q=x&cursor=%3D"},
+        {url, [&] { run(binDownloadURL(*api, "o/1", "a/b-c.mov")); },
+         "GET orgs/o%2F1/bin/download?key=a%2Fb%2Dc%2Emov"},
     };
     for (const auto& each : cases) {
         client.answer(200, each.answer);
@@ -61,8 +62,8 @@ TEST_F(OperationsTest, eachIsOneRequest)
 TEST_F(OperationsTest, aBrowserStartsAtTheService)
 {
     const QByteArray start = "https://service.test/api/auth/workos/start?native=1&return=%2F";
-    EXPECT_EQ(webStartURL(api, {}, {}), start);
-    EXPECT_EQ(webStartURL(api, "google", "a+b@c.d"), start + "&provider=google&email=a%2Bb%40c%2Ed");
+    EXPECT_EQ(webStartURL(*api, {}, {}), start);
+    EXPECT_EQ(webStartURL(*api, "google", "a+b@c.d"), start + "&provider=google&email=a%2Bb%40c%2Ed");
 }
 
 } // namespace

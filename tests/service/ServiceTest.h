@@ -8,8 +8,6 @@
 #include "support/ScopedVariable.h"
 #include "support/Simulation.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 
 /// An API whose service is at https://service.test/api, on a network in memory.
@@ -18,14 +16,19 @@ struct ServiceTest : testing::Test {
     Simulation simulation;
     FakeHttpClient client{simulation.clock};
     int cookiesCleared = 0;
-    API api{{.client = client, .executor = simulation.executor(), .clearCookies = [this] { ++cookiesCleared; }}};
+    std::optional<API> api{std::in_place, API::Surroundings{.client = client,
+                                                            .executor = simulation.executor(),
+                                                            .clearCookies = [this] { ++cookiesCleared; }}};
 
-    /// What the last request asked for, such as "GET orgs", and the body that it sent.
-    std::string lastRequest() const
+    /// What was asked for, such as "GET orgs".
+    std::vector<std::string> asked() const
     {
-        const auto& request = client.requests().back();
-        return (request.method + ' ' + QByteArray(request.url).replace("https://service.test/api/", "")).toStdString();
+        std::vector<std::string> all;
+        for (auto request : client.requests())
+            all.push_back((request.method + ' ' + request.url.replace("https://service.test/api/", "")).toStdString());
+        return all;
     }
+    std::string lastRequest() const { return asked().back(); }
     QByteArray lastBody() const { return client.requests().back().body; }
 
     /// The failure of type `Failure` with which `operation` ends; fails the test when it does not.

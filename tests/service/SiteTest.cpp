@@ -5,8 +5,6 @@
 
 #include <QTemporaryDir>
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 

@@ -25,7 +25,7 @@ const QByteArray refused = R"({"error":"unauthorized","message":"Sign in first."
 struct SessionTest : ServiceTest {
     QTemporaryDir folder;
     Preferences preferences{folder.filePath("preferences.conf")};
-    Session session{api, preferences, simulation.executor()};
+    Session session{*api, preferences, simulation.executor()};
     std::vector<std::string> said; ///< what was announced, and what the platform was asked for in between
 
     SessionTest()
@@ -36,7 +36,7 @@ struct SessionTest : ServiceTest {
               std::pair(&Session::siteChanged, "site"), std::pair(&Session::screenChanged, "screen")})
             QObject::connect(&session, signal, [this, what = name] { said.push_back(what); });
         client.handler = [this](const HttpRequest&) {
-            said.push_back((api.site() == Site::live ? "live: " : "") + lastRequest());
+            said.push_back((api->site() == Site::live ? "live: " : "") + lastRequest());
             return HttpResponse{.status = 200, .body = R"({"user":{"id":"u1","email":"hana@kestrel.example"},
                 "orgs":[{"id":"org-2","name":"Zoo"},{"id":"org-1","name":"Kestrel"}]})"};
         };
@@ -175,7 +175,7 @@ TEST_F(SessionTest, theDownloadsFolderIsFoundAgainUnderAnotherName)
 TEST_F(SessionTest, theDiskIsLookedAtInTheBackground)
 {
     boost::asio::thread_pool disk(1);
-    Session elsewhere(api, preferences, disk.get_executor());
+    Session elsewhere(*api, preferences, disk.get_executor());
     keepDownloadsFolder(folder.path());
     // Held up, as by a network share that does not answer: the caller goes on meanwhile.
     std::promise<void> answers;

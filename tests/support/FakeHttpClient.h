@@ -17,7 +17,9 @@ public:
     explicit FakeHttpClient(Clock& clock) : m_clock(clock) {}
 
     /// Answers what the script does not cover; may throw. Called when the request's latency is over.
-    std::function<HttpResponse(const HttpRequest&)> handler;
+    std::function<HttpResponse(const HttpRequest&)> handler = [](const HttpRequest& request) -> HttpResponse {
+        throw std::logic_error("a request that nobody scripted: " + request.url.toStdString());
+    };
     /// How long each answer takes.
     std::chrono::nanoseconds latency{0};
 
@@ -27,22 +29,11 @@ public:
     }
     void fail(std::exception_ptr failure) { m_script.push_back(std::move(failure)); }
 
-    /// Every request so far, with the body that was read from its source.
+    /// Every request so far.
     const std::vector<HttpRequest>& requests() const { return m_requests; }
-    int inFlight() const { return m_inFlight; }
-    int mostInFlight() const { return m_mostInFlight; }
 
     Task<HttpResponse> send(HttpRequest request) override
     {
-        struct Flight {
-            FakeHttpClient& client;
-            explicit Flight(FakeHttpClient& owner) : client(owner)
-            {
-                client.m_mostInFlight = std::max(client.m_mostInFlight, ++client.m_inFlight);
-            }
-            ~Flight() { --client.m_inFlight; }
-        } flight(*this);
-        readSource(request);
         m_requests.push_back(request);
         co_await m_clock.sleep(latency);
         co_return delivered(request, respond(request));
@@ -72,23 +63,10 @@ private:
         return response;
     }
 
-    static void readSource(HttpRequest& request)
-    {
-        if (!request.source)
-            return;
-        request.body.resize(request.source->size());
-        for (qint64 done = 0; done < request.body.size();)
-            done += qint64(request.source->read(
-                done, {request.body.data() + done, static_cast<std::size_t>(request.body.size() - done)}));
-    }
-
     HttpResponse respond(const HttpRequest& request)
     {
-        if (m_script.empty()) {
-            if (!handler)
-                throw std::logic_error("a request that nobody scripted: " + request.url.toStdString());
+        if (m_script.empty())
             return handler(request);
-        }
         auto next = std::move(m_script.front());
         m_script.pop_front();
         if (auto* failure = std::get_if<std::exception_ptr>(&next))
@@ -99,8 +77,6 @@ private:
     Clock& m_clock;
     std::deque<std::variant<HttpResponse, std::exception_ptr>> m_script;
     std::vector<HttpRequest> m_requests;
-    int m_inFlight = 0;
-    int m_mostInFlight = 0;
 };
 
 } // namespace palvera

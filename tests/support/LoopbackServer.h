@@ -8,41 +8,28 @@
 #include <poll.h>
 
 #include <atomic>
-#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
+#include <semaphore>
 #include <thread>
 #include <vector>
 
 namespace palvera {
 
-/// A door between a test and a server's script. Any thread.
-class Gate {
-public:
-    void open();
-    /// Waits until somebody has opened it; gives up after ten seconds, so that a failing test ends.
-    bool wait();
-
-private:
-    std::mutex m_lock;
-    std::condition_variable m_changed;
-    bool m_open = false;
-};
+/// Opened by a server's script and waited for by a test, or the other way round: with `try_acquire_for`, so that a
+/// failing test ends. Each wait takes one opening.
+using Gate = std::counting_semaphore<>;
 
 /// A certificate for 127.0.0.1 alone that vouches for itself.
 class TestCertificate {
 public:
     TestCertificate();
-    /// Holds the certificate, for those who are to trust it.
+    /// Holds the certificate, for those who are to trust it, and its key.
     QString file() const { return m_folder.filePath("certificate.pem"); }
 
 private:
-    friend class LoopbackServer;
-
     QTemporaryDir m_folder;
-    std::unique_ptr<EVP_PKEY, decltype(&EVP_PKEY_free)> m_key{EVP_EC_gen("P-256"), &EVP_PKEY_free};
-    std::unique_ptr<X509, decltype(&X509_free)> m_certificate{X509_new(), &X509_free};
 };
 
 /// Listens on a free port of 127.0.0.1 and lets a script deal with each connection on a thread of its own. Everything

@@ -3,7 +3,7 @@
 #include <QByteArray>
 #include <QString>
 
-#include <ostream>
+#include <gmock/gmock.h>
 
 // GoogleTest finds these beside the types and shows a text where it would list characters.
 

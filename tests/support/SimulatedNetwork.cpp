@@ -51,18 +51,13 @@ public:
         if (m_isCall && !cookies.isEmpty())
             m_head.headers.append({"Cookie", cookies.join("; ")});
 
-        const auto operation = network.m_platform.operationOf(m_head);
         network.m_seen.push_back({.method = m_head.method,
                                   .target = m_head.target,
-                                  .operation = operation,
+                                  .operation = network.m_platform.operationOf(m_head),
                                   .part = network.m_platform.partOf(m_head),
                                   .body = request.source ? QByteArray() : request.body,
                                   .at = m_started,
                                   .ended = {}});
-        const auto together = std::ranges::count_if(
-            network.m_seen, [&](const auto& other) { return other.operation == operation && other.inFlight; });
-        auto& most = network.m_mostInFlight[operation];
-        most = std::max(most, static_cast<int>(together));
     }
     Exchange(const Exchange&) = delete;
     Exchange& operator=(const Exchange&) = delete;
@@ -116,27 +111,6 @@ private:
         fail(TransportError::Kind::timedOut, QStringLiteral("The request took too long."));
     }
 
-    static Moment::duration secondsFor(double seconds)
-    {
-        return std::chrono::round<Moment::duration>(std::chrono::duration<double>(seconds));
-    }
-    /// At this moment; 0 takes no time.
-    double bytesPerSecond() const
-    {
-        const auto& line = m_network.conditions;
-        if (m_fault.bytesPerSecond > 0)
-            return double(m_fault.bytesPerSecond);
-        const auto together = std::ranges::count_if(
-            m_network.m_seen, [](const auto& seen) { return seen.part.has_value() && seen.inFlight; });
-        return line.sharedBytesPerSecond > 0 && together > 0 ? line.sharedBytesPerSecond / double(together)
-                                                             : line.bytesPerSecond;
-    }
-    bool hasBroken() const
-    {
-        const auto every = m_network.conditions.breaksEvery;
-        return every.count() > 0 && now().time_since_epoch() / every != m_started.time_since_epoch() / every;
-    }
-
     std::span<const char> readSlice(qint64 offset, std::span<char> into)
     {
         if (m_request.source)
@@ -152,19 +126,17 @@ private:
         const bool cutShort = m_fault.kind == Kind::resetMidBody || m_fault.kind == Kind::stallMidBody;
         const auto end = cutShort ? std::min(bodySize(), m_fault.bytes) : bodySize();
         const auto began = now();
+        const double rate =
+            m_fault.bytesPerSecond > 0 ? double(m_fault.bytesPerSecond) : m_network.conditions.bytesPerSecond;
         std::vector<char> buffer(static_cast<std::size_t>(std::min(largestSlice, end)));
         for (qint64 sent = 0; sent < end;) {
-            const auto rate = bytesPerSecond();
             const auto most = rate > 0 ? std::clamp<qint64>(qint64(rate / 20), 1, largestSlice) : largestSlice;
             const auto slice =
                 readSlice(sent, std::span(buffer).first(static_cast<std::size_t>(std::min(most, end - sent))));
             sent += static_cast<qint64>(slice.size());
-            if (m_network.conditions.sharedBytesPerSecond > 0)
-                co_await pass(now() + secondsFor(double(slice.size()) / rate));
-            else if (rate > 0)
-                co_await pass(began + secondsFor(double(sent) / rate));
-            if (hasBroken())
-                cut();
+            if (rate > 0)
+                co_await pass(began +
+                              std::chrono::round<Moment::duration>(std::chrono::duration<double>(double(sent) / rate)));
             m_moved = now();
             if (receiver)
                 receiver->write(slice);
@@ -183,8 +155,9 @@ private:
         co_await pass(now() + m_network.conditions.latency + m_fault.latency);
         if (m_fault.kind == Kind::loseAnswer)
             cut();
+        const auto other = m_isCall ? std::nullopt : m_network.conditions.storageStatus;
         co_return HttpResponse{
-            .status = reply.status, .headers = std::move(reply.headers), .body = std::move(reply.body)};
+            .status = other.value_or(reply.status), .headers = std::move(reply.headers), .body = std::move(reply.body)};
     }
 
     SimulatedNetwork& m_network;
@@ -197,22 +170,18 @@ private:
     local::Fault m_fault;
 };
 
-class SimulatedNetwork::Client final : public HttpClient {
-public:
-    explicit Client(SimulatedNetwork& network) : m_network(network) {}
-
-    Task<HttpResponse> send(HttpRequest request) override
-    {
-        Exchange exchange(m_network, request);
-        co_return co_await exchange.run();
-    }
-
-private:
-    SimulatedNetwork& m_network;
-};
-
 std::unique_ptr<HttpClient> SimulatedNetwork::client()
 {
+    struct Client final : HttpClient {
+        SimulatedNetwork& network;
+
+        explicit Client(SimulatedNetwork& owner) : network(owner) {}
+        Task<HttpResponse> send(HttpRequest request) override
+        {
+            Exchange exchange(network, request);
+            co_return co_await exchange.run();
+        }
+    };
     return std::make_unique<Client>(*this);
 }
 

@@ -11,9 +11,8 @@ namespace palvera {
 struct NetworkConditions {
     std::chrono::nanoseconds latency{1'000'000}; ///< from a request's last byte to its answer
     double bytesPerSecond = 0;                   ///< of each connection, on the way up; 0 takes no time
-    double sharedBytesPerSecond = 0;             ///< of all connections on their way up together; 0 is no limit
-    std::chrono::nanoseconds breaksEvery{0};     ///< every connection is cut then; 0: never
     bool listening = true;                       ///< false: every connection is refused
+    std::optional<int> storageStatus = {};       ///< of all answers of storage, which are else as they are
 };
 
 /// One request that a client made.
@@ -40,10 +39,6 @@ public:
     NetworkConditions conditions;
 
     std::unique_ptr<HttpClient> client();
-    HttpClientFactory factory()
-    {
-        return [this] { return client(); };
-    }
 
     /// Signs a sample account in without a request.
     void signIn(const QString& email = QStringLiteral("ada@northlight.example"));
@@ -51,14 +46,8 @@ public:
     /// Every request so far, in the order in which they were made.
     const std::vector<SeenRequest>& seen() const { return m_seen; }
     std::vector<SeenRequest> seen(local::Operation operation) const;
-    /// The most requests of that operation that were ever in flight at once.
-    int mostInFlight(local::Operation operation) const
-    {
-        return m_mostInFlight.contains(operation) ? m_mostInFlight.at(operation) : 0;
-    }
 
 private:
-    class Client;
     class Exchange;
 
     void keepCookies(const HttpHeaders& headers);
@@ -67,7 +56,6 @@ private:
     Clock& m_clock;
     std::vector<SeenRequest> m_seen;
     std::map<QByteArray, QByteArray> m_cookies;
-    std::map<local::Operation, int> m_mostInFlight;
 };
 
 } // namespace palvera

@@ -3,13 +3,10 @@
 #include "files/DestinationFile.h"
 #include "transfer/Partial.h"
 
+#include "support/Files.h"
 #include "support/QtPrinting.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-
-#include <gmock/gmock.h>
 
 namespace palvera {
 namespace {
@@ -29,7 +26,6 @@ struct DownloadPlaceTest : testing::Test {
     {
         return folder.relativeFilePath(place(name, source).path());
     }
-    QStringList files() const { return folder.entryList(QDir::Files | QDir::Hidden); }
 };
 
 TEST_F(DownloadPlaceTest, makesAnyNameOneOfAFileInTheFolder)
@@ -60,13 +56,11 @@ TEST_F(DownloadPlaceTest, makesAnyNameOneOfAFileInTheFolder)
 
 TEST_F(DownloadPlaceTest, touchesNoFileThatIsNotItsOwn)
 {
-    QFile users(folder.filePath("Master.mov"));
-    ASSERT_TRUE(users.open(QIODevice::ReadWrite) && users.write("the user's") && users.flush());
+    writeFile(folder.filePath("Master.mov"), "the user's");
     folder.mkdir("Master 2.mov");
     ASSERT_TRUE(QFile::link("/nowhere", folder.filePath("Master 3.mov")));
     EXPECT_EQ(claim("Master.mov"), "Master 4.mov");
-    users.seek(0);
-    EXPECT_EQ(users.readAll(), "the user's");
+    EXPECT_EQ(readFile(folder.filePath("Master.mov")), "the user's");
     EXPECT_EQ(claim("no extension"), "no extension");
     EXPECT_EQ(claim("no extension", "another"), "no extension 2");
 }
@@ -86,12 +80,12 @@ TEST_F(DownloadPlaceTest, findsItsOwnUnfinishedFileAgain)
 TEST_F(DownloadPlaceTest, leavesNothingOfADownloadThatNeverBegan)
 {
     place("Master.mov", "one").removeIfEmpty();
-    EXPECT_THAT(files(), IsEmpty());
+    EXPECT_THAT(entriesOf(disk.path()), IsEmpty());
 
     auto begun = place("Master.mov", "one");
     savePartial(begun.path(), {.done = {3}, .total = 9000, .source = "one"});
     begun.removeIfEmpty();
-    EXPECT_THAT(files(), ElementsAre("Master.mov", "Master.mov.pvpart"));
+    EXPECT_THAT(entriesOf(disk.path()), ElementsAre("Master.mov", "Master.mov.pvpart"));
 
     auto held = place("Reel.mov", "two");
     auto writer = DestinationFile::open(held.path());

@@ -12,14 +12,8 @@
 namespace palvera {
 namespace {
 
-using namespace std::chrono_literals;
-using Kind = local::Fault::Kind;
-using Operation = local::Operation;
-
 /// The engines as they really run: real threads, real sockets, the platform's server in the same process.
 struct EngineThreadsTest : testing::Test {
-    static constexpr qint64 partSize = Delivery::partSize;
-
     Delivery delivery{24 * partSize + 1};
     local::Server server{delivery.platform, {}};
     boost::asio::thread_pool pool{12};
@@ -71,11 +65,6 @@ struct EngineThreadsTest : testing::Test {
         auto object = delivery.upload()["object"].toString();
         return start(binDownloadURL(api, "org-northlight", object)).get().url.toUtf8();
     }
-    void expectWhole(const QString& path) const
-    {
-        QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly) && file.readAll() == delivery.content()) << path.toStdString();
-    }
     void fail(Operation operation, int times, int every, const local::Fault& fault)
     {
         delivery.platform.faults().add({.operation = operation, .times = times, .every = every, .fault = fault});
@@ -93,7 +82,7 @@ TEST_F(EngineThreadsTest, severalUploadsAtOnceAllArrive)
         EXPECT_NO_THROW(each.get());
     expectDelivered(delivery);
     for (const auto& upload : delivery.uploads())
-        expectWhole(upload.toObject()["path"].toString());
+        EXPECT_TRUE(readFile(upload.toObject()["path"].toString()) == delivery.content());
 }
 
 TEST_F(EngineThreadsTest, aStopMeetsThePartsInFlightAndTheNextRunGoesOn)
@@ -132,7 +121,7 @@ TEST_F(EngineThreadsTest, severalDownloadsAtOnceAllArrive)
         running[delivery.disk.filePath(name)] = fetch(address, delivery.disk.filePath(name), troubleOnceAllAreSized);
     for (auto& [path, each] : running) {
         EXPECT_NO_THROW(each.get());
-        expectWhole(path);
+        EXPECT_TRUE(readFile(path) == delivery.content());
     }
 }
 
@@ -147,7 +136,7 @@ TEST_F(EngineThreadsTest, aStopOfADownloadLeavesChunksFromWhichTheNextRunGoesOn)
     EXPECT_THROW(running.get(), boost::system::system_error);
     std::vector<qint64> received;
     fetch(address, path, [&](const DownloadProgress& now) { received.push_back(now.received); }).get();
-    expectWhole(path);
+    EXPECT_TRUE(readFile(path) == delivery.content());
     EXPECT_TRUE(std::ranges::is_sorted(received));
 }
 

@@ -5,14 +5,11 @@
 
 #include "files/FileError.h"
 #include "service/JsonReader.h"
+#include "support/Files.h"
 #include "support/Json.h"
 #include "support/QtPrinting.h"
 
-#include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
-
-#include <gmock/gmock.h>
 
 namespace palvera {
 namespace {
@@ -126,14 +123,9 @@ struct JournalStoreTest : testing::Test {
 
     void put(const QString& name, const QByteArray& bytes) const
     {
-        QFile file(store.journalFolder() + "/" + name);
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
+        writeFile(store.journalFolder() + "/" + name, bytes);
     }
-    QStringList files() const
-    {
-        return QDir(home.filePath("Palvera/Uploads")).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-    }
+    QStringList files() const { return entriesOf(home.filePath("Palvera/Uploads")); }
 };
 
 TEST_F(JournalStoreTest, keepsOneFileAJournalAndNothingElseBesideIt)

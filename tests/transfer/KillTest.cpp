@@ -5,9 +5,6 @@
 namespace palvera {
 namespace {
 
-using Kind = local::Fault::Kind;
-using Operation = local::Operation;
-
 /// What has happened so far that a crash might come right after: requests begun and ended, and journal writes.
 QByteArray stateOf(const Life& life)
 {
@@ -41,18 +38,24 @@ TEST_P(KillTest, atEveryStepLosesNothingThatWasRecorded)
     int step = 1;
     for (;; ++step) {
         SCOPED_TRACE(step);
-        Delivery delivery(12 * Delivery::partSize + 1);
+        Delivery delivery(12 * partSize + 1);
+        std::vector<Journal> journals;
         {
             Life life(delivery);
             if (!killAfter(life, GetParam(), step))
                 break;
+            journals = delivery.journals.loadJournals();
+            EXPECT_TRUE(!journals.empty() || life.count(Operation::put) == 0 ||
+                        delivery.upload()["phase"] == "complete")
+                << "a part left before the journal was on the disk";
         }
         std::map<int, int> recorded; // and how often each was stored
-        for (const auto& journal : delivery.journals.loadJournals())
+        for (const auto& journal : journals)
             for (const auto& [part, etag] : journal.done)
                 recorded[part] = delivery.timesStored(part);
         Life again(delivery);
         again.deliver(GetParam());
+        EXPECT_EQ(again.count(Operation::start) + again.count(Operation::binStart), journals.empty() ? 1u : 0u);
         for (auto [part, times] : recorded)
             EXPECT_EQ(delivery.timesStored(part), times) << "part " << part << " was recorded and sent again";
     }
@@ -66,7 +69,7 @@ TEST(KillTest, againAndAgainAmidTroubleEndsInTheSameBytes)
     for (unsigned seed = 1; seed <= 15; ++seed) {
         SCOPED_TRACE(seed);
         std::minstd_rand chance(seed);
-        Delivery delivery(20 * Delivery::partSize + 1);
+        Delivery delivery(20 * partSize + 1);
         for (auto kind : {Kind::resetMidBody, Kind::loseAnswer, Kind::stallMidBody, Kind::status, Kind::noTag})
             delivery.platform.faults().add({.operation = Operation::put,
                                             .times = 0,

@@ -4,31 +4,24 @@
 #include "files/BulkBuffer.h"
 #include "files/FileError.h"
 
+#include "support/Files.h"
+
 #include <QTemporaryFile>
 
 #include <gtest/gtest.h>
-
-#include <numeric>
 
 namespace palvera {
 namespace {
 
 struct PartBodyTest : testing::Test {
-    QByteArray content = QByteArray(3'000'000, '\0');
+    const QByteArray content = patterned(3'000'000);
     QTemporaryFile file;
     BulkBuffer buffer{2'000'000};
 
     void SetUp() override
     {
         ASSERT_TRUE(file.open());
-        std::iota(content.begin(), content.end(), 1); // no two neighbouring bytes alike
-        write(content);
-    }
-    void write(const QByteArray& bytes)
-    {
-        file.seek(0);
-        file.write(bytes);
-        file.flush();
+        writeFile(file.fileName(), content);
     }
     static QByteArray drain(PartBody& body, qint64 step)
     {
@@ -46,9 +39,9 @@ TEST_F(PartBodyTest, givesThePartsBytesHoweverTheyAreAskedForAndToARetryWithoutR
     for (qint64 step : {1LL << 16, 700'001LL, 5'000'000LL}) {
         PartBody body(source, {.offset = 1'000'000, .length = 1'500'000}, buffer.first(1'500'000));
         EXPECT_EQ(drain(body, step), content.mid(1'000'000, 1'500'000)) << step;
-        write(QByteArray(3'000'000, 'x'));
+        writeFile(file.fileName(), QByteArray(3'000'000, 'x'));
         EXPECT_EQ(drain(body, 300), content.mid(1'000'000, 1'500'000)) << step;
-        write(content);
+        writeFile(file.fileName(), content);
     }
 }
 
@@ -67,9 +60,7 @@ TEST_F(PartBodyTest, aPartWithoutABufferIsReadAnewForEachAttempt)
     auto source = SourceFile::open(file.fileName());
     PartBody body(source, {.offset = 1'000'000, .length = 1'500'000}, {});
     EXPECT_EQ(drain(body, 700'001), content.mid(1'000'000, 1'500'000));
-    file.seek(0);
-    file.write(QByteArray(3'000'000, 'x'));
-    file.flush();
+    writeFile(file.fileName(), QByteArray(3'000'000, 'x'));
     EXPECT_EQ(drain(body, 300), QByteArray(1'500'000, 'x'));
     file.resize(2'000'000);
     QByteArray piece(1000, '\0');

@@ -4,8 +4,6 @@
 #include "support/QtPrinting.h"
 #include "transfer/UploadNote.h"
 
-#include <gtest/gtest.h>
-
 namespace palvera {
 namespace {
 
@@ -32,17 +30,16 @@ TEST(ResumeRulesTest, aJournalFitsTheSameUnchangedFileOnItsWayToTheSamePlace)
     const SourceIdentity longer{.handle = "film", .size = 101, .changed = 7'000'000'123};
     const SourceIdentity anotherFile{.handle = "stem", .size = 100, .changed = 7'000'000'123};
     const SourceIdentity nameless{.handle = {}, .size = 100, .changed = 7'000'000'123};
-    auto elsewhere = journalOf("/f/a.mov", film);
+    const auto before = [](const QString& path, const QString& stamp) { // of a version without bookmarks and services
+        auto journal = journalOf(path, film);
+        journal.fileStamp = stamp;
+        journal.bookmark = {};
+        journal.service = {};
+        return journal;
+    };
+    auto elsewhere = journalOf("/f/a.mov", film), otherService = elsewhere;
     elsewhere.target = TransferTarget::Deliverable{"o2", "p", "d"};
-    auto otherService = journalOf("/f/a.mov", film);
     otherService.service = "https://two/api";
-    auto earlierVersion = journalOf("/f/a.mov", film);
-    earlierVersion.service = {};
-    earlierVersion.bookmark = {};
-    auto earlierElsewhere = earlierVersion;
-    earlierElsewhere.filePath = "/f/b.mov";
-    auto earlierSecond = earlierVersion;
-    earlierSecond.fileStamp = "100-6";
     const struct {
         const char* what;
         Journal journal;
@@ -59,9 +56,9 @@ TEST(ResumeRulesTest, aJournalFitsTheSameUnchangedFileOnItsWayToTheSamePlace)
         {"another on a disk without handles", journalOf("/f/b.mov", nameless), JournalFit::otherFile},
         {"to another place", elsewhere, JournalFit::otherPlace},
         {"through another platform", otherService, JournalFit::otherPlace},
-        {"of an earlier version", earlierVersion, JournalFit::fits},
-        {"of an earlier version, another path", earlierElsewhere, JournalFit::otherFile},
-        {"of an earlier version, another second", earlierSecond, JournalFit::fileChanged},
+        {"of an earlier version", before("/f/a.mov", "100-7"), JournalFit::fits},
+        {"of an earlier version, another path", before("/f/b.mov", "100-7"), JournalFit::otherFile},
+        {"of an earlier version, another second", before("/f/a.mov", "100-6"), JournalFit::fileChanged},
     };
     for (const auto& [what, journal, fit] : cases)
         EXPECT_EQ(fitOf(journal, subject), fit) << what;

@@ -1,13 +1,11 @@
 #include "transfer/TransferLog.h"
 
+#include "support/Files.h"
 #include "support/QtPrinting.h"
 #include "support/Simulation.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QTemporaryDir>
-
-#include <gmock/gmock.h>
 
 namespace palvera {
 namespace {
@@ -38,9 +36,7 @@ TEST(TransferLogTest, appendsOneLineEachInAFolderMadeOnTheWay)
     first.part(1, 1'000'000, 2);
     first.done(2'000'000);
     TransferLog("/proc/nowhere", "film.mov", clock).done(1); // where no folder can be made, nothing is said
-    QFile file(folder.filePath("Logs/Palvera/transfers.log"));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_THAT(QString::fromUtf8(file.readAll()).split('\n'),
+    EXPECT_THAT(QString::fromUtf8(readFile(folder.filePath("Logs/Palvera/transfers.log"))).split('\n'),
                 testing::ElementsAre("── " + start + " start film.mov",
                                      "── " + timeOf(clock) + " start evil\uFFFDname.mov",
                                      timeOf(clock) + " part    1     1.0 MB     2.0 s    0.50 MB/s",

@@ -6,8 +6,6 @@
 #include "support/QtPrinting.h"
 #include "support/Simulation.h"
 
-#include <gmock/gmock.h>
-
 #include <set>
 
 namespace palvera {

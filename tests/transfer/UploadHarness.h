@@ -6,18 +6,25 @@
 #include "async/TaskGroup.h"
 #include "localplatform/Platform.h"
 
+#include "support/Files.h"
 #include "support/QtPrinting.h"
 #include "support/SimulatedNetwork.h"
 #include "support/Simulation.h"
 
 #include <QDateTime>
-#include <QFile>
 #include <QJsonArray>
 #include <QTemporaryDir>
 
-#include <gmock/gmock.h>
-
 namespace palvera {
+
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using Kind = local::Fault::Kind;
+using Operation = local::Operation;
+
+constexpr qint64 partSize = 100'000;
 
 inline const TransferTarget::Deliverable pictureMaster{"org-northlight", "salt", "salt-row-1"};
 inline const TransferTarget::Bin binFolder{"org-northlight", "Masters/Reel 1/"};
@@ -26,8 +33,6 @@ inline const std::vector<TransferTarget> bothTargets{pictureMaster, binFolder};
 /// The platform, the user's disk and a master on it: what outlives any number of runs of the program.
 class Delivery {
 public:
-    static constexpr qint64 partSize = 100'000;
-
     QTemporaryDir disk;
     Clock::WallTime wall = ManualClock::wallStart;
     local::Platform platform;
@@ -43,17 +48,13 @@ public:
     QString path() const { return disk.filePath("Der Föhn 100% (v2).mov"); }
 
     /// Changes the master, each time later in the same second.
-    void write(qint64 byteSize, char seed)
+    void write(qint64 byteSize, quint32 seed)
     {
-        m_content.resize(byteSize);
-        for (qsizetype i = 0; i < m_content.size(); ++i)
-            m_content[i] = char(i * 31 + i / 251 + seed);
-        QFile file(path());
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(m_content);
-        file.flush();
+        m_content = patterned(byteSize, seed);
+        writeFile(path(), m_content);
         m_changed = m_changed.addMSecs(10);
-        ASSERT_TRUE(file.setFileTime(m_changed, QFileDevice::FileModificationTime));
+        QFile file(path());
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.setFileTime(m_changed, QFileDevice::FileModificationTime));
     }
     const QByteArray& content() const { return m_content; }
 
@@ -65,14 +66,11 @@ public:
     {
         return upload()["parts"].toObject()[QString::number(part)].toObject()["times"].toInt();
     }
-    QByteArray stored() const
-    {
-        QFile file(upload()["path"].toString());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
+    QByteArray stored() const { return readFile(upload()["path"].toString()); }
+    /// Of the picture master; an empty one where there is none.
+    Journal journal() const { return journals.loadJournal(pictureMaster.deliverableId).value_or(Journal{}); }
 
-    void fail(local::Operation operation, local::Fault fault, int times = 1, int after = 0,
-              std::optional<int> part = {})
+    void fail(Operation operation, local::Fault fault, int times = 1, int after = 0, std::optional<int> part = {})
     {
         platform.faults().add(
             {.operation = operation, .part = part, .after = after, .times = times, .fault = std::move(fault)});
@@ -82,6 +80,15 @@ private:
     QByteArray m_content;
     QDateTime m_changed = QDateTime::fromSecsSinceEpoch(1'767'000'000);
 };
+
+inline local::Fault status(int number)
+{
+    return {.kind = Kind::status, .status = number};
+}
+inline local::Fault answering(const QJsonObject& members)
+{
+    return {.kind = Kind::overwrite, .members = members};
+}
 
 /// The file is on the platform whole, filed where it belongs, nothing of it is left on the disk, and nothing was said
 /// that a proper client would not say.
@@ -94,24 +101,6 @@ inline void expectDelivered(const Delivery& delivery, bool filed = true)
     EXPECT_EQ(delivery.platform.violations(), QStringList());
 }
 
-/// Storage as it is, but for the status of its answers, where another is set.
-class MeddlingStorage final : public HttpClient {
-public:
-    MeddlingStorage(std::unique_ptr<HttpClient> inner, const std::optional<int>& status)
-        : m_inner(std::move(inner)), m_status(status)
-    {}
-    Task<HttpResponse> send(HttpRequest request) override
-    {
-        auto response = co_await m_inner->send(std::move(request));
-        response.status = m_status.value_or(response.status);
-        co_return response;
-    }
-
-private:
-    std::unique_ptr<HttpClient> m_inner;
-    const std::optional<int>& m_status;
-};
-
 /// One run of the program, from its start to its end or its death.
 class Life {
 public:
@@ -119,7 +108,6 @@ public:
     Simulation world;
     SimulatedNetwork network;
     std::unique_ptr<HttpClient> client = network.client();
-    std::optional<int> storageStatus;
     std::optional<API> api{std::in_place, API::Surroundings{.client = *client, .executor = world.executor()}};
     std::vector<UploadProgress> progress;
     std::vector<QString> remarks;
@@ -132,7 +120,7 @@ public:
           m_uploader({.engine = world.executor(),
                       .clock = world.clock,
                       .api = *api,
-                      .storage = [this] { return std::make_unique<MeddlingStorage>(network.client(), storageStatus); },
+                      .storage = [this] { return network.client(); },
                       .journals = owner.journals,
                       .libraryFolder = owner.disk.path(),
                       .spread = [] { return 1.0; }})
@@ -163,8 +151,20 @@ public:
     /// Sends the file and says how that ended.
     std::string send(TransferTarget target = pictureMaster, bool confirmed = false)
     {
-        world.run(sending(std::move(target), confirmed));
-        return *ended;
+        world.start(sending(std::move(target), confirmed));
+        return end();
+    }
+    /// Sends the file until that many parts have begun.
+    void begin(std::size_t parts)
+    {
+        world.start(sending());
+        world.runUntil([&] { return count(Operation::put) == parts; });
+    }
+    /// Says how what was begun ends: "" when the file is delivered.
+    std::string end()
+    {
+        world.runUntil([this] { return ended.has_value(); });
+        return *std::exchange(ended, std::nullopt);
     }
     /// Sends the file, which must arrive.
     void deliver(const TransferTarget& target = pictureMaster, bool confirmed = false)
@@ -172,27 +172,27 @@ public:
         EXPECT_EQ(send(target, confirmed), "");
         expectDelivered(delivery, !target.asBin());
     }
-    void stopAfter(std::chrono::milliseconds time)
-    {
-        world.start([](Life& life, std::chrono::milliseconds wait) -> Task<void> {
-            co_await life.world.clock.sleep(wait);
-            life.flag->stop();
-        }(*this, time));
-    }
 
     /// The parts whose sending began, in that order.
     std::vector<int> partsSent() const
     {
         std::vector<int> parts;
-        for (const auto& request : network.seen(local::Operation::put))
+        for (const auto& request : network.seen(Operation::put))
             parts.push_back(*request.part);
         return parts;
     }
-    std::size_t count(local::Operation operation) const { return network.seen(operation).size(); }
+    std::size_t count(Operation operation) const { return network.seen(operation).size(); }
     bool isAnythingInFlight() const { return std::ranges::any_of(network.seen(), &SeenRequest::inFlight); }
 
 private:
     Uploader m_uploader;
 };
+
+/// Ends with every part confirmed, and no completion.
+inline void cutOff(Delivery& delivery, const TransferTarget& target = pictureMaster)
+{
+    delivery.fail(Operation::complete, status(503));
+    EXPECT_EQ(Life(delivery).send(target), "The platform is having trouble.");
+}
 
 } // namespace palvera

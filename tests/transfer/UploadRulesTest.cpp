@@ -2,8 +2,6 @@
 
 #include "support/QtPrinting.h"
 
-#include <gtest/gtest.h>
-
 namespace palvera {
 namespace {
 

@@ -2,8 +2,6 @@
 
 #include "files/Bookmark.h"
 
-#include <QDir>
-
 namespace palvera {
 namespace {
 

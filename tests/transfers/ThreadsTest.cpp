@@ -3,9 +3,7 @@
 #include "TransfersHarness.h"
 
 #include "async/RunOn.h"
-#include "http/TransportError.h"
 
-#include <boost/asio/executor_work_guard.hpp>
 #include <boost/asio/strand.hpp>
 #include <boost/asio/thread_pool.hpp>
 
@@ -13,10 +11,6 @@ namespace palvera {
 namespace {
 
 namespace asio = boost::asio;
-
-struct NoNetwork final : HttpClient {
-    Task<HttpResponse> send(HttpRequest) override { throw TransportError(TransportError::Kind::connect, "none"); }
-};
 
 /// Reports a hundred times from a thread of its own; every other run then waits for its stop.
 Task<void> work(UploadRequest request, bool waits)
@@ -29,35 +23,27 @@ Task<void> work(UploadRequest request, bool waits)
         throwCancelled();
 }
 
-TEST(ThreadsTest, engineReportsAndDiskWorkComeBackToTheModelsThread)
+using ThreadsTest = TransfersTest; // all happens within one moment
+
+TEST_F(ThreadsTest, engineReportsAndDiskWorkComeBackToTheModelsThread)
 {
     constexpr int count = 24;
     asio::io_context main;
     asio::thread_pool pool(4);
-    QTemporaryDir disk;
-    ManualClock clock; // all happens within one moment
-    NoNetwork client;
-    API api({.client = client, .executor = pool.get_executor()});
-    JournalStore journals(disk.path());
-    FakeSleep sleep;
-    FakeNetworkPath network(clock);
+    api.emplace(API::Surroundings{.client = client, .executor = pool.get_executor()});
     int begun = 0;
-    auto upload = [&](UploadRequest request) {
+    auto onThePool = [&](UploadRequest request) {
         return runOn(asio::make_strand(pool), work(std::move(request), ++begun % 2));
     };
-    const Transfers::Environment environment{
-        main.get_executor(), pool.get_executor(), clock, api, journals, upload, {}, sleep, network};
-    std::optional<Transfers> model(environment);
+    model.emplace(Transfers::Environment{
+        main.get_executor(), pool.get_executor(), world.clock, *api, journals, onThePool, {}, sleep, network});
     QObject::connect(&*model, &Transfers::itemChanged, [&](const QUuid& id) {
         const auto* item = model->find(id);
         if (item->sent == 100 && item->isInFlight() && item->lastSample)
             model->stop(id); // of those that are done already by then nothing happens
     });
     for (int i = 0; i < count; ++i)
-        model->addUpload({.file = disk.filePath("a.mov"),
-                          .orgId = "org",
-                          .projectId = "salt",
-                          .deliverable = {.id = QStringLiteral("row-%1").arg(i)}});
+        addUpload(QStringLiteral("row-%1").arg(i));
     main.run(); // until nothing is under way
     EXPECT_EQ(model->inFlightCount(), 0);
     EXPECT_FALSE(sleep.held);
@@ -67,6 +53,7 @@ TEST(ThreadsTest, engineReportsAndDiskWorkComeBackToTheModelsThread)
     }
     EXPECT_GE(model->finished().size(), std::size_t(count));
     model.reset();
+    api.reset();
     pool.join();
 }
 

@@ -4,18 +4,11 @@
 
 #include "desktop/SleepInhibitor.h"
 #include "http/NetworkPath.h"
-#include "service/API.h"
 #include "service/APIError.h"
+#include "service/ServiceTest.h"
+#include "support/Files.h"
 
-#include "support/FakeHttpClient.h"
-#include "support/QtPrinting.h"
-#include "support/ScopedVariable.h"
-#include "support/Simulation.h"
-
-#include <QFile>
 #include <QTemporaryDir>
-
-#include <gmock/gmock.h>
 
 namespace palvera {
 
@@ -46,6 +39,9 @@ struct FakeNetworkPath final : NetworkPath {
     }
 };
 
+inline const std::exception_ptr cancelled =
+    std::make_exception_ptr(boost::system::system_error(boost::asio::error::operation_aborted));
+
 /// An engine that ends each of its runs, after a second, as its script says: null is a success. Beyond the script it
 /// runs until it is stopped.
 template <class Request>
@@ -53,17 +49,21 @@ struct ScriptedEngine {
     Clock& clock;
     std::vector<Request> requests = {};
     std::deque<std::exception_ptr> ends = {};
+    std::optional<std::chrono::seconds> deafFor = {}; ///< how long it goes on, whether or not it is stopped
 
     Task<void> run(Request request)
     {
         requests.push_back(request);
-        if (ends.empty()) {
+        const bool isScripted = !ends.empty();
+        auto end = isScripted ? ends.front() : cancelled;
+        if (isScripted)
+            ends.pop_front();
+        if (deafFor)
+            co_await clock.sleep(*deafFor);
+        else if (isScripted)
+            co_await runUntilStopped(request.flag, clock.sleep(std::chrono::seconds(1)));
+        else
             co_await untilStopped(request.flag);
-            throwCancelled();
-        }
-        auto end = std::exchange(ends.front(), nullptr);
-        ends.pop_front();
-        co_await runUntilStopped(request.flag, clock.sleep(std::chrono::seconds(1)));
         if (end)
             std::rethrow_exception(end);
     }
@@ -76,12 +76,9 @@ inline std::exception_ptr platformSays(int status, const QString& code = {})
 }
 
 /// The model on scripted engines.
-struct TransfersTest : testing::Test {
-    ScopedVariable serviceAddress{"PV_API", "https://service.test/api"};
+struct TransfersTest : ServiceTest {
+    Simulation& world = simulation;
     QTemporaryDir disk;
-    Simulation world;
-    FakeHttpClient client{world.clock};
-    std::optional<API> api{std::in_place, API::Surroundings{.client = client, .executor = world.executor()}};
     JournalStore journals{disk.path()};
     ScriptedEngine<UploadRequest> uploads{world.clock};
     ScriptedEngine<DownloadRequest> downloads{world.clock};
@@ -94,6 +91,7 @@ struct TransfersTest : testing::Test {
         client.handler = [](const HttpRequest&) { return HttpResponse{.status = 200, .body = "{}"}; };
         makeModel({});
     }
+
     ~TransfersTest() override
     {
         model.reset();
@@ -124,9 +122,8 @@ struct TransfersTest : testing::Test {
 
     QString file(const QString& name)
     {
-        QFile made(disk.filePath(name));
-        EXPECT_TRUE(made.open(QIODevice::WriteOnly));
-        return made.fileName();
+        writeFile(disk.filePath(name), {});
+        return disk.filePath(name);
     }
     QUuid addUpload(const QString& row = "row-1", const QString& label = "Picture")
     {
@@ -173,14 +170,6 @@ struct TransfersTest : testing::Test {
         for (const auto& one : model->interruptedJournals())
             keys.append(one.key);
         return keys;
-    }
-    /// The requests so far, without the service address.
-    std::vector<std::string> asked() const
-    {
-        std::vector<std::string> all;
-        for (auto request : client.requests())
-            all.push_back((request.method + ' ' + request.url.replace("https://service.test/api/", "")).toStdString());
-        return all;
     }
 };
 

@@ -1,7 +1,5 @@
 #include "TransfersHarness.h"
 
-#include <QDir>
-
 namespace palvera {
 namespace {
 
@@ -39,7 +37,6 @@ TEST_F(UploadsTest, theEngineDecidesHowItEndsAndOnlyARowIsToldOfAFailure)
         const char* state;
         std::size_t reports;
     };
-    const auto cancelled = std::make_exception_ptr(boost::system::system_error(boost::asio::error::operation_aborted));
     const Case cases[] = {{nullptr, false, "done", 0},
                           {platformSays(403), false, "failed: The platform says 403.", 1},
                           {cancelled, false, "stopped", 1},
@@ -158,19 +155,11 @@ TEST_F(UploadsTest, aStopLeavesNothingWhetherItRunsOrWaitsForARetry)
     EXPECT_EQ(uploads.requests.size(), 2u);
 }
 
-/// Fails as it is told, whether or not it was stopped.
-Task<void> failLater(Clock& clock, std::exception_ptr end)
-{
-    co_await clock.sleep(1s);
-    std::rethrow_exception(end);
-}
-
 TEST_F(UploadsTest, whereAStopAndAFailureMeetTheStopWins)
 {
+    uploads.deafFor = 1s;
     for (const auto& end : {platformSays(403), platformSays(503), platformSays(409, "delivery_doubt")}) {
-        auto surroundings = environment();
-        surroundings.upload = [&](UploadRequest) { return failLater(world.clock, end); };
-        model.emplace(surroundings);
+        uploads.ends = {end};
         journal();
         auto id = addUpload();
         world.settle();
@@ -180,18 +169,6 @@ TEST_F(UploadsTest, whereAStopAndAFailureMeetTheStopWins)
         EXPECT_EQ(stateOf(id), "stopped");
         EXPECT_EQ(model->doubt(), std::nullopt);
     }
-}
-
-TEST_F(UploadsTest, whoHearsOfAChangeMayStopTheItem)
-{
-    QObject::connect(&*model, &Transfers::itemChanged, [this](const QUuid& id) { model->stop(id); });
-    auto id = addUpload();
-    addUpload("row-2");
-    world.settle();
-    uploads.requests[0].onProgress({.sent = 1, .total = 2});
-    world.settle();
-    EXPECT_EQ(stateOf(id), "stopped");
-    EXPECT_EQ(model->inFlightCount(), 1);
 }
 
 TEST_F(UploadsTest, anUploadUnderTheKeyOfOneThatIsGivenUpWaitsForThat)

@@ -1,0 +1,73 @@
+#include "UploadHarness.h"
+
+namespace palvera {
+namespace {
+
+struct Case {
+    Operation operation;
+    local::Fault fault;
+    TransferTarget target;
+};
+
+TEST(CompletionTest, orFilingWhoseAnswerWasLostIsRecognised)
+{
+    const local::Fault lost{.kind = Kind::loseAnswer};
+    for (const auto& [operation, fault, target] :
+         {Case{Operation::complete, lost, pictureMaster}, Case{Operation::complete, lost, binFolder},
+          Case{Operation::asset, lost, pictureMaster}}) {
+        Delivery delivery;
+        delivery.fail(operation, fault);
+        EXPECT_EQ(Life(delivery).send(target), "The connection was cut.");
+        Life again(delivery);
+        again.deliver(target);
+        EXPECT_THAT(again.partsSent(), IsEmpty());
+    }
+}
+
+TEST(CompletionTest, ofAnUploadThatThePlatformForgotIsSentAfreshAndNotCalledDone)
+{
+    const local::Fault forgotten{.kind = Kind::status, .status = 404, .message = "No such upload."};
+    for (const auto& target : bothTargets) {
+        Delivery delivery;
+        cutOff(delivery, target);
+        delivery.fail(Operation::complete, forgotten);
+        delivery.fail(Operation::asset, forgotten);
+        const auto object = delivery.upload()["object"].toString();
+        QJsonArray others{QJsonObject{{"key", object}, {"size", delivery.content().size() - 1}},
+                          QJsonObject{{"key", "2. " + object}, {"size", delivery.content().size()}}};
+        delivery.fail(Operation::bin, answering({{"objects", others}}));
+        Life again(delivery);
+        again.deliver(target);
+        EXPECT_THAT(again.remarks, ElementsAre("The platform does not know this upload any more: "
+                                               "it is sent from its start."));
+        EXPECT_EQ(again.count(Operation::put), 5u);
+    }
+    Delivery delivery;
+    cutOff(delivery);
+    auto halfWay = delivery.journal();
+    halfWay.done.erase(3);
+    delivery.journals.saveJournal(halfWay);
+    delivery.fail(Operation::parts, forgotten, 3);
+    Life(delivery).deliver();
+}
+
+TEST(CompletionTest, thatThePlatformIsStillAtIsWaitedFor)
+{
+    for (const auto& [operation, fault, target] :
+         {Case{Operation::complete, status(409), pictureMaster},
+          Case{Operation::complete, {.kind = Kind::stallAfterBody}, pictureMaster},
+          Case{Operation::complete, answering({{"object", "another"}}), binFolder}}) {
+        Delivery delivery;
+        delivery.fail(operation, fault, 3);
+        delivery.fail(Operation::asset, status(409), 3);
+        delivery.fail(Operation::bin, answering({{"objects", QJsonArray()}}), 3);
+        Life life(delivery);
+        life.deliver(target);
+        EXPECT_TRUE(std::ranges::any_of(life.progress, [](const UploadProgress& now) {
+            return now.trouble && now.trouble->reason == "Finishing on the platform.";
+        }));
+    }
+}
+
+} // namespace
+} // namespace palvera

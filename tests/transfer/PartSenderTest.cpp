@@ -1,0 +1,117 @@
+#include "UploadHarness.h"
+
+namespace palvera {
+namespace {
+
+TEST(PartSenderTest, triesAPartEightTimesEachAtAFreshAddressAndTheOthersAreStillSent)
+{
+    Delivery delivery(12 * partSize);
+    delivery.fail(Operation::put, status(503), 8, 0, 3);
+    {
+        Life life(delivery);
+        EXPECT_EQ(life.send(), "Storage answered 503 on a part.");
+        EXPECT_EQ(delivery.journal().done.size(), 11u);
+        EXPECT_EQ(life.count(Operation::complete), 0u);
+        auto tries = life.network.seen(Operation::put);
+        std::erase_if(tries, [](const auto& put) { return put.part != 3; });
+        std::vector<double> waits; // and the signing before each try, which takes hundredths
+        for (std::size_t i = 1; i < tries.size(); ++i)
+            waits.push_back(std::round(10 * secondsBetween(tries[i - 1].ended, tries[i].at)) / 10);
+        EXPECT_THAT(waits, ElementsAre(1, 2, 4, 8, 16, 30, 30));
+        EXPECT_EQ(std::ranges::count_if(life.network.seen(Operation::parts),
+                                        [](const auto& signing) { return signing.body.contains("\"from\":3,"); }),
+                  8);
+    }
+    Life again(delivery);
+    again.deliver();
+    EXPECT_EQ(again.progress.front().sent, 11 * partSize);
+    EXPECT_THAT(again.partsSent(), ElementsAre(3));
+}
+
+TEST(PartSenderTest, anAnswerThatIsNoSuccessSettlesNoPartThoughItHasATag)
+{
+    Delivery delivery(1);
+    Life life(delivery);
+    life.network.conditions.storageStatus = 302;
+    EXPECT_EQ(life.send(), "Storage answered 302 on a part.");
+    EXPECT_THAT(delivery.journal().done, IsEmpty());
+}
+
+const local::Fault stall{.kind = Kind::stallMidBody, .bytes = 50'000};
+const local::Fault noAddress =
+    answering({{"urls", QJsonArray{QJsonObject{{"partNumber", 1}, {"url", "not an address"}}}}});
+
+const struct {
+    const char* about;
+    Operation operation;
+    local::Fault fault;
+    const char* message; ///< in which an upload ends that meets it again and again
+} troubles[] = {
+    {"reset at once", Operation::put, {.kind = Kind::resetBeforeReading}, "The connection was cut."},
+    {"reset in the body", Operation::put, {.kind = Kind::resetMidBody, .bytes = 33'333}, "The connection was cut."},
+    {"stalled in the body", Operation::put, stall, "The connection stopped moving for 20 seconds."},
+    {"stalled before the answer", Operation::put, {.kind = Kind::stallAfterBody}, "The request timed out."},
+    {"its answer lost", Operation::put, {.kind = Kind::loseAnswer}, "The connection was cut."},
+    {"expired", Operation::put, {.kind = Kind::expired}, "Storage answered 403 on a part."},
+    {"no tag", Operation::put, {.kind = Kind::noTag}, "The storage service returned no ETag."},
+    {"lower case tag", Operation::put, {.kind = Kind::lowerCaseTag}, ""},
+    {"bare tag", Operation::put, {.kind = Kind::bareTag}, ""},
+    {"slow answer", Operation::put, {.latency = 40s}, ""},
+    {"unsigned", Operation::parts, {.kind = Kind::unsignedPart, .part = 2}, "The platform did not sign part 2."},
+    {"no signing", Operation::parts, status(500), "The platform is having trouble."},
+    {"a page for a signing", Operation::parts, {.kind = Kind::html}, "The JSON does not parse: illegal value."},
+    {"the signing lost", Operation::parts, {.kind = Kind::loseAnswer}, "The connection was cut."},
+    {"no address", Operation::parts, noAddress, "The upload failed."},
+    {"no start", Operation::start, status(500), "The platform is having trouble."},
+    {"not covered", Operation::start, answering({{"partCount", 4}}),
+     "The platform cut the file into parts that do not add up to it."},
+    {"no completion", Operation::complete, status(503), "The platform is having trouble."},
+    {"completion refused", Operation::complete, status(409), "The platform is having trouble."},
+    {"not filed", Operation::asset, status(400), "The platform is having trouble."},
+};
+
+TEST(UploadTroubleTest, thatPassesEndsInAFiledFileAndThatLastsInItsOwnMessageAndAJournalToGoOnFrom)
+{
+    for (const auto& [about, operation, fault, message] : troubles) {
+        SCOPED_TRACE(about);
+        Delivery passing;
+        passing.fail(operation, fault, 3, 1);
+        Life(passing).deliver();
+        Delivery lasting;
+        lasting.fail(operation, fault, 0);
+        {
+            Life life(lasting);
+            EXPECT_EQ(life.send(), message);
+            EXPECT_EQ(lasting.journal().key.isEmpty(), *message == '\0' || operation == Operation::start);
+            EXPECT_FALSE(life.isAnythingInFlight());
+        }
+        lasting.platform.faults().clear();
+        Life(lasting).deliver();
+    }
+}
+
+TEST(UploadTroubleTest, aPartThatCrawlsIsSentAnewByALaneThatHasNothingToDo)
+{
+    Delivery delivery(64 * partSize);
+    delivery.fail(Operation::put, {.bytesPerSecond = 500}, 1, 0, 5);
+    Life life(delivery);
+    life.network.conditions.bytesPerSecond = 5e4; // two seconds a part
+    life.deliver();
+    EXPECT_EQ(delivery.timesStored(5), 1);
+    EXPECT_LT(secondsBetween({}, Clock::Moment(life.world.clock.elapsed())), 16 * 1.35);
+}
+
+TEST(UploadTroubleTest, onALineThatKeepsBreakingOnePartAtATimeIsTried)
+{
+    Delivery delivery(8 * partSize);
+    delivery.fail(Operation::put, {.kind = Kind::resetMidBody, .bytes = 50'000}, 24);
+    Life life(delivery);
+    life.network.conditions.bytesPerSecond = 1e5;
+    life.deliver();
+    const auto puts = life.network.seen(Operation::put);
+    for (std::size_t i = 18; i < 24; ++i) // once all have broken twice, and two a third time
+        EXPECT_GE(puts[i].at, puts[i - 1].ended) << i;
+}
+
+} // namespace
+} // namespace palvera
