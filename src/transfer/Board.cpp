@@ -81,8 +81,10 @@ std::optional<int> Board::takeOver()
         const auto pace = one.sending.watcher->pace();
         const auto left = one.sending.bytes - one.sending.watcher->state().sent;
         const auto usual = usualPace(part);
-        // A body that is out may be confirmed at any moment.
-        bool isSlow = pace && usual && left > 0 && crawls(left, *pace, one.sending.bytes, *usual);
+        if (!pace || !usual)
+            continue;
+        const bool isSlow = left > 0 ? crawls(left, *pace, one.sending.bytes, *usual)
+                                     : isOverdue(one.sending.watcher->standing(), one.sending.bytes, *usual);
         if (!isSlow || m_takenOver[part] == mostTakeOvers)
             continue;
         ++m_takenOver[part];

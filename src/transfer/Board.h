@@ -38,7 +38,7 @@ public:
     /// counts it twice. Nothing happens when another lane has taken it over.
     void settle(const Sending& sending, const QString& etag);
     /// For a lane that has nothing to do: takes the part whose sending crawls, and cuts that. It crawls when what is
-    /// left would take, at its pace, longer than three whole parts take its siblings. At most twice a part.
+    /// left, or the answer, would take or takes longer than three whole parts take its siblings. At most twice a part.
     std::optional<int> takeOver();
     /// Stopped once no part is left, neither queued nor in flight.
     const std::shared_ptr<CancelFlag>& finished() const { return m_finished; }

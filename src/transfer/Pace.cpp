@@ -33,10 +33,20 @@ std::optional<double> medianPace(std::vector<double> paces)
     return *middle > 0 ? std::optional(*middle) : std::nullopt;
 }
 
+namespace {
+
+constexpr double tooMany = 3; // pieces
+
+}
+
 bool crawls(qint64 left, const PaceMeter::Pace& pace, qint64 whole, double usual)
 {
-    constexpr double tooMany = 3;
     return pace.age * usual >= double(whole) && double(left) * usual > tooMany * double(whole) * pace.bytesPerSecond;
+}
+
+bool isOverdue(std::chrono::nanoseconds waited, qint64 whole, double usual)
+{
+    return waited >= 10s && std::chrono::duration<double>(waited).count() * usual > tooMany * double(whole);
 }
 
 } // namespace palvera

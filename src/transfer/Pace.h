@@ -43,4 +43,8 @@ std::optional<double> medianPace(std::vector<double> paces);
 /// takes longer than three.
 bool crawls(qint64 left, const PaceMeter::Pace& pace, qint64 whole, double usual);
 
+/// The same of an attempt that has sent all of its `whole` bytes and has waited for the answer for `waited`: they may
+/// lie in front of a storage that reads them slowly. Three whole pieces are sent meanwhile, and ten seconds at least.
+bool isOverdue(std::chrono::nanoseconds waited, qint64 whole, double usual);
+
 } // namespace palvera

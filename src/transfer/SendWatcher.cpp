@@ -4,12 +4,13 @@ namespace palvera {
 
 using namespace std::chrono_literals;
 
-SendWatcher::SendWatcher(Clock& clock) : m_clock(clock), m_state{.moved = clock.now()} {}
+SendWatcher::SendWatcher(Clock& clock) : m_clock(clock), m_state{.moved = clock.now()}, m_grown(m_state.moved) {}
 
 void SendWatcher::reset()
 {
     std::lock_guard guard(m_lock);
     m_state = {.sent = 0, .moved = m_clock.now()};
+    m_grown = m_state.moved;
     m_pace.begin(m_state.moved);
 }
 
@@ -24,13 +25,22 @@ void SendWatcher::rest()
 void SendWatcher::progressed(qint64 sent)
 {
     std::lock_guard guard(m_lock);
-    m_state = {.sent = sent, .moved = m_clock.now()};
+    const auto now = m_clock.now();
+    if (sent > m_state.sent)
+        m_grown = now;
+    m_state = {.sent = sent, .moved = now};
 }
 
 SendWatcher::State SendWatcher::state() const
 {
     std::lock_guard guard(m_lock);
     return m_state;
+}
+
+std::chrono::nanoseconds SendWatcher::standing() const
+{
+    std::lock_guard guard(m_lock);
+    return m_clock.now() - m_grown;
 }
 
 std::optional<PaceMeter::Pace> SendWatcher::pace() const

@@ -26,6 +26,8 @@ public:
     /// `sent` bytes have left so far. The same count again means that bytes handed over earlier are still draining.
     void progressed(qint64 sent);
     State state() const;
+    /// How long the count has not grown. What was handed over may be draining all the while.
+    std::chrono::nanoseconds standing() const;
     /// The attempt is over, for good or for bad.
     void rest();
     /// Of the present attempt, see PaceMeter; nothing between attempts.
@@ -40,6 +42,7 @@ private:
     mutable std::mutex m_lock;
     // Guarded by m_lock.
     State m_state;
+    Clock::Moment m_grown;
     mutable PaceMeter m_pace;
     std::chrono::nanoseconds m_taken{0};
 };

@@ -3,8 +3,6 @@
 #include "support/QtPrinting.h"
 #include "support/Simulation.h"
 
-#include <gtest/gtest.h>
-
 namespace palvera {
 namespace {
 
@@ -75,6 +73,23 @@ TEST_F(BoardTest, aPartThatCrawlsIsTakenOverTwiceAndSettledByItsLastSenderOnly)
     }
     end(board, slow);
     EXPECT_EQ(board.doneCount(), 2u);
+}
+
+TEST_F(BoardTest, aPartThatIsOutIsTakenOverWhenItsAnswerTakesLongerThanThreeParts)
+{
+    Board board({2, 1}, {}, 1000, 2000, 8);
+    auto quick = send(board, 1, 0, 1000);
+    auto silent = send(board, 2, 0, 1000);
+    clock.advance(10s);
+    quick.watcher->progressed(1000);
+    end(board, quick);
+    silent.watcher->progressed(1000);
+    clock.advance(20s);
+    silent.watcher->progressed(1000); // it still drains
+    clock.advance(10s);
+    EXPECT_EQ(board.takeOver(), std::nullopt);
+    clock.advance(1s);
+    EXPECT_EQ(board.takeOver(), 2);
 }
 
 TEST_F(BoardTest, whereConnectionsBreakFewerAttemptsBeginUntilPartsGetThroughAgain)
