@@ -22,7 +22,8 @@ std::unique_ptr<asio::ssl::context> loadTls(const ServerOptions& options)
 
 QByteArray addressOf(const char* scheme, const tcp::acceptor& acceptor)
 {
-    return QByteArray(scheme) + "://127.0.0.1:" + QByteArray::number(acceptor.local_endpoint().port());
+    const auto local = acceptor.local_endpoint();
+    return QByteArray(scheme) + "://" + local.address().to_string().c_str() + ":" + QByteArray::number(local.port());
 }
 
 } // namespace
@@ -68,7 +69,7 @@ QByteArray Server::storageAddress() const
 
 Server::Acceptor Server::listen(unsigned short port)
 {
-    return {m_pool.get_executor(), tcp::endpoint(asio::ip::address_v4::loopback(), port)};
+    return {m_pool.get_executor(), tcp::endpoint(asio::ip::make_address_v4(m_options.address), port)};
 }
 
 void Server::start(const Strand& strand, Task<void> operation)

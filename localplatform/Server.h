@@ -12,6 +12,7 @@ namespace palvera::local {
 struct ServerOptions {
     unsigned short servicePort = 0; ///< 0 takes any
     unsigned short storagePort = 0;
+    std::string address = "127.0.0.1"; ///< to listen at
     std::size_t threads = 4;
     QString certificate = {}; ///< PEM files: storage is encrypted when they are given
     QString key = {};
@@ -19,7 +20,7 @@ struct ServerOptions {
     qint64 bytesPerSecond = 0;                ///< the most that storage moves on one connection; 0 is no limit
 };
 
-/// Serves a platform on 127.0.0.1: the service and the sign-in pages on one port, storage on another.
+/// Serves a platform: the service and the sign-in pages on one port, storage on another.
 class Server {
 public:
     /// Listens and serves from here on. Throws when a port is taken or a certificate does not load.

@@ -14,6 +14,7 @@ namespace palvera::local {
 namespace {
 
 struct Flags {
+    std::string address = "127.0.0.1";
     unsigned short port = 8080;
     unsigned short storagePort = 0;
     std::string data;
@@ -29,7 +30,8 @@ struct Flags {
 
 void readFlags(CLI::App& app, Flags& flags)
 {
-    app.add_option("--port", flags.port, "Port of the service on 127.0.0.1; 0 takes any")->capture_default_str();
+    app.add_option("--address", flags.address, "Address to listen at, of this machine")->capture_default_str();
+    app.add_option("--port", flags.port, "Port of the service; 0 takes any")->capture_default_str();
     app.add_option("--storage-port", flags.storagePort, "Port of storage; the service's port and one more when absent");
     app.add_option("--data", flags.data, "Folder that keeps state and files between runs; in memory when absent");
     app.add_option("--faults", flags.faults, "JSON file of faults, read again whenever it changes");
@@ -61,8 +63,10 @@ ServerOptions serverOptions(const Flags& flags)
     auto storagePort = flags.storagePort;
     if (storagePort == 0 && flags.port != 0)
         storagePort = static_cast<unsigned short>(flags.port + 1);
-    ServerOptions options{
-        .servicePort = flags.port, .storagePort = storagePort, .bytesPerSecond = flags.bytesPerSecond};
+    ServerOptions options{.servicePort = flags.port,
+                          .storagePort = storagePort,
+                          .address = flags.address,
+                          .bytesPerSecond = flags.bytesPerSecond};
     if (!flags.tls.empty()) {
         options.certificate = QString::fromStdString(flags.tls[0]);
         options.key = QString::fromStdString(flags.tls[1]);
