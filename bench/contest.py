@@ -33,20 +33,14 @@ class Server:
         self.process.wait()
 
 
-class Platform(Server):
-    """The local platform, bytes thrown away."""
+class Calls:
+    """What a script asks the platform for itself."""
 
-    def __init__(self, build, *options):
-        super().__init__([build / "palvera-local-platform", "--port", "0", "--discard", *options])
-        for line in self.process.stdout:
-            if found := re.match(r"PV_API=(http://127\.0\.0\.1:(\d+)/api)", line):
-                self.address, self.port = found[1], int(found[2])
-            if "password" in line.lower() and "@" in line:
-                break
-        self.cookie = ""
+    def __init__(self, host, port):
+        self.host, self.port, self.address, self.cookie = host, port, f"http://{host}:{port}/api", ""
 
     def call(self, method, path, body=None):
-        connection = http.client.HTTPConnection("127.0.0.1", self.port)
+        connection = http.client.HTTPConnection(self.host, self.port)
         headers = {"Accept": "application/json"}
         if body is not None:
             headers["Content-Type"] = "application/json"
@@ -63,6 +57,28 @@ class Platform(Server):
 
     def sign_in(self, password):
         self.call("POST", "auth/login", {"email": EMAIL, "password": password})
+
+
+class Platform(Server, Calls):
+    """The local platform, bytes thrown away."""
+
+    def __init__(self, build, *options):
+        Server.__init__(self, [build / "palvera-local-platform", "--port", "0", "--discard", *options])
+        for line in self.process.stdout:
+            if found := re.match(r"PV_API=http://127\.0\.0\.1:(\d+)/api", line):
+                Calls.__init__(self, "127.0.0.1", int(found[1]))
+            if "password" in line.lower() and "@" in line:
+                break
+
+
+class Elsewhere(Calls):
+    """A platform at the other end of a line. What it costs is not to be had."""
+
+    def cpu(self):
+        return 0.0
+
+    def stop(self):
+        pass
 
 
 def client_environment(folder, address, certificate=None):

@@ -25,13 +25,13 @@ def write_curl_config(path, pieces, addresses):
 
 
 class Contest:
-    def __init__(self, arguments, folder, encrypted):
+    def __init__(self, arguments, folder, encrypted=False, platform=None):
         self.arguments, self.folder = arguments, folder
         self.size = arguments.mib * MIB
         self.part = arguments.part_mib * MIB
         certificate, key = folder / "cert.pem", folder / "key.pem"
-        self.platform = Platform(arguments.build, "--part-size", str(self.part),
-                                 *(["--tls", certificate, key] if encrypted else []))
+        self.platform = platform or Platform(arguments.build, "--part-size", str(self.part),
+                                             *(["--tls", certificate, key] if encrypted else []))
         self.environment = client_environment(folder, self.platform.address, certificate if encrypted else None)
         self.row = 3
         sign_in(arguments.build, self.environment, arguments.password)
@@ -90,6 +90,15 @@ def memory_run(arguments, folder):
     return cost.peak <= bound
 
 
+def write_master(arguments, folder):
+    """The file, whole and in the parts that curl sends."""
+    master = folder / "master.mov"
+    write_noise(master, arguments.mib * MIB)
+    (folder / "pieces").mkdir()
+    subprocess.run(["split", "-b", str(arguments.part_mib * MIB), "-a", "5", master, folder / "pieces" / "p"], check=True)
+    return master
+
+
 def main():
     parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
     parser.add_argument("--build", type=pathlib.Path, required=True, help="folder of the programs")
@@ -101,10 +110,7 @@ def main():
     # In memory, so that no disk is measured.
     folder = pathlib.Path(tempfile.mkdtemp(prefix="palvera-bench-", dir="/dev/shm"))
     try:
-        master = folder / "master.mov"
-        write_noise(master, arguments.mib * MIB)
-        (folder / "pieces").mkdir()
-        subprocess.run(["split", "-b", str(arguments.part_mib * MIB), "-a", "5", master, folder / "pieces" / "p"], check=True)
+        master = write_master(arguments, folder)
         make_certificate(folder)
         gigabytes = arguments.mib * MIB / 1e9
         print(f"{arguments.mib} MiB in parts of {arguments.part_mib} MiB, {arguments.rounds} rounds, medians")
@@ -118,4 +124,5 @@ def main():
         shutil.rmtree(folder, ignore_errors=True)
 
 
-sys.exit(0 if main() else 1)
+if __name__ == "__main__":
+    sys.exit(0 if main() else 1)

@@ -9,7 +9,7 @@ namespace palvera {
 WorkerThreads::WorkerThreads(std::size_t count) : m_context(int(count)), m_work(m_context.get_executor())
 {
     // Makes what the context waits with. Where the first socket made it, a failure would come in the middle of a run.
-    boost::asio::steady_timer{m_context};
+    [[maybe_unused]] const boost::asio::steady_timer first(m_context);
     m_threads.reserve(count);
     try {
         while (m_threads.size() < count)

@@ -93,6 +93,13 @@ QString withoutRecordExtension(const QString& name)
     return name.endsWith(extension, Qt::CaseInsensitive) ? name.chopped(extension.size()) : name;
 }
 
+/// Not longer than it may be, with its extension.
+QString shortened(const QString& name)
+{
+    const auto extension = name.mid(extensionOf(name));
+    return cutTo(name.left(extensionOf(name)), longestName - extension.toUtf8().size()) + extension;
+}
+
 QString withoutDot(const QString& name)
 {
     return name.startsWith(u'.') ? name.mid(1) : name;
@@ -105,12 +112,9 @@ QString safeFileName(const QString& name)
     auto last = visible(name.mid(name.lastIndexOf(u'/') + 1)).normalized(QString::NormalizationForm_C);
     for (QString before; before != last;) {
         before = last;
-        last = withoutRecordExtension(withoutDot(last.trimmed()));
+        last = shortened(withoutRecordExtension(withoutDot(last.trimmed())));
     }
-    if (last.isEmpty())
-        return QStringLiteral("Download");
-    auto extension = last.mid(extensionOf(last));
-    return cutTo(last.left(extensionOf(last)), longestName - extension.toUtf8().size()) + extension;
+    return last.isEmpty() ? QStringLiteral("Download") : last;
 }
 
 DownloadPlace DownloadPlace::claim(const QString& folder, const QString& name, const QString& source)

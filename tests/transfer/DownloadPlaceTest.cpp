@@ -52,6 +52,7 @@ TEST_F(DownloadPlaceTest, makesAnyNameOneOfAFileInTheFolder)
         EXPECT_GE(safe.toUtf8().size(), 239);
         EXPECT_EQ(claim(letter.repeated(300) + ".mov"), safe);
     }
+    EXPECT_FALSE(safeFileName(QString("x").repeated(242) + " and more").endsWith(' ')) << "cut at a blank";
 }
 
 TEST_F(DownloadPlaceTest, touchesNoFileThatIsNotItsOwn)
