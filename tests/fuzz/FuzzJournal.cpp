@@ -6,7 +6,7 @@
 void palvera::check(const QByteArray& input)
 {
     const auto journal = decodeJournal(input);
-    require(isPlainFileName(journal.key), "the key is a plain file name");
+    require(isUsableKey(journal.key), "the key can name a file");
     require(coversExactly(journal.partSize, journal.partCount, journal.byteSize), "the parts cover the file");
     const auto queue = partsToSend(journal.partCount, journal.done);
     require(queue.size() + journal.done.size() == std::size_t(journal.partCount), "each part is to send or done");
