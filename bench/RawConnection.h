@@ -23,6 +23,7 @@ namespace palvera::bench {
 /// Of a storage address: what a request without an HTTP library needs.
 struct Address {
     bool tls = false;
+    std::string host; ///< an IPv4 address
     int port = 0;
     std::string target;
 };
@@ -34,10 +35,13 @@ inline Address parseAddress(const std::string& url)
     auto colon = url.find(':', host);
     if (path == std::string::npos || colon > path)
         die("not an address with a port: " + url);
-    return {.tls = url.starts_with("https"), .port = std::stoi(url.substr(colon + 1)), .target = url.substr(path)};
+    return {.tls = url.starts_with("https"),
+            .host = url.substr(host, colon - host),
+            .port = std::stoi(url.substr(colon + 1)),
+            .target = url.substr(path)};
 }
 
-/// One blocking connection to storage on this machine, encrypted or not. Whatever fails ends the program.
+/// One blocking connection to storage, encrypted or not. Whatever fails ends the program.
 class RawConnection {
 public:
     explicit RawConnection(const Address& address)
@@ -47,7 +51,7 @@ public:
         ::setsockopt(m_socket, IPPROTO_TCP, TCP_NODELAY, &one, sizeof one);
         sockaddr_in peer{};
         peer.sin_family = AF_INET;
-        peer.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        ::inet_pton(AF_INET, address.host.c_str(), &peer.sin_addr);
         peer.sin_port = htons(std::uint16_t(address.port));
         if (::connect(m_socket, reinterpret_cast<sockaddr*>(&peer), sizeof peer) != 0)
             die("cannot connect");
