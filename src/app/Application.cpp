@@ -48,11 +48,11 @@ Application::~Application()
     if (!isClosed)
         untilClosed.exec(QEventLoop::ExcludeUserInputEvents);
     // A window that is hidden goes on with none of the items that it was making, and the engine must not go before
-    // them.
-    constexpr int slice = 10; // ms
-    if (auto* making = m_engine.incubationController())
-        while (making->incubatingObjectCount() > 0)
-            making->incubateFor(slice);
+    // them. An item that never comes must not keep the program, either.
+    constexpr int slice = 10, mostSlices = 200; // ms
+    auto* making = m_engine.incubationController();
+    for (int i = 0; making && making->incubatingObjectCount() > 0 && i < mostSlices; ++i)
+        making->incubateFor(slice);
 }
 
 Task<void> Application::finish()
