@@ -8,7 +8,7 @@
 
 namespace palvera {
 
-/// Memory for the bytes of one part or chunk at a time, kept and used again. One thread at a time.
+/// Memory for bytes on their way to the disk, kept and used again. One thread at a time.
 ///
 /// It lies in huge pages where the system has them: with small ones, the first use of eight buffers of 32 MiB alone
 /// was measured to cost more processor time than sending a gigabyte. Pages cost memory from their first use on.

@@ -25,11 +25,6 @@ QString fileStamp(const SourceIdentity& identity)
     return QStringLiteral("%1-%2").arg(identity.size).arg(identity.changed / nanosecondsPerSecond);
 }
 
-QString fileStamp(const QString& path)
-{
-    return fileStamp(identityOf(path).value_or(SourceIdentity{}));
-}
-
 JournalFit fitOf(const Journal& journal, const UploadSubject& subject)
 {
     if (journal.destination() != subject.target || journal.service.value_or(subject.service) != subject.service)

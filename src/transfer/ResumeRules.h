@@ -18,8 +18,6 @@ struct UploadSubject {
 /// "SIZE-SECONDS": what tells whether a file is still the one it was, from its size in bytes and the moment of its last
 /// change in whole seconds since 1970-01-01 UTC.
 QString fileStamp(const SourceIdentity& identity);
-/// "0-0" for a file that cannot be looked at. May block on the disk.
-QString fileStamp(const QString& path);
 
 /// How a journal relates to an upload that is asked for under its key.
 enum class JournalFit {

@@ -29,8 +29,8 @@ std::vector<int> partsToSend(int partCount, const ConfirmedParts& done);
 /// Whether `done` holds each part from 1 to `partCount` and nothing else.
 bool isComplete(const ConfirmedParts& done, int partCount);
 
-/// How many lanes send `queued` parts: `lanes` for parts of up to 32 MiB, beyond that as many as keep their bodies
-/// within `inFlightBudget` bytes, never more than there are parts and never none.
+/// How many lanes send `queued` parts: `lanes` for parts of up to 32 MiB, beyond that as many as have `inFlightBudget`
+/// bytes under way at most, never more than there are parts and never none.
 int laneCount(int lanes, qint64 inFlightBudget, qint64 partSize, std::size_t queued);
 
 /// The wait before `attempt` (from 1; attempt 0 goes at once): it doubles from a second up to half a minute.

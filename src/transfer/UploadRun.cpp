@@ -3,7 +3,6 @@
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
 #include "files/Bookmark.h"
-#include "files/BulkBuffer.h"
 #include "files/FileError.h"
 #include "files/FileTypes.h"
 #include "service/APIError.h"
@@ -299,8 +298,6 @@ Task<void> UploadRun::sendFromQueue(Shared& shared)
 {
     auto& board = shared.board;
     auto session = m_environment.storage();
-    bool isBuffered = m_journal.partSize <= m_settings.inFlightBudget;
-    BulkBuffer buffer(isBuffered ? std::min(m_journal.partSize, m_journal.byteSize) : 0);
     PartSender sender({.session = *session,
                        .pool = shared.pool,
                        .board = board,
@@ -310,7 +307,7 @@ Task<void> UploadRun::sendFromQueue(Shared& shared)
     while (auto part = co_await nextPart(shared)) {
         auto range = rangeOfPart(*part, m_journal.partSize, m_journal.byteSize);
         m_file->willNeed(range.offset, range.length);
-        PartBody body(*m_file, range, isBuffered ? buffer.first(range.length) : std::span<char>());
+        PartBody body(*m_file, range);
         Board::Sending sending{
             .part = *part, .bytes = range.length, .watcher = std::make_shared<SendWatcher>(m_environment.clock)};
         board.watch(sending);
@@ -334,7 +331,7 @@ Task<void> UploadRun::sendPart(PartSender& sender, const Board::Sending& sending
         throwCancelled();
     requireUnchanged();
     etag = co_await sender.send(sending.part, body, sending.watcher);
-    requireUnchanged(); // without a buffer each attempt has read it anew
+    requireUnchanged(); // each attempt has read it anew
 }
 
 /// A part from the queue; when that is empty, one whose sending crawls, for as long as any is in flight.

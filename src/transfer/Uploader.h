@@ -31,8 +31,9 @@ struct UploadRequest {
 class Uploader {
 public:
     struct Settings {
-        int lanes = 8;                               ///< most parts in flight at once for one upload
-        qint64 inFlightBudget = 268'435'456;         ///< most bytes of part bodies in memory for one upload
+        int lanes = 8; ///< most parts in flight at once for one upload
+        qint64 inFlightBudget =
+            268'435'456; ///< most bytes of parts that one upload has under way, where those are large
         std::chrono::milliseconds reportEvery{2000}; ///< between reports to the platform
         std::chrono::milliseconds redrawEvery{200};  ///< between calls of `onProgress`
     };
