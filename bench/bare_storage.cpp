@@ -4,7 +4,8 @@
 //
 // Prints its address and runs until it is ended. One blocking thread serves one connection. Every PUT or POST is read,
 // forgotten and answered with 200 and an ETag. Every GET is answered with what its Range names of one object: FILE over
-// and over, up to --size. FILE is small, so an object of any size comes from memory that is not also its copy.
+// and over, up to --size; a HEAD tells its size. FILE is small, so an object of any size comes from memory that is not
+// also its copy.
 
 #include <CLI/CLI.hpp>
 
@@ -151,7 +152,7 @@ bool give(Connection& connection, std::string_view head, const Object& object)
                                    '-' + std::to_string(range.last) + '/' + std::to_string(object.size) + "\r\n";
     answer += "Accept-Ranges: bytes\r\nETag: \"" + std::to_string(object.size) +
               "\"\r\nContent-Length: " + std::to_string(range.last - range.first + 1) + "\r\n\r\n";
-    return connection.write(answer) && connection.write(object, range);
+    return connection.write(answer) && (head.starts_with("HEAD ") || connection.write(object, range));
 }
 
 /// Serves one request; `ahead` holds what was received beyond the one before. False when the client has gone.
@@ -171,7 +172,7 @@ bool serveRequest(Connection& connection, std::string& ahead, const Object& obje
     ahead.erase(0, early);
     if (!connection.discard(left - early))
         return false;
-    if (head.starts_with("GET ") && object.size > 0)
+    if ((head.starts_with("GET ") || head.starts_with("HEAD ")) && object.size > 0)
         return give(connection, head, object);
     auto tag = head.starts_with("P") ? "ETag: \"" + length + "\"\r\n" : std::string();
     return connection.write("HTTP/1.1 200 OK\r\n" + tag + "Content-Length: 0\r\n\r\n");

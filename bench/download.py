@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Downloads a file in eight lanes with palvera-cli, aria2, curl and raw sockets, alternating, and prints what each costs.
+"""Downloads a file in eight lanes with palvera-cli, aria2, curl, rclone and raw sockets, alternating, and prints the costs.
 
 All of them take the same object from the same bare storage and write it to a file system in memory or, with --disk, to
 one on a disk. What each has written is compared with the object after its run. CPU and memory are the operating
@@ -30,7 +30,7 @@ GIB = 1 << 30
 PERIOD = 16_381 * 4096
 CPU_GOAL = {False: 1.0, True: 1.3} # seconds for a gigabyte, by whether it is encrypted
 PEAK_GOAL = 8 * 32 + 60            # MiB: a chunk of each lane, and the program
-TOOLS = ["aria2c", "curl --parallel"]
+TOOLS = ["aria2c", "curl --parallel", "rclone"]
 RAW = "raw sockets"
 
 
@@ -145,6 +145,14 @@ class Contest:
         config.write_text("\n".join(lines) + "\n")
         return ["curl", "-K", config], files
 
+    def rclone(self):
+        """One file in eight streams. It would not pass the signature on, which this storage does not ask for."""
+        command = ["rclone", "copyto", "--config", "", "--multi-thread-streams", "8", "--multi-thread-cutoff", "1M",
+                   "--http-url", self.storage.address, ":http:object", self.target / "object"]
+        if self.encrypted:
+            command += ["--ca-cert", self.folder / "cert.pem"]
+        return command, [self.target / "object"]
+
     def raw(self, *options):
         file = self.target / "object"
         return [self.arguments.build / "raw_receiver", self.address(), str(self.size), file, *options], [file]
@@ -240,7 +248,7 @@ def main():
         for title, encrypted in (("plain HTTP", False), ("TLS", True)):
             contest = Contest(arguments, folder, target, size, encrypted)
             clients = {"palvera-cli": contest.palvera, "aria2c": contest.aria2, "curl --parallel": contest.curl,
-                       RAW: contest.raw}
+                       "rclone": contest.rclone, RAW: contest.raw}
             if arguments.disk:
                 clients["raw, chunks synced"] = lambda: contest.raw("--sync", "chunk")
             costs = contest.run(clients, arguments.rounds)
