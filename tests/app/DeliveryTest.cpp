@@ -96,6 +96,9 @@ TEST_F(DeliveryTest, theRowThatIsSeenIsTheRowThatIsOpened)
         screen.press(Qt::Key_Down);
         EXPECT_EQ(Screen::nameOf(screen.focused()), "Picture master") << word.toStdString();
     }
+    screen.tabTo(QAccessible::EditableText, "Find a deliverable");
+    screen.press(Qt::Key_Escape); // of no use to an empty search
+    screen.find(QAccessible::ListItem, "Assets");
 }
 
 TEST_F(DeliveryTest, aFileIsChosenOrDroppedAndSeenFiledAndWhatIsNoneIsRefused)

@@ -124,16 +124,7 @@ public:
     {
         return screen.drop(screen.find(QAccessible::Grouping, {}), files, proposed);
     }
-    bool waitForText(const QString& text) { return screen.waitForText(text); }
-
-    /// Runs `operation` of a model to its end.
-    void run(Task<void> operation)
-    {
-        bool isOver = false;
-        boost::asio::co_spawn(m_running->mainThread.executor(), std::move(operation),
-                              [&](const std::exception_ptr&) { isOver = true; });
-        screen.waitUntil([&] { return isOver; });
-    }
+    void waitForText(const QString& text) { screen.waitForText(text); }
 
     ~Desktop() { finish(); }
 

@@ -16,13 +16,6 @@ TEST_F(StartTest, theAccessCodeDoorIsOnlyThereForWhoHoldsAlt)
     EXPECT_FALSE(screen.shows(QAccessible::Button, "Sign in with an access code"));
 }
 
-TEST_F(StartTest, offlineItComesToTheSignInScreen)
-{
-    server.reset();
-    start();
-    screen.find(QAccessible::EditableText, "Work email");
-}
-
 TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWas)
 {
     start();

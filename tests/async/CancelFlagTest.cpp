@@ -2,52 +2,38 @@
 
 #include "async/Failure.h"
 #include "async/TaskGroup.h"
-#include "support/QtPrinting.h"
 #include "support/Simulation.h"
+
+#include <gtest/gtest.h>
 
 namespace palvera {
 namespace {
 
 using namespace std::chrono_literals;
 
-struct CancelFlagTest : testing::Test {
-    Simulation world;
-    std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
-
-    Task<void> work(std::chrono::seconds wait, const char* failure = nullptr)
-    {
-        auto slept = co_await outcomeOf(world.clock.sleep(wait));
-        if (failure)
-            throw Failure(failure);
-        if (slept.failure)
-            std::rethrow_exception(slept.failure);
-    }
-    Task<void> stopAfter(std::chrono::seconds wait)
-    {
-        co_await world.clock.sleep(wait);
-        flag->stop();
-    }
-    std::exception_ptr endOf(Task<void> operation)
-    {
-        return world.run(outcomeOf(runUntilStopped(flag, std::move(operation)))).failure;
-    }
-};
-
-TEST_F(CancelFlagTest, stopCutsTheOperationOffAtOnceWhateverItMakesOfThat)
+/// Makes a failure of its own of whatever ends its sleep.
+Task<void> sleepAndFail(Clock& clock)
 {
-    world.start(stopAfter(5s));
-    EXPECT_TRUE(isCancellation(endOf(work(100s, "while stopping"))));
-    EXPECT_EQ(world.clock.elapsed(), 5s);
-    flag->stop();
-    EXPECT_TRUE(isCancellation(endOf(work(100s)))) << "stopped beforehand";
-    EXPECT_EQ(world.clock.elapsed(), 5s);
+    co_await outcomeOf(clock.sleep(100s));
+    throw Failure("while stopping");
 }
 
-TEST_F(CancelFlagTest, withoutAStopTheOperationsOwnEndCounts)
+Task<void> stopAfterFive(Clock& clock, CancelFlag& flag)
 {
-    EXPECT_EQ(endOf(work(3s)), nullptr);
-    EXPECT_EQ(describe(endOf(work(1s, "gone"))), "gone");
-    EXPECT_EQ(world.clock.elapsed(), 4s);
+    co_await clock.sleep(5s);
+    flag.stop();
+}
+
+TEST(CancelFlagTest, stopCutsTheOperationOffAtOnceWhateverItMakesOfThat)
+{
+    Simulation world;
+    auto flag = std::make_shared<CancelFlag>();
+    world.start(stopAfterFive(world.clock, *flag));
+    for (bool beforehand : {false, true}) {
+        auto end = world.run(outcomeOf(runUntilStopped(flag, sleepAndFail(world.clock))));
+        EXPECT_TRUE(isCancellation(end.failure)) << beforehand;
+        EXPECT_EQ(world.clock.elapsed(), 5s) << beforehand;
+    }
 }
 
 } // namespace

@@ -10,8 +10,6 @@
 #include <boost/asio/post.hpp>
 #include <boost/asio/thread_pool.hpp>
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 

@@ -41,7 +41,6 @@ struct ErrandsTest : TransfersTest {
     Output output{Output::Style::json, out, error};
     LateClock clock{world.clock};
     std::shared_ptr<CancelFlag> stop = std::make_shared<CancelFlag>(), cutOff = std::make_shared<CancelFlag>();
-    bool stopOnInterrupt = false;
     std::vector<std::unique_ptr<Errand>> errands;
     std::optional<Errands> all;
 
@@ -60,7 +59,7 @@ struct ErrandsTest : TransfersTest {
     }
     Task<ExitCode> carriedOut()
     {
-        const Errands::Environment environment{*model, output, clock, world.executor(), stop, cutOff, stopOnInterrupt};
+        const Errands::Environment environment{*model, output, clock, world.executor(), stop, cutOff};
         return all.emplace(environment, std::move(errands)).carryOut();
     }
     /// As the program runs a command: an interruption cancels it.
@@ -152,17 +151,6 @@ TEST_F(ErrandsTest, anInterruptionKeepsWhatIsInFlightAndBeginsNoMore)
                 AllOf(HasSubstr("palvera-cli: Interrupted.\n"), HasSubstr("Go on with: palvera-cli resume row-1")));
     EXPECT_THAT(error.written.toStdString(), Not(HasSubstr("row-4"))) << "it has not begun";
     EXPECT_TRUE(client.requests().empty()) << "the platform is told nothing";
-}
-
-TEST_F(ErrandsTest, anInterruptionGivesUpWhatIsInFlightWhenThatIsWanted)
-{
-    stopOnInterrupt = true;
-    upload("row-1");
-    journal("row-1");
-    EXPECT_EQ(runInterruptedAfter(3s), ExitCode::interrupted);
-    EXPECT_THAT(events(), ElementsAre("stopped row-1"));
-    EXPECT_EQ(journals.loadJournal("row-1"), std::nullopt);
-    EXPECT_THAT(asked(), testing::Contains("POST orgs/org/projects/salt/deliverables/row-1/transfer/abort"));
 }
 
 TEST_F(ErrandsTest, chunksInFlightAreCutOffByAnInterruption)

@@ -83,23 +83,19 @@ class Desktop:
             pass
         root = Atspi.get_desktop(0)
         root.clear_cache()
-        found = []
-        for i in range(root.get_child_count()):
-            self.collect(root.get_child_at_index(i), found)
-        return found
+        return [item for i in range(root.get_child_count()) for item in self.below(root.get_child_at_index(i))]
 
-    def collect(self, node, found):
+    def below(self, node):
         if not node:
             return
         try:
             node.clear_cache()
-            states = node.get_state_set()
-            if states.contains(Atspi.StateType.SHOWING) or node.get_role_name() == "application":
+            if node.get_state_set().contains(Atspi.StateType.SHOWING) or node.get_role_name() == "application":
                 # Qt keeps the name of a field for secrets to itself.
                 name = node.get_description() if node.get_role_name() == "password text" else node.get_name()
-                found.append((node.get_role_name(), name or "", node))
+                yield node.get_role_name(), name or "", node
                 for i in range(node.get_child_count()):
-                    self.collect(node.get_child_at_index(i), found)
+                    yield from self.below(node.get_child_at_index(i))
         except GLib.Error:
             pass # an item that has just gone
 
@@ -130,11 +126,10 @@ class Desktop:
         self.type("password text", "Password", password)
         self.press("Return")
 
-    def open_row(self, row="Picture master"):
-        self.activate("list item", "Northlight Pictures")
-        self.activate("list item", "Salt")
-        self.activate("list item", row)
-        self.find("heading", row)
+    def open_row(self):
+        for name in ("Northlight Pictures", "Salt", "Picture master"):
+            self.activate("list item", name)
+        self.find("heading", "Picture master")
 
     def press(self, *keys):
         subprocess.run(["xdotool", "key", "--delay", "20", *keys], check=True)

@@ -14,23 +14,25 @@ SLOW = {"operation": "put", "times": 0, "latencyMs": 800}
 NOWHERE = "http://127.0.0.1:9/api"  # the port of "discard", where nobody listens
 
 
-def wrong_usage_ends_with_2():
-    with Workspace() as workspace:
-        client = Client(workspace, NOWHERE)
-        for words in ([], ["fetch"], ["projects"], ["site", "prod"], ["resume"], ["resume", "k", "--all"], ["sign-in"]):
-            result = expect(USAGE, client.run(*words))
-            assert result.out == "" and "Try: palvera-cli" in result.error, result
-        assert "upload-bin" in expect(DONE, client.run("--help")).out
+def expect_each(code, message, client, *commands):
+    for words in commands:
+        result = expect(code, client.run(*words, typed=b"open-sesame\n"))
+        assert message in result.error and (code != USAGE or not result.out), f"not said: {message}\n{result}"
 
 
-def nobody_signed_in_ends_with_3():
+def wrong_words_nobody_signed_in_and_no_platform_end_with_2_3_and_5():
     with Workspace() as workspace, Platform(workspace) as platform:
-        client = Client(workspace, platform.address)
+        client, far = Client(workspace, platform.address), Client(workspace, NOWHERE, "far")
         file = workspace.make_file("a.mov", 1000)
-        for words in (["whoami"], ["orgs"], ["upload", ORG, PROJECT, "salt-row-1", file], ["upload-bin", ORG, file],
-                      ["download-bin", ORG, "Reel 001 of 230.mov", "--to", workspace.path]):
-            result = expect(NOT_SIGNED_IN, client.run(*words))
-            assert "palvera-cli: Sign in to go on.\nSign in with: palvera-cli sign-in" in result.error, result
+        upload = "upload", ORG, PROJECT, "salt-row-1", file, "--retry", "off"
+        expect_each(USAGE, "Try: palvera-cli", client, [], ["fetch"], ["resume", "k", "--all"])
+        assert "upload-bin" in expect(DONE, client.run("--help")).out
+        expect_each(NOT_SIGNED_IN, "palvera-cli: Sign in to go on.\nSign in with: palvera-cli sign-in", client,
+                    ["whoami"], ["orgs"], upload, ["upload-bin", ORG, file],
+                    ["download-bin", ORG, "Reel 001 of 230.mov", "--to", workspace.path])
+        expect_each(UNREACHABLE, "palvera-cli: Could not connect to the server.", far,
+                    ["whoami"], ["bin", ORG], upload, ["sign-in", "--email", support.EMAIL, "--password-stdin"])
+        expect(DONE, far.run("sign-out"))
         client.sign_in()
         expect(DONE, client.run("sign-out"))
         expect(NOT_SIGNED_IN, client.run("whoami"))
@@ -51,32 +53,20 @@ def a_question_of_the_platform_ends_with_4():
         support.expect_filed(platform, client, "salt-row-1", file)
 
 
-def no_platform_ends_with_5():
-    with Workspace() as workspace:
-        client = Client(workspace, NOWHERE)
-        file = workspace.make_file("a.mov", 1000)
-        for words in (["whoami"], ["bin", ORG], ["upload", ORG, PROJECT, "salt-row-1", file, "--retry", "off"],
-                      ["sign-in", "--email", support.EMAIL, "--password-stdin"]):
-            result = expect(UNREACHABLE, client.run(*words, typed=b"open-sesame\n"))
-            assert "palvera-cli: Could not connect to the server." in result.error, result
-        expect(DONE, client.run("sign-out"))
-
-
 def what_cannot_be_sent_or_fetched_ends_with_1():
     with signed_in() as (workspace, platform, client):
         file, folder = workspace.make_file("a.mov", 9), workspace.path / "down"
         folder.mkdir()
-        for words, message in (
-                (("upload", ORG, PROJECT, "salt-row-x", file), "That deliverable does not exist."),
-                (("resume", "salt-row-1"), "no interrupted upload"),
-                (("discard", "../../cookies"), "no interrupted upload"),
-                (("download", ORG, PROJECT, "salt-row-x", "--to", folder), "There is no deliverable “salt-row-x”"),
-                (("download", ORG, PROJECT, "salt-row-1", "--to", folder), "No file has been delivered"),
-                (("download-bin", ORG, "none.mov", "--to", folder), "That file is no longer in Uploads."),
-                (("download-bin", ORG, "b.mov", "--to", folder / "none"), "There is no folder"),
-                (("downloads-folder", folder / "none"), "There is no folder")):
-            result = expect(FAILED, client.run(*words))
-            assert message in result.error, f"not said: {message}\n{result}"
+        for message, *words in (
+                ("That deliverable does not exist.", "upload", ORG, PROJECT, "salt-row-x", file),
+                ("no interrupted upload", "resume", "salt-row-1"),
+                ("no interrupted upload", "discard", "../../cookies"),
+                ("There is no deliverable “salt-row-x”", "download", ORG, PROJECT, "salt-row-x", "--to", folder),
+                ("No file has been delivered", "download", ORG, PROJECT, "salt-row-1", "--to", folder),
+                ("That file is no longer in Uploads.", "download-bin", ORG, "none.mov", "--to", folder),
+                ("There is no folder", "download-bin", ORG, "b.mov", "--to", folder / "none"),
+                ("There is no folder", "downloads-folder", folder / "none")):
+            expect_each(FAILED, message, client, words)
         assert not list(folder.iterdir())
 
 

@@ -9,7 +9,7 @@ import random
 import time
 
 import support
-from support import DONE, ORG, expect, signed_in
+from support import DONE, ORG, expect, signed_in, wait_until
 
 PART, PARTS = 64 << 10, 40
 PROJECT = "long-tide"  # it has rows enough
@@ -35,6 +35,13 @@ class Upload:
     def is_done(self):
         return any(upload["filed"] if self.row else upload["phase"] == "complete" for upload in self.all())
 
+    def is_over(self):
+        """False also where it was killed before the journal was removed."""
+        return self.is_done() and not self.key()
+
+    def requests(self):
+        return sum(self.platform.state()["requests"].values())
+
     def key(self):
         """That of its journal; None where there is none."""
         return next((journal.stem for journal in self.client.journals().glob("*.json")), None)
@@ -52,10 +59,14 @@ class Upload:
             now = {part: latest["parts"][part]["times"] for part in self.recorded}
             assert now == self.recorded, f"recorded parts are stored again: {self.recorded}, then {now}"
 
-    def run_and_kill(self, after):
-        """Checks what the kill has left, and notes what must stay as it is. False when it came too late."""
+    def run_and_kill(self):
+        """Kills it after some of its requests, which are 46 in all. Checks what that has left, and notes what must stay
+        as it is. False when the kill came too late.
+        """
         process = self.client.start(*self.arguments())
-        time.sleep(after)
+        last = self.requests() + chance.randrange(46)
+        wait_until(lambda: process.poll() is not None or self.requests() >= last, "a moment for a kill")
+        time.sleep(chance.uniform(0, 0.06))
         process.kill()
         result = self.client.finish(process)
         assert result.code in (-9, DONE), result
@@ -69,11 +80,11 @@ class Upload:
         return result.code == -9
 
     def finish(self):
-        if not self.is_done() or self.key():  # killed before the filing, or before the journal was removed
+        if not self.is_over():
             expect(DONE, self.client.run(*self.arguments()))
         self.check_nothing_is_sent_again()
         complete = [upload for upload in self.all() if upload["phase"] == "complete"]
-        assert self.is_done() and not self.key() and len(complete) == 1
+        assert self.is_over() and len(complete) == 1
         assert support.digest(complete[0]["path"]) == support.digest(self.file)
 
 
@@ -84,20 +95,11 @@ def killed_at_random_moments_it_always_goes_on():
     print(f"{ROUNDS} kills, PALVERA_KILL_SEED={SEED}", flush=True)
     kills = files = 0
     with signed_in("--part-size", str(PART), rules=SLOW) as (workspace, platform, client):
-        began = time.monotonic()
-        measured = workspace.make_file("measured.mov", PART * PARTS)
-        expect(DONE, client.upload("long-tide-row-400", measured, project=PROJECT))
-        longest = time.monotonic() - began
         while kills < ROUNDS:
             files += 1
             file = workspace.make_file(f"Killed {files}.mov", PART * PARTS - chance.randrange(PART), seed=files)
             upload = Upload(platform, client, file, "" if files % 4 == 0 else f"long-tide-row-{files + 3}")
-            for _ in range(chance.randint(2, 6)):
-                if upload.is_done():
-                    break
-                if not upload.run_and_kill(chance.uniform(0, longest)):
-                    longest *= 0.95
-                    break
+            while not upload.is_over() and upload.run_and_kill():
                 kills += 1
             upload.finish()
             file.unlink()

@@ -7,7 +7,6 @@ import re
 import select
 import struct
 import termios
-import time
 
 import support
 from support import DONE, INTERRUPTED, NOT_SIGNED_IN, ORG, PROJECT, Client, Platform, Workspace, signed_in
@@ -28,18 +27,16 @@ class Terminal:
         self.seen = b""
 
     def read_until(self, wanted):
-        deadline = time.monotonic() + support.PATIENCE
         while wanted is None or wanted not in self.seen:
-            assert time.monotonic() < deadline, f"never shown: {wanted}\n{self.seen[-2000:]}"
-            if select.select([self.end], [], [], 1)[0]:
-                try:
-                    piece = os.read(self.end, 1 << 16)
-                except OSError:  # the program has closed it
-                    piece = b""
-                if not piece:
-                    assert wanted is None, f"ended without: {wanted}\n{self.seen[-2000:]}"
-                    return
-                self.seen += piece
+            assert select.select([self.end], [], [], support.PATIENCE)[0], f"never: {wanted}\n{self.seen[-2000:]}"
+            try:
+                piece = os.read(self.end, 1 << 16)
+            except OSError:  # the program has closed it
+                piece = b""
+            if not piece:
+                assert wanted is None, f"ended without: {wanted}\n{self.seen[-2000:]}"
+                return
+            self.seen += piece
 
     def shows_typing(self):
         return bool(termios.tcgetattr(self.end)[3] & termios.ECHO)

@@ -5,11 +5,6 @@
 
 #include <QDateTime>
 
-#include <csignal>
-
-#include <sys/resource.h>
-#include <sys/stat.h>
-
 namespace palvera {
 namespace {
 
@@ -30,7 +25,7 @@ struct AtomicFileTest : FileFixture {
 
 TEST_F(AtomicFileTest, replacesTheFileWithBytesThatAreOnTheDiskBeforeTheyTakeItsName)
 {
-    const QByteArray bytes(200'000, 'x');
+    const auto bytes = patterned(200'000);
     writeFile(path, bytes + "that were there");
     const FileCalls calls;
     writeFileAtomically(path, bytes, staging);
@@ -60,31 +55,6 @@ TEST_F(AtomicFileTest, aWriteThatFailsAtAnyStepIsToldOfAndKeepsTheOldFile)
     EXPECT_THROW(writeFileAtomically(path, "new", staging), FileError);
     calls.fail("fsync " + target, EINVAL);
     EXPECT_NO_THROW(writeFileAtomically(path, "new", staging)) << "a file system that cannot sync folders";
-}
-
-TEST_F(AtomicFileTest, aDiskThatIsFullHalfWayKeepsTheOldFile)
-{
-    writeFileAtomically(path, "old", staging);
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit usual{};
-    ::getrlimit(RLIMIT_FSIZE, &usual);
-    const rlimit tight{.rlim_cur = 1000, .rlim_max = usual.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &tight);
-    EXPECT_THROW(writeFileAtomically(path, QByteArray(5000, 'n'), staging), FileError);
-    ::setrlimit(RLIMIT_FSIZE, &usual);
-    EXPECT_EQ(readFile(path), "old");
-}
-
-TEST_F(AtomicFileTest, onlyTheOwnerMayReadWhatIsPrivate)
-{
-    const mode_t before = ::umask(022);
-    for (const auto& [access, mode] : {std::pair(FileAccess::ordinary, 0644u), {FileAccess::ownerOnly, 0600u}}) {
-        writeFileAtomically(path, "x", staging, access);
-        struct stat status{};
-        ::stat(QFile::encodeName(path).constData(), &status);
-        EXPECT_EQ(status.st_mode & 0777, mode);
-    }
-    ::umask(before);
 }
 
 TEST_F(AtomicFileTest, sweepsOnlyOldStagingFilesOfOurs)

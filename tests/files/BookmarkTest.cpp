@@ -51,14 +51,6 @@ TEST_F(BookmarkTest, nothingElseIsTakenForAFileThatIsGone)
     EXPECT_EQ(bookmark::resolve(known), std::nullopt) << "it is not what it was";
 }
 
-TEST_F(BookmarkTest, aFileThatLeftItsFolderIsLost)
-{
-    const auto bytes = bookmark::make(path).value();
-    QDir(root.path()).mkdir("elsewhere");
-    ASSERT_TRUE(QFile::rename(path, root.filePath("elsewhere/master.mov")));
-    EXPECT_EQ(bookmark::resolve(bytes), std::nullopt);
-}
-
 TEST_F(BookmarkTest, otherBytesAreNoBookmark)
 {
     const QByteArray good = bookmark::make(path).value();

@@ -30,6 +30,7 @@ TEST_F(LockFileTest, oneHasItAndLeavesAWordForWhoeverWaits)
     EXPECT_EQ(waiting.tryLock(), Outcome::released) << "it must not be taken for that of the next file";
     EXPECT_EQ(waiting.note(), "done");
     EXPECT_EQ(LockFile::open(path).tryLock(), Outcome::taken);
+    EXPECT_THROW(LockFile::open(root.filePath("nowhere/lock")), FileError);
 }
 
 TEST_F(LockFileTest, theLockOfADeadProcessIsFree)
@@ -45,11 +46,6 @@ TEST_F(LockFileTest, theLockOfADeadProcessIsFree)
     EXPECT_TRUE(QFile::exists(path));
     EXPECT_FALSE(LockFile::isHeld(path));
     EXPECT_EQ(LockFile::open(path).tryLock(), Outcome::taken);
-}
-
-TEST_F(LockFileTest, whereNoneCanBeMadeThatIsSaid)
-{
-    EXPECT_THROW(LockFile::open(root.filePath("nowhere/lock")), FileError);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "HttpFixture.h"
 
+#include "http/NetworkThreads.h"
 #include "support/ScopedVariable.h"
 
 #include <arpa/inet.h>
@@ -246,6 +247,20 @@ TEST(HttpSessionAtTheEndTest, encryptsUntilTheVeryEndOfTheProgram)
 {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(endWithARequest(), testing::ExitedWithCode(0), "");
+}
+
+TEST(NetworkThreadsTest, keepsEachSessionToOneThreadAndSpreadsThem)
+{
+    NetworkThreads threads(2);
+    const auto threadOf = [](const Executor& executor) {
+        return asio::post(executor, asio::use_future(&std::this_thread::get_id)).get();
+    };
+    auto first = threads.next(), second = threads.next(), third = threads.next();
+    auto usual = threadOf(first);
+    for (int i = 0; i < 20; ++i)
+        EXPECT_TRUE(threadOf(first) == usual);
+    EXPECT_FALSE(threadOf(second) == usual);
+    EXPECT_TRUE(threadOf(third) == usual) << "it is the first one's turn again";
 }
 
 TEST_F(HttpSessionTest, usesTheEnvironmentsProxyForOtherMachinesOnly)

@@ -2,13 +2,10 @@
 #include "HttpFixture.h"
 
 #include "files/FileDescriptor.h"
-#include "http/HttpSession.h"
 
 #include <arpa/inet.h>
 #include <sched.h>
 #include <sys/socket.h>
-
-#include <atomic>
 
 #include <cstdlib>
 

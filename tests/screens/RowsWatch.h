@@ -1,7 +1,5 @@
 #pragma once
 
-#include "tests/support/Rows.h"
-
 #include <QAbstractItemModel>
 #include <QStringList>
 
@@ -9,6 +7,12 @@
 #include <vector>
 
 namespace palvera {
+
+/// What the delegate of that row of a list knows under that name.
+inline QVariant valueAt(const QAbstractItemModel& list, int row, const QByteArray& role)
+{
+    return list.data(list.index(row, 0), list.roleNames().key(role, -1));
+}
 
 inline std::string titlesOf(const QAbstractItemModel& list)
 {

@@ -108,8 +108,6 @@ private:
         screen.click(button, "Account");
         take("account-menu", "Sign out");
         screen.press(Qt::Key_Escape);
-        enter("Find a project", "nothing like it");
-        take("projects-nothing-matches", "Nothing matches");
         screen.click(button, "Clients");
         waitForText("Choose a client");
         fail(Operation::projects, {.kind = Fault::Kind::overwrite, .members = {{"projects", QJsonArray()}}});
@@ -121,11 +119,9 @@ private:
         begin();
         openDeliverables();
         take("deliverables");
-        for (const auto& [title, name] : {std::pair("Status", "filter"), std::pair("Language", "languages")}) {
-            screen.click(QAccessible::ComboBox, QString("%1: All").arg(title));
-            take(QString("deliverables-") + name);
-            screen.press(Qt::Key_Escape);
-        }
+        screen.click(QAccessible::ComboBox, "Status: All");
+        take("deliverables-filter");
+        screen.press(Qt::Key_Escape);
         enter("Find a deliverable", "nothing like it");
         take("deliverables-nothing-matches", "Nothing matches");
         screen.press(Qt::Key_Escape);
@@ -165,8 +161,6 @@ private:
         screen.click(button, "Stop");
         take("transfers-stop", "Stop this upload?");
         screen.press(Qt::Key_Escape);
-        screen.click(tab, "Finished");
-        take("transfers-none-finished");
         for (const auto& item : transfers().inFlight())
             transfers().stop(item.id);
         goToMainWindow();

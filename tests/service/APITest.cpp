@@ -32,9 +32,11 @@ TEST_F(APITest, servesTheSiteUnlessTheEnvironmentNamesAnAddress)
         EXPECT_EQ(api->signInPageURL(), signInPage);
     };
     const std::optional<QByteArray> ignored[] = {{}, "", "not an address", "ftp://host/api", "localhost:8080"};
+    EXPECT_NE(baseURL(Site::live), baseURL(Site::qa));
     for (const Site site : allSites) {
         api->setSite(site);
         const auto origin = baseAddress(site).origin;
+        EXPECT_TRUE(origin.startsWith("https://")) << origin.toStdString();
         for (const auto& value : ignored) {
             const ScopedVariable variable("PV_API", value);
             expectAddresses(origin + "/api/me", origin + "/sign-in?native=1");

@@ -1,6 +1,5 @@
 #include "service/Site.h"
 #include "files/Preferences.h"
-#include "service/Addresses.h"
 #include "support/QtPrinting.h"
 
 #include <QTemporaryDir>
@@ -22,15 +21,6 @@ TEST(SiteTest, isStagingUnlessLiveWasChosenAndIsKept)
         EXPECT_EQ(preferences.string("pv.site"), stored);
         EXPECT_EQ(currentSite(preferences), site);
     }
-}
-
-TEST(SiteTest, servicesAreEncryptedAndApart)
-{
-    for (const Site site : allSites) {
-        EXPECT_EQ(parseAddress(baseURL(site)), baseAddress(site));
-        EXPECT_TRUE(baseURL(site).startsWith("https://"));
-    }
-    EXPECT_NE(baseURL(Site::live), baseURL(Site::qa));
 }
 
 TEST(SiteTest, isNamedForPeople)

@@ -1,9 +1,11 @@
 #include "support/FileCalls.h"
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <filesystem>
 #include <mutex>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/syscall.h>
@@ -13,7 +15,7 @@ namespace palvera {
 
 namespace {
 
-std::atomic<bool> listing = false;
+std::atomic<FileCalls*> listing = nullptr;
 std::mutex lock;
 // Guarded by `lock`.
 std::vector<std::string> calls;
@@ -45,6 +47,11 @@ long performOn(const char* name, long number, int file, Arguments... arguments)
     return perform(name + (' ' + path), number, file, arguments...);
 }
 
+std::size_t atOnce(std::size_t count)
+{
+    return listing ? std::min<std::size_t>(count, 300) : count;
+}
+
 } // namespace
 
 FileCalls::FileCalls()
@@ -52,12 +59,12 @@ FileCalls::FileCalls()
     const std::lock_guard guard(lock);
     calls.clear();
     failure = 0;
-    listing = true;
+    listing = this;
 }
 
 FileCalls::~FileCalls()
 {
-    listing = false;
+    listing = nullptr;
 }
 
 std::vector<std::string> FileCalls::all() const
@@ -79,12 +86,12 @@ extern "C" {
 
 ssize_t write(int file, const void* bytes, size_t count)
 {
-    return palvera::performOn("write", SYS_write, file, bytes, count);
+    return palvera::performOn("write", SYS_write, file, bytes, palvera::atOnce(count));
 }
 
 ssize_t pwrite(int file, const void* bytes, size_t count, off_t offset)
 {
-    return palvera::performOn("write", SYS_pwrite64, file, bytes, count, offset);
+    return palvera::performOn("write", SYS_pwrite64, file, bytes, palvera::atOnce(count), offset);
 }
 
 int fsync(int file)
@@ -94,7 +101,13 @@ int fsync(int file)
 
 int fdatasync(int file)
 {
-    return int(palvera::performOn("fdatasync", SYS_fdatasync, file));
+    const long result = palvera::performOn("fdatasync", SYS_fdatasync, file);
+    const int error = errno;
+    auto* calls = palvera::listing.load();
+    if (auto happens = calls ? std::exchange(calls->whileSyncing, nullptr) : nullptr)
+        happens();
+    errno = error;
+    return int(result);
 }
 
 int rename(const char* from, const char* to) noexcept

@@ -131,18 +131,15 @@ bool Screen::waitUntil(const std::function<bool()>& holds, std::chrono::millisec
     return true;
 }
 
-bool Screen::waitForText(const QString& text)
+void Screen::waitForText(const QString& text)
 {
-    bool found = waitUntil([&] { return reads(text); });
-    EXPECT_TRUE(found) << "no " << text.toStdString();
-    return found;
+    EXPECT_TRUE(waitUntil([&] { return reads(text); })) << "no " << text.toStdString();
 }
 
-bool Screen::waitForFocus(const QString& name)
+void Screen::waitForFocus(const QString& name)
 {
-    bool led = waitUntil([&] { return nameOf(focused()) == name; });
-    EXPECT_TRUE(led) << "the keyboard is at " << nameOf(focused()).toStdString() << ", not at " << name.toStdString();
-    return led;
+    EXPECT_TRUE(waitUntil([&] { return nameOf(focused()) == name; }))
+        << "the keyboard is at " << nameOf(focused()).toStdString() << ", not at " << name.toStdString();
 }
 
 void Screen::waitForFrame()
@@ -161,15 +158,16 @@ void Screen::settle()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-QList<QQuickItem*> Screen::all(Role role, const QString& name) const
+QList<QQuickItem*> Screen::all(std::optional<Role> role, const QString& name) const
 {
     QList<QQuickItem*> items;
     collect(QAccessible::queryAccessibleInterface(m_window), items);
-    items.removeIf([&](QQuickItem* item) { return roleOf(item) != role || (!name.isNull() && nameOf(item) != name); });
+    items.removeIf(
+        [&](QQuickItem* item) { return (role && roleOf(item) != *role) || (!name.isNull() && nameOf(item) != name); });
     return items;
 }
 
-QStringList Screen::names(Role role) const
+QStringList Screen::names(std::optional<Role> role) const
 {
     QStringList names;
     for (auto* item : all(role))
@@ -180,19 +178,14 @@ QStringList Screen::names(Role role) const
 QQuickItem* Screen::find(Role role, const QString& name)
 {
     QList<QQuickItem*> items;
-    bool found = waitUntil([&] { return !(items = all(role, name)).isEmpty(); });
-    EXPECT_TRUE(found) << "no " << name.toStdString();
+    EXPECT_TRUE(waitUntil([&] { return !(items = all(role, name)).isEmpty(); })) << "no " << name.toStdString();
     return items.value(0);
 }
 
 QStringList Screen::texts() const
 {
-    QStringList texts;
-    QList<QQuickItem*> items;
-    collect(QAccessible::queryAccessibleInterface(m_window), items);
-    for (auto* item : items)
-        if (auto name = nameOf(item); !name.isEmpty())
-            texts.append(name);
+    auto texts = names({});
+    texts.removeAll(QString());
     return texts;
 }
 

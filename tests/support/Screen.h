@@ -9,6 +9,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace palvera {
 
@@ -25,7 +26,6 @@ public:
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
 
-    QQmlApplicationEngine& engine() { return m_engine; }
     /// Shows a window whose content is `qml`, with the controls and `imports` imported, and waits until it has the
     /// keyboard.
     void showContent(const QString& qml, const QString& imports = {});
@@ -37,16 +37,17 @@ public:
 
     /// Turns the event loop until `holds`; a test failure after `limit`. Waits for nothing longer than it must.
     bool waitUntil(const std::function<bool()>& holds, std::chrono::milliseconds limit = std::chrono::seconds(20));
-    bool waitForText(const QString& text);
-    bool waitForFocus(const QString& name);
+    void waitForText(const QString& text);
+    void waitForFocus(const QString& name);
     /// Waits until everything has been laid out and drawn once more.
     void waitForFrame();
     /// Turns the event loop until nothing is left to do at once.
     void settle();
 
-    /// The visible items of that role, whose accessible name is `name` or anything if it is null, from the top.
-    QList<QQuickItem*> all(Role role, const QString& name = {}) const;
-    QStringList names(Role role) const;
+    /// The visible items of that role, or of all, whose accessible name is `name` or anything if it is null, from the
+    /// top.
+    QList<QQuickItem*> all(std::optional<Role> role, const QString& name = {}) const;
+    QStringList names(std::optional<Role> role) const;
     /// The first of these, for which it waits; a test failure, and null, when there is none in time.
     QQuickItem* find(Role role, const QString& name);
     bool shows(Role role, const QString& name) const { return !all(role, name).isEmpty(); }

@@ -19,22 +19,6 @@ support.PATIENCE = 600  # seconds: chance decides how many attempts a break meet
 CANNOT_RUN = 77
 
 
-class Remote(Platform):
-    """The platform at the other end."""
-
-    def start(self):
-        self.origin = f"http://{ADDRESS}:8080"
-        self.address = self.origin + "/api"
-
-        def answers():
-            try:
-                return self.state()
-            except OSError:
-                return None
-
-        wait_until(answers, "the platform at the other end")
-
-
 class Case:
     def __init__(self, line, part, parts, rules=(), comes_down=True):
         self.line, self.part, self.parts, self.rules, self.comes_down = line, part, parts, rules, comes_down
@@ -60,9 +44,10 @@ def inside(name, folder):
     case = CASES[name]
     workspace = Workspace()
     workspace.path = folder
-    platform = Remote(workspace)
-    platform.start()
-    client = Client(workspace, platform.address).sign_in()
+    platform = Platform(workspace)
+    platform.origin = f"http://{ADDRESS}:8080"
+    client = Client(workspace, platform.origin + "/api")
+    wait_until(lambda: client.enter().code == DONE, "the platform at the other end")
     platform.break_with(*case.rules)
     file = workspace.make_file("Reel.mov", case.part * case.parts)
     (folder / "down").mkdir()

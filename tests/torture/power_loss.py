@@ -15,14 +15,13 @@ import struct
 import subprocess
 import sys
 
-import support
-from injection import chosen, injected, read_counts
-from support import DONE, ORG, Client, digest, expect, signed_in
+import injection
+from injection import DOWNLOAD, ROWS, chosen, read_counts, site
+from support import DONE, expect
 
 CLASSES = "write", "sync", "rename", "truncate", "unlink"
 EACH = int(os.environ.get("PALVERA_LOSSES_EACH", "1"))
-PART, SIZE = 100_000, 1_650_001
-CHUNK, DOWNLOAD = 33_554_432, 70_000_000
+CHUNK = 33_554_432
 KINDS = {"ordered": ([], "data=ordered"), "writeback": ([], "data=writeback"), "plain": (["-O", "^has_journal"], "")}
 CHOSEN = os.environ.get("PALVERA_FILE_SYSTEMS", "ordered").split()
 CANNOT_RUN = 77
@@ -63,13 +62,8 @@ class Disk:
         self.__enter__()
 
 
-class Upload:
-    words = "upload"
-
-    def __init__(self, workspace, platform, client, number):
-        self.platform, self.client, self.row = platform, client, f"long-tide-row-{number}"
-        self.file = workspace.make_file(f"{self.row}.mov", SIZE, seed=number)
-        self.words = "upload", ORG, "long-tide", self.row, self.file, "--retry", "off"
+class Upload(injection.Upload):
+    size = 1_650_001
 
     def look(self):
         """What the journal names is in storage. Gives how often it was stored, by parts."""
@@ -79,24 +73,12 @@ class Upload:
         assert not missing, f"the journal names parts {missing}, which are not stored"
         return {part: stored[part]["times"] for part in (journal or {"done": []})["done"]}
 
-    def check(self, result, recorded):
-        if self.client.journal(self.row):  # its removal was lost, so that it is listed: going on finds all done
-            expect(DONE, self.client.run("resume", self.row))
-        filed = support.expect_filed(self.platform, self.client, self.row, self.file)
+    def check_what_was_kept(self, filed, recorded):
         again = [part for part, times in recorded.items() if filed["parts"][part]["times"] != times]
         assert not again, f"parts {again} were recorded and are stored again"
-        self.file.unlink()
 
 
-class Download:
-    def __init__(self, workspace, platform, client, number):
-        self.film, self.client = workspace.path / "Film.mov", client
-        self.folder = client.home / "Films"
-        self.folder.mkdir()
-        (self.folder / "Film.mov").write_bytes(b"precious")
-        self.file, self.record = self.folder / "Film 2.mov", self.folder / "Film 2.mov.pvpart"
-        self.words = "download-bin", ORG, "Film.mov", "--to", self.folder
-
+class Download(injection.Download):
     def look(self):
         """What the record names is on the disk. Gives the bytes that are."""
         try:
@@ -113,77 +95,57 @@ class Download:
                 assert film.read(CHUNK) == file.read(CHUNK), f"chunk {chunk} is recorded and not there"
         return sum(min(CHUNK, DOWNLOAD - chunk * CHUNK) for chunk in done)
 
-    def check(self, result, recorded):
-        if self.record.exists():  # its removal was lost: going on finds all done
-            result = expect(DONE, self.client.run(*self.words))
-        # What a loss leaves of a record's next version goes a day later.
-        names = sorted(path.name for path in self.folder.iterdir() if not path.name.startswith(".palvera-"))
-        assert names == ["Film 2.mov", "Film.mov"], f"there is {names}\n{result}"
-        assert (self.folder / "Film.mov").read_bytes() == b"precious", result
-        assert digest(self.file) == digest(self.film), f"it is not whole\n{result}"
+    def check_what_was_kept(self, *unused):
+        pass
 
 
-class Losses:
-    def __init__(self, kind, task):
-        self.kind, self.task, self.tally, self.wrong = kind, task, collections.Counter(), []
-
-    def run(self):
-        with signed_in("--part-size", str(PART)) as (workspace, platform, client):
-            if self.task is Download:
-                film = workspace.make_file("Film.mov", DOWNLOAD)
-                expect(DONE, client.run("upload-bin", ORG, film))
-            with Disk(workspace, self.kind) as disk:
-                rows = iter(range(4, 400))
-                self.site = workspace, platform, client, disk
-                counted, _ = self.lose(next(rows), "")
-                for name in CLASSES:
-                    for number in chosen(counted[name], EACH):
-                        for when in ("before", "after"):
-                            fault = f"{name}:{number}:cut-{when}"
-                            try:
-                                _, outcome = self.lose(next(rows), fault)
-                                self.tally[outcome] += 1
-                            except (AssertionError, ValueError) as failure:
-                                self.wrong.append(f"{self.kind} {self.task.__name__} {fault}: {failure}")
-
-    def lose(self, number, fault):
-        """A transfer whose power goes there, and the next run. How often each class was called, and what there was."""
-        workspace, platform, signed_in_client, disk = self.site
-        for old in disk.path.iterdir():
-            if old.name != "lost+found":
-                shutil.rmtree(old)
-        home = disk.path / f"home {number}"
-        shutil.copytree(signed_in_client.home, home)
-        client = Client(workspace, platform.address, home)
-        transfer = self.task(workspace, platform, client, number)
-        os.sync()
-        counts = workspace.path / "counts"
-        with injected(client, counts, fault, disk.path):
-            result = client.run(*transfer.words)
-        was_lost = result.code == -9
-        assert was_lost or result.code == DONE, result
-        if was_lost:
-            disk.come_back()
-        recorded = transfer.look()
-        if was_lost:
-            result = expect(DONE, client.run(*transfer.words))
-        disk.cut()
+def lose(there, disk, task, number, fault=""):
+    """A transfer whose power goes there, and the next run. How often each class was called, and what there was."""
+    for old in disk.path.iterdir():
+        if old.name != "lost+found":
+            shutil.rmtree(old)
+    transfer = task(there, disk.path / f"home {number}", number)
+    os.sync()
+    counts = there[0].path / "counts"
+    result = transfer.go(counts, fault, disk.path)
+    was_lost = result.code == -9
+    assert was_lost or result.code == DONE, result
+    if was_lost:
         disk.come_back()
-        transfer.check(result, recorded)
-        return read_counts(counts), "lost with a record" if recorded else "lost" if was_lost else "not met"
+    recorded = transfer.look()
+    if was_lost:
+        result = expect(DONE, transfer.again())
+    disk.cut()
+    disk.come_back()
+    if transfer.has_record():  # its removal was lost: going on from it finds all done
+        result = expect(DONE, transfer.go_on())
+    transfer.check_what_was_kept(transfer.check(result), recorded)
+    return read_counts(counts), "lost with a record" if recorded else "lost" if was_lost else "not met"
+
+
+def losses(kind, task, wrong):
+    """How often each end came, and into `wrong` what was."""
+    tally = collections.Counter()
+    with site() as there, Disk(there[0], kind) as disk:
+        rows = iter(ROWS)
+        counted, _ = lose(there, disk, task, next(rows))
+        for name in CLASSES:
+            for number in chosen(counted[name], EACH):
+                for fault in (f"{name}:{number}:cut-before", f"{name}:{number}:cut-after"):
+                    try:
+                        tally[lose(there, disk, task, next(rows), fault)[1]] += 1
+                    except (AssertionError, ValueError) as failure:
+                        wrong.append(f"{kind} {task.__name__} {fault}: {failure}")
+    return tally
 
 
 def main():
-    tally, wrong = collections.Counter(), []
+    wrong = []
     for kind in CHOSEN:
         for task in (Upload, Download):
-            losses = Losses(kind, task)
-            losses.run()
-            print(f"{kind:9} {task.__name__:8} " + ", ".join(f"{count} {how}" for how, count in losses.tally.items()))
-            tally += losses.tally
-            wrong += losses.wrong
-    print("\n".join(wrong + [", ".join(f"{count} {how}" for how, count in tally.items())]), flush=True)
-    sys.exit(bool(wrong))
+            tally = losses(kind, task, wrong)
+            print(f"{kind:9} {task.__name__:8} " + ", ".join(f"{count} {how}" for how, count in tally.items()))
+    sys.exit("\n".join(wrong) or None)
 
 
 main()

@@ -7,8 +7,6 @@
 
 #include <boost/asio/use_future.hpp>
 
-#include <future>
-
 namespace palvera {
 namespace {
 

@@ -1,15 +1,7 @@
-#include "transfer/Journal.h"
-#include "TargetPrinting.h"
-#include "transfer/JournalStore.h"
-#include "transfer/ResumeRules.h"
+#include "UploadHarness.h"
 
 #include "files/FileError.h"
-#include "service/JsonReader.h"
-#include "support/Files.h"
 #include "support/Json.h"
-#include "support/QtPrinting.h"
-
-#include <QTemporaryDir>
 
 namespace palvera {
 namespace {
@@ -131,8 +123,10 @@ struct JournalStoreTest : testing::Test {
 TEST_F(JournalStoreTest, keepsOneFileAJournalAndNothingElseBesideIt)
 {
     store.saveJournal(further);
-    EXPECT_THAT(files(), testing::ElementsAre("row-1.json"));
+    EXPECT_THAT(files(), ElementsAre("row-1.json"));
     EXPECT_EQ(store.loadJournal("row-1"), further);
+    const QFile file(store.journalFolder() + "/row-1.json");
+    EXPECT_EQ(file.permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     store.removeJournal("row-1");
     EXPECT_EQ(store.loadJournal("row-1"), std::nullopt);
 }
@@ -181,16 +175,6 @@ TEST_F(JournalStoreTest, aJournalThatIsSetAsideLivesOnUnderAnotherKey)
     const auto second = store.loadJournal("row-1~3").value();
     EXPECT_EQ(second.uploadId, "two");
     EXPECT_EQ(second.destination(), (TransferTarget::Deliverable{sample().orgId, sample().projectId, "row-1"}));
-}
-
-TEST(FileStampTest, isSizeAndWholeSecondsOfTheLastChange)
-{
-    QTemporaryDir folder;
-    QFile file(folder.filePath("film.mov"));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.resize(73'400'320));
-    ASSERT_TRUE(file.setFileTime(QDateTime::fromMSecsSinceEpoch(1'731'772'800'750), QFileDevice::FileModificationTime));
-    EXPECT_EQ(fileStamp(file.fileName()), "73400320-1731772800");
-    EXPECT_EQ(fileStamp(folder.filePath("nothing")), "0-0");
 }
 
 } // namespace

@@ -8,6 +8,8 @@ namespace palvera {
 namespace {
 
 const SourceIdentity film{.handle = "film", .size = 100, .changed = 7'000'000'123};
+const SourceIdentity sameSecond{.handle = "film", .size = 100, .changed = 7'000'000'456};
+const SourceIdentity anotherFile{.handle = "stem", .size = 100, .changed = 7'000'000'123};
 const TransferTarget row = TransferTarget::Deliverable{"o", "p", "d"};
 const UploadSubject subject{.path = "/f/a.mov", .identity = film, .target = row, .service = "https://one/api"};
 
@@ -26,9 +28,7 @@ Journal journalOf(const QString& path, const SourceIdentity& identity)
 
 TEST(ResumeRulesTest, aJournalFitsTheSameUnchangedFileOnItsWayToTheSamePlace)
 {
-    const SourceIdentity sameSecond{.handle = "film", .size = 100, .changed = 7'000'000'456};
     const SourceIdentity longer{.handle = "film", .size = 101, .changed = 7'000'000'123};
-    const SourceIdentity anotherFile{.handle = "stem", .size = 100, .changed = 7'000'000'123};
     const SourceIdentity nameless{.handle = {}, .size = 100, .changed = 7'000'000'123};
     const auto before = [](const QString& path, const QString& stamp) { // of a version without bookmarks and services
         auto journal = journalOf(path, film);
@@ -66,19 +66,11 @@ TEST(ResumeRulesTest, aJournalFitsTheSameUnchangedFileOnItsWayToTheSamePlace)
 
 TEST(ResumeRulesTest, twoRunsAreTheSameUploadOnlyWithTheSameFilePlaceAndPlatform)
 {
-    auto with = [](auto change) {
-        auto other = subject;
-        change(other);
-        return other;
-    };
-    EXPECT_TRUE(isSameUpload(subject, with([](auto& other) { other.path = "/link/a.mov"; })));
-    EXPECT_FALSE(isSameUpload(subject, with([](auto& other) { other.identity.changed += 1; })));
-    EXPECT_FALSE(isSameUpload(subject, with([](auto& other) { other.target = TransferTarget::Bin{"o", {}}; })));
-    EXPECT_FALSE(isSameUpload(subject, with([](auto& other) { other.service = "https://two/api"; })));
-    EXPECT_FALSE(isSameUpload(subject, with([](auto& other) {
-                                  other.path = "/f/b.mov";
-                                  other.identity.handle = "stem";
-                              })));
+    EXPECT_TRUE(isSameUpload(subject, {"/link/a.mov", film, row, "https://one/api"}));
+    EXPECT_FALSE(isSameUpload(subject, {"/f/a.mov", sameSecond, row, "https://one/api"}));
+    EXPECT_FALSE(isSameUpload(subject, {"/f/a.mov", film, TransferTarget::Bin{"o", {}}, "https://one/api"}));
+    EXPECT_FALSE(isSameUpload(subject, {"/f/a.mov", film, row, "https://two/api"}));
+    EXPECT_FALSE(isSameUpload(subject, {"/f/b.mov", anotherFile, row, "https://one/api"}));
 }
 
 TEST(ResumeRulesTest, aNoteSaysWhatIsUnderWay)

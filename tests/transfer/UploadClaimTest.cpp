@@ -82,8 +82,7 @@ TEST(UploadClaimTest, anotherFileForTheSamePlaceStartsAfreshAndTheFirstIsKeptAnd
     delivery.fail(Operation::complete, status(503));
     Life second(delivery);
     EXPECT_EQ(second.send(), "The platform is having trouble.");
-    EXPECT_THAT(second.remarks, ElementsAre("The upload of “Der Föhn 100% (v2).mov” that was cut "
-                                            "off here is kept."));
+    EXPECT_THAT(second.remarks, ElementsAre("The upload of “Der Föhn 100% (v2).mov” that was cut off here is kept."));
     EXPECT_EQ(second.count(Operation::start), 1u);
     EXPECT_EQ(delivery.journals.loadJournal("salt-row-1~2").value().uploadId, aside.uploadId);
 

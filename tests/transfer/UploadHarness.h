@@ -1,6 +1,5 @@
 #pragma once
 
-#include "TargetPrinting.h"
 #include "transfer/Uploader.h"
 
 #include "async/TaskGroup.h"
@@ -21,10 +20,17 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::StartsWith;
 using Kind = local::Fault::Kind;
 using Operation = local::Operation;
 
 constexpr qint64 partSize = 100'000;
+
+/// GoogleTest would show bytes of memory, and ctest would name cases by them.
+inline void PrintTo(const TransferTarget& target, std::ostream* out)
+{
+    *out << (target.asBin() ? "bin" : "deliverable");
+}
 
 inline const TransferTarget::Deliverable pictureMaster{"org-northlight", "salt", "salt-row-1"};
 inline const TransferTarget::Bin binFolder{"org-northlight", "Masters/Reel 1/"};
@@ -134,14 +140,13 @@ public:
         world.kill();
     }
 
-    Task<void> sending(TransferTarget target = pictureMaster, bool confirmed = false)
+    Task<void> sending(TransferTarget target = pictureMaster)
     {
         QString key = target.asBin() ? QStringLiteral("bin-1") : target.asDeliverable()->deliverableId;
         auto outcome = co_await outcomeOf(
             m_uploader.upload({.target = target,
                                .file = delivery.path(),
                                .key = key,
-                               .confirmed = confirmed,
                                .flag = flag,
                                .onProgress = [this](const UploadProgress& now) { progress.push_back(now); },
                                .onRemark = [this](const QString& text) { remarks.push_back(text); }}));
@@ -149,9 +154,9 @@ public:
         ended = !failure ? "" : isCancellation(failure) ? "cancelled" : describe(failure).toStdString();
     }
     /// Sends the file and says how that ended.
-    std::string send(TransferTarget target = pictureMaster, bool confirmed = false)
+    std::string send(TransferTarget target = pictureMaster)
     {
-        world.start(sending(std::move(target), confirmed));
+        world.start(sending(std::move(target)));
         return end();
     }
     /// Sends the file until that many parts have begun.
@@ -167,9 +172,9 @@ public:
         return *std::exchange(ended, std::nullopt);
     }
     /// Sends the file, which must arrive.
-    void deliver(const TransferTarget& target = pictureMaster, bool confirmed = false)
+    void deliver(const TransferTarget& target = pictureMaster)
     {
-        EXPECT_EQ(send(target, confirmed), "");
+        EXPECT_EQ(send(target), "");
         expectDelivered(delivery, !target.asBin());
     }
 

@@ -1,5 +1,7 @@
 #include "UploadHarness.h"
 
+#include "support/Json.h"
+
 namespace palvera {
 namespace {
 
@@ -30,12 +32,19 @@ TEST(UploaderTest, aDeliverablesUploadIsReportedEveryTwoSecondsAndFiledABinsIsNe
         life.network.conditions.bytesPerSecond = 2e4; // five seconds a part
         life.deliver(target);
         auto reports = life.network.seen(Operation::progress);
+        std::string rates;
+        for (const auto& progress : life.progress)
+            rates += progress.bytesPerSecond ? 'r' : '-';
+        EXPECT_THAT(rates, StartsWith("---rrrrrrrr--rrrrrrr"));
+        EXPECT_NEAR(life.progress[18].bytesPerSecond.value(), 8 * 2e4, 2e4);
         ASSERT_EQ(reports.size(), target.asBin() ? 0u : 2u);
         EXPECT_EQ(life.count(Operation::asset), target.asBin() ? 0u : 1u);
         if (target.asBin())
             EXPECT_EQ(delivery.upload()["object"], "Masters/Reel 1/Der Föhn 100% (v2).mov");
         else
             EXPECT_EQ(reports[1].at - reports[0].at, 2200ms) << "two seconds after the answer";
+        if (!target.asBin())
+            EXPECT_EQ(jsonObject(reports[0].body)["bytesPerSecond"], life.progress[10].bytesPerSecond.value());
     }
 }
 
@@ -61,15 +70,13 @@ TEST(UploaderTest, aFileThatChangesWhileItIsSentIsNeverCompletedAndItsUploadGive
 {
     for (qint64 newSize : {150'000LL, 40 * partSize}) {
         Delivery delivery(40 * partSize);
-        delivery.fail(Operation::put, {.latency = 500ms}, 7,
-                      1); // the first lane takes the ninth part well before
+        delivery.fail(Operation::put, {.latency = 500ms}, 7, 1); // the first lane takes the ninth part well before
         {
             Life life(delivery);
             life.begin(8);
             life.world.settle();
             delivery.write(newSize, 9);
-            EXPECT_EQ(life.end(), "The file changed while it was being sent, so it "
-                                  "was not delivered. Send it again.");
+            EXPECT_EQ(life.end(), "The file changed while it was being sent, so it was not delivered. Send it again.");
             EXPECT_EQ(life.count(Operation::put), 8u) << "no lane goes on with another part";
             EXPECT_EQ(life.count(Operation::complete), 0u);
             EXPECT_EQ(delivery.upload()["phase"], "aborted");
@@ -130,19 +137,6 @@ TEST(UploaderTest, aStopDuringABackOffOrACompletionIsNotWaitedOut)
         EXPECT_EQ(life.end(), "cancelled");
         EXPECT_EQ(life.world.clock.elapsed(), 20s);
     }
-}
-
-TEST(UploaderTest, theQuestionOfThePlatformComesThroughAndCanBeAnswered)
-{
-    Delivery delivery;
-    delivery.fail(Operation::start,
-                  {.kind = Kind::status, .status = 409, .error = "delivery_doubt", .message = "Check the length."});
-    Life life(delivery);
-    EXPECT_EQ(life.send(), "Check the length.");
-    life.deliver(pictureMaster, true);
-    auto starts = life.network.seen(Operation::start);
-    EXPECT_FALSE(starts[0].body.contains("confirmed"));
-    EXPECT_TRUE(starts[1].body.contains("\"confirmed\":true"));
 }
 
 } // namespace
