@@ -1,6 +1,7 @@
 """The folder graph, as the CMakeLists.txt files under src/ have it."""
 import pathlib
 import re
+import sys
 
 top = pathlib.Path(__file__).resolve().parent.parent
 source = top / "src"
@@ -19,9 +20,11 @@ def modules():
     return folders, uses
 
 
-def closure(name, uses):
-    """All that a module uses, directly or through what it uses."""
+def closure(name, uses, way=()):
+    """All that a module uses, directly or through what it uses. Ends the program where that leads back to itself."""
+    if name in way:
+        sys.exit(f"the folders use each other in a circle: {' > '.join([*way, name])}")
     reached = set()
     for used in uses.get(name, ()):
-        reached |= {used} | closure(used, uses)
+        reached |= {used} | closure(used, uses, (*way, name))
     return reached
