@@ -23,7 +23,7 @@ Task<std::optional<QUuid>> beginFiling(Transfers& transfers, DeliverableUpload u
 Task<std::optional<QUuid>> beginAdding(Transfers& transfers, BinUploads upload)
 {
     auto begun = co_await transfers.addBinUploads(std::move(upload));
-    co_return begun.isEmpty() ? std::nullopt : std::optional(begun.first());
+    co_return begun.items.isEmpty() ? std::nullopt : std::optional(begun.items.first());
 }
 
 std::unique_ptr<Errand> filing(const UploadFile& command, const JournalStore& journals)

@@ -3,15 +3,13 @@
 #include "files/AtomicFile.h"
 #include "files/DestinationFile.h"
 #include "files/FileError.h"
+#include "files/VisibleText.h"
 #include "transfer/DownloadRules.h"
 #include "transfer/Partial.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <algorithm>
-#include <array>
 
 namespace palvera {
 
@@ -60,32 +58,6 @@ bool isTaken(const QString& path)
     return there.exists() || there.isSymLink();
 }
 
-/// Whether nobody sees it, or it turns what is beside it round. The two joiners stay: names in Persian and emoji need
-/// them.
-bool isInvisible(char32_t c)
-{
-    static constexpr std::array<char32_t, 2> joiners{0x200C, 0x200D};
-    static constexpr std::array<char32_t, 4> blankLetters{0x115F, 0x1160, 0x3164, 0xFFA0};
-    auto isOneOf = [c](const auto& list) { return std::ranges::find(list, c) != list.end(); };
-    switch (QChar::category(c)) {
-    case QChar::Other_Control:
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return true;
-    case QChar::Other_Format:
-        return !isOneOf(joiners);
-    default:
-        return isOneOf(blankLetters);
-    }
-}
-
-QString visible(const QString& text)
-{
-    auto letters = text.toUcs4();
-    letters.removeIf(isInvisible);
-    return QString::fromUcs4(reinterpret_cast<const char32_t*>(letters.constData()), letters.size());
-}
-
 /// Without the extension by which a record is known, also where case does not count.
 QString withoutRecordExtension(const QString& name)
 {
@@ -109,7 +81,7 @@ QString withoutDot(const QString& name)
 
 QString safeFileName(const QString& name)
 {
-    auto last = visible(name.mid(name.lastIndexOf(u'/') + 1)).normalized(QString::NormalizationForm_C);
+    auto last = visibleText(name.mid(name.lastIndexOf(u'/') + 1)).normalized(QString::NormalizationForm_C);
     for (QString before; before != last;) {
         before = last;
         last = shortened(withoutRecordExtension(withoutDot(last.trimmed())));

@@ -27,6 +27,14 @@ struct BinUploads {
     std::optional<QString> folder = {}; ///< nothing is the bin's top level
 };
 
+/// What became of files for the bin.
+struct BinUploadsBegun {
+    QList<QUuid> items;     ///< of those that were taken, in their order
+    QStringList folders;    ///< names of folders, which are left out
+    QStringList onTheirWay; ///< names of files that go there already
+    QStringList objections; ///< why others are left out, for the user
+};
+
 /// A stored file to bring down.
 struct Download {
     StoredObject object;

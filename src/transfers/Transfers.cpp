@@ -3,12 +3,15 @@
 #include "async/RunOn.h"
 #include "desktop/SleepInhibitor.h"
 #include "transfer/DownloadPlace.h"
+#include "transfer/UploadFailures.h"
 #include "transfers/DownloadTask.h"
 #include "transfers/UploadTask.h"
 
 #include <QFileInfo>
 
+#include <boost/asio/post.hpp>
 #include <boost/asio/strand.hpp>
+#include <boost/asio/use_awaitable.hpp>
 
 namespace palvera {
 
@@ -22,7 +25,8 @@ Transfers::Transfers(Environment environment, Settings settings, QObject* parent
       m_settings(settings),
       m_places(asio::make_strand(m_environment.background)),
       m_reading(asio::make_strand(m_environment.background)),
-      m_tasks(m_environment.main)
+      m_tasks(m_environment.main),
+      m_binTurns(std::make_shared<Turns>(m_environment.main, settings.binUploads))
 {
     m_environment.sleep.onWake([this] { retryAtOnce(); });
     loadJournalsSoon();
@@ -83,26 +87,38 @@ QUuid Transfers::addUpload(DeliverableUpload upload)
                  {.file = upload.file, .confirmed = upload.confirmed, .deliverable = deliverable});
 }
 
-Task<QList<QUuid>> Transfers::addBinUploads(BinUploads uploads)
+Task<BinUploadsBegun> Transfers::addBinUploads(BinUploads uploads)
 {
+    BinUploadsBegun begun;
     QStringList files;
     co_await callOn(m_environment.background, [&] {
-        std::ranges::copy_if(uploads.files, std::back_inserter(files),
-                             [](const QString& file) { return !QFileInfo(file).isDir(); });
+        for (const auto& file : uploads.files) {
+            if (QFileInfo info(file); info.isDir())
+                begun.folders.append(info.fileName());
+            else if (auto objection = objectionToSource(file); !objection.isEmpty())
+                begun.objections.append(objection);
+            else
+                files.append(file);
+        }
     });
-    QList<QUuid> added;
+    constexpr qsizetype atOnce = 8; // then it is for others on the main thread: whoever shows items has work with each
     for (const auto& file : files) {
         auto key = binJournalKey(uploads.orgId, uploads.folder, file);
         bool isOnItsWay =
             std::ranges::any_of(items(), [&](const Item& item) { return item.journalKey == key && item.isInFlight(); });
-        if (!isOnItsWay)
-            added.append(begin({.target = TransferTarget::Bin{uploads.orgId, uploads.folder},
-                                .label = QStringLiteral("Assets"),
-                                .titleName = uploads.caption,
-                                .journalKey = key},
-                               {.file = file}));
+        if (isOnItsWay) {
+            begun.onTheirWay.append(QFileInfo(file).fileName());
+            continue;
+        }
+        if (begun.items.size() % atOnce == atOnce - 1)
+            co_await asio::post(m_environment.main, asio::use_awaitable);
+        begun.items.append(begin({.target = TransferTarget::Bin{uploads.orgId, uploads.folder},
+                                  .label = QStringLiteral("Assets"),
+                                  .titleName = uploads.caption,
+                                  .journalKey = key},
+                                 {.file = file}));
     }
-    co_return added;
+    co_return begun;
 }
 
 std::optional<QUuid> Transfers::resume(const Journal& journal)

@@ -3,6 +3,7 @@
 #include "async/Clock.h"
 #include "async/Event.h"
 #include "async/TaskScope.h"
+#include "async/Turns.h"
 #include "transfer/Downloader.h"
 #include "transfer/Journal.h"
 #include "transfer/Uploader.h"
@@ -44,6 +45,7 @@ public:
     };
     struct Settings {
         int retries = mostRetries; ///< of a failed upload; 0 makes one attempt only
+        int binUploads = 3;        ///< into bins, at once; each has up to eight connections
     };
 
     explicit Transfers(Environment environment);
@@ -73,9 +75,10 @@ public:
 
     /// Begins an upload and gives its item's id.
     QUuid addUpload(DeliverableUpload upload);
-    /// Begins uploads and gives the ids of their items. Leaves out folders and what is on its way there already. Looks
-    /// at each file in the background, which a cancellation does not cut short.
-    Task<QList<QUuid>> addBinUploads(BinUploads uploads);
+    /// Lists uploads, in their order, and begins a few; of an organisation's bin so many run at once as `binUploads` of
+    /// the settings says, and the others wait. Leaves out folders, what cannot be sent and what is on its way there
+    /// already, and says so. Looks at each file in the background, which a cancellation does not cut short.
+    Task<BinUploadsBegun> addBinUploads(BinUploads uploads);
 
     /// Reads the folder of journals, in the background. The model does so by itself when it is made and whenever an
     /// upload ends; await this to have the list at a certain moment.
@@ -179,9 +182,10 @@ private:
 
     const Environment m_environment;
     const Settings m_settings;
-    const Executor m_places;  // a strand: a place is not claimed while another is given back
-    const Executor m_reading; // a strand: the latest reading comes last
-    TaskScope m_tasks;        // the transfers, and readings of the journals
+    const Executor m_places;                 // a strand: a place is not claimed while another is given back
+    const Executor m_reading;                // a strand: the latest reading comes last
+    TaskScope m_tasks;                       // the transfers, and readings of the journals
+    const std::shared_ptr<Turns> m_binTurns; // shared with the uploads, which may outlive the model
     ItemList m_items;
     QHash<QUuid, Live> m_live;
     QHash<QUuid, std::shared_ptr<Event>> m_waits; // set to end a wait for a retry

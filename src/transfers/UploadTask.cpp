@@ -35,7 +35,8 @@ UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSour
       m_target(item.target),
       m_key(item.journalKey.value_or(QString())),
       m_source(std::move(source)),
-      m_flag(std::move(flag))
+      m_flag(std::move(flag)),
+      m_turns(m_target.asBin() ? model.m_binTurns : nullptr)
 {}
 
 Task<void> UploadTask::run(UploadTask task)
@@ -45,6 +46,8 @@ Task<void> UploadTask::run(UploadTask task)
 
 Task<void> UploadTask::perform()
 {
+    if (m_turns && !m_turns->areFree())
+        m_model->setState(m_id, Item::Waiting{});
     co_await letPredecessorEnd();
     co_await findFile();
     for (int failed = 0;; ++failed) {
@@ -94,8 +97,23 @@ Task<void> UploadTask::findFile()
         });
 }
 
+Task<Turns::Turn> UploadTask::takeTurn()
+{
+    if (!m_turns)
+        co_return Turns::Turn();
+    if (!m_turns->areFree())
+        m_model->setState(m_id, Item::Waiting{});
+    auto first = co_await firstOf(m_turns->take(), untilStopped(m_flag));
+    auto* taken = std::get_if<0>(&first);
+    if (m_flag->isStopped() || !taken || !taken->value || !m_model)
+        throwCancelled();
+    m_model->setState(m_id, Item::Running{});
+    co_return std::move(*taken->value);
+}
+
 Task<void> UploadTask::attempt()
 {
+    const auto turn = co_await takeTurn();
     UploadRequest request{.target = m_target,
                           .file = m_source.file,
                           .bookmark = m_source.bookmark,

@@ -20,6 +20,9 @@ private:
     /// Bookmarks the file, and shows it under the name that it has by now where it is bookmarked already.
     Task<void> findFile();
     Task<void> attempt();
+    /// Ends when it may send, or throws a cancellation once it is stopped. Only uploads into a bin take turns; the
+    /// others get none and go on.
+    Task<Turns::Turn> takeTurn();
     /// Ends when the time for the next attempt has come, the machine woke, a network returned or the upload was
     /// stopped.
     Task<void> waitForRetry(std::chrono::seconds delay, std::exception_ptr failure);
@@ -41,6 +44,7 @@ private:
     const QString m_key;
     Transfers::UploadSource m_source;
     const std::shared_ptr<CancelFlag> m_flag;
+    const std::shared_ptr<Turns> m_turns;
 };
 
 } // namespace palvera

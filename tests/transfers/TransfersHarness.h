@@ -122,7 +122,7 @@ struct TransfersTest : ServiceTest {
 
     QString file(const QString& name)
     {
-        writeFile(disk.filePath(name), {});
+        writeFile(disk.filePath(name), "film");
         return disk.filePath(name);
     }
     QUuid addUpload(const QString& row = "row-1", const QString& label = "Picture")
@@ -132,7 +132,7 @@ struct TransfersTest : ServiceTest {
                                  .projectId = "salt",
                                  .deliverable = {.id = row, .label = label}});
     }
-    QList<QUuid> addBinUploads(BinUploads asked) { return world.run(model->addBinUploads(std::move(asked))); }
+    QList<QUuid> addBinUploads(BinUploads asked) { return world.run(model->addBinUploads(std::move(asked))).items; }
     Journal journal(const QString& key = "row-1")
     {
         Journal saved{.key = key,

@@ -217,18 +217,51 @@ TEST_F(UploadsTest, theBinTakesFilesNotFoldersAndNoneTwice)
 {
     QDir(disk.path()).mkdir("folder");
     QStringList files{file("a.mov"), disk.filePath("folder"), file("b.mov"), file("a.mov"), disk.filePath("missing")};
-    auto ids = addBinUploads({.files = files, .orgId = "org", .caption = "Masters", .folder = "Reel/"});
-    ASSERT_EQ(ids.size(), 3);
+    auto begun =
+        world.run(model->addBinUploads({.files = files, .orgId = "org", .caption = "Masters", .folder = "Reel/"}));
+    const auto& ids = begun.items;
+    ASSERT_EQ(ids.size(), 2);
+    EXPECT_EQ(begun.folders, QStringList("folder"));
+    EXPECT_EQ(begun.onTheirWay, QStringList("a.mov"));
+    EXPECT_EQ(begun.objections, QStringList("“missing” is no longer in " + disk.path() + "."));
     EXPECT_EQ(model->find(ids[0])->label, "Assets");
     EXPECT_EQ(model->find(ids[0])->titleName, "Masters");
     EXPECT_EQ(model->find(ids[0])->journalKey, binJournalKey("org", "Reel/", files[0]));
-    EXPECT_EQ(model->find(ids[2])->name, "missing") << "the engine says what is wrong with it";
     EXPECT_EQ(addBinUploads({.files = {files[0]}, .orgId = "org"}).size(), 1) << "to another folder";
     EXPECT_EQ(addBinUploads({.files = {files[0]}, .orgId = "org-2", .folder = "Reel/"}).size(), 1);
-    EXPECT_EQ(model->binUploads("org").size(), 4u);
+    EXPECT_EQ(model->binUploads("org").size(), 3u);
     EXPECT_EQ(model->binUploads("org-2").size(), 1u);
     model->stop(ids[0]);
     EXPECT_EQ(addBinUploads({.files = {files[0]}, .orgId = "org", .folder = "Reel/"}).size(), 1);
+}
+
+TEST_F(UploadsTest, aFewGoIntoTheBinAtATimeInTheOrderInWhichTheyCame)
+{
+    QStringList files;
+    for (int i = 0; i < 6; ++i)
+        files.append(file(QString("%1.mov").arg(i)));
+    uploads.ends = {platformSays(500), nullptr};
+    auto ids = addBinUploads({.files = files, .orgId = "org"});
+    auto states = [&] {
+        std::string all;
+        for (const auto& id : ids)
+            all += nameOf(model->find(id)->state).toStdString() + " ";
+        return all;
+    };
+    world.settle();
+    EXPECT_EQ(states(), "running running running waiting waiting waiting ");
+    EXPECT_EQ(uploads.requests.size(), 3u);
+    model->stop(ids[3]); // whose turn has not come
+    addUpload();         // a deliverable's does not wait for the bin's
+    EXPECT_EQ(uploads.requests.size(), 3u);
+    runUntilState(ids[1], "done");
+    world.settle();
+    EXPECT_EQ(states(), "retrying done running stopped running running ")
+        << "one that waits for a retry lets others go";
+    ASSERT_EQ(uploads.requests.size(), 6u);
+    model->stop(ids[2]);
+    world.runUntil([&] { return uploads.requests.size() == 7; });
+    EXPECT_EQ(uploads.requests.back().file, files[0]) << "its turn again";
 }
 
 TEST_F(UploadsTest, whatMovesAndWhatIsOverAreToldApart)
