@@ -13,7 +13,8 @@ set(palveraLevel_session 4)
 set(palveraLevel_transfer 4)
 set(palveraLevel_transfers 5)
 set(palveraLevel_screens 6)
-set(palveraLevel_deliverables 7) # the rooms of screens/
+set(palveraLevel_assets 7) # the rooms of screens/
+set(palveraLevel_deliverables 7)
 set(palveraLevel_panel 7)
 set(palveraLevel_signin 7) # a room of app/
 set(palveraLevel_app 8)

@@ -22,6 +22,7 @@ Application::Application(Environment environment)
                       .doors = {.api = m_environment.api, .web = m_environment.web, .passkey = m_environment.passkey}},
            .background = m_environment.transfers.background,
            .transfers = m_transfers,
+           .preferences = m_environment.preferences,
            .isDoorAsked = m_environment.isDoorAsked,
            .version = m_environment.version,
            .build = m_environment.build})

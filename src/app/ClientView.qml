@@ -1,7 +1,7 @@
 import QtQuick
 import Palvera.App
 
-/// The client that is open: its projects, the deliverables of one, and one of these. A page that one comes back to is as
+/// The client that is open: its projects, the deliverables of one, and one of these; and its assets. A page that one comes back to is as
 /// one left it.
 FocusScope {
     id: root
@@ -28,5 +28,12 @@ FocusScope {
         file: "DeliverablePage.qml"
         model: root.model
         shown: root.model.page === RootModel.Deliverable
+    }
+
+    ClientPage {
+        anchors.fill: parent
+        file: "AssetsPage.qml"
+        model: root.model
+        shown: root.model.page === RootModel.Assets
     }
 }

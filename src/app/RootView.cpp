@@ -22,6 +22,13 @@ RootView::RootView(Environment environment, QObject* parent)
                      .api = m_environment.signIn.doors.api,
                      .transfers = m_environment.transfers,
                      .session = m_session}),
+      m_assets({.main = m_environment.signIn.main,
+                .background = m_environment.background,
+                .clock = m_environment.signIn.clock,
+                .api = m_environment.signIn.doors.api,
+                .transfers = m_environment.transfers,
+                .session = m_session,
+                .preferences = m_environment.preferences}),
       m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main)
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
@@ -86,11 +93,15 @@ void RootView::reloadOrgs()
 
 void RootView::openProject(int row)
 {
-    auto project = m_projects.projectAt(row);
-    if (!project || !m_session.org())
+    if (!m_session.org() || row < 0 || row >= m_projects.rowCount())
         return;
-    m_deliverables.open(*m_session.org(), *project);
-    goTo(Page::Deliverables);
+    if (auto project = m_projects.projectAt(row)) {
+        m_deliverables.open(*m_session.org(), *project);
+        goTo(Page::Deliverables);
+    } else {
+        m_assets.open(*m_session.org());
+        goTo(Page::Assets);
+    }
 }
 
 void RootView::openDeliverable(int row)
@@ -105,10 +116,10 @@ void RootView::back()
 {
     if (m_page == Page::Deliverable)
         goTo(Page::Deliverables);
-    else if (m_page == Page::Deliverables)
-        goTo(Page::Projects);
-    else
+    else if (m_page == Page::Projects)
         chooseAnotherClient();
+    else
+        goTo(Page::Projects);
 }
 
 void RootView::becomeActive()
@@ -118,8 +129,10 @@ void RootView::becomeActive()
 
 void RootView::goTo(Page page)
 {
-    if (page == Page::Projects)
+    if (page == Page::Projects) {
         m_deliverables.leave();
+        m_assets.leave();
+    }
     if (std::exchange(m_page, page) != page)
         Q_EMIT pageChanged();
 }
@@ -140,6 +153,7 @@ Task<void> RootView::close()
     co_await m_projects.close();
     co_await m_deliverables.close();
     co_await m_deliverable.close();
+    co_await m_assets.close();
     co_await m_transfers.close();
 }
 

@@ -3,6 +3,7 @@
 #include "app/OrgPickerView.h"
 #include "app/ProjectsView.h"
 #include "app/signin/LoginView.h"
+#include "screens/assets/AssetsView.h"
 #include "screens/deliverables/DeliverableView.h"
 #include "screens/deliverables/DeliverablesView.h"
 #include "screens/panel/TransfersView.h"
@@ -23,6 +24,7 @@ class RootView : public QObject {
     Q_PROPERTY(Page page READ page NOTIFY pageChanged)
     Q_PROPERTY(palvera::DeliverablesView* deliverables READ deliverables CONSTANT)
     Q_PROPERTY(palvera::DeliverableView* deliverable READ deliverable CONSTANT)
+    Q_PROPERTY(palvera::AssetsView* assets READ assets CONSTANT)
     Q_PROPERTY(palvera::TransfersView* transfers READ transfers CONSTANT)
     Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
     Q_PROPERTY(QString userName READ userName NOTIFY userChanged)
@@ -32,7 +34,7 @@ class RootView : public QObject {
 
 public:
     /// How far one has gone into the organisation that is open.
-    enum class Page { Projects, Deliverables, Deliverable };
+    enum class Page { Projects, Deliverables, Deliverable, Assets };
     Q_ENUM(Page)
 
     /// What it works with. Everything referred to outlives it.
@@ -40,6 +42,7 @@ public:
         LoginView::Environment signIn;
         Executor background; ///< threads for decoding and for looking at files
         Transfers& transfers;
+        Preferences& preferences;
         std::function<bool()> isDoorAsked; ///< whether the developers' way in is asked for, at this moment
         QString version = {};
         QString build = {};
@@ -56,6 +59,7 @@ public:
     Page page() const { return m_page; }
     DeliverablesView* deliverables() { return &m_deliverables; }
     DeliverableView* deliverable() { return &m_deliverable; }
+    AssetsView* assets() { return &m_assets; }
     TransfersView* transfers() { return &m_transfers; }
     /// The client, and how much of what moves has gone.
     QString windowTitle() const;
@@ -71,7 +75,7 @@ public:
     Q_INVOKABLE void signOut();
     /// Closes the organisation that is open: the picker comes back.
     Q_INVOKABLE void chooseAnotherClient();
-    /// Opens the project of that row of `projects`.
+    /// Opens the project of that row of `projects`, or the client's assets.
     Q_INVOKABLE void openProject(int row);
     /// Opens the deliverable of that row of `deliverables`.
     Q_INVOKABLE void openDeliverable(int row);
@@ -104,6 +108,7 @@ private:
     ProjectsView m_projects;
     DeliverablesView m_deliverables;
     DeliverableView m_deliverable;
+    AssetsView m_assets;
     TransfersView m_transfers;
     QString m_key;
     Page m_page = Page::Projects;

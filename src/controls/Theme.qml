@@ -61,6 +61,7 @@ QtObject {
 
     readonly property int controlHeight: 34
     readonly property int rowHeight: 60
+    readonly property int tableRowHeight: 48
     readonly property int barHeight: 50
     readonly property int focusWidth: 2
     readonly property int focusGap: 2

@@ -75,13 +75,14 @@ protected:
         if (!changed.isEmpty())
             Q_EMIT dataChanged(index(at), index(at), changed);
     }
-    /// Tells the views that these roles of a row changed by something outside of it.
-    void announce(int at, const QByteArrayList& names)
+    /// Tells the views that these roles of a row, or of all from one to another, changed by something outside of them.
+    void announce(int at, const QByteArrayList& names) { announce(at, at, names); }
+    void announce(int first, int last, const QByteArrayList& names)
     {
         QList<int> changed;
         for (const auto& name : names)
             changed.append(roleNames().key(name));
-        Q_EMIT dataChanged(index(at), index(at), changed);
+        Q_EMIT dataChanged(index(first), index(last), changed);
     }
     void insertRun(int first, const QList<Row>& rows)
     {

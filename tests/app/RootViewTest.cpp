@@ -24,6 +24,7 @@ struct RootViewTest : TransfersTest {
                               .doors = {.api = service, .web = web, .passkey = passkey}},
                    .background = world.executor(),
                    .transfers = *model,
+                   .preferences = preferences,
                    .isDoorAsked = [] { return false; }}};
 
     RootViewTest()

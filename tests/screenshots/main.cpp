@@ -1,5 +1,5 @@
-// Drives the desktop application through its screens, without a display, and keeps a picture of each.
-// Usage: palvera-screenshots FOLDER light|dark
+// Drives the desktop application through its screens, without a display, and
+// keeps a picture of each. Usage: palvera-screenshots FOLDER light|dark
 
 #include "controls/Fonts.h"
 #include "tests/app/Desktop.h"
@@ -32,6 +32,7 @@ public:
         waiting();
         signInScreens();
         pickers();
+        assets();
         deliverables();
         panel();
     }
@@ -114,6 +115,48 @@ private:
         screen.click(listItem, "Northlight Pictures");
         take("projects-none", "No projects");
     }
+    void assets()
+    {
+        begin();
+        openClients();
+        screen.click(listItem, "Northlight Pictures");
+        screen.click(listItem, "Assets");
+        screen.find(listItem, "Uploads");
+        take("assets");
+        screen.window().resize(720, 560);
+        take("assets-narrow");
+        screen.window().resize(1080, 720);
+        auto& view = *root().assets();
+        view.select(1);
+        view.selectTo(3);
+        fail(Operation::assets, {.kind = Fault::Kind::status, .status = 503});
+        view.loadMore();
+        screen.press(Qt::Key_End);
+        take("assets-more-failed");
+        enter("Find an asset", "nothing like it");
+        take("assets-nothing-matches", "Nothing matches");
+        screen.press(Qt::Key_Escape);
+        screen.click(listItem, "Uploads");
+        screen.press(Qt::Key_Return);
+        screen.find(listItem, "Rushes 2025");
+        QDir(disk.path()).mkdir("Stills");
+        view.drop({sparseFile("Salt_feature_UHD.mov", 2'000'000'000), sparseFile("Salt_trailer.mov", 900'000'000),
+                   sparseFile("Salt_teaser.mov", 80'000'000), sparseFile("Salt_loop.mov", 5'000'000'000),
+                   QUrl::fromLocalFile(disk.filePath("Stills"))});
+        letPass(3s);
+        goToMainWindow();
+        take("uploads");
+        screen.press(Qt::Key_Menu);
+        take("uploads-menu");
+        screen.press(Qt::Key_Escape);
+        screen.drag(screen.find(QAccessible::Heading, "Uploads"), {sparseFile("Late.mov", 10)});
+        take("uploads-drag");
+        for (const auto& item : transfers().inFlight())
+            transfers().stop(item.id);
+        fail(Operation::bin, {.kind = Fault::Kind::status, .status = 500});
+        view.load();
+        take("uploads-failed", "Could not load Assets");
+    }
     void deliverables()
     {
         begin();
@@ -186,7 +229,8 @@ private:
         fail(Operation::complete, {.kind = Fault::Kind::status,
                                    .status = 409,
                                    .error = "delivery_doubt",
-                                   .message = "This file is 30 MB. A stereo mix of this film would be about 900 MB."});
+                                   .message = "This file is 30 MB. A stereo mix of "
+                                              "this film would be about 900 MB."});
         deliver("Stereo mix", "Salt_stereo_v2.wav", 30'000'000);
         take("doubt", "Check this file before it goes");
     }

@@ -2,6 +2,7 @@
 
 #include "async/RunOn.h"
 #include "files/Quantities.h"
+#include "screens/LocalPath.h"
 #include "screens/TransferTexts.h"
 #include "screens/Wording.h"
 #include "session/Session.h"
@@ -11,7 +12,6 @@
 #include <boost/asio/strand.hpp>
 
 #include <QFileInfo>
-#include <QSysInfo>
 
 namespace palvera {
 
@@ -28,15 +28,6 @@ Inspection inspect(const QString& path)
 {
     QFileInfo info(path);
     return {.objection = objectionToSource(path), .isFolder = info.isDir(), .bytes = info.size()};
-}
-
-/// The path on this computer; empty when there is none.
-QString pathOf(QUrl file)
-{
-    // Some file managers name the computer.
-    if (file.host() == QSysInfo::machineHostName())
-        file.setHost({});
-    return file.isLocalFile() && file.host().isEmpty() ? file.toLocalFile() : QString();
 }
 
 } // namespace
@@ -161,7 +152,7 @@ bool DeliverableView::drop(const QList<QUrl>& files)
 
 void DeliverableView::sendFile(const QUrl& file)
 {
-    auto path = pathOf(file);
+    auto path = localPath(file);
     if (path.isEmpty())
         refuse(tr("That is not a file on this computer. Save it here first, then drop it."));
     else
@@ -213,8 +204,8 @@ void DeliverableView::pick(const QUrl& chosen)
         sendFile(chosen);
     } else if (asked == Asking::folder) {
         // The folder is kept even when the file has meanwhile been taken away again.
-        m_tasks.start(m_filed ? bringDownTo(pathOf(chosen), downloadOfFiled())
-                              : m_environment.session.setDownloadsFolder(pathOf(chosen)));
+        m_tasks.start(m_filed ? bringDownTo(localPath(chosen), downloadOfFiled())
+                              : m_environment.session.setDownloadsFolder(localPath(chosen)));
     }
 }
 

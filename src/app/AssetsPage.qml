@@ -1,0 +1,22 @@
+import QtQuick
+import Palvera.Assets
+import Palvera.Panel
+import Palvera.App
+
+/// The assets of the client that is open.
+AssetsView {
+    id: root
+
+    required property RootModel model
+
+    assets: model.assets
+    toolbarItems: [
+        TransfersButton {
+            transfers: root.model.transfers
+        },
+        AccountMenu {
+            model: root.model
+        }
+    ]
+    onLeaving: model.back()
+}

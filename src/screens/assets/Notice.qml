@@ -1,0 +1,52 @@
+import QtQuick
+import Palvera.Controls
+
+/// What was not done of what was asked for, until it is dismissed.
+Rectangle {
+    id: root
+
+    property alias text: words.text
+
+    signal dismissed()
+
+    color: Theme.warningSoft
+    implicitHeight: words.implicitHeight + 2 * Theme.spaceMedium
+    radius: Theme.radiusMedium
+    visible: text !== ""
+
+    SymbolIcon {
+        id: sign
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.spaceMedium
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.warning
+        height: Theme.symbolMedium
+        name: "exclamationmark.circle.fill"
+        width: height
+    }
+
+    Label {
+        id: words
+
+        Accessible.role: Accessible.AlertMessage
+        anchors.left: sign.right
+        anchors.leftMargin: Theme.spaceSmall
+        anchors.right: close.left
+        anchors.rightMargin: Theme.spaceSmall
+        anchors.verticalCenter: parent.verticalCenter
+        wrapMode: Text.Wrap
+    }
+
+    IconButton {
+        id: close
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.spaceTiny
+        anchors.verticalCenter: parent.verticalCenter
+        symbol: "xmark"
+        symbolSize: Theme.symbolSmall
+        text: qsTr("Dismiss")
+        onClicked: root.dismissed()
+    }
+}
