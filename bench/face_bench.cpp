@@ -2,18 +2,14 @@
 // above ten thousand rows, twenty transfers that move, and two hundred finished ones that are scrolled. Fails where a
 // goal is missed.
 
+#include "Frames.h"
+
 #include "controls/Fonts.h"
 #include "tests/app/Desktop.h"
 
-#include <QEventLoop>
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QTimer>
-
-#include <ctime>
-
-#include <algorithm>
-#include <iostream>
 
 namespace palvera {
 namespace {
@@ -21,18 +17,8 @@ namespace {
 using local::Fault;
 using local::Operation;
 
-double seconds(const timespec& time)
-{
-    return double(time.tv_sec) + double(time.tv_nsec) / 1e9;
-}
-
-/// Processor time of the calling thread.
-double threadTime()
-{
-    timespec now{};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
-    return seconds(now);
-}
+using bench::pass;
+using bench::report;
 
 class FaceBench {
 public:
@@ -74,34 +60,7 @@ public:
 
 private:
     Screen& screen() { return m_desktop.screen; }
-    /// Lets the program do what it does by itself. (Screen::waitUntil looks all the time, which costs what is
-    /// measured.)
-    static void pass(std::chrono::milliseconds time)
-    {
-        QEventLoop loop;
-        QTimer::singleShot(time, &loop, &QEventLoop::quit);
-        loop.exec();
-    }
-    /// Processor time of the main thread from `act` until the next picture is shown.
-    double untilShown(const std::function<void()>& act)
-    {
-        bool isShown = false;
-        auto connection = QObject::connect(&screen().window(), &QQuickWindow::frameSwapped, [&] { isShown = true; });
-        auto began = threadTime();
-        act();
-        while (!isShown)
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        auto took = threadTime() - began;
-        QObject::disconnect(connection);
-        return took;
-    }
-    static bool report(const char* what, std::vector<double> times, double goal)
-    {
-        std::ranges::sort(times);
-        std::cout << what << ": median " << times[times.size() / 2] * 1000 << " ms, worst " << times.back() * 1000
-                  << " ms of " << times.size() << "; goal " << goal * 1000 << " ms" << std::endl;
-        return times.back() <= goal;
-    }
+    double untilShown(const std::function<void()>& act) { return bench::untilShown(screen(), act); }
 
     /// Each key changes which rows are shown, all over the list.
     bool filter()
@@ -158,7 +117,7 @@ private:
     {
         timespec now{};
         clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
-        return seconds(now);
+        return bench::seconds(now);
     }
 
     /// Two hundred that have a graph each.

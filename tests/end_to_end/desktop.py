@@ -1,13 +1,16 @@
 #!/usr/bin/python3
 """The path that suppliers take every day, with the real programs, as somebody takes it who has a keyboard, a pointer
 and a program that reads the screen out: a file is dragged onto a deliverable, the program is killed in the middle,
-started again and told to resume; the file is filed, downloaded and replaced by one from the desktop's own dialog.
+started again and told to resume; the file is filed, downloaded and replaced by one from the desktop's own dialog. And
+two files that go into a folder of Uploads in the same way.
 """
 import support
 from desktop_programs import Desktop, Display, FileManager, install_portal
-from support import DONE, Client, Platform, Workspace, digest, expect, expect_filed, wait_until
+from support import DONE, ORG, Client, Platform, Workspace, digest, expect, expect_filed, wait_until
 
 ROW = "salt-row-1"
+DELIVERABLE = "Northlight Pictures", "Salt", "Picture master"
+FOLDER = "Northlight Pictures", "Assets", "Uploads", "Rushes 2025"
 PART = 1 << 20
 
 
@@ -26,7 +29,7 @@ def deliver(workspace, platform, file):
     with Desktop(workspace, platform.address) as desktop:
         desktop.sign_in(support.EMAIL, support.PASSWORD)
         assert desktop.start_again() == 0, "a second start does not hand over to the first"
-        desktop.open_row()
+        desktop.open(*DELIVERABLE)
         zone = desktop.middle_of(desktop.find("panel|grouping", "Drop a file here"))
         with FileManager(file) as files:
             result = files.drag_to(*zone)
@@ -51,7 +54,7 @@ def resume_and_replace(workspace, platform, file, chosen):
         wait_until(lambda: platform.is_filed(ROW, file) and not client.journal(ROW), "the file is filed")
         assert len(platform.uploads(ROW)) == 1, "it was not resumed but sent again"
         expect_filed(platform, client, ROW, file)
-        desktop.open_row()
+        desktop.open(*DELIVERABLE)
         desktop.find("heading", "Filed against this deliverable")
         desktop.activate(desktop.BUTTON, "Download")
         wait_until(lambda: (folder / file.name).exists() and len(list(folder.iterdir())) == 1
@@ -64,6 +67,45 @@ def resume_and_replace(workspace, platform, file, chosen):
         desktop.find("text|entry", "Work email")
         desktop.quit()
         assert desktop.errors.read_text() == "", desktop.errors.read_text()
+
+
+def two_masters_added_to_uploads_killed_resumed_and_downloaded():
+    with Workspace() as workspace:
+        files = [workspace.make_file(f"Reel {name}.mov", 30 * PART + 1, seed=name) for name in "AB"]
+        folder = workspace.path / "Downloads"
+        folder.mkdir()
+        with Display(), Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "700000") as platform:
+            def sent():
+                return {upload["filename"]: len(upload["parts"]) for upload in platform.state()["uploads"]}
+
+            with Desktop(workspace, platform.address) as desktop:
+                desktop.sign_in(support.EMAIL, support.PASSWORD)
+                desktop.open(*FOLDER)
+                with FileManager(*files) as manager:
+                    result = manager.drag_to(*desktop.middle_of(desktop.find("list item", "Day 5.mov")))
+                    assert result == "copied", f"the drop was {result}"
+                    wait_until(lambda: all(sent().get(file.name, 0) > 5 for file in files), "parts of both")
+                desktop.find("list item", "Reel B.mov")
+                desktop.process.kill()
+            client = Client(workspace, platform.address)
+            expect(DONE, client.run("downloads-folder", folder))
+            with Desktop(workspace, platform.address) as desktop:
+                desktop.find("heading", "Choose a client")
+                desktop.activate(desktop.BUTTON, "Transfers")
+                desktop.activate("page tab", "Interrupted")
+                for _ in files:
+                    desktop.activate(desktop.BUTTON, "Resume")
+                desktop.open(*FOLDER)
+                listed = wait_until(lambda: not list(client.journals().glob("*.json")) and [
+                    record for record in client.run("bin", ORG, "--folder", "Rushes 2025/", "--json").records()
+                    if record.get("key", "").rsplit("/", 1)[-1] in sent()], "both are in the bin")
+                assert len(listed) == len(sent()) == 2, "one was sent again"
+                for file in files:
+                    desktop.activate("list item", file.name)
+                    wait_until(lambda: (folder / file.name).exists() and len(list(folder.iterdir())) == 1 + files.index(file)
+                               and digest(folder / file.name) == digest(file), "the same bytes come down")
+                desktop.quit()
+                assert desktop.errors.read_text() == "", desktop.errors.read_text()
 
 
 support.main()

@@ -128,10 +128,11 @@ class Desktop:
         self.type("password text", "Password", password)
         self.press("Return")
 
-    def open_row(self):
-        for name in ("Northlight Pictures", "Salt", "Picture master"):
+    def open(self, *names):
+        """The last of these, through the others."""
+        for name in names:
             self.activate("list item", name)
-        self.find("heading", "Picture master")
+        self.find("heading", names[-1])
 
     def press(self, *keys):
         subprocess.run(["xdotool", "key", "--delay", "20", *keys], check=True)
@@ -171,13 +172,13 @@ def install_portal(workspace, file):
 
 
 class FileManager:
-    """A window from which `file` can be dragged."""
+    """A window from which `files` can be dragged, all at once."""
 
-    def __init__(self, file):
-        self.file = file
+    def __init__(self, *files):
+        self.files = files
 
     def __enter__(self):
-        self.process = subprocess.Popen([DRAG_SOURCE, self.file], stdout=subprocess.PIPE, text=True)
+        self.process = subprocess.Popen([DRAG_SOURCE, *self.files], stdout=subprocess.PIPE, text=True)
         subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "^Files$"], check=True,
                        stdout=subprocess.DEVNULL, timeout=support.PATIENCE)
         return self

@@ -1,4 +1,4 @@
-// A stand-in for a file manager: a window in which pressing and moving the pointer drags the file that the program was
+// A stand-in for a file manager: a window in which pressing and moving the pointer drags the files that the program was
 // given. Says what became of each drag.
 
 #include <QBackingStore>
@@ -16,7 +16,7 @@ namespace {
 
 class Source : public QRasterWindow {
 public:
-    explicit Source(const QString& file) : m_file(QUrl::fromLocalFile(file)) {}
+    explicit Source(QList<QUrl> files) : m_files(std::move(files)) {}
 
 private:
     void mouseMoveEvent(QMouseEvent* event) override
@@ -24,14 +24,14 @@ private:
         if (event->buttons() != Qt::LeftButton)
             return;
         auto* data = new QMimeData;
-        data->setUrls({m_file});
+        data->setUrls(m_files);
         auto* drag = new QDrag(this);
         drag->setMimeData(data);
         std::cout << (drag->exec(Qt::CopyAction) == Qt::CopyAction ? "copied" : "refused") << std::endl;
     }
     void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(0, 0, width(), height(), Qt::darkGreen); }
 
-    const QUrl m_file;
+    const QList<QUrl> m_files;
 };
 
 } // namespace
@@ -39,9 +39,12 @@ private:
 int main(int argc, char** argv)
 {
     QGuiApplication application(argc, argv);
-    if (argc != 2)
+    if (argc < 2)
         return 2;
-    Source source(QString::fromLocal8Bit(argv[1]));
+    QList<QUrl> files;
+    for (int i = 1; i < argc; ++i)
+        files.append(QUrl::fromLocalFile(QString::fromLocal8Bit(argv[i])));
+    Source source(files);
     source.setTitle("Files");
     source.setGeometry(1100, 760, 150, 100);
     source.show();
