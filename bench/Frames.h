@@ -1,9 +1,14 @@
 #pragma once
 
+#include "controls/Fonts.h"
 #include "tests/support/Screen.h"
 
 #include <QEventLoop>
+#include <QGuiApplication>
+#include <QTemporaryDir>
 #include <QTimer>
+
+#include <gtest/gtest.h>
 
 #include <ctime>
 
@@ -55,6 +60,21 @@ inline bool report(const char* what, std::vector<double> times, double goal)
     std::cout << what << ": median " << times[times.size() / 2] * 1000 << " ms, worst " << times.back() * 1000
               << " ms of " << times.size() << "; goal " << goal * 1000 << " ms" << std::endl;
     return times.back() <= goal;
+}
+
+/// Runs a `Bench` without a display. The program's exit code.
+template <class Bench>
+int runOffscreen(int count, char** arguments)
+{
+    QTemporaryDir runtime;
+    qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    QGuiApplication application(count, arguments);
+    loadFonts();
+    testing::GTEST_FLAG(throw_on_failure) = true; // what a test would be told of ends the program
+    testing::InitGoogleTest(&count, arguments);
+    return Bench().run() ? 0 : 1;
 }
 
 } // namespace palvera::bench

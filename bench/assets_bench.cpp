@@ -3,12 +3,10 @@
 
 #include "Frames.h"
 
-#include "controls/Fonts.h"
 #include "tests/app/Desktop.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QGuiApplication>
 #include <QJsonArray>
 
 namespace palvera {
@@ -134,13 +132,5 @@ private:
 
 int main(int argc, char** argv)
 {
-    QTemporaryDir runtime;
-    qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    QGuiApplication application(argc, argv);
-    palvera::loadFonts();
-    testing::GTEST_FLAG(throw_on_failure) = true; // what a test would be told of ends the program
-    testing::InitGoogleTest(&argc, argv);
-    return palvera::AssetsBench().run() ? 0 : 1;
+    return palvera::bench::runOffscreen<palvera::AssetsBench>(argc, argv);
 }
