@@ -17,7 +17,7 @@ import sys
 
 import injection
 from injection import DOWNLOAD, ROWS, chosen, read_counts, site
-from support import DONE, expect
+from support import DONE, digest, expect
 
 CLASSES = "write", "sync", "rename", "truncate", "unlink"
 EACH = int(os.environ.get("PALVERA_LOSSES_EACH", "1"))
@@ -65,6 +65,9 @@ class Disk:
 class Upload(injection.Upload):
     size = 1_650_001
 
+    def is_over(self):
+        return not self.has_record() and any(upload["filed"] for upload in self.platform.uploads(self.row))
+
     def look(self):
         """What the journal names is in storage. Gives how often it was stored, by parts."""
         journal = self.client.journal(self.row)
@@ -79,6 +82,9 @@ class Upload(injection.Upload):
 
 
 class Download(injection.Download):
+    def is_over(self):
+        return not self.has_record() and self.file.exists() and digest(self.file) == digest(self.film)
+
     def look(self):
         """What the record names is on the disk. Gives the bytes that are."""
         try:
@@ -113,7 +119,7 @@ def lose(there, disk, task, number, fault=""):
     if was_lost:
         disk.come_back()
     recorded = transfer.look()
-    if was_lost:
+    if was_lost and not transfer.is_over():
         result = expect(DONE, transfer.again())
     disk.cut()
     disk.come_back()

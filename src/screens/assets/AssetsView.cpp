@@ -668,15 +668,19 @@ bool AssetsView::drop(const QList<QUrl>& files)
     else if (paths.isEmpty())
         setNotice(tr("That is not a file on this computer. Save it here first, then drop it."));
     else
-        m_tasks.start(add(paths, m_query.prefix.isEmpty() ? std::nullopt : std::optional(m_query.prefix)));
+        m_tasks.start(add({.files = paths,
+                           .orgId = m_org.id,
+                           .folder = m_query.prefix.isEmpty() ? std::nullopt : std::optional(m_query.prefix)},
+                          paths.size() < files.size()));
     return !paths.isEmpty();
 }
 
-Task<void> AssetsView::add(QStringList files, std::optional<QString> into)
+Task<void> AssetsView::add(BinUploads uploads, bool wereSomeElsewhere)
 {
-    const auto org = m_org.id;
-    auto begun = co_await m_environment.transfers.addBinUploads(
-        {.files = std::move(files), .orgId = org, .folder = std::move(into)});
+    const auto org = uploads.orgId;
+    auto begun = co_await m_environment.transfers.addBinUploads(std::move(uploads));
+    if (wereSomeElsewhere)
+        begun.objections.append(tr("What is not a file on this computer was left out. Save it here first."));
     if (org == m_org.id)
         setNotice(leftOutText(begun));
 }
@@ -686,7 +690,7 @@ void AssetsView::tryAgain(int row)
     if (row < 0 || row >= rowCount() || !rows()[row].line->item)
         return;
     const auto& item = *rows()[row].line->item;
-    m_tasks.start(add({item.file}, item.target.asBin()->folder));
+    m_tasks.start(add({.files = {item.file}, .orgId = m_org.id, .folder = item.target.asBin()->folder}, false));
 }
 
 void AssetsView::setNotice(const QString& notice)

@@ -205,7 +205,7 @@ private:
     Task<void> bringDown(QList<Download> downloads);
     Task<void> rememberFolder(QString path, QList<Download> downloads);
     Task<void> readFolder();
-    Task<void> add(QStringList files, std::optional<QString> into);
+    Task<void> add(BinUploads uploads, bool wereSomeElsewhere);
     void setNotice(const QString& notice);
     void ask(Asking asking);
 

@@ -172,6 +172,7 @@ FocusScope {
             hint: root.assets.inUploads ? qsTr("Find in Uploads") : qsTr("Find an asset")
             onTextChanged: root.assets.search = text
             Keys.onDownPressed: table.forceActiveFocus()
+            Keys.onEnterPressed: root.assets.searchNow()
             Keys.onReturnPressed: root.assets.searchNow()
         }
 

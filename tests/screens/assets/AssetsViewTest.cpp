@@ -385,9 +385,10 @@ TEST_F(AssetsViewTest, whatIsNoFileOfThisComputerIsRefused)
     view.drop({source("a.mov")});
     world.settle();
     EXPECT_EQ(view.notice(), "");
-    view.drop({source("a.mov"), QUrl::fromLocalFile("/nowhere/b.mov")});
+    view.drop({source("a.mov"), QUrl::fromLocalFile("/nowhere/b.mov"), QUrl("https://elsewhere.example/c.mov")});
     world.settle();
-    EXPECT_EQ(view.notice(), "“a.mov” is on its way already.\n“b.mov” is no longer in /nowhere.");
+    EXPECT_EQ(view.notice(), "“a.mov” is on its way already.\n“b.mov” is no longer in /nowhere.\n"
+                             "What is not a file on this computer was left out. Save it here first.");
 }
 
 } // namespace
