@@ -149,13 +149,21 @@ private:
         screen.press(Qt::Key_Menu);
         take("uploads-menu");
         screen.press(Qt::Key_Escape);
-        screen.drag(screen.find(QAccessible::Heading, "Uploads"), {sparseFile("Late.mov", 10)});
-        take("uploads-drag");
         for (const auto& item : transfers().inFlight())
             transfers().stop(item.id);
         fail(Operation::bin, {.kind = Fault::Kind::status, .status = 500});
         view.load();
         take("uploads-failed", "Could not load Assets");
+        fail(Operation::bin, {.kind = Fault::Kind::overwrite,
+                              .members = {{"objects", QJsonArray()}, {"folders", QJsonArray()}, {"nextCursor", {}}}});
+        screen.click(button, "Try again");
+        take("uploads-empty", "Nothing in Uploads yet");
+        fail(Operation::assets, {.kind = Fault::Kind::overwrite,
+                                 .members = {{"files", QJsonArray()}, {"rows", QJsonArray()}, {"total", 0}}});
+        screen.click(button, "Assets");
+        take("assets-empty", "Nothing delivered yet");
+        screen.drag(screen.find(QAccessible::Heading, "Assets"), {sparseFile("Late.mov", 10)});
+        take("assets-drag");
     }
     void deliverables()
     {

@@ -107,7 +107,6 @@ void AssetsView::open(const Org& org)
     m_awaited.clear();
     m_toDownload.clear();
     ask(Asking::nothing);
-    setNotice({});
     goTo({});
     m_upkeep.start(keepUpToDate());
     m_tasks.start(readFolder());
@@ -236,6 +235,7 @@ void AssetsView::goTo(AssetsQuery query)
     m_listing = {};
     m_anchor.clear();
     m_renewals = {};
+    setNotice({});
     updateSelection({});
     m_pending = pendingRows(m_environment.transfers.items(), m_org.id, m_query, m_awaited);
     if (!m_pending.isEmpty())
