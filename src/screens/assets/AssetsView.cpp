@@ -4,7 +4,6 @@
 #include "async/TaskGroup.h"
 #include "files/Quantities.h"
 #include "screens/LocalPath.h"
-#include "service/BrowsingOperations.h"
 #include "session/Session.h"
 #include "transfers/Transfers.h"
 
@@ -260,47 +259,6 @@ void AssetsView::change(AssetsQuery query)
 
 // Pages.
 
-bool AssetsView::Listing::hasMore(Place place) const
-{
-    return place == Place::uploads ? nextCursor.has_value() : rows.size() < total;
-}
-
-/// The next page of what `query` names, added to what was loaded before. Background.
-Task<AssetsView::Listing> AssetsView::fetch(API& api, QString org, AssetsQuery query, Listing before)
-{
-    auto listing = std::move(before);
-    listing.isMended = false;
-    if (query.place == Place::uploads) {
-        auto page =
-            co_await listBin(api, org, {.prefix = query.prefix, .search = query.search, .cursor = listing.nextCursor});
-        for (const auto& name : page.folders.value_or(QList<QString>()))
-            listing.folders.append(folderRow(name, query.prefix));
-        for (const auto& object : page.objects)
-            listing.rows.append(objectRow(object));
-        // The same page again and again would never end.
-        listing.nextCursor = page.nextCursor == listing.nextCursor ? std::nullopt : page.nextCursor;
-        co_return listing;
-    }
-    const auto known = listing.rowsById.size();
-    auto page =
-        co_await listAssetFiles(api, org, {.search = query.search, .family = query.family, .page = listing.page + 1});
-    for (const auto& row : page.rows)
-        listing.rowsById.insert(row.deliverable.id, std::make_shared<const OrgAssetRow>(row));
-    for (auto& row : listing.rows) {
-        if (listing.rowsById.size() == known)
-            break;
-        if (!row.line->row && listing.rowsById.contains(row.line->file->rowId)) {
-            row = fileRow(*row.line->file, listing.rowsById);
-            listing.isMended = true;
-        }
-    }
-    for (const auto& file : page.files)
-        listing.rows.append(fileRow(file, listing.rowsById));
-    ++listing.page;
-    listing.total = page.files.isEmpty() ? listing.rows.size() : page.total;
-    co_return listing;
-}
-
 void AssetsView::load()
 {
     m_loading.stop();
@@ -316,12 +274,12 @@ void AssetsView::load()
 
 Task<void> AssetsView::loadFirst()
 {
-    Listing nothing{.rowsById = m_listing.rowsById};
+    AssetsListing nothing{.rowsById = m_listing.rowsById};
     auto outcome =
-        co_await answerOf(runOn(m_decoding, fetch(m_environment.api, m_org.id, m_query, std::move(nothing))));
+        co_await answerOf(runOn(m_decoding, nextPage(m_environment.api, m_org.id, m_query, std::move(nothing))));
     m_isLoading = false;
     m_failure = outcome.failure;
-    take(outcome.value ? *std::move(outcome.value) : Listing());
+    take(outcome.value ? *std::move(outcome.value) : AssetsListing());
     ++m_loads;
     Q_EMIT loadsChanged();
 }
@@ -344,7 +302,7 @@ void AssetsView::reachEnd()
 
 Task<void> AssetsView::loadNext()
 {
-    auto outcome = co_await answerOf(runOn(m_decoding, fetch(m_environment.api, m_org.id, m_query, m_listing)));
+    auto outcome = co_await answerOf(runOn(m_decoding, nextPage(m_environment.api, m_org.id, m_query, m_listing)));
     m_loadingMore = false;
     m_moreFailure = outcome.failure;
     if (outcome.value) {
@@ -378,7 +336,7 @@ AssetsView::Face AssetsView::face() const
     return rowCount() == 0 ? Empty : Table;
 }
 
-void AssetsView::take(Listing listing)
+void AssetsView::take(AssetsListing listing)
 {
     m_listing = std::move(listing);
     if (!m_awaited.isEmpty()) {
@@ -474,9 +432,9 @@ Task<void> AssetsView::listAgain()
 {
     const auto number = m_asked;
     const auto wanted = m_listing.rows.size();
-    Listing listing{.rowsById = m_listing.rowsById};
+    AssetsListing listing{.rowsById = m_listing.rowsById};
     do {
-        auto outcome = co_await answerOf(runOn(m_decoding, fetch(m_environment.api, m_org.id, m_query, listing)));
+        auto outcome = co_await answerOf(runOn(m_decoding, nextPage(m_environment.api, m_org.id, m_query, listing)));
         if (number != m_asked || !outcome.value)
             co_return;
         listing = *std::move(outcome.value);

@@ -5,7 +5,7 @@
 #include "async/TaskScope.h"
 #include "screens/RowsModel.h"
 #include "screens/assets/AssetColumns.h"
-#include "screens/assets/AssetRules.h"
+#include "screens/assets/AssetsListing.h"
 #include "service/Organisations.h"
 
 #include <QUrl>
@@ -173,20 +173,6 @@ Q_SIGNALS:
 
 private:
     enum class Asking { nothing, files, folder };
-    /// What has been loaded of one place.
-    struct Listing {
-        QList<AssetRow> folders;
-        QList<AssetRow> rows;
-        RowsById rowsById;
-        qint64 total = 0;
-        int page = 0;
-        std::optional<QString> nextCursor = {};
-        bool isMended = false; ///< what the latest page said completes earlier rows
-
-        bool hasMore(Place place) const;
-    };
-
-    static Task<Listing> fetch(API& api, QString org, AssetsQuery query, Listing before);
     void goTo(AssetsQuery query);
     void change(AssetsQuery query);
     Task<void> loadFirst();
@@ -194,7 +180,7 @@ private:
     Task<void> searchLater();
     Task<void> keepUpToDate();
     Task<void> listAgain();
-    void take(Listing listing);
+    void take(AssetsListing listing);
     void showRows();
     void noteItem(const QUuid& id);
     void updatePendingSoon();
@@ -220,7 +206,7 @@ private:
     bool m_open = false;
     AssetsQuery m_query;
     QString m_search;
-    Listing m_listing;
+    AssetsListing m_listing;
     QList<AssetRow> m_pending;
     QSet<QUuid> m_noted;   // uploads that are done
     QSet<QUuid> m_awaited; // those of them into the bin that no listing has shown yet

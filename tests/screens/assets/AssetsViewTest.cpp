@@ -188,6 +188,28 @@ TEST_F(AssetsViewTest, aPlatformThatPromisesMoreAndGivesNothingIsNotAskedForEver
     EXPECT_FALSE(view.hasMore());
 }
 
+TEST_F(AssetsViewTest, aDeliverableThatALaterPageTellsOfCompletesEarlierRows)
+{
+    const auto honest = client.handler;
+    client.handler = [&](const HttpRequest& request) {
+        auto answer = honest(request);
+        auto page = QJsonDocument::fromJson(answer.body).object();
+        if (page["page"] == 1)
+            page["rows"] = QJsonArray();
+        answer.body = QJsonDocument(page).toJson();
+        return answer;
+    };
+    view.open({.id = "org-2", .name = "Another"});
+    settle();
+    view.select(1);
+    EXPECT_EQ(view.downloadCount(), 0) << "nobody says on which deliverable it is";
+    EXPECT_FALSE(at(1, "note").toString().isEmpty());
+    loadMore();
+    EXPECT_EQ(at(1, "deal"), "Salt · Master");
+    view.select(1);
+    EXPECT_EQ(view.downloadCount(), 1);
+}
+
 TEST_F(AssetsViewTest, aFailedPageIsSaidWhereItWouldHaveBeenAndAskedForAgainByTheUserAlone)
 {
     status = 500;
