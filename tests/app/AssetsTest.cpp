@@ -2,6 +2,8 @@
 
 #include "session/Session.h"
 
+#include <gmock/gmock.h>
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMouseEvent>
@@ -216,8 +218,9 @@ TEST_F(AssetsTest, moreIsLoadedAtTheEndOfTheListAndAfterAFailureByTheButton)
     EXPECT_FALSE(view().isLoadingMore());
     screen.click(button, "Load more");
     waitForText("120 of 158");
-    screen.tabTo(listItem, view().nameAt(60));
-    screen.press(Qt::Key_End);
+    screen.waitForFrame();
+    auto* list = screen.find(QAccessible::List, "Assets");
+    list->setProperty("contentY", list->property("contentHeight").toDouble() - list->height()); // as the wheel does
     screen.waitUntil([this] { return view().rowCount() == 159; });
     screen.waitUntil([this] { return !screen.shows(button, "Load more"); });
     fail(Operation::assets, {.kind = Fault::Kind::status, .status = 503});
@@ -227,28 +230,37 @@ TEST_F(AssetsTest, moreIsLoadedAtTheEndOfTheListAndAfterAFailureByTheButton)
     waitForRow("Uploads");
 }
 
-TEST_F(AssetsTest, columnsAreDrawnWiderAndStaySo)
+TEST_F(AssetsTest, eachColumnIsDrawnWiderByItselfAndStaysSo)
 {
-    auto* title = screen.find(QAccessible::StaticText, "Type");
-    const auto edge = title->mapToScene({-8, title->height() / 2}); // its margin ends at the line before it
     auto send = [this](QEvent::Type type, QPointF at) {
         const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
         const auto pressed = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
         QMouseEvent event(type, at, screen.window().mapToGlobal(at), pressed, held, Qt::NoModifier);
         QCoreApplication::sendEvent(&screen.window(), &event);
     };
-    const double before = view().columns()->type();
-    send(QEvent::MouseButtonPress, edge);
-    for (int step = 1; step <= 3; ++step)
-        send(QEvent::MouseMove, edge - QPointF(10 * step, 0));
-    send(QEvent::MouseButtonRelease, edge - QPointF(30, 0));
-    EXPECT_NEAR(view().columns()->type(), before + 30, 2);
+    auto widths = [this] {
+        const auto& columns = *view().columns();
+        return AssetColumns::Widths{columns.deal(), columns.type(), columns.size(), columns.date()};
+    };
+    const char* titles[] = {"Deal", "Type", "Size", "Date"};
+    auto expected = widths();
+    for (std::size_t i = 0; i < expected.size(); ++i) {
+        screen.waitForFrame();
+        auto* title = screen.find(QAccessible::StaticText, titles[i]);
+        const auto edge = title->mapToScene({-8, title->height() / 2}); // its margin ends at the line before it
+        send(QEvent::MouseButtonPress, edge);
+        for (int step = 1; step <= 3; ++step)
+            send(QEvent::MouseMove, edge - QPointF(5 * step, 0));
+        send(QEvent::MouseButtonRelease, edge - QPointF(15, 0));
+        expected[i] += 15;
+        EXPECT_THAT(widths(), testing::Pointwise(testing::DoubleNear(1), expected)) << titles[i];
+    }
     start();
     openClients();
     screen.click(listItem, "Northlight Pictures");
     screen.click(listItem, "Assets");
     waitForRow("Uploads");
-    EXPECT_NEAR(view().columns()->type(), before + 30, 2);
+    EXPECT_THAT(widths(), testing::Pointwise(testing::DoubleNear(1), expected));
 }
 
 } // namespace
