@@ -35,7 +35,8 @@ DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download,
       m_id(id),
       m_download(std::move(download)),
       m_flag(std::move(flag)),
-      m_cut(std::move(cut))
+      m_cut(std::move(cut)),
+      m_turns(model.m_downloadTurns)
 {}
 
 Task<void> DownloadTask::run(DownloadTask task)
@@ -63,6 +64,7 @@ Task<void> DownloadTask::perform()
 
 Task<void> DownloadTask::bringDown()
 {
+    const auto turn = co_await Transfers::takeTurn(m_model, m_id, m_turns, m_flag);
     co_await runUntilStopped(m_flag, askForAddress());
     co_await claimPlace();
     if (m_flag->isStopped() || !m_model)

@@ -36,6 +36,7 @@ private:
     const Download m_download;
     const std::shared_ptr<CancelFlag> m_flag;
     const std::shared_ptr<CancelFlag> m_cut; // ends it at once, with what is in flight
+    const std::shared_ptr<Turns> m_turns;
     QByteArray m_address;
     std::optional<DownloadPlace> m_place;
 };

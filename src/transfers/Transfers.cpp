@@ -1,6 +1,7 @@
 #include "transfers/Transfers.h"
 
 #include "async/RunOn.h"
+#include "async/TaskGroup.h"
 #include "desktop/SleepInhibitor.h"
 #include "transfer/DownloadPlace.h"
 #include "transfer/UploadFailures.h"
@@ -26,7 +27,8 @@ Transfers::Transfers(Environment environment, Settings settings, QObject* parent
       m_places(asio::make_strand(m_environment.background)),
       m_reading(asio::make_strand(m_environment.background)),
       m_tasks(m_environment.main),
-      m_binTurns(std::make_shared<Turns>(m_environment.main, settings.binUploads))
+      m_binTurns(std::make_shared<Turns>(m_environment.main, settings.binUploads)),
+      m_downloadTurns(std::make_shared<Turns>(m_environment.main, settings.downloads))
 {
     m_environment.sleep.onWake([this] { retryAtOnce(); });
     loadJournalsSoon();
@@ -200,6 +202,19 @@ void Transfers::clearFinished()
 {
     for (const auto& item : finished())
         remove(item.id);
+}
+
+Task<Turns::Turn> Transfers::takeTurn(QPointer<Transfers> model, QUuid id, std::shared_ptr<Turns> turns,
+                                      std::shared_ptr<CancelFlag> flag)
+{
+    if (!turns->areFree() && model && !flag->isStopped())
+        model->setState(id, Item::Waiting{});
+    auto first = co_await firstOf(turns->take(), untilStopped(flag));
+    auto* taken = std::get_if<0>(&first);
+    if (flag->isStopped() || !taken || !taken->value || !model)
+        throwCancelled();
+    model->setState(id, Item::Running{});
+    co_return std::move(*taken->value);
 }
 
 void Transfers::change(const QUuid& id, const std::function<void(Item&)>& change)

@@ -46,6 +46,7 @@ public:
     struct Settings {
         int retries = mostRetries; ///< of a failed upload; 0 makes one attempt only
         int binUploads = 3;        ///< into bins, at once; each has up to eight connections
+        int downloads = 3;         ///< at once; the same
     };
 
     explicit Transfers(Environment environment);
@@ -98,7 +99,8 @@ public:
 
     // Downloads.
 
-    /// Begins a download and gives its item's id. An existing file is never touched unless it is the unfinished
+    /// Begins a download and gives its item's id; so many run at once as `downloads` of the settings says, and the
+    /// others wait. An existing file is never touched unless it is the unfinished
     /// download of the same object, which is gone on with.
     QUuid addDownload(Download download);
 
@@ -151,6 +153,11 @@ private:
     std::shared_ptr<CancelFlag> add(Item item);
     static Task<void> readJournals(QPointer<Transfers> model, const JournalStore& store, const API& api, Executor disk);
 
+    /// Ends when that item may run, and shows it as waiting until then. Throws a cancellation once it is stopped or the
+    /// model is gone.
+    static Task<Turns::Turn> takeTurn(QPointer<Transfers> model, QUuid id, std::shared_ptr<Turns> turns,
+                                      std::shared_ptr<CancelFlag> flag);
+
     // What tasks change. Main thread.
     void change(const QUuid& id, const std::function<void(Item&)>& change);
     void setState(const QUuid& id, Item::State state);
@@ -182,10 +189,12 @@ private:
 
     const Environment m_environment;
     const Settings m_settings;
-    const Executor m_places;                 // a strand: a place is not claimed while another is given back
-    const Executor m_reading;                // a strand: the latest reading comes last
-    TaskScope m_tasks;                       // the transfers, and readings of the journals
-    const std::shared_ptr<Turns> m_binTurns; // shared with the uploads, which may outlive the model
+    const Executor m_places;  // a strand: a place is not claimed while another is given back
+    const Executor m_reading; // a strand: the latest reading comes last
+    TaskScope m_tasks;        // the transfers, and readings of the journals
+    // Shared with the transfers, which may outlive the model.
+    const std::shared_ptr<Turns> m_binTurns;
+    const std::shared_ptr<Turns> m_downloadTurns;
     ItemList m_items;
     QHash<QUuid, Live> m_live;
     QHash<QUuid, std::shared_ptr<Event>> m_waits; // set to end a wait for a retry

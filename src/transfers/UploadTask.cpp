@@ -46,7 +46,7 @@ Task<void> UploadTask::run(UploadTask task)
 
 Task<void> UploadTask::perform()
 {
-    if (m_turns && !m_turns->areFree())
+    if (m_turns && !m_turns->areFree() && m_model && !m_flag->isStopped())
         m_model->setState(m_id, Item::Waiting{});
     co_await letPredecessorEnd();
     co_await findFile();
@@ -101,14 +101,7 @@ Task<Turns::Turn> UploadTask::takeTurn()
 {
     if (!m_turns)
         co_return Turns::Turn();
-    if (!m_turns->areFree())
-        m_model->setState(m_id, Item::Waiting{});
-    auto first = co_await firstOf(m_turns->take(), untilStopped(m_flag));
-    auto* taken = std::get_if<0>(&first);
-    if (m_flag->isStopped() || !taken || !taken->value || !m_model)
-        throwCancelled();
-    m_model->setState(m_id, Item::Running{});
-    co_return std::move(*taken->value);
+    co_return co_await Transfers::takeTurn(m_model, m_id, m_turns, m_flag);
 }
 
 Task<void> UploadTask::attempt()

@@ -131,19 +131,46 @@ TEST_F(DownloadsTest, fewerBytesThanTheListingStillSaysAreNoFileAndMoreAreRemark
     for (const auto& [listed, listedAgain, total, isRefused, isRemarked] : cases) {
         SCOPED_TRACE(total);
         auto before = downloads.requests.size();
-        auto id = model->addDownload({.object = {.target = TransferTarget::Deliverable{"org", "salt", "row-1"},
-                                                 .identity = QString::number(before),
-                                                 .address = [this] { return addressOf(world.clock, address, {}); },
-                                                 .listedSize = [again = listedAgain] { return listing(again); }},
-                                      .listedSize = listed,
-                                      .name = "a.mov",
-                                      .folder = folder});
+        auto id =
+            model->addDownload({.object = {.target = TransferTarget::Deliverable{"org", "salt", "row-1"},
+                                           .identity = QString::number(before),
+                                           .address = [this] { return addressOf(world.clock, address, noAddress); },
+                                           .listedSize = [again = listedAgain] { return listing(again); }},
+                                .listedSize = listed,
+                                .name = "a.mov",
+                                .folder = folder});
         untilEngineRuns(before + 1);
         auto failure = world.run(outcomeOf(downloads.requests.back().checkTotal(total))).failure;
         world.settle();
         EXPECT_EQ(failureAs<FileError>(failure).has_value(), isRefused);
         EXPECT_EQ(model->find(id)->remark.contains("more than"), isRemarked);
+        model->stop(id);
     }
+}
+
+TEST_F(DownloadsTest, aFewComeDownAtATimeInTheOrderInWhichTheyWereAskedFor)
+{
+    QList<QUuid> ids;
+    for (int i = 0; i < 5; ++i)
+        ids.append(
+            model->addDownload({.object = {.target = TransferTarget::Bin{"org", {}},
+                                           .identity = QString::number(i),
+                                           .address = [this] { return addressOf(world.clock, address, noAddress); }},
+                                .name = QString("%1.mov").arg(i),
+                                .folder = folder}));
+    auto states = [&] {
+        std::string all;
+        for (const auto& id : ids)
+            all += stateOf(id) + " ";
+        return all;
+    };
+    untilEngineRuns(3);
+    world.settle();
+    EXPECT_EQ(states(), "running running running waiting waiting ");
+    model->stop(ids[3]);
+    model->stop(ids[0]);
+    untilEngineRuns(4);
+    EXPECT_EQ(states(), "stopped running running stopped running ");
 }
 
 TEST_F(DownloadsTest, anotherDownloadOfAnObjectWaitsForOneThatWasStoppedAndNotForTheEndOfTheProgram)

@@ -445,6 +445,7 @@ Task<void> AssetsView::listAgain()
     }
     if (!m_renewals.next())
         m_awaited.clear();
+    m_failure = nullptr;
     take(std::move(listing));
     updatePending();
 }
