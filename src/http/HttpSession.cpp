@@ -102,7 +102,8 @@ Task<HttpResponse> perform(Core core, HttpRequest request)
         co_await transfer.untilEnded();
     } else {
         auto ended = co_await firstOf(transfer.untilEnded(), follow(core, transfer));
-        if (auto failure = std::get<0>(ended).failure)
+        // A cancellation ends both, in either order.
+        if (auto failure = std::visit([](const auto& outcome) { return outcome.failure; }, ended))
             std::rethrow_exception(failure);
     }
     auto answer = transfer.takeAnswer();
