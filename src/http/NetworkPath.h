@@ -26,7 +26,7 @@ public:
 };
 
 /// The kernel's own knowledge, and its announcements of changes.
-class SystemNetworkPath final : public NetworkPath {
+class SystemNetworkPath : public NetworkPath {
 public:
     bool isUsable() const override;
     Task<void> untilUsable() override;

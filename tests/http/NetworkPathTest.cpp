@@ -12,6 +12,20 @@
 namespace palvera {
 namespace {
 
+/// Tells when it was first asked while there was no network.
+struct WatchedPath : SystemNetworkPath {
+    mutable std::once_flag once;
+    mutable std::promise<void> askedInVain;
+
+    bool isUsable() const override
+    {
+        const bool usable = SystemNetworkPath::isUsable();
+        if (!usable)
+            std::call_once(once, [this] { askedInVain.set_value(); });
+        return usable;
+    }
+};
+
 /// One thread in a network of its own, which at first has no interface but a loopback that is down.
 struct NetworkPathTest : testing::Test {
     asio::thread_pool thread{1};
@@ -80,8 +94,10 @@ TEST_F(NetworkPathTest, aConnectionThatTheNetworkHasLeftBehindFailsAtOnce)
     }));
     ASSERT_EQ(::getsockname(server.number(), place, &length), 0);
     std::atomic<int> seconds = 0;
+    auto watched = std::make_shared<WatchedPath>();
     HttpSession session(thread.get_executor(),
-                        {.now = [&] { return std::chrono::steady_clock::time_point(std::chrono::seconds(seconds)); }});
+                        {.now = [&] { return std::chrono::steady_clock::time_point(std::chrono::seconds(seconds)); },
+                         .networkPath = watched});
     const QByteArray url = "http://10.1.2.3:" + QByteArray::number(ntohs(address.sin_port)) + '/';
     for (bool addressStays : {true, false}) {
         auto ended = asio::co_spawn(thread, session.send({.url = url, .idleTimeout = 60s}), asio::use_future);
@@ -90,7 +106,8 @@ TEST_F(NetworkPathTest, aConnectionThatTheNetworkHasLeftBehindFailsAtOnce)
         ASSERT_EQ(::recv(peer.number(), &byte, 1, 0), 1);
         if (addressStays) {
             configure("ip link set one down");
-            there([] { return 0; }); // by then it has heard of it
+            watched->askedInVain.get_future().wait();
+            asio::post(session.strand(), asio::use_future).get(); // by then it has noted when
             seconds = 5;
             configure("ip link set one up");
         } else {
