@@ -17,6 +17,13 @@ if(PALVERA_SANITIZE)
     target_compile_options(palvera_options INTERFACE $<$<CXX_COMPILER_ID:GNU>:-Wno-tsan>)
   endif()
 endif()
+if(PALVERA_HARDENED)
+  # What the compiler and the loader can do for a program that parses what strangers send.
+  target_compile_options(palvera_options INTERFACE -fstack-protector-strong -fstack-clash-protection
+      -fcf-protection=full)
+  target_compile_definitions(palvera_options INTERFACE _FORTIFY_SOURCE=3 _GLIBCXX_ASSERTIONS)
+  target_link_options(palvera_options INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
+endif()
 if(PALVERA_FUZZ)
   target_compile_options(palvera_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
