@@ -4,21 +4,22 @@
 # other folders, which must stand lower in the graph: naming one on the same level or above stops the configure step, and
 # so does a library that another folder keeps for itself.
 
-set(palveraLevel_async 0)
-set(palveraLevel_files 1)
-set(palveraLevel_http 2)
-set(palveraLevel_desktop 2)
-set(palveraLevel_service 3)
-set(palveraLevel_session 4)
-set(palveraLevel_transfer 4)
-set(palveraLevel_transfers 5)
-set(palveraLevel_screens 6)
-set(palveraLevel_assets 7) # the rooms of screens/
-set(palveraLevel_deliverables 7)
-set(palveraLevel_panel 7)
-set(palveraLevel_signin 7) # a room of app/
-set(palveraLevel_app 8)
-set(palveraLevel_cli 8)
+set(palveraLevel_text 0)
+set(palveraLevel_async 1)
+set(palveraLevel_files 2)
+set(palveraLevel_http 3)
+set(palveraLevel_desktop 3)
+set(palveraLevel_service 4)
+set(palveraLevel_session 5)
+set(palveraLevel_transfer 5)
+set(palveraLevel_transfers 6)
+set(palveraLevel_screens 7)
+set(palveraLevel_assets 8) # the rooms of screens/
+set(palveraLevel_deliverables 8)
+set(palveraLevel_panel 8)
+set(palveraLevel_signin 8) # a room of app/
+set(palveraLevel_app 9)
+set(palveraLevel_cli 9)
 set(palveraOnly_controls "") # building blocks of the face: nothing of ours
 
 # Which folders may link what lies outside of Qt Core and Asio.

@@ -1,6 +1,7 @@
 #include "app/EndNotice.h"
 
 #include "desktop/Notices.h"
+#include "text/VisibleText.h"
 #include "transfers/Transfers.h"
 
 namespace palvera {
@@ -38,7 +39,7 @@ void EndNotice::look()
         if (!item || std::holds_alternative<Item::Stopped>(item->state))
             continue;
         ++(std::holds_alternative<Item::Done>(item->state) ? ends.done : ends.failed);
-        name = item->name;
+        name = visibleText(item->name);
     }
     auto text = textFor(ends, name);
     if (text && !m_isWatched())

@@ -1,6 +1,7 @@
 #include "app/OrgPickerView.h"
 
 #include "session/Session.h"
+#include "text/VisibleText.h"
 
 namespace palvera {
 
@@ -21,7 +22,7 @@ void OrgPickerView::showRows()
 {
     QList<OrgRow> wanted;
     for (const auto& org : m_session.orgs())
-        wanted.append({.key = org.id, .name = org.name});
+        wanted.append({.key = org.id, .name = visibleText(org.name)});
     setRows(wanted);
 }
 

@@ -1,5 +1,7 @@
 #include "app/ProjectRows.h"
 
+#include "text/VisibleText.h"
+
 #include <QCoreApplication>
 
 namespace palvera {
@@ -24,8 +26,8 @@ QList<ProjectRow> projectRows(const QList<Project>& projects, const QString& sea
     for (const auto& project : projects)
         if (query.isEmpty() || matches(project, query))
             rows.append({.key = project.id,
-                         .title = project.name,
-                         .subtitle = project.reference.value_or(QString()),
+                         .title = visibleText(project.name),
+                         .subtitle = visibleText(project.reference.value_or(QString())),
                          .symbol = QStringLiteral("folder.fill")});
     return rows;
 }

@@ -1,7 +1,11 @@
 #include "async/Failure.h"
 
+#include "text/VisibleText.h"
+
 #include <boost/asio/error.hpp>
 #include <boost/system/system_error.hpp>
+
+#include <new>
 
 namespace palvera {
 
@@ -18,15 +22,18 @@ bool isCancellation(const std::exception_ptr& failure)
 
 QString describe(const std::exception_ptr& failure)
 {
-    if (auto known = failureAs<Failure>(failure))
-        return known->text();
+    QString text;
     try {
         std::rethrow_exception(failure);
+    } catch (const Failure& known) {
+        text = visibleText(known.text(), Lines::several).trimmed();
+    } catch (const std::bad_alloc&) {
+        text = QStringLiteral("There is not enough memory.");
     } catch (const std::exception& other) {
-        return QString::fromUtf8(other.what());
-    } catch (...) {
-        return QStringLiteral("An unknown failure.");
+        text = visibleText(QString::fromUtf8(other.what()), Lines::several);
+    } catch (...) { // NOLINT(bugprone-empty-catch)
     }
+    return text.isEmpty() ? QStringLiteral("It did not work, and nobody said why.") : text;
 }
 
 } // namespace palvera

@@ -8,7 +8,8 @@
 
 namespace palvera {
 
-/// A failure with a text that may be shown to the user as it is. Never holds an address, a cookie or a password.
+/// A failure with a text for the user, as it came: `describe` makes it fit to be shown. Never holds an address, a
+/// cookie or a password.
 class Failure : public std::exception {
 public:
     explicit Failure(const QString& text) : m_text(text), m_utf8(text.toStdString()) {}
@@ -42,7 +43,8 @@ std::optional<E> failureAs(const std::exception_ptr& failure)
     }
 }
 
-/// What to show for `failure`: the text of a Failure, else what the exception says of itself.
+/// What to show for `failure`, which may be words from outside: visible text of several lines at most, never empty. The
+/// text of a Failure, else what the exception says of itself.
 QString describe(const std::exception_ptr& failure);
 
 } // namespace palvera

@@ -1,6 +1,7 @@
 #include "cli/Arguments.h"
 
 #include "cli/DisplayText.h"
+#include "text/VisibleText.h"
 
 #include <CLI/CLI.hpp>
 
@@ -298,10 +299,9 @@ TextAnswer usageError(const CLI::ParseError& error, const QString& command, cons
 {
     const auto program = QLatin1String(programName);
     auto help = command.isEmpty() ? QString(program) : program + u' ' + command;
-    return {
-        .text =
-            QStringLiteral("%1: %2\nTry: %3 --help\n").arg(program, printable(complaint(error, command, words)), help),
-        .isError = true};
+    return {.text = QStringLiteral("%1: %2\nTry: %3 --help\n")
+                        .arg(program, visibleText(complaint(error, command, words)), help),
+            .isError = true};
 }
 
 } // namespace

@@ -28,28 +28,6 @@ bool isWide(char32_t character)
                        [=](Range range) { return range.first <= character && character <= range.last; });
 }
 
-/// Invisible, but words of some scripts and joined emoji need them.
-bool isHarmlessFormat(char32_t character)
-{
-    constexpr char32_t softHyphen = 0x00AD, nonJoiner = 0x200C, joiner = 0x200D, wordJoiner = 0x2060;
-    return character == softHyphen || character == nonJoiner || character == joiner || character == wordJoiner;
-}
-
-char32_t printableFor(char32_t character)
-{
-    switch (QChar::category(character)) {
-    case QChar::Separator_Line:
-    case QChar::Separator_Paragraph:
-        return U' ';
-    case QChar::Other_Control:
-        return character >= U'\t' && character <= U'\r' ? U' ' : QChar::ReplacementCharacter;
-    case QChar::Other_Format:
-        return isHarmlessFormat(character) ? character : QChar::ReplacementCharacter;
-    default:
-        return character; // of the many categories of Unicode
-    }
-}
-
 int cellsOf(char32_t character)
 {
     switch (QChar::category(character)) {
@@ -68,15 +46,6 @@ QString spaces(int count)
 }
 
 } // namespace
-
-QString printable(const QString& text)
-{
-    QString shown;
-    shown.reserve(text.size());
-    for (auto character : text.toUcs4()) // halves of surrogate pairs come out as U+FFFD
-        shown += QChar::fromUcs4(printableFor(character));
-    return shown;
-}
 
 int cellsOf(QStringView text)
 {

@@ -7,12 +7,8 @@ namespace palvera::cli {
 
 // Texts of any origin on the lines of a terminal.
 
-/// `text` as one line that does nothing to a terminal but show: what would break the line is a space, and other control
-/// characters, the marks that turn the direction of writing around and half a surrogate pair are U+FFFD.
-QString printable(const QString& text);
-
-/// How many cells of a terminal `text` takes, which must be printable: two for a wide East Asian character or an emoji,
-/// none for a mark that joins the character before it.
+/// How many cells of a terminal `text` takes, which must be visible text: two for a wide East Asian character or an
+/// emoji, none for a mark that joins the character before it.
 int cellsOf(QStringView text);
 
 /// `text` when it fits into `cells`, else as much of its start as fits with "…" behind it.

@@ -1,10 +1,12 @@
 #include "cli/Output.h"
 
 #include "cli/DisplayText.h"
+#include "text/VisibleText.h"
 
 #include <QJsonDocument>
 
 #include <algorithm>
+#include <limits>
 
 namespace palvera::cli {
 
@@ -22,7 +24,7 @@ QByteArray startOfBlock(int lines)
 /// JSON itself asks for escapes below U+0020 only.
 bool mustBeEscaped(char32_t character)
 {
-    return (character >= 0x7F && printable(QString::fromUcs4(&character, 1)) != QString::fromUcs4(&character, 1));
+    return (character >= 0x7F && visibleText(QString::fromUcs4(&character, 1)) != QString::fromUcs4(&character, 1));
 }
 
 QString jsonEscape(char32_t character)
@@ -140,7 +142,8 @@ Output::Line& Output::lineOf(const QString& key)
 void Output::line(TextStream& stream, const QString& text)
 {
     clearProgress();
-    stream.write(printable(text).toUtf8() + '\n');
+    constexpr auto asLongAsItIs = std::numeric_limits<qsizetype>::max(); // a command may hold long paths
+    stream.write(visibleText(text, Lines::one, asLongAsItIs).toUtf8() + '\n');
 }
 
 void Output::json(const QJsonObject& record)

@@ -2,6 +2,7 @@
 
 #include "cli/DisplayText.h"
 #include "files/Quantities.h"
+#include "text/VisibleText.h"
 
 #include <QStringList>
 
@@ -54,7 +55,7 @@ QString progressLine(const ProgressView& progress, int cells)
 {
     auto percent = percentText(progress), sizes = sizesText(progress), left = timeLeftText(progress);
     auto rate = progress.bytesPerSecond ? rateText(*progress.bytesPerSecond) : QString();
-    auto name = shortened(printable(progress.name), longestName);
+    auto name = shortened(visibleText(progress.name), longestName);
     const QList<std::pair<QString, QString>> choices{
         // before the bar, behind it; the fullest first
         {name, joined({percent, sizes, rate, left})},

@@ -1,11 +1,11 @@
 #include "async/TaskGroup.h"
 #include "cli/Commands.h"
-#include "cli/DisplayText.h"
 #include "cli/PasswordInput.h"
 #include "service/SignInOperations.h"
 #include "session/Session.h"
 #include "session/SignIn.h"
 #include "session/SignInDoors.h"
+#include "text/VisibleText.h"
 
 namespace palvera::cli {
 
@@ -47,7 +47,7 @@ private:
 
     Task<Next> answer(SignInStep::VerifyEmail)
     {
-        const auto prompt = QStringLiteral("Code that was sent to %1: ").arg(printable(m_command.email));
+        const auto prompt = QStringLiteral("Code that was sent to %1: ").arg(visibleText(m_command.email));
         co_return co_await m_steps.withEmailCode(co_await code(prompt), m_command.email);
     }
 
@@ -70,7 +70,7 @@ private:
     {
         if (m_command.passwordFromStdin)
             return passwordFromStandardInput();
-        return passwordFromTerminal(QStringLiteral("Password of %1: ").arg(printable(m_command.email)));
+        return passwordFromTerminal(QStringLiteral("Password of %1: ").arg(visibleText(m_command.email)));
     }
 
     Task<QString> code(QString prompt)

@@ -1,6 +1,7 @@
 #include "cli/Table.h"
 
 #include "cli/DisplayText.h"
+#include "text/VisibleText.h"
 
 #include <algorithm>
 #include <numeric>
@@ -60,7 +61,7 @@ QStringList tableLines(const QList<Column>& columns, const QList<QStringList>& r
     for (const auto& row : rows) {
         QStringList cells;
         for (const auto& cell : row)
-            cells.append(printable(cell));
+            cells.append(visibleText(cell));
         lines.append(cells);
     }
     auto widths = naturalWidths(lines, columns.size());

@@ -6,6 +6,7 @@ Rectangle {
 
     property string text: ""
     property color ink: Theme.onFill
+    property bool spoken: true ///< by assistants; not where its text is part of another name
 
     color: Theme.accentFill
     implicitHeight: label.implicitHeight + Theme.focusGap
@@ -15,7 +16,7 @@ Rectangle {
     Label {
         id: label
 
-        Accessible.ignored: true
+        Accessible.ignored: !root.spoken
         anchors.centerIn: parent
         color: root.ink
         font.pixelSize: Theme.textCaption

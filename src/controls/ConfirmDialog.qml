@@ -64,12 +64,12 @@ T.Dialog {
             wrapMode: Text.Wrap
         }
 
-        Label {
+        Words {
             color: Theme.secondary
             horizontalAlignment: Text.AlignHCenter
+            mostLines: 12
             text: root.message
             width: parent.width
-            wrapMode: Text.Wrap
         }
 
         Item {

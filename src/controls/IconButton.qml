@@ -62,6 +62,7 @@ T.Button {
             anchors.verticalCenterOffset: root.filled ? Theme.spaceTiny : 0
             border.color: Theme.bar
             border.width: root.filled ? 1.5 : 0
+            spoken: false
             text: root.badge
             visible: root.badge !== ""
         }

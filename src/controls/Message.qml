@@ -27,18 +27,19 @@ Column {
         font.pixelSize: Theme.textHeading
         font.weight: Font.DemiBold
         horizontalAlignment: Text.AlignHCenter
+        elide: Text.ElideRight
+        maximumLineCount: 3
         text: root.title
         width: parent.width
         wrapMode: Text.Wrap
     }
 
-    Label {
+    Words {
         color: Theme.secondary
         horizontalAlignment: Text.AlignHCenter
         text: root.detail
         visible: text !== ""
         width: parent.width
-        wrapMode: Text.Wrap
     }
 
     Item {

@@ -11,7 +11,7 @@ T.ToolTip {
     font.family: Theme.family
     font.pixelSize: Theme.textSmall
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    implicitWidth: contentItem.implicitWidth + leftPadding + rightPadding
+    implicitWidth: Math.min(480, contentItem.implicitWidth + leftPadding + rightPadding)
     margins: Theme.spaceSmall
     padding: Theme.spaceSmall
     visible: shown && text !== ""
@@ -24,7 +24,11 @@ T.ToolTip {
         radius: Theme.radiusSmall
     }
     contentItem: Label {
+        elide: Text.ElideRight
         font: root.font
+        lineHeight: 1
+        maximumLineCount: 12
         text: root.text
+        wrapMode: Text.Wrap
     }
 }

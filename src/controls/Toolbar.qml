@@ -33,15 +33,19 @@ Rectangle {
         spacing: Theme.spaceSmall
 
         Label {
+            id: heading
+
             font.weight: Font.DemiBold
             text: root.title
             visible: text !== ""
+            width: Math.min(implicitWidth, parent.width)
         }
 
         Label {
             color: Theme.secondary
             text: root.subtitle
             visible: text !== ""
+            width: Math.max(0, Math.min(implicitWidth, parent.width - heading.width - parent.spacing))
         }
     }
 

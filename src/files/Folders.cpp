@@ -1,6 +1,10 @@
 #include "files/Folders.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/stat.h>
 
 namespace palvera {
 
@@ -22,6 +26,22 @@ Folders Folders::ofUser()
             .library = folderFrom("XDG_STATE_HOME", ".local/state"),
             .caches = folderFrom("XDG_CACHE_HOME", ".cache") + QStringLiteral("/Palvera"),
             .config = folderFrom("XDG_CONFIG_HOME", ".config")};
+}
+
+void makePrivateFolder(const QString& path)
+{
+    constexpr mode_t ownerOnly = 0700, others = 0077;
+    const auto name = QFile::encodeName(path);
+    struct stat there{};
+    if (::stat(name.constData(), &there) == 0) {
+        if (there.st_mode & others)
+            ::chmod(name.constData(), ownerOnly);
+        return;
+    }
+    const auto above = QFileInfo(path).path();
+    if (above != path && !QFileInfo::exists(above))
+        makePrivateFolder(above);
+    ::mkdir(name.constData(), ownerOnly);
 }
 
 } // namespace palvera

@@ -20,4 +20,8 @@ struct Folders {
     QString preferences() const { return config + QStringLiteral("/Palvera/palvera.conf"); }
 };
 
+/// Makes the folder at `path`, and those above it that are missing, for their owner alone (0700), and closes one that
+/// is there to others. A failure shows when something is to be kept there.
+void makePrivateFolder(const QString& path);
+
 } // namespace palvera

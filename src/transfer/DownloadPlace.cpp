@@ -3,7 +3,7 @@
 #include "files/AtomicFile.h"
 #include "files/DestinationFile.h"
 #include "files/FileError.h"
-#include "files/VisibleText.h"
+#include "text/VisibleText.h"
 #include "transfer/DownloadRules.h"
 #include "transfer/Partial.h"
 

@@ -2,6 +2,7 @@
 
 #include "files/AtomicFile.h"
 #include "files/FileError.h"
+#include "files/Folders.h"
 #include "files/SmallFile.h"
 #include "service/JsonReader.h"
 
@@ -37,14 +38,14 @@ JournalStore::JournalStore(const QString& applicationSupport) : m_home(applicati
 QString JournalStore::journalFolder() const
 {
     QString folder = m_home + QStringLiteral("/Uploads");
-    QDir().mkpath(folder);
+    makePrivateFolder(folder);
     return folder;
 }
 
 QString JournalStore::stagingFolder() const
 {
     QString folder = m_home + QStringLiteral("/Staging");
-    QDir().mkpath(folder);
+    makePrivateFolder(folder);
     return folder;
 }
 

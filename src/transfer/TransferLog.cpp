@@ -1,9 +1,10 @@
 #include "transfer/TransferLog.h"
 
+#include "files/Folders.h"
 #include "files/SmallFile.h"
+#include "text/VisibleText.h"
 
 #include <QDateTime>
-#include <QDir>
 
 namespace palvera {
 
@@ -18,15 +19,6 @@ QString timeOf(const Clock& clock)
 {
     auto sinceEpoch = std::chrono::duration_cast<std::chrono::milliseconds>(clock.wallNow().time_since_epoch());
     return QDateTime::fromMSecsSinceEpoch(sinceEpoch.count()).toString(QStringLiteral("HH:mm:ss"));
-}
-
-/// A file name may hold any character; one line of the log may not hold a line break.
-QString onOneLine(QString text)
-{
-    for (QChar& c : text)
-        if (c.category() == QChar::Other_Control)
-            c = QChar::ReplacementCharacter;
-    return text;
 }
 
 } // namespace
@@ -46,8 +38,8 @@ QString doneLine(qint64 bytes, double seconds)
 TransferLog::TransferLog(const QString& libraryFolder, const QString& filename, Clock& clock)
     : m_clock(clock), m_began(clock.now()), m_path(libraryFolder + QStringLiteral("/Logs/Palvera/transfers.log"))
 {
-    QDir().mkpath(libraryFolder + QStringLiteral("/Logs/Palvera"));
-    write(QStringLiteral("── ") + timeOf(clock) + QStringLiteral(" start ") + onOneLine(filename));
+    makePrivateFolder(libraryFolder + QStringLiteral("/Logs/Palvera"));
+    write(QStringLiteral("── ") + timeOf(clock) + QStringLiteral(" start ") + visibleText(filename));
 }
 
 void TransferLog::part(int part, qint64 bytes, double seconds)

@@ -8,24 +8,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-TEST(DisplayText, isHarmlessOnATerminal)
-{
-    const std::pair<QString, QString> cases[] = {
-        {u"Ævintýri #1?.mov"_s, u"Ævintýri #1?.mov"_s},
-        {u"a\nb\tc\r"_s, u"a b c "_s},
-        {u"\x1b[2J"_s, u"�[2J"_s},
-        {u"\u009b31m"_s, u"�31m"_s},
-        {u"\x7f"_s, u"�"_s},
-        {QString(QChar(0)), u"�"_s},
-        {u"a\u2028b\u2029"_s, u"a b "_s},
-        {u"gpj.\u202ecod"_s, u"gpj.�cod"_s},
-        {QString(QChar(0xD83D)) + u'x', u"�x"_s},
-        {u"👩\u200d🚀"_s, u"👩\u200d🚀"_s},
-    };
-    for (const auto& [text, shown] : cases)
-        EXPECT_EQ(printable(text), shown);
-}
-
 TEST(DisplayText, isMeasuredPaddedAndShortenedByCells)
 {
     const std::pair<const char*, int> cases[] = {

@@ -87,6 +87,26 @@ TEST_F(ControlsTest, arrowsMoveAlongSegmentsAndStopAtTheEnds)
     EXPECT_EQ(screen.window().property("walked"), "121");
 }
 
+TEST_F(ControlsTest, aLongTextFromElsewhereNeitherCoversItsNeighboursNorPushesThemAway)
+{
+    screen.showContent("Column { Toolbar { title: 'client '.repeat(100); width: 400\n"
+                       "trailing: AppButton { text: 'Account' } }\n"
+                       "Message { icon: 'tray'; title: 'No'; detail: 'word '.repeat(500); action: 'Try again' } }");
+    const auto edges = [this](QAccessible::Role role, const QString& name) {
+        auto* item = screen.find(role, name);
+        return item->mapRectToScene(item->boundingRect());
+    };
+    const auto account = edges(QAccessible::Button, "Account");
+    EXPECT_LE(edges(QAccessible::StaticText, QString("client ").repeated(100)).right(), account.left());
+    EXPECT_LT(account.right(), 401);
+    EXPECT_LT(edges(QAccessible::Button, "Try again").bottom(), 420);
+    screen.press(Qt::Key_Tab);
+    screen.press(Qt::Key_Tab);
+    for (auto key : {Qt::Key_PageDown, Qt::Key_Down, Qt::Key_Up})
+        screen.press(key);
+    EXPECT_EQ(screen.focused()->property("contentY"), screen.focused()->height());
+}
+
 TEST_F(ControlsTest, aTextFromElsewhereIsShownAndNeverObeyed)
 {
     screen.showContent("Column { Label { text: '<b>bold</b><img src=\"file:///etc/passwd\">' }\n"

@@ -2,6 +2,9 @@
 #include "support/QtPrinting.h"
 #include "support/ScopedVariable.h"
 
+#include <QFileInfo>
+#include <QTemporaryDir>
+
 namespace palvera {
 namespace {
 
@@ -25,6 +28,19 @@ TEST(FoldersTest, followTheEnvironmentWhereItSaysSomethingUsable)
     EXPECT_EQ(folders.library, "/home/someone/.local/state");
     EXPECT_EQ(folders.caches, "/home/someone/.cache/Palvera");
     EXPECT_EQ(folders.config, "/home/someone/.config");
+}
+
+TEST(FoldersTest, areMadeForTheirOwnerAloneAndClosedToOthersWhereTheyAreThere)
+{
+    const QTemporaryDir place;
+    const auto deep = place.filePath("share/Palvera/Uploads");
+    const auto modeOf = [](const QString& path) { return int(QFileInfo(path).permissions() & 0xFFF); };
+    makePrivateFolder(deep);
+    for (const auto& each : {place.filePath("share"), place.filePath("share/Palvera"), deep})
+        EXPECT_EQ(modeOf(each), 0x700) << each.toStdString();
+    QFile::setPermissions(deep, QFile::Permissions(0x777));
+    makePrivateFolder(deep);
+    EXPECT_EQ(modeOf(deep), 0x700);
 }
 
 } // namespace

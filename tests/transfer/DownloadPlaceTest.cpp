@@ -37,7 +37,7 @@ TEST_F(DownloadPlaceTest, makesAnyNameOneOfAFileInTheFolder)
         {"a/..", "Download"},
         {"a/", "Download"},
         {".bashrc", "bashrc"},
-        {"two\nlines\t.mov", "twolines.mov"},
+        {"two\nlines\t.mov", "two lines .mov"},
         {QString("nul") + QChar(0) + ".mov", "nul.mov"},
         {" spaced .mov ", "spaced .mov"},
         {QString::fromUtf8("Fo\u0308hn.mov"), QString::fromUtf8("F\u00f6hn.mov")},

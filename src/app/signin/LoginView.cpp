@@ -192,8 +192,8 @@ Task<void> LoginView::perform(Task<void> action, QString fallback)
 /// What the platform says is shown as it is, and so is what a door says; anything else is `fallback`.
 void LoginView::fail(const std::exception_ptr& failure, const QString& fallback)
 {
-    if (auto refusal = failureAs<APIError>(failure))
-        m_error = refusal->text();
+    if (failureAs<APIError>(failure))
+        m_error = describe(failure);
     else if (auto door = failureAs<SignInDoorError>(failure))
         m_error = door->text(); // of one that the user has closed it is empty
     else

@@ -98,12 +98,11 @@ FocusScope {
                             width: height
                         }
 
-                        Label {
-                            Accessible.role: Accessible.AlertMessage
+                        Words {
                             color: Theme.danger
+                            role: Accessible.AlertMessage
                             text: root.login.error
                             width: parent.width - Theme.symbolMedium - parent.spacing
-                            wrapMode: Text.Wrap
                         }
                     }
 

@@ -1,9 +1,9 @@
 #include "screens/assets/AssetLine.h"
 
 #include "files/Quantities.h"
-#include "files/VisibleText.h"
 #include "screens/TransferTexts.h"
 #include "screens/Wording.h"
+#include "text/VisibleText.h"
 
 #include <QTimeZone>
 

@@ -35,6 +35,8 @@ Rectangle {
         anchors.right: close.left
         anchors.rightMargin: Theme.spaceSmall
         anchors.verticalCenter: parent.verticalCenter
+        elide: Text.ElideRight
+        maximumLineCount: 6
         wrapMode: Text.Wrap
     }
 

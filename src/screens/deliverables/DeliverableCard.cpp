@@ -2,6 +2,7 @@
 
 #include "files/Quantities.h"
 #include "screens/Wording.h"
+#include "text/VisibleText.h"
 
 #include <QStringList>
 
@@ -26,10 +27,16 @@ QString detailsOf(const Deliverable& deliverable)
         details.append(languageName(*deliverable.language));
     if (auto bytes = deliverable.expectedBytes())
         details.append(byteCountText(*bytes));
-    return details.join(QStringLiteral(" · "));
+    return visibleText(details.join(QStringLiteral(" · ")));
 }
 
 } // namespace
+
+QString titleOf(const Deliverable& deliverable)
+{
+    const auto label = visibleText(deliverable.label);
+    return label.trimmed().isEmpty() ? visibleText(humanised(deliverable.kind)) : label;
+}
 
 bool isFiled(const Deliverable& deliverable)
 {
@@ -39,7 +46,7 @@ bool isFiled(const Deliverable& deliverable)
 DeliverableCard::DeliverableCard(Deliverable row)
     : deliverable(std::move(row)),
       searchText(searchTextOf(deliverable)),
-      title(deliverable.label.isEmpty() ? humanised(deliverable.kind) : deliverable.label),
+      title(titleOf(deliverable)),
       details(detailsOf(deliverable)),
       isFiled(palvera::isFiled(deliverable))
 {}

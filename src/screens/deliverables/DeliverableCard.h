@@ -11,6 +11,9 @@ namespace palvera {
 /// Whether a file has been filed on the row.
 bool isFiled(const Deliverable& deliverable);
 
+/// What the row is called.
+QString titleOf(const Deliverable& deliverable);
+
 /// A deliverable with what the list shows of it and finds it by, made once when the row is loaded. Never changes, so it
 /// may be shared between threads.
 struct DeliverableCard {

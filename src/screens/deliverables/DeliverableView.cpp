@@ -5,7 +5,9 @@
 #include "screens/LocalPath.h"
 #include "screens/TransferTexts.h"
 #include "screens/Wording.h"
+#include "screens/deliverables/DeliverableCard.h"
 #include "session/Session.h"
+#include "text/VisibleText.h"
 #include "transfer/UploadFailures.h"
 #include "transfers/Transfers.h"
 
@@ -66,7 +68,12 @@ void DeliverableView::update(const Deliverable& deliverable)
 
 QString DeliverableView::title() const
 {
-    return m_deliverable.label.isEmpty() ? humanised(m_deliverable.kind) : m_deliverable.label;
+    return titleOf(m_deliverable);
+}
+
+QString DeliverableView::contextLine() const
+{
+    return visibleText(m_deliverable.contextLine().value_or(QString()));
 }
 
 QString DeliverableView::symbol() const
@@ -84,6 +91,8 @@ QStringList DeliverableView::chips() const
     QStringList chips{humanised(m_deliverable.family), humanised(m_deliverable.status),
                       languageName(m_deliverable.language.value_or(QString())),
                       m_deliverable.territory.value_or(QString())};
+    for (auto& chip : chips)
+        chip = visibleText(chip);
     chips.removeAll(QString());
     return chips;
 }

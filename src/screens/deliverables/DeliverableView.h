@@ -74,7 +74,7 @@ public:
 
     const Deliverable& deliverable() const { return m_deliverable; }
     QString title() const;
-    QString contextLine() const { return m_deliverable.contextLine().value_or(QString()); }
+    QString contextLine() const;
     QString symbol() const;
     QString tint() const;
     QStringList chips() const;

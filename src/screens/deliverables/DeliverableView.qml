@@ -63,8 +63,10 @@ FocusScope {
 
                     Label {
                         Accessible.role: Accessible.Heading
+                        elide: Text.ElideRight
                         font.pixelSize: Theme.textTitle
                         font.weight: Font.DemiBold
+                        maximumLineCount: 3
                         text: root.deliverable.title
                         width: parent.width
                         wrapMode: Text.Wrap
@@ -72,6 +74,8 @@ FocusScope {
 
                     Label {
                         color: Theme.secondary
+                        elide: Text.ElideRight
+                        maximumLineCount: 3
                         text: root.deliverable.contextLine
                         visible: text !== ""
                         width: parent.width
@@ -147,6 +151,8 @@ FocusScope {
                     anchors.rightMargin: Theme.spaceMedium
                     anchors.verticalCenter: parent.verticalCenter
                     color: Theme.danger
+                    elide: Text.ElideRight
+                    maximumLineCount: 6
                     text: root.deliverable.refusal
                     wrapMode: Text.Wrap
                 }

@@ -6,6 +6,7 @@
 #include "screens/deliverables/DeliverableFilter.h"
 #include "screens/deliverables/FilterChoices.h"
 #include "service/Organisations.h"
+#include "text/VisibleText.h"
 
 #include <QHash>
 
@@ -78,8 +79,8 @@ public:
 
     const Org& org() const { return m_org; }
     const Project& project() const { return m_project; }
-    const QString& title() const { return m_project.name; }
-    const QString& orgName() const { return m_org.name; }
+    QString title() const { return visibleText(m_project.name); }
+    QString orgName() const { return visibleText(m_org.name); }
     /// A load is running while there is nothing to show.
     bool isLoading() const { return m_loading; }
     /// Why the last load failed, for the user; empty when it did not.

@@ -61,21 +61,23 @@ Item {
         }
 
         Label {
+            elide: Text.ElideRight
             font.pixelSize: root.prominent ? Theme.textHeading : Theme.textBody
             font.weight: Font.DemiBold
             horizontalAlignment: Text.AlignHCenter
+            maximumLineCount: 3
             text: root.headline
             width: parent.width
             wrapMode: Text.Wrap
         }
 
-        Label {
+        Words {
             color: Theme.secondary
             horizontalAlignment: Text.AlignHCenter
+            mostLines: 4
             text: root.detail
             visible: text !== ""
             width: parent.width
-            wrapMode: Text.Wrap
         }
 
         Item {

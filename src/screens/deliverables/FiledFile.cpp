@@ -2,6 +2,7 @@
 
 #include "files/Quantities.h"
 #include "screens/deliverables/DeliverableFilter.h"
+#include "text/VisibleText.h"
 
 namespace palvera {
 
@@ -35,10 +36,10 @@ std::optional<FiledFile> filedFile(const Deliverable& deliverable)
                         durationOf(spec), pictureSize(spec)};
     details.removeAll(QString());
     return FiledFile{.object = object,
-                     .name = filename.isEmpty() ? QStringLiteral("The delivered file") : filename,
+                     .name = filename.isEmpty() ? QStringLiteral("The delivered file") : visibleText(filename),
                      .saveName =
                          filename.isEmpty() ? object.section(u'/', -1, -1, QString::SectionSkipEmpty) : filename,
-                     .details = details.join(QStringLiteral(" · "))};
+                     .details = visibleText(details.join(QStringLiteral(" · ")))};
 }
 
 } // namespace palvera

@@ -1,5 +1,7 @@
 #include "screens/deliverables/FilterChoices.h"
 
+#include "text/VisibleText.h"
+
 namespace palvera {
 
 FilterChoices::FilterChoices(Describe describe, QObject* parent)
@@ -12,7 +14,7 @@ void FilterChoices::setValues(const QStringList& values)
 {
     QList<FilterChoice> choices;
     for (const auto& value : values)
-        choices.append(m_describe(value));
+        choices.append(shown(value));
     setRows(choices);
 }
 
@@ -29,7 +31,15 @@ QString FilterChoices::valueAt(int index) const
 
 QString FilterChoices::labelOf(const QString& value) const
 {
-    return m_describe(value).label;
+    return shown(value).label;
+}
+
+FilterChoice FilterChoices::shown(const QString& value) const
+{
+    auto choice = m_describe(value);
+    choice.label = visibleText(choice.label);
+    choice.code = visibleText(choice.code);
+    return choice;
 }
 
 } // namespace palvera

@@ -36,6 +36,8 @@ public:
     Q_INVOKABLE QString labelOf(const QString& value) const;
 
 private:
+    FilterChoice shown(const QString& value) const;
+
     const Describe m_describe;
 };
 

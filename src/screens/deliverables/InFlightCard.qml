@@ -78,6 +78,8 @@ Card {
 
         Label {
             color: Theme.warning
+            elide: Text.ElideRight
+            maximumLineCount: 6
             text: root.deliverable.trouble
             visible: text !== ""
             width: parent.width

@@ -1,5 +1,6 @@
 #include "screens/panel/InterruptedRows.h"
 
+#include "text/VisibleText.h"
 #include "transfers/Transfers.h"
 
 namespace palvera {
@@ -20,7 +21,7 @@ void InterruptedRows::update()
     QList<InterruptedRow> interrupted;
     for (const auto& journal : m_transfers.interruptedJournals())
         interrupted.append({.key = journal.key,
-                            .filename = journal.filename,
+                            .filename = visibleText(journal.filename),
                             .progress = tr("%1 of %2 parts done").arg(journal.done.size()).arg(journal.partCount)});
     setRows(interrupted);
     Q_EMIT countChanged();

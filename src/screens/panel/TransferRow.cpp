@@ -2,6 +2,7 @@
 
 #include "files/Quantities.h"
 #include "screens/TransferTexts.h"
+#include "text/VisibleText.h"
 
 namespace palvera {
 
@@ -62,9 +63,9 @@ TransferRow transferRow(const Item& item, Clock::WallTime now)
     TransferRow row{.key = item.id.toString(QUuid::WithoutBraces),
                     .symbol =
                         isUpload ? QStringLiteral("arrow.up.circle.fill") : QStringLiteral("arrow.down.circle.fill"),
-                    .title = item.label.isEmpty() ? item.name : item.label,
-                    .titleName = item.titleName.value_or(QString()),
-                    .name = item.name,
+                    .title = visibleText(item.label.isEmpty() ? item.name : item.label),
+                    .titleName = visibleText(item.titleName.value_or(QString())),
+                    .name = visibleText(item.name),
                     .state = TransferState::Value(item.state.index()),
                     .isInFlight = item.isInFlight(),
                     .fraction = fractionOf(item.sent, item.total),

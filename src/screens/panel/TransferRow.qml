@@ -153,7 +153,9 @@ Item {
 
             Accessible.ignored: true
             color: root.transferState === TransferState.Failed ? Theme.danger : Theme.secondary
+            elide: Text.ElideRight
             font.pixelSize: Theme.textSmall
+            maximumLineCount: 4
             text: root.status
             visible: text !== ""
             width: parent.width

@@ -1,6 +1,7 @@
 #include "screens/panel/TransfersView.h"
 
 #include "files/Quantities.h"
+#include "text/VisibleText.h"
 #include "transfers/Transfers.h"
 
 namespace palvera {
@@ -70,7 +71,7 @@ QString TransfersView::doubtText() const
         return {};
     QStringList place{doubt->deliverable.contextLine().value_or(QString()), doubt->deliverable.label};
     place.removeAll(QString());
-    return tr("Going to %1\n\n%2").arg(place.join(QStringLiteral(" · ")), doubt->message);
+    return tr("Going to %1\n\n%2").arg(visibleText(place.join(QStringLiteral(" · "))), doubt->message);
 }
 
 void TransfersView::stop(const QString& key)
