@@ -1,6 +1,8 @@
 #include "app/RootView.h"
 
+#include "service/API.h"
 #include "session/Session.h"
+#include "text/VisibleText.h"
 
 namespace palvera {
 
@@ -43,7 +45,8 @@ RootView::RootView(Environment environment, QObject* parent)
 
 QString RootView::windowTitle() const
 {
-    QStringList parts{m_transfers.overallText(), m_session.org() ? m_session.org()->name : QString(), tr("Palvera")};
+    QStringList parts{m_transfers.overallText(), m_session.org() ? visibleText(m_session.org()->name) : QString(),
+                      tr("Palvera")};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" – "));
 }
@@ -51,13 +54,13 @@ QString RootView::windowTitle() const
 QString RootView::userName() const
 {
     const auto* me = m_session.me();
-    return me ? me->user.name.value_or(QString()) : QString();
+    return me ? visibleText(me->user.name.value_or(QString())) : QString();
 }
 
 QString RootView::userEmail() const
 {
     const auto* me = m_session.me();
-    return me ? me->user.email : QString();
+    return me ? visibleText(me->user.email) : QString();
 }
 
 QString RootView::error() const
@@ -68,6 +71,11 @@ QString RootView::error() const
 QString RootView::buildText() const
 {
     return tr("Build %1 (%2)").arg(m_environment.version, m_environment.build);
+}
+
+bool RootView::isServiceExposed() const
+{
+    return m_environment.signIn.doors.api.isServiceExposed();
 }
 
 void RootView::start()

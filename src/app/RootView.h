@@ -31,6 +31,7 @@ class RootView : public QObject {
     Q_PROPERTY(QString userEmail READ userEmail NOTIFY userChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
     Q_PROPERTY(QString buildText READ buildText CONSTANT)
+    Q_PROPERTY(bool serviceExposed READ isServiceExposed CONSTANT)
 
 public:
     /// How far one has gone into the organisation that is open.
@@ -69,6 +70,8 @@ public:
     /// What failed last while the session was looked up, for the user.
     QString error() const;
     QString buildText() const;
+    /// Whether others can read along.
+    bool isServiceExposed() const;
 
     /// Finds out who is signed in, unless that is known.
     Q_INVOKABLE void start();

@@ -37,6 +37,26 @@ FocusScope {
         opacity: 0
     }
 
+    Badge {
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.margins: Theme.spaceSmall
+        color: Theme.dangerFill
+        text: qsTr("Not encrypted")
+        visible: root.model.serviceExposed
+        z: 2
+
+        HoverHandler {
+            id: pointer
+        }
+
+        Tip {
+            shown: pointer.hovered
+            text: qsTr("The service address that PV_API names is not encrypted: others on the way can read along.")
+            y: -height - Theme.spaceTiny
+        }
+    }
+
     ConfirmDialog {
         cancelText: qsTr("Cancel")
         careful: true

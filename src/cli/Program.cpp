@@ -55,6 +55,9 @@ ExitCode Program::run()
         signals.clear(); // the next one ends the process: journals hold all that is worth keeping
         m_bench.stop->stop();
     });
+    if (m_connections.api.isServiceExposed())
+        m_output.remark(QStringLiteral("The service address that PV_API names is not encrypted: others on the way can "
+                                       "read along."));
     std::optional<ExitCode> ended;
     std::exception_ptr failure;
     auto quit = [&](std::exception_ptr thrown) {

@@ -4,6 +4,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+
 #include <sys/stat.h>
 
 namespace palvera {
@@ -32,16 +34,17 @@ void makePrivateFolder(const QString& path)
 {
     constexpr mode_t ownerOnly = 0700, others = 0077;
     const auto name = QFile::encodeName(path);
-    struct stat there{};
-    if (::stat(name.constData(), &there) == 0) {
-        if (there.st_mode & others)
-            ::chmod(name.constData(), ownerOnly);
+    if (::mkdir(name.constData(), ownerOnly) == 0)
         return;
-    }
+    struct stat there{};
     const auto above = QFileInfo(path).path();
-    if (above != path && !QFileInfo::exists(above))
-        makePrivateFolder(above);
-    ::mkdir(name.constData(), ownerOnly);
+    if (errno == ENOENT && above != path) {
+        if (!QFileInfo::exists(above))
+            makePrivateFolder(above);
+        ::mkdir(name.constData(), ownerOnly);
+    } else if (errno == EEXIST && ::stat(name.constData(), &there) == 0 && (there.st_mode & others)) {
+        ::chmod(name.constData(), ownerOnly);
+    }
 }
 
 } // namespace palvera

@@ -2,13 +2,15 @@
 
 #include "files/AtomicFile.h"
 #include "files/FileError.h"
+#include "files/Folders.h"
 #include "files/SmallFile.h"
 #include "http/CookieFile.h"
 #include "http/CurlLibrary.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+
+#include <QHash>
 
 #include <curl/curl.h>
 
@@ -19,6 +21,8 @@ namespace palvera {
 namespace {
 
 constexpr qint64 largestFile = 4 << 20;
+/// The platform sets a handful. Each request takes all of its host's along, so more would make every one longer.
+constexpr int mostOfOneDomain = 64;
 
 struct EasyDeleter {
     void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
@@ -92,6 +96,21 @@ QByteArrayList CookieStore::all() const
     return lines;
 }
 
+/// What a domain sets beyond its share is given up, the latest first.
+void CookieStore::keepBounds()
+{
+    QHash<QByteArray, int> counts;
+    EasyPointer easy;
+    for (const auto& line : all()) {
+        auto fields = line.split('\t');
+        if (++counts[fields[0]] <= mostOfOneDomain)
+            continue;
+        fields[4] = "1"; // its expiry, long past: libcurl lets go of it
+        easy = easy ? std::move(easy) : openCookies(m_share);
+        curl_easy_setopt(easy.get(), CURLOPT_COOKIELIST, fields.join('\t').constData());
+    }
+}
+
 void CookieStore::clear()
 {
     std::lock_guard guard(m_fileLock);
@@ -103,6 +122,7 @@ void CookieStore::clear()
 
 void CookieStore::save()
 {
+    keepBounds();
     if (m_file.isEmpty())
         return;
     std::lock_guard guard(m_fileLock);
@@ -110,7 +130,7 @@ void CookieStore::save()
     if (contents == m_written)
         return;
     auto folder = QFileInfo(m_file).absolutePath();
-    QDir().mkpath(folder);
+    makePrivateFolder(folder);
     try {
         writeFileAtomically(m_file, contents, folder, FileAccess::ownerOnly);
         m_written = contents;

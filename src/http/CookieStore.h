@@ -25,8 +25,8 @@ public:
 
     /// Forgets every cookie of every host, in memory and in the file.
     void clear();
-    /// Writes the file when it would differ from what was last written. Cookies that cannot be written stay in memory:
-    /// the user then signs in again at the next start.
+    /// Lets go of what a domain has set beyond 64 cookies, and writes the file when it would differ from what was last
+    /// written. Cookies that cannot be written stay in memory: the user then signs in again at the next start.
     void save();
 
     /// libcurl's CURLSH.
@@ -34,6 +34,7 @@ public:
 
 private:
     void load();
+    void keepBounds();
     QByteArrayList all() const;
 
     static constexpr std::size_t lockCount = 8; // CURL_LOCK_DATA_LAST

@@ -14,12 +14,12 @@ TransportError transportError(CURLcode result)
     case CURLE_INTERFACE_FAILED:
         return {Kind::connect, QStringLiteral("Could not connect to the server.")};
     case CURLE_PROXY:
-        return {Kind::connect, QStringLiteral("The proxy refused the connection.")};
+        return {Kind::proxy, QStringLiteral("The proxy refused the connection.")};
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_ISSUER_ERROR:
     case CURLE_SSL_INVALIDCERTSTATUS:
     case CURLE_SSL_PINNEDPUBKEYNOTMATCH:
-        return {Kind::tls, QStringLiteral("The server's certificate is not trusted.")};
+        return {Kind::untrusted, QStringLiteral("The server's certificate is not trusted.")};
     case CURLE_SSL_CONNECT_ERROR:
     case CURLE_SSL_CIPHER:
     case CURLE_SSL_CERTPROBLEM:
@@ -30,7 +30,7 @@ TransportError transportError(CURLcode result)
     case CURLE_SSL_ENGINE_NOTFOUND:
     case CURLE_SSL_ENGINE_SETFAILED:
     case CURLE_SSL_ENGINE_INITFAILED:
-        return {Kind::tls, QStringLiteral("The trusted certificates could not be read.")};
+        return {Kind::untrusted, QStringLiteral("The trusted certificates could not be read.")};
     case CURLE_OPERATION_TIMEDOUT: // libcurl's own limit on connecting
         return {Kind::connect, QStringLiteral("The server did not answer.")};
     case CURLE_UNSUPPORTED_PROTOCOL: // an answer that has no HTTP status
@@ -42,6 +42,19 @@ TransportError transportError(CURLcode result)
     default: // libcurl adds results over time; all others mean that the exchange broke off
         return {Kind::broken, QStringLiteral("The connection was lost.")};
     }
+}
+
+std::optional<TransportError> proxyRefusal(long status)
+{
+    using Kind = TransportError::Kind;
+    constexpr long asksWho = 407;
+    if (status == asksWho)
+        return TransportError(Kind::proxy, QStringLiteral("The proxy asks for a name and a password."));
+    if (status >= 500)
+        return TransportError(Kind::connect, QStringLiteral("The proxy could not reach the server."));
+    if (status >= 400)
+        return TransportError(Kind::proxy, QStringLiteral("The proxy refused the connection."));
+    return {};
 }
 
 } // namespace palvera

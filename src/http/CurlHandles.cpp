@@ -1,6 +1,7 @@
 #include "http/CurlHandles.h"
 
 #include "http/CookieStore.h"
+#include "http/CurlTls.h"
 
 #include <netinet/in.h>
 #include <netinet/tcp.h>
@@ -93,7 +94,9 @@ void CurlHandles::setTrust(CURL* easy) const
               "TLS_AES_128_GCM_SHA256:TLS_AES_256_GCM_SHA384:TLS_CHACHA20_POLY1305_SHA256");
     if (auto file = authoritiesFile(m_options); !file.isEmpty())
         setOption(easy, CURLOPT_CAINFO, file.constData());
-    if (!m_options.verifyPeer) {
+    if (m_options.verifyPeer) {
+        setOption(easy, CURLOPT_SSL_CTX_FUNCTION, &refuseCommonNames);
+    } else {
         setOption(easy, CURLOPT_SSL_VERIFYPEER, 0L);
         setOption(easy, CURLOPT_SSL_VERIFYHOST, 0L);
     }

@@ -1,8 +1,33 @@
 #include "http/CurlTls.h"
 
 #include <openssl/bio.h>
+#include <openssl/x509v3.h>
+
+#include <memory>
 
 namespace palvera {
+
+namespace {
+
+struct ExtensionDeleter {
+    void operator()(GENERAL_NAMES* names) const { GENERAL_NAMES_free(names); }
+};
+
+/// Called for each certificate of the chain, from the authority's down to the server's, which has depth 0.
+int requireAlternativeName(int isTrusted, X509_STORE_CTX* checking)
+{
+    if (!isTrusted || X509_STORE_CTX_get_error_depth(checking) != 0)
+        return isTrusted;
+    const auto* certificate = X509_STORE_CTX_get_current_cert(checking);
+    const std::unique_ptr<GENERAL_NAMES, ExtensionDeleter> names(
+        static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate, NID_subject_alt_name, nullptr, nullptr)));
+    if (names)
+        return 1;
+    X509_STORE_CTX_set_error(checking, X509_V_ERR_HOSTNAME_MISMATCH);
+    return 0;
+}
+
+} // namespace
 
 SSL* tlsOf(CURL* easy)
 {
@@ -25,6 +50,12 @@ void readAhead(CURL* easy, int bytes)
     }
     BIO_up_ref(stream); // the chain's, where it was the connection's own
     SSL_set0_rbio(tls, BIO_push(buffer, stream));
+}
+
+CURLcode refuseCommonNames(CURL* /*easy*/, void* context, void* /*data*/)
+{
+    SSL_CTX_set_verify(static_cast<SSL_CTX*>(context), SSL_VERIFY_PEER, &requireAlternativeName);
+    return CURLE_OK;
 }
 
 } // namespace palvera

@@ -16,4 +16,9 @@ SSL* tlsOf(CURL* easy);
 /// of its buffer for every record, which costs what it saves.
 void readAhead(CURL* easy, int bytes);
 
+/// For CURLOPT_SSL_CTX_FUNCTION. Has the handshake fail where the server's certificate names its hosts only as the
+/// common name of its subject, by which libcurl would go where there is nothing better and which authorities have not
+/// vouched for in years (RFC 9110, 4.3.4). `context` is an SSL_CTX.
+CURLcode refuseCommonNames(CURL* easy, void* context, void*);
+
 } // namespace palvera

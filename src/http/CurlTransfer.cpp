@@ -22,13 +22,20 @@ using Kind = TransportError::Kind;
 
 namespace {
 
-constexpr qsizetype longestRefusal = 16 << 10;
+constexpr qsizetype longestRefusal = 64 << 10;
+constexpr qsizetype longestUnread = 16 << 10;
 /// What a connection gets over by itself in no time: after a longer one TCP waits for as long again.
 constexpr std::chrono::seconds shortOutage{1};
 
 std::chrono::milliseconds totalLimit(const HttpRequest& request, const HttpSessionOptions& options)
 {
     return request.totalTimeout.count() > 0 ? request.totalTimeout : options.totalTimeout;
+}
+
+/// Whether it does no harm when the server gets it twice.
+bool isRepeatable(const HttpRequest& request)
+{
+    return request.method == "GET" || request.method == "HEAD";
 }
 
 bool hasBody(const HttpRequest& request)
@@ -48,6 +55,7 @@ TransportError outOfTime(RequestWatch::Verdict verdict, std::chrono::millisecond
 
 CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, CurlHandles& handles, CurlMulti& multi)
     : m_request(std::move(request)),
+      m_encrypted(address.encrypted),
       m_totalLimit(totalLimit(m_request, handles.options())),
       m_handles(handles),
       m_multi(multi),
@@ -59,6 +67,7 @@ CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, Curl
     setMethod();
     setHeaders();
     setCallbacks();
+    setRepetition();
     m_multi.add(m_easy.get());
 }
 
@@ -89,6 +98,7 @@ void CurlTransfer::setHeaders()
         addHeader(value.isEmpty() ? name + ';' : name + ": " + value);
     addHeader("Expect:"); // waiting for a 100 costs a round trip for every part
     set(CURLOPT_HTTPHEADER, m_headers.get());
+    set(CURLOPT_ACCEPT_ENCODING, m_request.asksForCompression ? "" : nullptr); // "": all that libcurl knows
 }
 
 void CurlTransfer::addHeader(const QByteArray& line)
@@ -106,8 +116,6 @@ void CurlTransfer::setBody()
     set(CURLOPT_INFILESIZE_LARGE, curl_off_t(bodySize()));
     set(CURLOPT_READFUNCTION, &CurlTransfer::readBody);
     set(CURLOPT_READDATA, this);
-    set(CURLOPT_SEEKFUNCTION, &CurlTransfer::seekBody);
-    set(CURLOPT_SEEKDATA, this);
 }
 
 void CurlTransfer::setCallbacks()
@@ -119,6 +127,23 @@ void CurlTransfer::setCallbacks()
     set(CURLOPT_WRITEDATA, this);
     set(CURLOPT_XFERINFOFUNCTION, &CurlTransfer::takeProgress);
     set(CURLOPT_XFERINFODATA, this);
+}
+
+/// libcurl sends a request again when a kept-alive connection turns out to be closed, whether or not the server has
+/// acted on it before that. So it is stopped at the second time, and given no connection that may well be closed.
+void CurlTransfer::setRepetition()
+{
+    constexpr long secondsAsLibcurl = 118, secondsUnused = 3;
+    set(CURLOPT_MAXAGE_CONN, isRepeatable(m_request) ? secondsAsLibcurl : secondsUnused);
+    set(CURLOPT_PREREQFUNCTION, &CurlTransfer::beforeSending);
+    set(CURLOPT_PREREQDATA, this);
+}
+
+int CurlTransfer::beforeSending(void* self, char*, char*, int, int)
+{
+    auto& transfer = *static_cast<CurlTransfer*>(self);
+    const bool isAgain = std::exchange(transfer.m_wasSent, true);
+    return isAgain && !isRepeatable(transfer.m_request) ? CURL_PREREQFUNC_ABORT : CURL_PREREQFUNC_OK;
 }
 
 qint64 CurlTransfer::bodySize() const
@@ -148,14 +173,6 @@ std::size_t CurlTransfer::readBody(char* into, std::size_t size, std::size_t cou
     }
     transfer.m_offset += qint64(got);
     return got;
-}
-
-int CurlTransfer::seekBody(void* self, curl_off_t offset, int origin)
-{
-    if (origin != SEEK_SET)
-        return CURL_SEEKFUNC_CANTSEEK;
-    static_cast<CurlTransfer*>(self)->m_offset = offset;
-    return CURL_SEEKFUNC_OK;
 }
 
 std::size_t CurlTransfer::takeHeader(char* line, std::size_t size, std::size_t count, void* self)
@@ -219,6 +236,12 @@ bool CurlTransfer::keep(std::span<const char> bytes)
 bool CurlTransfer::keepInAnswer(std::span<const char> bytes)
 {
     auto& body = m_answer.body;
+    if (!m_answer.isSuccess()) {
+        const auto room = longestRefusal - body.size();
+        m_unwanted = qsizetype(bytes.size()) > room;
+        body.append(bytes.data(), std::min(room, qsizetype(bytes.size())));
+        return !m_unwanted;
+    }
     curl_off_t announced = 0; // -1 when the server does not say
     curl_easy_getinfo(m_easy.get(), CURLINFO_CONTENT_LENGTH_DOWNLOAD_T, &announced);
     const auto length = std::max(qint64(announced), body.size() + qint64(bytes.size()));
@@ -268,10 +291,11 @@ void CurlTransfer::started() noexcept
 
 void CurlTransfer::leaves(curl_socket_t socket) noexcept
 {
-    if (m_sent >= bodySize() || status() != 0)
+    // Of an encrypted connection that would be the words of whoever can reach the socket.
+    if (m_encrypted || m_sent >= bodySize() || status() != 0)
         return;
-    m_unread.resize(longestRefusal);
-    auto count = ::recv(socket, m_unread.data(), longestRefusal, MSG_PEEK | MSG_DONTWAIT);
+    m_unread.resize(longestUnread);
+    auto count = ::recv(socket, m_unread.data(), longestUnread, MSG_PEEK | MSG_DONTWAIT);
     m_unread.truncate(std::max<qsizetype>(count, 0));
 }
 
@@ -369,7 +393,9 @@ HttpResponse CurlTransfer::takeAnswer()
         return std::move(m_answer);
     if (auto refusal = parseRefusal(m_unread))
         return *refusal;
-    throw transportError(*m_result);
+    long fromProxy = 0;
+    curl_easy_getinfo(m_easy.get(), CURLINFO_HTTP_CONNECTCODE, &fromProxy);
+    throw proxyRefusal(fromProxy).value_or(transportError(*m_result));
 }
 
 } // namespace palvera

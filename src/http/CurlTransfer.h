@@ -54,12 +54,13 @@ private:
     void setMethod();
     void setBody();
     void setCallbacks();
+    void setRepetition();
     void set(CURLoption option, auto value) { setOption(m_easy.get(), option, value); }
 
     static std::size_t readBody(char* into, std::size_t size, std::size_t count, void* self);
-    static int seekBody(void* self, curl_off_t offset, int origin);
     static std::size_t takeHeader(char* line, std::size_t size, std::size_t count, void* self);
     static std::size_t takeBody(char* bytes, std::size_t size, std::size_t count, void* self);
+    static int beforeSending(void* self, char*, char*, int, int);
     static int takeProgress(void* self, curl_off_t, curl_off_t received, curl_off_t, curl_off_t sent);
 
     bool isBodyWanted();
@@ -75,6 +76,7 @@ private:
     qint64 bodySize() const;
 
     HttpRequest m_request;
+    const bool m_encrypted;
     const std::chrono::milliseconds m_totalLimit;
     const CurlHandles& m_handles;
     CurlMulti& m_multi;
@@ -92,6 +94,7 @@ private:
     int m_queuedInKernel = 0;
     std::optional<RequestWatch::Moment> m_withoutNetwork; // since then
     bool m_started = false;
+    bool m_wasSent = false; // once, or begun to be
     bool m_abandoned = false;
     bool m_tooLarge = false;
     bool m_unwanted = false;      // the body: the request ends with the headers

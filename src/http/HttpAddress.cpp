@@ -41,7 +41,13 @@ std::optional<HttpAddress> parseHttpAddress(const QByteArray& url)
     auto host = part(address.get(), CURLUPART_HOST);
     if ((scheme != "http" && scheme != "https") || host.isEmpty())
         return {};
-    return HttpAddress{.host = host, .loopback = isLoopback(host)};
+    return HttpAddress{.host = host, .loopback = isLoopback(host), .encrypted = scheme == "https"};
+}
+
+bool isExposed(const QByteArray& url)
+{
+    const auto address = parseHttpAddress(url);
+    return address && !address->encrypted && !address->loopback;
 }
 
 } // namespace palvera

@@ -54,7 +54,10 @@ struct HttpRequest {
     BodySource* source = nullptr;                  ///< a body produced on demand
     std::chrono::milliseconds idleTimeout{60'000}; ///< no byte either way for so long; 0 is for ever
     std::chrono::milliseconds totalTimeout{0};     ///< the whole request; 0 is for ever
-    qint64 answerLimit = 64LL << 20;               ///< most bytes of an answer's body
+    /// Most bytes of an answer's body, after decoding. Of a body with a status outside 200 to 299, which is words about
+    /// what went wrong, 64 KiB are kept and the rest is not waited for.
+    qint64 answerLimit = 64LL << 20;
+    bool asksForCompression = false; ///< in the encodings that libcurl knows; the answer's body is decoded
     /// Called on the session's strand with the body bytes handed to the network so far whenever the count grows or
     /// bytes already handed over have drained.
     std::function<void(qint64 sent)> onSent = {};

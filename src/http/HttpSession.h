@@ -45,14 +45,15 @@ struct HttpSessionOptions {
 /// executor that it is given, which must outlive the session and every request. For bulk, give it one of
 /// NetworkThreads' executors: see there.
 ///
-/// - The address is sent byte for byte; no redirect is followed; no answer is decompressed.
+/// - The address is sent byte for byte; no redirect is followed; answers are decompressed only where the request asks.
 /// - Bytes draining from the kernel's send queue count as activity and are reported through `onSent`.
 /// - With no usable network path, a request to another machine waits for one up to its idle time-out.
 /// - A connection whose own address the machine has lost, or that was without a network for more than a second, is
 ///   given up as soon as there is one again, and its request fails.
 /// - An answer that comes before the whole body was sent is the answer.
 /// - Proxies come from the environment (http_proxy, https_proxy, no_proxy), never for loopback.
-/// - A server that dropped a kept-alive connection gets the request again on another one, its body from the start.
+/// - A server that dropped a kept-alive connection gets a GET or HEAD again on another one. What changes something is
+///   sent once and fails; it is not sent on a connection that nobody used for some seconds, which may be dropped.
 class HttpSession final : public HttpClient {
 public:
     explicit HttpSession(const Executor& executor, HttpSessionOptions options = {});

@@ -34,7 +34,9 @@ QString plainTransport(const TransportError& error)
         return QStringLiteral("The connection has come to a standstill.");
     case TransportError::Kind::broken:
         return QStringLiteral("The connection was lost.");
+    case TransportError::Kind::proxy:
     case TransportError::Kind::tls:
+    case TransportError::Kind::untrusted:
     case TransportError::Kind::tooLarge:
         break;
     }
@@ -79,7 +81,7 @@ QString technicalReason(const Item::State& state)
     auto error = failureAs<APIError>(failureOf(state));
     if (!error || error->status() == 0)
         return messageOf(state);
-    return QStringLiteral("%1 (HTTP %2)").arg(error->message()).arg(error->status());
+    return QStringLiteral("%1 (HTTP %2)").arg(messageOf(state)).arg(error->status());
 }
 
 QString countdownText(Clock::WallTime until, Clock::WallTime now)

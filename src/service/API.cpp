@@ -1,6 +1,8 @@
 #include "service/API.h"
 
 #include "async/TaskGroup.h"
+#include "http/HttpAddress.h"
+#include "http/TransportError.h"
 
 #include <QJsonDocument>
 
@@ -13,10 +15,16 @@ using namespace std::chrono_literals;
 namespace {
 
 constexpr std::chrono::milliseconds idleTimeout = 60s;
+/// Whoever answers a byte now and then would else hold a screen for ever.
+constexpr std::chrono::milliseconds totalTimeout = 120s;
 
 HttpRequest makeRequest(QByteArray url, QByteArray method, const std::optional<QJsonObject>& body)
 {
-    HttpRequest request{.method = std::move(method), .url = std::move(url), .idleTimeout = idleTimeout};
+    HttpRequest request{.method = std::move(method),
+                        .url = std::move(url),
+                        .idleTimeout = idleTimeout,
+                        .totalTimeout = totalTimeout,
+                        .asksForCompression = true};
     request.headers.emplaceBack("Accept", "application/json");
     if (body) {
         request.headers.emplaceBack("Content-Type", "application/json");
@@ -38,6 +46,19 @@ Address API::serviceBase() const
 {
     const auto chosen = parseAddress(qEnvironmentVariable("PV_API"));
     return chosen ? *chosen : baseAddress(site());
+}
+
+bool API::isServiceExposed() const
+{
+    return isExposed(serviceBase().origin);
+}
+
+void API::requireEncryption(const QString& address) const
+{
+    if (serviceBase().origin.startsWith("https:") && isExposed(address.toUtf8()))
+        throw TransportError(
+            TransportError::Kind::untrusted,
+            QStringLiteral("The platform's address for storage is not encrypted, so it was not used."));
 }
 
 QByteArray API::signInPageURL() const
@@ -71,6 +92,15 @@ Task<QByteArray> API::sendHere(QString path, QByteArray method, std::optional<QJ
     if (answer.status < 200 || answer.status > 299)
         throw APIError::fromAnswer(answer.status, answer.body);
     co_return std::move(answer.body);
+}
+
+DecodingError API::inWords(const DecodingError& error)
+{
+    if (error.key().isEmpty())
+        return {{},
+                QStringLiteral("That was not an answer of the platform. A proxy or a sign-in page of the network may "
+                               "stand in between.")};
+    return {error.key(), QStringLiteral("The platform's answer could not be read: ") + error.text()};
 }
 
 Task<void> API::postHere(QString path, std::optional<QJsonObject> body)

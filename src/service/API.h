@@ -37,6 +37,11 @@ public:
     /// The service address that requests go to: that in the environment variable PV_API, which is read anew at each
     /// call and ignored unless it is an absolute http or https address; else the site's own.
     Address serviceBase() const;
+    /// Whether what goes to the service can be read on the way: only where PV_API says so.
+    bool isServiceExposed() const;
+    /// Throws TransportError where the service is encrypted and `address`, which it gave for storage, is not: a master
+    /// must not go in clear because somebody set the platform up wrongly.
+    void requireEncryption(const QString& address) const;
     /// The platform's sign-in page for a browser.
     QByteArray signInPageURL() const;
     /// The address of `path`, which is relative to the service address and may carry an encoded query. Identifiers in
@@ -46,7 +51,7 @@ public:
     /// Calls the service and gives the body of its answer. Throws APIError for a status outside 200 to 299; transport
     /// failures pass through.
     Task<QByteArray> send(QString path, QByteArray method, std::optional<QJsonObject> body = {});
-    /// As `send`, and decodes the answer as a `Record`. Throws DecodingError when it is not one.
+    /// As `send`, and decodes the answer as a `Record`. Throws DecodingError when it is not one, in words for the user.
     template <JsonRecord Record>
     Task<Record> fetch(QString path, QByteArray method = "GET", std::optional<QJsonObject> body = {})
     {
@@ -65,8 +70,13 @@ private:
     Task<Record> fetchHere(QString path, QByteArray method, std::optional<QJsonObject> body)
     {
         const QByteArray answer = co_await sendHere(std::move(path), std::move(method), std::move(body));
-        co_return Record::fromJson(json::parseObject(answer));
+        try {
+            co_return Record::fromJson(json::parseObject(answer));
+        } catch (const DecodingError& error) {
+            throw inWords(error);
+        }
     }
+    static DecodingError inWords(const DecodingError& error);
     Task<void> postHere(QString path, std::optional<QJsonObject> body);
     Task<void> signOutHere();
 

@@ -66,9 +66,12 @@ Task<BinPage> listBin(API& api, const QString& org, const BinQuery& query)
     return api.fetch<BinPage>(orgPath(org) + "/bin?" + items.join(u'&'));
 }
 
-Task<BinDownload> binDownloadURL(API& api, const QString& org, const QString& key)
+Task<BinDownload> binDownloadURL(API& api, QString org, QString key)
 {
-    return api.fetch<BinDownload>(orgPath(org) + "/bin/download?key=" + queryValue(key));
+    const QString path = orgPath(org) + "/bin/download?key=" + queryValue(key);
+    auto answer = co_await api.fetch<BinDownload>(path);
+    api.requireEncryption(answer.url);
+    co_return answer;
 }
 
 Task<QString> assetURL(API& api, QString org, QString project, QString deliverable, QString object)
@@ -76,6 +79,7 @@ Task<QString> assetURL(API& api, QString org, QString project, QString deliverab
     const QString path =
         deliverablesPath(org, project) + u'/' + pathSegment(deliverable) + "/asset-url?object=" + queryValue(object);
     SignedURL answer = co_await api.fetch<SignedURL>(path);
+    api.requireEncryption(answer.url);
     co_return std::move(answer.url);
 }
 

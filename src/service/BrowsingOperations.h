@@ -36,8 +36,10 @@ struct BinQuery {
 };
 Task<BinPage> listBin(API& api, const QString& org, const BinQuery& query);
 
+// Signed addresses. Both throw as API::fetch and as API::requireEncryption do.
+
 /// A signed download of the bin's object `key`.
-Task<BinDownload> binDownloadURL(API& api, const QString& org, const QString& key);
+Task<BinDownload> binDownloadURL(API& api, QString org, QString key);
 /// A signed address of the storage object `object` that was filed on a deliverable.
 Task<QString> assetURL(API& api, QString org, QString project, QString deliverable, QString object);
 

@@ -8,8 +8,39 @@ namespace palvera {
 
 namespace json {
 
+namespace {
+
+constexpr int deepest = 64;
+constexpr int mostValues = 1'000'000;
+
+/// Whether `bytes`, which need not be JSON, would not be much more than that in memory.
+bool isWithinBounds(const QByteArray& bytes)
+{
+    int depth = 0, values = 0;
+    bool isInText = false;
+    for (const char *at = bytes.begin(), *end = bytes.end(); at != end; ++at) {
+        if (*at == '"')
+            isInText = !isInText;
+        else if (isInText)
+            at += *at == '\\' && at + 1 != end; // and what it escapes
+        else if (*at == ',')
+            ++values;
+        else if (*at == '[' || *at == '{')
+            ++depth, ++values;
+        else if (*at == ']' || *at == '}')
+            --depth;
+        if (depth > deepest || values > mostValues)
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
 QJsonObject parseObject(const QByteArray& bytes)
 {
+    if (!isWithinBounds(bytes))
+        throw DecodingError({}, QStringLiteral("The JSON is too large."));
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)

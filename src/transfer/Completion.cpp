@@ -14,6 +14,9 @@ namespace {
 /// How long the platform may take to put the parts together, and how often it is asked meanwhile.
 constexpr std::chrono::minutes mostTime{15};
 constexpr std::chrono::seconds pause{10};
+/// So many answers may get lost on their way, and so soon after each it is asked again.
+constexpr int mostLost = 3;
+constexpr std::chrono::seconds pauseAfterLoss{1};
 
 /// The status of a refusal; 0 for any other failure and for none.
 qint64 statusOf(const std::exception_ptr& failure)
@@ -47,23 +50,33 @@ bool isStillAtIt(const std::exception_ptr& failure)
     return error && (error->kind() == TransportError::Kind::idle || error->kind() == TransportError::Kind::timedOut);
 }
 
+/// Whether the platform may have done what it was asked, and its answer got lost.
+bool isAnswerLost(const std::exception_ptr& failure)
+{
+    auto error = failureAs<TransportError>(failure);
+    return error && error->kind() == TransportError::Kind::broken;
+}
+
 } // namespace
 
 Task<void> Completion::perform()
 {
     const auto deadline = m_clock.now() + mostTime;
+    int lost = 0;
     while (auto failure = co_await attempt()) {
-        if (m_clock.now() >= deadline)
+        const bool isLost = isAnswerLost(failure);
+        lost += isLost;
+        if (m_clock.now() >= deadline || lost > mostLost)
             std::rethrow_exception(failure);
-        co_await m_clock.sleep(pause);
+        co_await m_clock.sleep(isLost ? pauseAfterLoss : pause);
     }
 }
 
 /// Null once the file is there; else why that cannot be told yet.
 ///
-/// The answer to an earlier completion may have been lost, an earlier run's or one that the session sent again on a
-/// fresh connection, and the platform may still be at it. Whether the file is there shows only in what follows: in the
-/// platform agreeing to file it, or in the bin's listing.
+/// The answer to an earlier completion may have been lost, this run's or an earlier one's, and the platform may still
+/// be at it. Whether the file is there shows only in what follows: in the platform agreeing to file it, or in the bin's
+/// listing.
 Task<std::exception_ptr> Completion::attempt()
 {
     CompleteBody body{.object = m_journal.object, .uploadId = m_journal.uploadId, .parts = {}};
@@ -72,7 +85,7 @@ Task<std::exception_ptr> Completion::attempt()
     const auto target = m_journal.destination();
     auto completion = co_await answerOf(completeUpload(m_api, target, m_journal.sessionId, body));
     auto failure = completion.failure;
-    if (failure && (isForTheUser(failure) || !(isGone(failure) || isStillAtIt(failure))))
+    if (failure && (isForTheUser(failure) || !(isGone(failure) || isStillAtIt(failure) || isAnswerLost(failure))))
         std::rethrow_exception(failure);
     if (target.asDeliverable())
         co_return co_await fileIt(failure);
@@ -88,9 +101,11 @@ Task<std::exception_ptr> Completion::fileIt(std::exception_ptr failure)
     auto filing = co_await answerOf(confirmAsset(m_api, m_journal.destination(), body));
     if (!filing.failure)
         co_return nullptr;
+    if (isAnswerLost(filing.failure))
+        co_return filing.failure;
     if (!failure || isForTheUser(filing.failure))
         std::rethrow_exception(filing.failure);
-    if (isStillAtIt(failure))
+    if (isStillAtIt(failure) || (isAnswerLost(failure) && failureAs<APIError>(filing.failure)))
         co_return failure;
     if (isGone(failure) && isGone(filing.failure))
         throw UploadForgotten(describe(failure));
@@ -107,7 +122,7 @@ Task<std::exception_ptr> Completion::findInBin(std::exception_ptr failure)
         std::rethrow_exception(listed.failure);
     if (!failure)
         co_return std::make_exception_ptr(APIError(0, QStringLiteral("The platform has not confirmed the file.")));
-    if (isStillAtIt(failure))
+    if (isStillAtIt(failure) || (isAnswerLost(failure) && !listed.failure))
         co_return failure;
     if (listed.failure)
         std::rethrow_exception(listed.failure);

@@ -17,8 +17,8 @@ public:
     Completion(API& api, Clock& clock, const Journal& journal) : m_api(api), m_clock(clock), m_journal(journal) {}
 
     /// Returns once the platform has the file whole and, for a deliverable, filed; a quarter of an hour at most is left
-    /// to it for that. Throws UploadForgotten when it has no such upload; refusals, its question whether the file is
-    /// meant, and transport failures pass through.
+    /// to it for that, and it is asked again where a few of its answers get lost. Throws UploadForgotten when it has no
+    /// such upload; refusals, its question whether the file is meant, and transport failures pass through.
     Task<void> perform();
 
 private:

@@ -2,6 +2,7 @@
 
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
+#include "http/TransportError.h"
 #include "service/APIError.h"
 #include "transfer/DownloadRules.h"
 
@@ -329,7 +330,7 @@ Task<std::optional<DownloadRun::Missed>> DownloadRun::attempt(Lane& lane, ByteRa
     co_await asio::this_coro::throw_if_cancelled(false);
     co_await lane.chunk->settle();
     co_await asio::this_coro::throw_if_cancelled(true);
-    if (isCancellation(sent.failure))
+    if (isCancellation(sent.failure) || isLasting(sent.failure))
         std::rethrow_exception(sent.failure);
     if (sent.failure)
         co_return Missed{.reason = describe(sent.failure)};

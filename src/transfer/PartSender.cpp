@@ -2,6 +2,7 @@
 
 #include "files/FileError.h"
 #include "http/HttpAddress.h"
+#include "http/TransportError.h"
 #include "service/APIError.h"
 #include "transfer/UploadFailures.h"
 #include "transfer/UploadRules.h"
@@ -54,7 +55,7 @@ Task<QString> PartSender::send(int part, PartBody& body, std::shared_ptr<SendWat
 Task<PartSender::Attempt> PartSender::attempt(int part, PartBody& body, std::shared_ptr<SendWatcher> watcher)
 {
     auto address = co_await answerOf(m_environment.pool.urlFor(part));
-    if (failureAs<UploadForgotten>(address.failure))
+    if (failureAs<UploadForgotten>(address.failure) || isLasting(address.failure))
         std::rethrow_exception(address.failure);
     if (address.failure)
         co_return missed(describe(address.failure));
@@ -64,7 +65,7 @@ Task<PartSender::Attempt> PartSender::attempt(int part, PartBody& body, std::sha
 
     watcher->reset();
     auto answer = co_await put(*address.value, body, watcher);
-    if (isCancellation(answer.failure) || failureAs<FileError>(answer.failure))
+    if (isCancellation(answer.failure) || failureAs<FileError>(answer.failure) || isLasting(answer.failure))
         std::rethrow_exception(answer.failure);
     if (answer.failure)
         co_return std::unexpected(

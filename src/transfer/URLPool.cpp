@@ -55,9 +55,12 @@ Task<QByteArray> URLPool::find(int part)
         std::rethrow_exception(signing.failure);
     auto answer = *std::move(signing.value);
     auto at = m_clock.now();
-    for (const auto& each : answer.urls)
-        if (each.partNumber >= 1 && each.partNumber <= m_lastPart)
-            m_cache[int(each.partNumber)] = {.url = each.url.toUtf8(), .at = at};
+    for (const auto& each : answer.urls) {
+        if (each.partNumber < 1 || each.partNumber > m_lastPart)
+            continue;
+        m_api.requireEncryption(each.url);
+        m_cache[int(each.partNumber)] = {.url = each.url.toUtf8(), .at = at};
+    }
     // An address that was too old must not answer for a part that this answer left out.
     known = m_cache.find(part);
     if (known == m_cache.end() || known->second.at != at)

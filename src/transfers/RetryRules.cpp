@@ -1,5 +1,6 @@
 #include "transfers/RetryRules.h"
 
+#include "http/TransportError.h"
 #include "service/APIError.h"
 #include "transfer/UploadFailures.h"
 
@@ -17,7 +18,7 @@ std::chrono::seconds retryDelay(int attempt)
 
 bool isRetryable(const std::exception_ptr& failure)
 {
-    if (failureAs<CannotSend>(failure))
+    if (failureAs<CannotSend>(failure) || isLasting(failure))
         return false;
     auto error = failureAs<APIError>(failure);
     if (!error)

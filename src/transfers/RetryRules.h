@@ -12,7 +12,8 @@ inline constexpr int mostRetries = 7;
 std::chrono::seconds retryDelay(int attempt);
 
 /// Whether an upload that ended with `failure` may end otherwise when it is tried again: not after an answer that
-/// refuses it, nor when the file itself stands in the way. A cancellation is none of the failures to ask about.
+/// refuses it, nor when the file itself or a setting stands in the way. A cancellation is none of the failures to ask
+/// about.
 bool isRetryable(const std::exception_ptr& failure);
 
 /// Whether the platform asks to have a delivery confirmed.

@@ -91,6 +91,17 @@ TEST_F(CookieStoreTest, opensADamagedFileAndReplacesItAndGoesWithoutOneItCannotW
     EXPECT_EQ(sentWith(blocked), "kept=1");
 }
 
+TEST_F(CookieStoreTest, takesNoMoreThanItsShareFromADomain)
+{
+    auto store = open();
+    for (int cookie = 10; cookie < 80; ++cookie)
+        receive(store, "c" + QByteArray::number(cookie) + "=1; Max-Age=3600");
+    const auto sent = sentWith(store);
+    EXPECT_EQ(sent.count('='), 64);
+    EXPECT_TRUE(sent.startsWith("c10=1 c11=1")) << "what came first stays";
+    EXPECT_EQ(goodOnesIn(readFile(path)), 64);
+}
+
 TEST_F(CookieStoreTest, keepsTheFileWholeWhenTwoProgramsAndManyThreadsUseIt)
 {
     const std::array stores{open(), open()};

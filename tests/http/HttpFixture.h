@@ -160,6 +160,9 @@ private:
 inline Gate& slowNameAsked = *new Gate(0);
 inline Gate& slowNameLetGo = *new Gate(0);
 
+/// Lets so much time pass at once for whoever asks the machine's steady clock.
+void elapse(std::chrono::seconds duration);
+
 /// A body in memory, to send or to receive: it takes up to `most` bytes.
 struct Bytes : BodySource, BodySink {
     explicit Bytes(QByteArray body, qint64 room = 0) : bytes(std::move(body)), most(room) {}

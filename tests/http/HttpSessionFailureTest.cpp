@@ -2,6 +2,7 @@
 
 #include "files/FileError.h"
 #include "http/EarlyAnswer.h"
+#include "support/ScopedVariable.h"
 
 namespace palvera {
 namespace {
@@ -34,6 +35,50 @@ TEST_F(HttpSessionFailureTest, tellsFailuresApartInWordsForTheUser)
     expect(LoopbackServer(afterTheHead("SSH-2.0-hello\r\n")), {}, "The server's answer was not understood.");
     expectFailure({.url = "http://127.0.0.1:1/"}, Kind::connect, "Could not connect to the server.");
     expectFailure({.url = "file:///etc/passwd"}, Kind::connect, "The address is not valid.");
+}
+
+TEST_F(HttpSessionFailureTest, takesNobodysWordWhoHasNotShownHisCertificate)
+{
+    LoopbackServer impostor([](Connection& connection) {
+        connection.write("AAAAAHTTP/1.1 403 No\r\nContent-Length: 9\r\n\r\n{\"a\":\"b\"}"); // for a record that is none
+        connection.waitForReset();
+    });
+    auto address = impostor.url("/").replace("http:", "https:");
+    expectFailure({.method = "POST", .url = address, .body = patterned(1000)}, Kind::tls,
+                  "No encrypted connection to the server could be made.");
+    const TestCertificate oldStyle(TestCertificate::Named::byCommonName);
+    LoopbackServer server(answering(answer("200 OK")), &oldStyle);
+    expectFailure({.url = server.url("/")}, Kind::untrusted, "The server's certificate is not trusted.",
+                  {.authorities = oldStyle.file()});
+}
+
+TEST_F(HttpSessionFailureTest, tellsAProxyThatRefusesFromOneThatCannotHelp)
+{
+    const struct {
+        const char* answer;
+        Kind kind;
+        const char* text;
+    } cases[] = {{"403 Forbidden", Kind::proxy, "The proxy refused the connection."},
+                 {"407 Who Are You", Kind::proxy, "The proxy asks for a name and a password."},
+                 {"502 Bad Gateway", Kind::connect, "The proxy could not reach the server."}};
+    for (const auto& [said, kind, text] : cases) {
+        LoopbackServer proxy(answering(answer(said)));
+        const ScopedVariable named("https_proxy", proxy.url(""));
+        expectFailure({.url = "https://unknown.test/"}, kind, text, {.networkPath = m_path});
+    }
+}
+
+TEST_F(HttpSessionFailureTest, keepsTheBeginningOfARefusalThatIsTooLongForOne)
+{
+    LoopbackServer server([](Connection& connection) {
+        connection.readHead();
+        connection.write("HTTP/1.1 503 Slow Down\r\n\r\n");
+        while (connection.stay(0))
+            connection.write(patterned(70'000));
+    });
+    const auto refusal = send({.url = server.url("/")});
+    EXPECT_EQ(refusal.status, 503);
+    EXPECT_EQ(refusal.body, patterned(70'000).first(64 << 10));
 }
 
 TEST_F(HttpSessionFailureTest, waitsForANetworkUnlessTheHostIsThisMachine)

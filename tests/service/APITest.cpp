@@ -46,6 +46,27 @@ TEST_F(APITest, servesTheSiteUnlessTheEnvironmentNamesAnAddress)
     }
 }
 
+TEST_F(APITest, anEncryptedServiceLeadsToNoUnencryptedStorageAndAnExposedOneSaysSo)
+{
+    const struct {
+        const char* service;
+        bool isExposed;
+        bool takesPlainStorage;
+    } cases[] = {{"https://far.example/api", false, false},
+                 {"http://far.example/api", true, true},
+                 {"http://localhost:8700/api", false, true}};
+    for (const auto& [service, isExposed, takesPlainStorage] : cases) {
+        const ScopedVariable named("PV_API", service);
+        EXPECT_EQ(api->isServiceExposed(), isExposed) << service;
+        for (auto storage : {"https://storage.example/x", "http://127.0.0.1:9000/x", "http://[::1]/x", "no address"})
+            EXPECT_NO_THROW(api->requireEncryption(storage)) << service << storage;
+        if (takesPlainStorage)
+            EXPECT_NO_THROW(api->requireEncryption("http://storage.example/x")) << service;
+        else
+            EXPECT_THROW(api->requireEncryption("http://storage.example/x"), TransportError) << service;
+    }
+}
+
 TEST_F(APITest, asksForJsonAndSaysWhenItSendsSome)
 {
     client.answer(200, "whatever it says");
@@ -54,6 +75,8 @@ TEST_F(APITest, asksForJsonAndSaysWhenItSendsSome)
     EXPECT_EQ(lastRequest(), "GET a%20b");
     EXPECT_EQ(client.requests().back().headers, HttpHeaders({{"Accept", "application/json"}}));
     EXPECT_EQ(client.requests().back().idleTimeout, 60s);
+    EXPECT_EQ(client.requests().back().totalTimeout, 120s);
+    EXPECT_TRUE(client.requests().back().asksForCompression);
 
     EXPECT_EQ(simulation.run(api->send("a", "POST", QJsonObject{{"b", "c/d"}})), "");
     EXPECT_EQ(lastRequest(), "POST a");
@@ -94,7 +117,11 @@ TEST_F(APITest, fetchDecodesTheWholeAnswerOrFails)
     client.answer(200, R"({"orgs":[{"id":"o","name":"N"}]})");
     EXPECT_EQ(simulation.run(api->fetch<Orgs>("orgs")).orgs, QList<Org>({{.id = "o", .name = "N"}}));
     client.answer(200, "<html>");
-    EXPECT_EQ(failureOf<DecodingError>(api->fetch<Orgs>("orgs")).key(), "");
+    EXPECT_EQ(failureOf<DecodingError>(api->fetch<Orgs>("orgs")).text(),
+              "That was not an answer of the platform. A proxy or a sign-in page of the network may stand in between.");
+    client.answer(200, R"({"orgs":[{"name":"N"}]})");
+    EXPECT_EQ(failureOf<DecodingError>(api->fetch<Orgs>("orgs")).text(),
+              "The platform's answer could not be read: “id” is missing.");
     client.fail(std::make_exception_ptr(TransportError(TransportError::Kind::tls, "No trust.")));
     EXPECT_EQ(failureOf<TransportError>(api->fetch<Orgs>("orgs")).kind(), TransportError::Kind::tls);
 }

@@ -47,6 +47,16 @@ TEST(JsonReaderTest, aDocumentIsOneObject)
     EXPECT_EQ(json::parseObject("{\"a\":1}").size(), 1);
     for (const char* bytes : {"", "[]", "[{}]", "1", "null", "{", "{} {}", "{\"a\":\"\xff\"}", "<html>"})
         EXPECT_THROW(json::parseObject(bytes), DecodingError) << bytes;
+    const auto nested = [](int levels) {
+        return QByteArray("{\"a\":") + QByteArray(levels, '[') + QByteArray(levels, ']') + '}';
+    };
+    const auto listed = [](int values) {
+        return QByteArray("{\"a\\\"[\":[1") + QByteArray(",1").repeated(values - 1) + "]}";
+    };
+    EXPECT_EQ(json::parseObject(nested(63)).size(), 1);
+    EXPECT_EQ(json::parseObject(listed(999'000)).size(), 1);
+    for (const auto& bytes : {nested(64), nested(1'000'000), listed(1'000'001)})
+        EXPECT_THROW(json::parseObject(bytes), DecodingError);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "ServiceTest.h"
 
+#include "http/TransportError.h"
 #include "service/BrowsingOperations.h"
 #include "service/SignInOperations.h"
 
@@ -57,6 +58,15 @@ TEST_F(OperationsTest, eachIsOneRequest)
         EXPECT_EQ(lastRequest(), each.request);
         EXPECT_EQ(lastBody(), each.body) << each.request;
     }
+}
+
+TEST_F(OperationsTest, anAddressOfADownloadThatOthersCanReadIsNotGivenOut)
+{
+    const QByteArray exposed = R"({"url":"http://storage.example/x"})";
+    client.answer(200, exposed);
+    EXPECT_THROW(simulation.run(assetURL(*api, "o", "p", "d", "x")), TransportError);
+    client.answer(200, exposed);
+    EXPECT_THROW(simulation.run(binDownloadURL(*api, "o", "x")), TransportError);
 }
 
 TEST_F(OperationsTest, aBrowserStartsAtTheService)

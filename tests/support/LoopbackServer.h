@@ -24,7 +24,10 @@ using Gate = std::counting_semaphore<>;
 /// A certificate for 127.0.0.1 alone that vouches for itself.
 class TestCertificate {
 public:
-    TestCertificate();
+    /// As the subject alternative name, or only as the common name of the subject, as it was done once.
+    enum class Named { properly, byCommonName };
+
+    explicit TestCertificate(Named named = Named::properly);
     /// Holds the certificate, for those who are to trust it, and its key.
     QString file() const { return m_folder.filePath("certificate.pem"); }
 

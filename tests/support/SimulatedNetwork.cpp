@@ -155,9 +155,10 @@ private:
         co_await pass(now() + m_network.conditions.latency + m_fault.latency);
         if (m_fault.kind == Kind::loseAnswer)
             cut();
-        const auto other = m_isCall ? std::nullopt : m_network.conditions.storageStatus;
-        co_return HttpResponse{
-            .status = other.value_or(reply.status), .headers = std::move(reply.headers), .body = std::move(reply.body)};
+        HttpResponse answer{.status = reply.status, .headers = std::move(reply.headers), .body = std::move(reply.body)};
+        if (!m_isCall && m_network.conditions.atStorage)
+            m_network.conditions.atStorage(answer);
+        co_return answer;
     }
 
     SimulatedNetwork& m_network;

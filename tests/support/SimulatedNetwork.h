@@ -9,10 +9,10 @@ namespace palvera {
 
 /// How the simulated network is. Applies to what happens from the moment it is changed.
 struct NetworkConditions {
-    std::chrono::nanoseconds latency{1'000'000}; ///< from a request's last byte to its answer
-    double bytesPerSecond = 0;                   ///< of each connection, on the way up; 0 takes no time
-    bool listening = true;                       ///< false: every connection is refused
-    std::optional<int> storageStatus = {};       ///< of all answers of storage, which are else as they are
+    std::chrono::nanoseconds latency{1'000'000};       ///< from a request's last byte to its answer
+    double bytesPerSecond = 0;                         ///< of each connection, on the way up; 0 takes no time
+    bool listening = true;                             ///< false: every connection is refused
+    std::function<void(HttpResponse&)> atStorage = {}; ///< changes what storage answers, or throws what fails instead
 };
 
 /// One request that a client made.

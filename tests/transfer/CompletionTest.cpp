@@ -15,9 +15,18 @@ TEST(CompletionTest, orFilingWhoseAnswerWasLostIsRecognised)
     for (const auto& [operation, fault, target] :
          {Case{Operation::complete, lost, pictureMaster}, Case{Operation::complete, lost, binFolder},
           Case{Operation::asset, lost, pictureMaster}}) {
+        Delivery once;
+        once.fail(operation, fault);
+        Life(once).deliver(target);
         Delivery delivery;
-        delivery.fail(operation, fault);
-        EXPECT_EQ(Life(delivery).send(target), "The connection was cut.");
+        for (auto each : {operation, Operation::asset, Operation::bin})
+            delivery.fail(each, fault, 0);
+        {
+            Life life(delivery);
+            EXPECT_EQ(life.send(target), "The connection was cut.");
+            EXPECT_LT(life.world.clock.elapsed(), 10s);
+        }
+        delivery.platform.faults().clear();
         Life again(delivery);
         again.deliver(target);
         EXPECT_THAT(again.partsSent(), IsEmpty());

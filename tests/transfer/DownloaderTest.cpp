@@ -294,6 +294,16 @@ TEST_F(DownloaderTest, triesAChunkFourTimesAndSaysWhatTheLastAttemptFailedWith)
     }
 }
 
+TEST_F(DownloaderTest, doesNotTryAgainWhatOnlyASettingCanMend)
+{
+    storage.spoil = [](const auto& range, auto&) {
+        if (range != probeRange)
+            throw TransportError(TransportError::Kind::untrusted, "The certificate has expired.");
+    };
+    EXPECT_EQ(download(), "The certificate has expired.");
+    EXPECT_LT(life->world.clock.elapsed(), 1s);
+}
+
 TEST_F(DownloaderTest, noLaneGoesOnWithAFileThatChanged)
 {
     storage.spoil = [](const auto& range, auto& answer) {

@@ -1,5 +1,8 @@
 #include "UploadHarness.h"
 
+#include "http/TransportError.h"
+#include "support/ScopedVariable.h"
+
 namespace palvera {
 namespace {
 
@@ -32,9 +35,33 @@ TEST(PartSenderTest, anAnswerThatIsNoSuccessSettlesNoPartThoughItHasATag)
 {
     Delivery delivery(1);
     Life life(delivery);
-    life.network.conditions.storageStatus = 302;
+    life.network.conditions.atStorage = [](HttpResponse& answer) { answer.status = 302; };
     EXPECT_EQ(life.send(), "Storage answered 302 on a part.");
     EXPECT_THAT(delivery.journal().done, IsEmpty());
+}
+
+TEST(PartSenderTest, anAddressInStorageThatOthersCanReadEndsTheUploadAtOnce)
+{
+    Delivery delivery(1);
+    delivery.fail(Operation::parts,
+                  answering({{"urls", QJsonArray{QJsonObject{{"partNumber", 1}, {"url", "http://far.example/1"}}}}}),
+                  0);
+    Life life(delivery);
+    const ScopedVariable encrypted("PV_API", "https://platform.test/api");
+    EXPECT_EQ(life.send(), "The platform's address for storage is not encrypted, so it was not used.");
+    EXPECT_EQ(life.count(Operation::parts), 1);
+    EXPECT_EQ(life.count(Operation::put), 0);
+}
+
+TEST(PartSenderTest, storageThatNobodyTrustsEndsTheUploadAtOnce)
+{
+    Delivery delivery(1);
+    Life life(delivery);
+    life.network.conditions.atStorage = [](HttpResponse&) {
+        throw TransportError(TransportError::Kind::untrusted, "The certificate has expired.");
+    };
+    EXPECT_EQ(life.send(), "The certificate has expired.");
+    EXPECT_EQ(life.count(Operation::put), 1);
 }
 
 const local::Fault stall{.kind = Kind::stallMidBody, .bytes = 50'000};
@@ -59,7 +86,10 @@ const struct {
     {"slow answer", Operation::put, {.latency = 40s}, ""},
     {"unsigned", Operation::parts, {.kind = Kind::unsignedPart, .part = 2}, "The platform did not sign part 2."},
     {"no signing", Operation::parts, status(500), "The platform is having trouble."},
-    {"a page for a signing", Operation::parts, {.kind = Kind::html}, "The JSON does not parse: illegal value."},
+    {"a page for a signing",
+     Operation::parts,
+     {.kind = Kind::html},
+     "That was not an answer of the platform. A proxy or a sign-in page of the network may stand in between."},
     {"the signing lost", Operation::parts, {.kind = Kind::loseAnswer}, "The connection was cut."},
     {"no address", Operation::parts, noAddress, "The upload failed."},
     {"no start", Operation::start, status(500), "The platform is having trouble."},

@@ -15,7 +15,10 @@ TEST(RetryRulesTest, onlyAnAnswerThatRefusesIsFinal)
                                              {409, false}, {429, true},  {499, false}, {500, true},  {599, true}};
     for (auto [status, retryable] : table)
         EXPECT_EQ(isRetryable(std::make_exception_ptr(APIError(status, "no"))), retryable) << status;
-    EXPECT_TRUE(isRetryable(std::make_exception_ptr(TransportError(TransportError::Kind::tls, "no"))));
+    using Kind = TransportError::Kind;
+    for (auto kind : {Kind::noNetwork, Kind::connect, Kind::proxy, Kind::tls, Kind::untrusted, Kind::idle})
+        EXPECT_EQ(isRetryable(std::make_exception_ptr(TransportError(kind, "no"))),
+                  kind != Kind::proxy && kind != Kind::untrusted);
     EXPECT_TRUE(isRetryable(std::make_exception_ptr(FileError("no"))));
     EXPECT_TRUE(isRetryable(std::make_exception_ptr(std::runtime_error("no"))));
 }
