@@ -1,6 +1,15 @@
 #include "files/Preferences.h"
 
+#include "files/Folders.h"
+
+#include <QFileInfo>
+
 namespace palvera {
+
+Preferences::Preferences(const QString& path) : m_settings(path, QSettings::IniFormat)
+{
+    makePrivateFolder(QFileInfo(path).path());
+}
 
 std::optional<QString> Preferences::string(const QString& key) const
 {

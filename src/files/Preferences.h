@@ -12,8 +12,8 @@ namespace palvera {
 /// file when the operation returns; a failing write is not reported. Main thread.
 class Preferences {
 public:
-    /// Opens the preferences in the file at `path`, which need not exist.
-    explicit Preferences(const QString& path) : m_settings(path, QSettings::IniFormat) {}
+    /// Opens the preferences in the file at `path`, which need not exist. Its folder is for its owner alone.
+    explicit Preferences(const QString& path);
 
     /// Nothing when the key is absent or holds something else than one text.
     std::optional<QString> string(const QString& key) const;

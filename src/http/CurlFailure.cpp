@@ -14,7 +14,7 @@ TransportError transportError(CURLcode result)
     case CURLE_INTERFACE_FAILED:
         return {Kind::connect, QStringLiteral("Could not connect to the server.")};
     case CURLE_PROXY:
-        return {Kind::proxy, QStringLiteral("The proxy refused the connection.")};
+        return {Kind::connect, QStringLiteral("The proxy made no connection.")};
     case CURLE_PEER_FAILED_VERIFICATION:
     case CURLE_SSL_ISSUER_ERROR:
     case CURLE_SSL_INVALIDCERTSTATUS:
@@ -47,10 +47,10 @@ TransportError transportError(CURLcode result)
 std::optional<TransportError> proxyRefusal(long status)
 {
     using Kind = TransportError::Kind;
-    constexpr long asksWho = 407;
+    constexpr long asksWho = 407, timedOut = 408, tooMany = 429;
     if (status == asksWho)
         return TransportError(Kind::proxy, QStringLiteral("The proxy asks for a name and a password."));
-    if (status >= 500)
+    if (status >= 500 || status == timedOut || status == tooMany)
         return TransportError(Kind::connect, QStringLiteral("The proxy could not reach the server."));
     if (status >= 400)
         return TransportError(Kind::proxy, QStringLiteral("The proxy refused the connection."));

@@ -21,8 +21,9 @@ int requireAlternativeName(int isTrusted, X509_STORE_CTX* checking)
     const auto* certificate = X509_STORE_CTX_get_current_cert(checking);
     const std::unique_ptr<GENERAL_NAMES, ExtensionDeleter> names(
         static_cast<GENERAL_NAMES*>(X509_get_ext_d2i(certificate, NID_subject_alt_name, nullptr, nullptr)));
-    if (names)
-        return 1;
+    for (int i = 0; i < sk_GENERAL_NAME_num(names.get()); ++i) // none where there is no such extension
+        if (auto type = sk_GENERAL_NAME_value(names.get(), i)->type; type == GEN_DNS || type == GEN_IPADD)
+            return 1;
     X509_STORE_CTX_set_error(checking, X509_V_ERR_HOSTNAME_MISMATCH);
     return 0;
 }

@@ -11,7 +11,7 @@ namespace json {
 namespace {
 
 constexpr int deepest = 64;
-constexpr int mostValues = 1'000'000;
+constexpr int mostValues = 2'000'000;
 
 /// Whether `bytes`, which need not be JSON, would not be much more than that in memory.
 bool isWithinBounds(const QByteArray& bytes)

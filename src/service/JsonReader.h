@@ -34,7 +34,7 @@ concept JsonRecord = requires(const QJsonObject& object) {
 namespace json {
 
 /// The single object that `bytes` hold. Throws DecodingError, also where it nests deeper than 64 levels or has more
-/// than a million values: nothing that is meant honestly does, and each takes some hundred bytes of memory.
+/// than two million values: nothing that is meant honestly does, and each takes some hundred bytes of memory.
 QJsonObject parseObject(const QByteArray& bytes);
 
 /// What `value` holds; nothing when it is of another type. A number is an integer when its fraction is zero and it

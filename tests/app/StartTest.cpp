@@ -29,6 +29,15 @@ TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWas)
     EXPECT_EQ(root().userEmail(), "ada@northlight.example");
 }
 
+TEST_F(StartTest, aServiceThatOthersCanReadAlongWithIsSaidToBeOne)
+{
+    start();
+    EXPECT_FALSE(screen.reads("Not encrypted"));
+    const ScopedVariable far("PV_API", "http://0.0.0.0:1/api"); // this machine, though it does not look it
+    start();
+    waitForText("Not encrypted");
+}
+
 TEST_F(StartTest, aSecondStartBringsTheWindowBack)
 {
     start();

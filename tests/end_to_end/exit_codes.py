@@ -162,6 +162,10 @@ def everything_said_to_programs_is_a_record_a_line():
         assert any(event.get("rate", 0) > 0 for event in progress), result
         assert len(done) == 1 and done[0]["bytes"] == 24 * PART and done[0]["deliverableId"] == "salt-row-1", done
         assert {record["event"] for record in result.records()} == {"progress", "done"} and result.error == "", result
+        client.environment["PV_API"] = "http://0.0.0.0:1/api"  # this machine, though it does not look it
+        exposed = client.run("site", "--json")
+        assert len(exposed.records()) == 1 and "is not encrypted" in exposed.error, exposed
+        client.environment["PV_API"] = platform.address
         found = client.run("assets", ORG, "--search", "Reel.mov", "--family", "video", "--json").records()
         assert [(entry["filename"], entry["projectId"]) for entry in found] == [("Reel.mov", PROJECT)], found
 

@@ -26,8 +26,8 @@ void require(bool holds, const char* what)
 
 TestCertificate::TestCertificate(Named named)
 {
-    const std::string name =
-        named == Named::properly ? "/CN=loopback -addext subjectAltName=IP:127.0.0.1" : "/CN=127.0.0.1";
+    const std::string name = named == Named::properly ? "/CN=loopback -addext subjectAltName=IP:127.0.0.1"
+                                                      : "/CN=127.0.0.1 -addext subjectAltName=email:a@b.test";
     const std::string make = "openssl req -x509 -newkey ec -pkeyopt ec_paramgen_curve:P-256 -nodes -days 1 -subj " +
                              name + " 2>/dev/null -keyout - -out - >";
     require(std::system((make + file().toStdString()).c_str()) == 0, "certificate");
