@@ -29,17 +29,16 @@ public:
         : m_path(QDir(folder).filePath(
               QStringLiteral(".palvera-%1.staging").arg(QUuid::createUuid().toString(QUuid::Id128)))),
           m_file(::open(QFile::encodeName(m_path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode))
-    {
-        if (m_file.number() < 0)
-            throwFileError(m_path, QStringLiteral("cannot be created"), errno);
-    }
+    {}
     ~StagedFile()
     {
-        if (!m_placed)
+        if (m_isMade && !m_placed)
             ::unlink(QFile::encodeName(m_path).constData());
     }
     StagedFile(const StagedFile&) = delete;
     StagedFile& operator=(const StagedFile&) = delete;
+
+    bool isMade() const { return m_isMade; }
 
     bool write(const QByteArray& bytes)
     {
@@ -63,6 +62,7 @@ public:
 private:
     QString m_path;
     FileDescriptor m_file;
+    const bool m_isMade = m_file.number() >= 0;
     bool m_placed = false;
 };
 
@@ -79,7 +79,7 @@ void writeFileAtomically(const QString& path, const QByteArray& bytes, const QSt
 {
     const QString cannotWrite = QStringLiteral("cannot be written");
     StagedFile staged(stagingFolder, access == FileAccess::ownerOnly ? 0600 : 0666);
-    if (!staged.write(bytes) || !staged.moveTo(path) || !syncFolder(QFileInfo(path).path()))
+    if (!staged.isMade() || !staged.write(bytes) || !staged.moveTo(path) || !syncFolder(QFileInfo(path).path()))
         throwFileError(path, cannotWrite, errno);
 }
 

@@ -3,20 +3,24 @@
 #include "files/AtomicFile.h"
 #include "files/FileError.h"
 #include "files/Folders.h"
+#include "files/LockFile.h"
 #include "files/SmallFile.h"
 #include "http/CookieFile.h"
-#include "http/CurlLibrary.h"
 
 #include <QFile>
 #include <QFileInfo>
-
 #include <QHash>
+#include <QMap>
 
-#include <curl/curl.h>
+#include <cerrno>
+#include <thread>
 
-#include <new>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace palvera {
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -24,119 +28,158 @@ constexpr qint64 largestFile = 4 << 20;
 /// The platform sets a handful. Each request takes all of its host's along, so more would make every one longer.
 constexpr int mostOfOneDomain = 64;
 
-struct EasyDeleter {
-    void operator()(CURL* easy) const { curl_easy_cleanup(easy); }
-};
-using EasyPointer = std::unique_ptr<CURL, EasyDeleter>;
+/// By domain, path and name.
+using Cookies = QMap<QByteArrayList, QByteArray>;
 
-/// A handle through which the share's cookies can be read and changed.
-EasyPointer openCookies(void* share)
+Cookies byName(const QByteArrayList& lines)
 {
-    EasyPointer easy(curl_easy_init());
-    if (!easy)
-        throw std::bad_alloc();
-    curl_easy_setopt(easy.get(), CURLOPT_SHARE, share);
-    curl_easy_setopt(easy.get(), CURLOPT_COOKIEFILE, ""); // turns the cookie engine on
-    return easy;
+    Cookies cookies;
+    for (const auto& line : lines) {
+        auto fields = line.split('\t');
+        cookies[{fields[0].replace("#HttpOnly_", ""), fields[2], fields[5]}] = line;
+    }
+    return cookies;
 }
 
-CURLSH* newShare()
+/// Those that outlast the program.
+QByteArrayList keptOf(const QByteArrayList& cookies)
 {
-    startCurl();
-    CURLSH* share = curl_share_init();
-    if (!share)
-        throw std::bad_alloc();
-    return share;
+    return readCookies(cookies.join('\n'), std::chrono::system_clock::now());
+}
+
+/// The lock of the file at `path`, or none when somebody keeps it for longer than a write takes, or none is to be had:
+/// a program that stands still must not hold the others up.
+std::optional<LockFile> lockOf(const QString& path)
+{
+    try {
+        for (auto left = 200; left > 0; --left) {
+            auto lock = LockFile::open(path + QStringLiteral(".lock"));
+            if (lock.tryLock() == LockFile::Outcome::taken)
+                return lock;
+            std::this_thread::sleep_for(10ms);
+        }
+    } catch (const FileError&) {
+        // Then the last one to write wins.
+    }
+    return {};
 }
 
 } // namespace
 
-CookieStore::CookieStore(QString file) : m_file(std::move(file)), m_share(newShare())
+CookieStore::CookieStore(QString file) : m_file(std::move(file))
 {
-    static_assert(lockCount >= CURL_LOCK_DATA_LAST);
-    curl_lock_function lockFunction = [](CURL*, curl_lock_data what, curl_lock_access, void* self) {
-        static_cast<CookieStore*>(self)->m_locks[what].lock();
-    };
-    curl_unlock_function unlockFunction = [](CURL*, curl_lock_data what, void* self) {
-        static_cast<CookieStore*>(self)->m_locks[what].unlock();
-    };
-    curl_share_setopt(m_share, CURLSHOPT_USERDATA, this);
-    curl_share_setopt(m_share, CURLSHOPT_LOCKFUNC, lockFunction);
-    curl_share_setopt(m_share, CURLSHOPT_UNLOCKFUNC, unlockFunction);
-    for (auto what : {CURL_LOCK_DATA_COOKIE, CURL_LOCK_DATA_DNS, CURL_LOCK_DATA_SSL_SESSION})
-        curl_share_setopt(m_share, CURLSHOPT_SHARE, what);
-    load();
+    if (!m_file.isEmpty())
+        sweepStaging(QFileInfo(m_file).absolutePath(), std::chrono::system_clock::now());
 }
 
-CookieStore::~CookieStore()
+std::shared_ptr<CookieJar> CookieStore::jar()
 {
-    curl_share_cleanup(m_share);
-}
-
-void CookieStore::load()
-{
-    if (m_file.isEmpty())
-        return;
-    sweepStaging(QFileInfo(m_file).absolutePath(), std::chrono::system_clock::now());
-    m_written = readSmallFile(m_file, largestFile).value_or(QByteArray());
-    auto easy = openCookies(m_share);
-    for (const auto& cookie : readCookies(m_written, std::chrono::system_clock::now()))
-        curl_easy_setopt(easy.get(), CURLOPT_COOKIELIST, cookie.constData());
-}
-
-QByteArrayList CookieStore::all() const
-{
-    auto easy = openCookies(m_share);
-    curl_slist* first = nullptr;
-    curl_easy_getinfo(easy.get(), CURLINFO_COOKIELIST, &first);
-    QByteArrayList lines;
-    for (auto* line = first; line; line = line->next)
-        lines.append(line->data);
-    curl_slist_free_all(first);
-    return lines;
-}
-
-/// What a domain sets beyond its share is given up, the latest first.
-void CookieStore::keepBounds()
-{
-    QHash<QByteArray, int> counts;
-    EasyPointer easy;
-    for (const auto& line : all()) {
-        auto fields = line.split('\t');
-        if (++counts[fields[0]] <= mostOfOneDomain)
-            continue;
-        fields[4] = "1"; // its expiry, long past: libcurl lets go of it
-        easy = easy ? std::move(easy) : openCookies(m_share);
-        curl_easy_setopt(easy.get(), CURLOPT_COOKIELIST, fields.join('\t').constData());
-    }
+    std::lock_guard guard(m_mutex);
+    if (!m_file.isEmpty() && fileIdentity() != m_seen)
+        merge();
+    return m_jar;
 }
 
 void CookieStore::clear()
 {
-    std::lock_guard guard(m_fileLock);
-    curl_easy_setopt(openCookies(m_share).get(), CURLOPT_COOKIELIST, "ALL");
-    m_written.clear();
-    if (!m_file.isEmpty())
-        QFile::remove(m_file);
-}
-
-void CookieStore::save()
-{
-    keepBounds();
+    std::lock_guard guard(m_mutex);
+    m_jar = std::make_shared<CookieJar>();
+    m_problem.clear();
     if (m_file.isEmpty())
         return;
-    std::lock_guard guard(m_fileLock);
-    auto contents = writeCookies(readCookies(all().join('\n'), std::chrono::system_clock::now()));
-    if (contents == m_written)
-        return;
-    auto folder = QFileInfo(m_file).absolutePath();
-    makePrivateFolder(folder);
-    try {
-        writeFileAtomically(m_file, contents, folder, FileAccess::ownerOnly);
-        m_written = contents;
-    } catch (const FileError&) {
-        // In memory they serve this run, and the next save tries again.
+    auto lock = lockOf(m_file);
+    const auto path = QFile::encodeName(m_file);
+    if (::unlink(path.constData()) == 0 || errno == ENOENT || ::truncate(path.constData(), 0) == 0) {
+        m_common.clear();
+    } else {
+        m_problem = QStringLiteral("The sign-in that was kept in %1 could not be removed.").arg(m_file);
+        m_common = keptOf(read().split('\n')); // to be removed with the next change
     }
+    m_seen = fileIdentity();
+}
+
+void CookieStore::save(const std::shared_ptr<CookieJar>& jar)
+{
+    std::lock_guard guard(m_mutex);
+    if (jar != m_jar)
+        return;
+    QHash<QByteArray, int> counts;
+    QByteArrayList beyond; // the latest first
+    for (const auto& line : jar->all())
+        if (++counts[line.left(line.indexOf('\t'))] > mostOfOneDomain)
+            beyond.append(line);
+    jar->remove(beyond);
+    if (!m_file.isEmpty() && keptOf(jar->all()) != m_common)
+        merge();
+}
+
+QString CookieStore::problem() const
+{
+    std::lock_guard guard(m_mutex);
+    if (!m_problem.isEmpty() || m_file.isEmpty())
+        return m_problem;
+    const auto all = m_jar->all();
+    return !all.isEmpty() && keptOf(all).isEmpty() ? QStringLiteral("The platform's sign-in ends with the program.")
+                                                   : QString();
+}
+
+/// Brings jar and file together: what changed in the one since they agreed goes into the other. Where both changed,
+/// the jar has it.
+void CookieStore::merge()
+{
+    const auto folder = QFileInfo(m_file).absolutePath();
+    makePrivateFolder(folder);
+    auto lock = lockOf(m_file);
+    m_problem.clear();
+    const auto common = byName(keptOf(m_common));
+    const auto ours = byName(keptOf(m_jar->all()));
+    const auto theirs = byName(keptOf(read().split('\n')));
+    auto merged = ours;
+    QByteArrayList taken;
+    QByteArrayList gone;
+    for (auto it = theirs.begin(); it != theirs.end(); ++it) {
+        if (ours.value(it.key()) != common.value(it.key()) || *it == common.value(it.key()))
+            continue;
+        taken.append(*it);
+        merged[it.key()] = *it;
+    }
+    for (auto it = common.begin(); it != common.end(); ++it) {
+        if (theirs.contains(it.key()) || ours.value(it.key()) != *it)
+            continue;
+        gone.append(*it);
+        merged.remove(it.key());
+    }
+    m_jar->put(taken);
+    m_jar->remove(gone);
+    try {
+        if (merged != theirs) {
+            writeFileAtomically(m_file, writeCookies(merged.values()), folder, FileAccess::ownerOnly);
+            m_problem.clear();
+        }
+        m_common = keptOf(m_jar->all());
+    } catch (const FileError& error) {
+        m_problem = error.text(); // in memory they serve this run, and the next save tries again
+    }
+    m_seen = fileIdentity();
+}
+
+/// Notes a file that is there and cannot be read.
+QByteArray CookieStore::read()
+{
+    auto contents = readSmallFile(m_file, largestFile);
+    if (!contents && QFileInfo::exists(m_file))
+        m_problem = QStringLiteral("The sign-in that is kept in %1 cannot be read.").arg(m_file);
+    return contents.value_or(QByteArray());
+}
+
+CookieStore::Identity CookieStore::fileIdentity() const
+{
+    struct stat found{};
+    if (::stat(QFile::encodeName(m_file).constData(), &found) != 0)
+        return {};
+    constexpr qint64 second = 1'000'000'000;
+    return {qint64(found.st_dev), qint64(found.st_ino), qint64(found.st_size),
+            found.st_mtim.tv_sec * second + found.st_mtim.tv_nsec};
 }
 
 } // namespace palvera

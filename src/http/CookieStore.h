@@ -1,49 +1,49 @@
 #pragma once
 
-#include <QByteArray>
-#include <QByteArrayList>
+#include "http/CookieJar.h"
+
 #include <QString>
 
-#include <array>
 #include <memory>
-#include <mutex>
+#include <optional>
 
 namespace palvera {
 
-/// The cookies that sessions share, with their looked-up names and TLS sessions. Any thread.
+/// The cookies of all runs: a jar of this one's, and the file that outlasts it. Any thread; may block on the disk.
 ///
 /// Cookies with an expiry, HttpOnly ones included, are kept in a file that only the user may read; session cookies go
-/// with the store. Two programs may use one file: the one that saved last wins, and the file is always whole.
+/// with the store. Programs that use one file see each other's changes from their next request on, and the file is
+/// always whole.
 class CookieStore {
 public:
     /// Loads what can be made sense of; a missing, damaged or foreign file is never a failure. An empty path keeps
     /// cookies in memory only.
     explicit CookieStore(QString file = {});
-    ~CookieStore();
-    CookieStore(const CookieStore&) = delete;
-    CookieStore& operator=(const CookieStore&) = delete;
 
-    /// Forgets every cookie of every host, in memory and in the file.
+    /// For a request that begins now, with what another program has changed in the file since.
+    std::shared_ptr<CookieJar> jar();
+    /// Forgets every cookie of every host, in memory and in the file. What has the jar from before keeps it to itself.
     void clear();
-    /// Lets go of what a domain has set beyond 64 cookies, and writes the file when it would differ from what was last
-    /// written. Cookies that cannot be written stay in memory: the user then signs in again at the next start.
-    void save();
-
-    /// libcurl's CURLSH.
-    void* share() const { return m_share; }
+    /// Takes care of what an answer has set in `jar`: lets go of what a domain has beyond 64 cookies, and brings the
+    /// file up to date. Does nothing for a jar from before a `clear`.
+    void save(const std::shared_ptr<CookieJar>& jar);
+    /// Why the file does not hold what the jar does, for the user; empty when it does.
+    QString problem() const;
 
 private:
-    void load();
-    void keepBounds();
-    QByteArrayList all() const;
+    /// Which file it was, and in which state: device, inode, size and time of the last change in nanoseconds.
+    using Identity = std::array<qint64, 4>;
 
-    static constexpr std::size_t lockCount = 8; // CURL_LOCK_DATA_LAST
+    Identity fileIdentity() const;
+    void merge();
+    QByteArray read();
 
     const QString m_file;
-    void* m_share;
-    std::array<std::mutex, lockCount> m_locks; // libcurl's, one for each kind of data it shares
-    std::mutex m_fileLock;
-    QByteArray m_written; // what the file holds as far as this store knows; guarded by m_fileLock
+    mutable std::mutex m_mutex; // guards what follows
+    std::shared_ptr<CookieJar> m_jar = std::make_shared<CookieJar>();
+    QByteArrayList m_common; // what jar and file agreed on last
+    Identity m_seen{};       // of the file at that time
+    QString m_problem;
 };
 
 } // namespace palvera

@@ -1,6 +1,5 @@
 #include "http/CurlHandles.h"
 
-#include "http/CookieStore.h"
 #include "http/CurlTls.h"
 
 #include <netinet/in.h>
@@ -49,13 +48,22 @@ CurlHandles::~CurlHandles()
         curl_easy_cleanup(easy);
 }
 
-CURL* CurlHandles::take()
+CURL* CurlHandles::take(std::shared_ptr<CookieJar> jar)
 {
-    if (!m_spare.empty()) {
-        auto* easy = m_spare.back();
-        m_spare.pop_back();
-        return easy;
+    if (m_spare.empty())
+        m_spare.push_back(make());
+    auto* easy = m_spare.back();
+    if (jar && m_jars[easy] != jar) {
+        setOption(easy, CURLOPT_SHARE, jar->share());
+        setOption(easy, CURLOPT_COOKIEFILE, ""); // turns the cookie engine on
+        m_jars[easy] = std::move(jar);
     }
+    m_spare.pop_back();
+    return easy;
+}
+
+CURL* CurlHandles::make() const
+{
     std::unique_ptr<CURL, decltype(&curl_easy_cleanup)> easy(curl_easy_init(), &curl_easy_cleanup);
     if (!easy)
         throw std::bad_alloc();
@@ -79,10 +87,6 @@ void CurlHandles::setConnection(CURL* easy) const
     setOption(easy, CURLOPT_BUFFERSIZE, long(m_options.receiveSlice));
     setOption(easy, CURLOPT_OPENSOCKETFUNCTION, &openSocket);
     setOption(easy, CURLOPT_OPENSOCKETDATA, const_cast<HttpSessionOptions*>(&m_options));
-    if (m_options.sharedCookies) {
-        setOption(easy, CURLOPT_SHARE, m_options.sharedCookies->share());
-        setOption(easy, CURLOPT_COOKIEFILE, ""); // turns the cookie engine on
-    }
 }
 
 void CurlHandles::setTrust(CURL* easy) const

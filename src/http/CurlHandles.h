@@ -1,10 +1,12 @@
 #pragma once
 
+#include "http/CookieJar.h"
 #include "http/HttpSession.h"
 
 #include <curl/curl.h>
 
 #include <new>
+#include <unordered_map>
 #include <vector>
 
 namespace palvera {
@@ -29,15 +31,18 @@ public:
 
     const HttpSessionOptions& options() const { return m_options; }
 
-    /// A handle whose address, method, headers and data pointers may be those of an earlier request.
-    CURL* take();
+    /// A handle whose address, method, headers and data pointers may be those of an earlier request, with the cookies
+    /// of `jar`, if any: a session's requests either all have one or none does.
+    CURL* take(std::shared_ptr<CookieJar> jar);
     void giveBack(CURL* easy) { m_spare.push_back(easy); }
 
 private:
+    CURL* make() const;
     void setConnection(CURL* easy) const;
     void setTrust(CURL* easy) const;
 
     const HttpSessionOptions m_options;
+    std::unordered_map<CURL*, std::shared_ptr<CookieJar>> m_jars; // that the handles refer to
     std::vector<CURL*> m_spare;
 };
 

@@ -53,7 +53,8 @@ TransportError outOfTime(RequestWatch::Verdict verdict, std::chrono::millisecond
 
 } // namespace
 
-CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, CurlHandles& handles, CurlMulti& multi)
+CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, std::shared_ptr<CookieJar> jar,
+                           CurlHandles& handles, CurlMulti& multi)
     : m_request(std::move(request)),
       m_encrypted(address.encrypted),
       m_totalLimit(totalLimit(m_request, handles.options())),
@@ -61,7 +62,7 @@ CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, Curl
       m_multi(multi),
       m_wake(multi.strand()),
       m_watch(m_request.idleTimeout, m_totalLimit, now()),
-      m_easy(handles.take(), GiveBack{&handles})
+      m_easy(handles.take(std::move(jar)), GiveBack{&handles})
 {
     setAddress(address);
     setMethod();

@@ -17,7 +17,8 @@ class NetworkPath;
 class CurlTransfer final : public CurlMulti::Client {
 public:
     /// Starts the transfer; nothing of it happens within the call. `handles` and `multi` must outlive it.
-    CurlTransfer(HttpRequest request, const HttpAddress& address, CurlHandles& handles, CurlMulti& multi);
+    CurlTransfer(HttpRequest request, const HttpAddress& address, std::shared_ptr<CookieJar> jar, CurlHandles& handles,
+                 CurlMulti& multi);
     /// Cuts the transfer off unless it has ended.
     ~CurlTransfer() override;
     CurlTransfer(const CurlTransfer&) = delete;

@@ -87,7 +87,7 @@ Task<void> follow(Core core, CurlTransfer& transfer)
     co_await never.async_wait(asio::use_awaitable);
 }
 
-Task<HttpResponse> perform(Core core, HttpRequest request)
+Task<HttpResponse> perform(Core core, std::shared_ptr<CookieJar> jar, HttpRequest request)
 {
     auto address = parseHttpAddress(request.url);
     if (!address)
@@ -96,7 +96,7 @@ Task<HttpResponse> perform(Core core, HttpRequest request)
         co_await waitForPath(core, request.idleTimeout);
     if (core->closed)
         throwCancelled();
-    CurlTransfer transfer(std::move(request), *address, core->handles, *core->multi);
+    CurlTransfer transfer(std::move(request), *address, jar, core->handles, *core->multi);
     Listed listed(*core, transfer);
     if (address->loopback) {
         co_await transfer.untilEnded();
@@ -107,8 +107,8 @@ Task<HttpResponse> perform(Core core, HttpRequest request)
             std::rethrow_exception(failure);
     }
     auto answer = transfer.takeAnswer();
-    if (core->cookies && !answer.header("Set-Cookie").isNull())
-        core->cookies->save();
+    if (jar && !answer.header("Set-Cookie").isNull())
+        core->cookies->save(jar);
     co_return answer;
 }
 
@@ -141,7 +141,9 @@ HttpSession::~HttpSession()
 
 Task<HttpResponse> HttpSession::send(HttpRequest request)
 {
-    return runOn(m_core->strand, perform(m_core, std::move(request)));
+    // Taken here: what is sent before the cookies are cleared goes with those of before, and what comes after without.
+    auto jar = m_core->cookies ? m_core->cookies->jar() : nullptr;
+    return runOn(m_core->strand, perform(m_core, std::move(jar), std::move(request)));
 }
 
 Executor HttpSession::strand() const

@@ -62,6 +62,7 @@ public:
     HttpSession(const HttpSession&) = delete;
     HttpSession& operator=(const HttpSession&) = delete;
 
+    /// Takes the cookies as they are at the call, not as of when the request begins.
     Task<HttpResponse> send(HttpRequest request) override;
 
     /// Where `onSent` and the body's source are called.

@@ -3,6 +3,7 @@
 #include "http/CookieFile.h"
 #include "http/CookieStore.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 namespace palvera {
@@ -91,6 +92,61 @@ TEST_F(CookieStoreTest, opensADamagedFileAndReplacesItAndGoesWithoutOneItCannotW
     EXPECT_EQ(sentWith(blocked), "kept=1");
 }
 
+TEST_F(CookieStoreTest, saysWhatWillNotBeThereAtTheNextStart)
+{
+    const QString blocked = folder.filePath("blocked");
+    writeFile(folder.filePath("file"), "");
+    QDir(folder.path()).mkpath("blocked/cookies");
+    const struct {
+        QString file;
+        QByteArray setting;
+        const char* problem;
+    } cases[] = {{path, "sid=1; Max-Age=3600", ""},
+                 {"", "sid=1", ""},
+                 {folder.filePath("other/cookies"), "sid=1", "The platform's sign-in ends with the program."},
+                 {blocked + "/cookies", "sid=1; Max-Age=3600", "“cookies” cannot be written: Is a directory."},
+                 {folder.filePath("file/cookies"), "sid=1; Max-Age=3600",
+                  "“cookies” cannot be written: Not a directory."}};
+    for (const auto& [file, setting, problem] : cases) {
+        const auto store = std::make_shared<CookieStore>(file);
+        receive(store, setting);
+        EXPECT_EQ(store->problem(), problem) << file.toStdString();
+    }
+}
+
+TEST_F(CookieStoreTest, programsThatUseOneFileSeeEachOthersChanges)
+{
+    const auto one = open();
+    const auto other = open();
+    receive(one, "sid=1; Max-Age=3600; HttpOnly");
+    EXPECT_EQ(sentWith(other), "sid=1");
+    receive(other, "more=2; Max-Age=3600");
+    receive(one, "own=3; Max-Age=3600");
+    EXPECT_EQ(sentWith(one), "more=2 own=3 sid=1");
+    EXPECT_EQ(sentWith(open()), "more=2 own=3 sid=1");
+    receive(other, "sid=2; Max-Age=3600; HttpOnly");
+    receive(other, "more=; Max-Age=0");
+    EXPECT_EQ(sentWith(one), "own=3 sid=2");
+    other->clear();
+    EXPECT_EQ(sentWith(one), "");
+    receive(one, "sid=4; Max-Age=3600");
+    EXPECT_EQ(sentWith(other), "sid=4");
+    EXPECT_EQ(QDir(folder.filePath("data")).entryList(QDir::Files), QStringList("cookies")) << "no lock is left";
+}
+
+TEST_F(CookieStoreTest, aClearedStoreTakesNothingFromRequestsThatBeganBefore)
+{
+    const auto store = open();
+    receive(store, "sid=old; Max-Age=3600");
+    HttpSession session(executor(), {.sharedCookies = store});
+    auto before = session.send({.url = server.url("/"), .headers = {{"X-Set", "sid=renewed; Max-Age=3600"}}});
+    store->clear();
+    receive(store, "new=1; Max-Age=3600");
+    EXPECT_EQ(asio::co_spawn(executor(), std::move(before), asio::use_future).get().body, "sid=old");
+    EXPECT_EQ(send(session, {.url = server.url("/")}).body, "new=1");
+    EXPECT_EQ(sentWith(open()), "new=1");
+}
+
 TEST_F(CookieStoreTest, takesNoMoreThanItsShareFromADomain)
 {
     auto store = open();
@@ -119,7 +175,7 @@ TEST_F(CookieStoreTest, keepsTheFileWholeWhenTwoProgramsAndManyThreadsUseIt)
     }
     writers.clear();
     EXPECT_EQ(torn, 0);
-    EXPECT_EQ(sentWith(open()).count('='), 2) << "of whichever program wrote last";
+    EXPECT_EQ(sentWith(open()).count('='), 4) << "of both programs";
 }
 
 } // namespace
