@@ -12,8 +12,13 @@ namespace palvera {
 
 Application::Application(Environment environment)
     : m_environment(std::move(environment)),
-      m_session(m_environment.api, m_environment.preferences, m_environment.transfers.background),
-      m_transfers(m_environment.transfers),
+      m_session({.main = m_environment.main,
+                 .background = m_environment.transfers.background,
+                 .clock = m_environment.clock,
+                 .api = m_environment.api,
+                 .preferences = m_environment.preferences,
+                 .network = m_environment.transfers.network}),
+      m_transfers(transfersWithSignIns()),
       m_endNotice(m_transfers, m_environment.notices, m_environment.isWatched),
       m_root(
           {.signIn = {.main = m_environment.main,
@@ -32,6 +37,14 @@ Application::Application(Environment environment)
         if (state == Qt::ApplicationActive)
             m_root.becomeActive();
     });
+}
+
+Transfers::Environment Application::transfersWithSignIns()
+{
+    auto environment = m_environment.transfers;
+    environment.signIns = {.now = [this] { return m_session.account(); },
+                           .until = [this](Account account) { return m_session.untilSignedIn(std::move(account)); }};
+    return environment;
 }
 
 Application::~Application()

@@ -53,6 +53,7 @@ public:
     QQuickWindow* panel() const { return m_panel; }
 
 private:
+    Transfers::Environment transfersWithSignIns();
     Task<void> finish();
     void placePanel();
 

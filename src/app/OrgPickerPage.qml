@@ -9,6 +9,7 @@ OrgPickerView {
     required property RootModel model
 
     error: model.error
+    loading: model.orgsLoading
     orgs: model.orgPicker
     toolbarItems: [
         TransfersButton {

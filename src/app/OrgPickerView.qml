@@ -9,6 +9,7 @@ FocusScope {
 
     required property OrgPickerModel orgs
     property string error ///< why there may be none, for the user
+    property bool loading: false ///< they are on their way
     property alias toolbarItems: bar.trailing
 
     signal chosen(int row)
@@ -77,13 +78,28 @@ FocusScope {
             }
         }
 
+        Column {
+            anchors.centerIn: parent
+            spacing: Theme.spaceLarge
+            visible: root.loading && list.count === 0
+
+            Spinner {
+                anchors.horizontalCenter: parent.horizontalCenter
+            }
+
+            Label {
+                color: Theme.secondary
+                text: qsTr("Loading your clients…")
+            }
+        }
+
         Message {
             action: qsTr("Try again")
             anchors.centerIn: parent
             detail: root.error !== "" ? root.error : qsTr("Nobody has shared work with you yet.")
             icon: root.error !== "" ? "exclamationmark.triangle" : "building.2.fill"
             title: root.error !== "" ? qsTr("Could not load your clients") : qsTr("No clients")
-            visible: list.count === 0
+            visible: !root.loading && list.count === 0
             onActed: root.retried()
         }
     }

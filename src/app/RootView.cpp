@@ -6,6 +6,15 @@
 
 namespace palvera {
 
+namespace {
+
+Task<void> confirmIn(Session& session)
+{
+    co_await session.confirm();
+}
+
+} // namespace
+
 RootView::RootView(Environment environment, QObject* parent)
     : QObject(parent),
       m_environment(std::move(environment)),
@@ -36,6 +45,9 @@ RootView::RootView(Environment environment, QObject* parent)
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
     connect(&m_session, &Session::stateChanged, this, &RootView::userChanged);
     connect(&m_session, &Session::errorChanged, this, &RootView::errorChanged);
+    connect(&m_session, &Session::orgsLoadingChanged, this, &RootView::orgsLoadingChanged);
+    connect(&m_session, &Session::remarkChanged, this, &RootView::remarkChanged);
+    connect(&m_session, &Session::signInDoubted, this, [this] { m_tasks.start(confirmIn(m_session)); });
     connect(&m_deliverables, &DeliverablesView::refreshed, this, &RootView::updateDeliverable);
     connect(&m_projects, &ProjectsView::orgChanged, this, &RootView::windowTitleChanged);
     connect(&m_transfers, &TransfersView::overallChanged, this, &RootView::windowTitleChanged);
@@ -45,7 +57,8 @@ RootView::RootView(Environment environment, QObject* parent)
 
 QString RootView::windowTitle() const
 {
-    QStringList parts{m_transfers.overallText(), m_session.org() ? visibleText(m_session.org()->name) : QString(),
+    const auto& org = m_session.org();
+    QStringList parts{m_transfers.overallText(), org && m_session.me() ? visibleText(org->name) : QString(),
                       tr("Palvera")};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" – "));
@@ -66,6 +79,21 @@ QString RootView::userEmail() const
 QString RootView::error() const
 {
     return m_session.error().value_or(QString());
+}
+
+bool RootView::areOrgsLoading() const
+{
+    return m_session.areOrgsLoading();
+}
+
+QString RootView::remark() const
+{
+    return m_session.remark();
+}
+
+void RootView::dismissRemark()
+{
+    m_session.dismissRemark();
 }
 
 QString RootView::buildText() const
@@ -133,6 +161,7 @@ void RootView::back()
 void RootView::becomeActive()
 {
     m_deliverables.load();
+    m_tasks.start(m_session.askOnce([this] { return !m_login.isTouched(); }));
 }
 
 void RootView::goTo(Page page)
@@ -171,12 +200,47 @@ void RootView::changeScreen()
     if (key == m_key)
         return;
     m_key = key;
-    goTo(Page::Projects);
-    if (const auto& org = m_session.org())
-        m_projects.open(*org);
-    else if (key == QStringLiteral("login"))
-        m_login.open(m_environment.isDoorAsked());
+    const auto& org = m_session.org();
+    if (key == QStringLiteral("login"))
+        openLogin();
+    else if (org && key == m_orgKey)
+        reload();
+    else if (org)
+        openOrg(*org);
+    else
+        leaveOrg();
     Q_EMIT keyChanged();
+}
+
+void RootView::openLogin()
+{
+    if (!m_session.hasExpired())
+        leaveOrg();
+    m_login.open(m_environment.isDoorAsked(),
+                 m_session.hasExpired() ? tr("Your sign-in has expired. Sign in again.") : QString());
+    m_tasks.start(m_session.askAgain([this] { return !m_login.isTouched(); }));
+}
+
+void RootView::openOrg(const Org& org)
+{
+    m_orgKey = m_key;
+    goTo(Page::Projects);
+    m_projects.open(org);
+}
+
+void RootView::leaveOrg()
+{
+    m_orgKey.clear();
+    goTo(Page::Projects);
+}
+
+void RootView::reload()
+{
+    m_projects.load();
+    if (m_page == Page::Assets)
+        m_assets.load();
+    else
+        m_deliverables.load();
 }
 
 } // namespace palvera

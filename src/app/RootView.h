@@ -30,6 +30,8 @@ class RootView : public QObject {
     Q_PROPERTY(QString userName READ userName NOTIFY userChanged)
     Q_PROPERTY(QString userEmail READ userEmail NOTIFY userChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
+    Q_PROPERTY(bool orgsLoading READ areOrgsLoading NOTIFY orgsLoadingChanged)
+    Q_PROPERTY(QString remark READ remark NOTIFY remarkChanged)
     Q_PROPERTY(QString buildText READ buildText CONSTANT)
     Q_PROPERTY(bool serviceExposed READ isServiceExposed CONSTANT)
 
@@ -52,7 +54,8 @@ public:
     explicit RootView(Environment environment, QObject* parent = nullptr);
 
     /// "loading", "login", "orgs", or "org:" and the id of the organisation that is open. Once it changes, the models
-    /// of that screen have begun afresh.
+    /// of that screen have begun afresh, but for those of an organisation to which a user comes back whose sign-in had
+    /// expired: these go on where they were, with what is new.
     QString key() const { return m_key; }
     LoginView* login() { return &m_login; }
     OrgPickerView* orgPicker() { return &m_orgPicker; }
@@ -69,6 +72,9 @@ public:
     QString userEmail() const;
     /// What failed last while the session was looked up, for the user.
     QString error() const;
+    bool areOrgsLoading() const;
+    /// What the user should know although all is well.
+    QString remark() const;
     QString buildText() const;
     /// Whether others can read along.
     bool isServiceExposed() const;
@@ -86,6 +92,7 @@ public:
     Q_INVOKABLE void back();
     /// The user has come back to the program.
     void becomeActive();
+    Q_INVOKABLE void dismissRemark();
     /// Asks again which organisations there are.
     Q_INVOKABLE void reloadOrgs();
     /// Cuts off what every screen has under way; see TaskScope.
@@ -97,9 +104,15 @@ Q_SIGNALS:
     void windowTitleChanged();
     void userChanged();
     void errorChanged();
+    void orgsLoadingChanged();
+    void remarkChanged();
 
 private:
     void changeScreen();
+    void openLogin();
+    void openOrg(const Org& org);
+    void leaveOrg();
+    void reload();
     void goTo(Page page);
     void updateDeliverable();
 
@@ -114,6 +127,7 @@ private:
     AssetsView m_assets;
     TransfersView m_transfers;
     QString m_key;
+    QString m_orgKey; // the key of the organisation that the models show
     Page m_page = Page::Projects;
 };
 

@@ -57,6 +57,26 @@ FocusScope {
         }
     }
 
+    Rectangle {
+        anchors.bottom: parent.bottom
+        anchors.bottomMargin: Theme.spaceLarge
+        anchors.horizontalCenter: parent.horizontalCenter
+        color: Theme.surface
+        height: remark.implicitHeight
+        radius: remark.radius
+        visible: remark.visible
+        width: Math.min(560, parent.width - 2 * Theme.spaceLarge)
+        z: 2
+
+        Notice {
+            id: remark
+
+            anchors.fill: parent
+            text: root.model.remark
+            onDismissed: root.model.dismissRemark()
+        }
+    }
+
     ConfirmDialog {
         cancelText: qsTr("Cancel")
         careful: true

@@ -18,7 +18,7 @@ ExitCode exitCodeFor(const std::exception_ptr& failure)
     if (auto error = failureAs<APIError>(failure)) {
         if (isDeliveryDoubt(failure))
             return ExitCode::confirmationNeeded;
-        return error->status() == 401 ? ExitCode::notSignedIn : ExitCode::failed;
+        return error->asksToSignIn() ? ExitCode::notSignedIn : ExitCode::failed;
     }
     // Storage's failures come as an APIError, once all attempts at a part are used up.
     return failureAs<TransportError>(failure) ? ExitCode::unreachable : ExitCode::failed;

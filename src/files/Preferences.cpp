@@ -22,7 +22,7 @@ std::optional<QString> Preferences::string(const QString& key) const
 void Preferences::setString(const QString& key, const QString& value)
 {
     m_settings.setValue(key, value);
-    m_settings.sync();
+    keep();
 }
 
 std::optional<QByteArray> Preferences::bytes(const QString& key) const
@@ -36,13 +36,21 @@ std::optional<QByteArray> Preferences::bytes(const QString& key) const
 void Preferences::setBytes(const QString& key, const QByteArray& value)
 {
     m_settings.setValue(key, value);
-    m_settings.sync();
+    keep();
 }
 
 void Preferences::remove(const QString& key)
 {
     m_settings.remove(key);
+    keep();
+}
+
+void Preferences::keep()
+{
     m_settings.sync();
+    m_problem = m_settings.status() == QSettings::NoError
+                    ? QString()
+                    : QStringLiteral("That counts only for now: %1 cannot be written.").arg(m_settings.fileName());
 }
 
 } // namespace palvera

@@ -9,7 +9,7 @@
 namespace palvera {
 
 /// The user's small choices, kept between runs under plain keys such as "pv.site". Each change is on its way to the
-/// file when the operation returns; a failing write is not reported. Main thread.
+/// file when the operation returns; whether it got there, `problem` says. Main thread.
 class Preferences {
 public:
     /// Opens the preferences in the file at `path`, which need not exist. Its folder is for its owner alone.
@@ -22,9 +22,14 @@ public:
     std::optional<QByteArray> bytes(const QString& key) const;
     void setBytes(const QString& key, const QByteArray& value);
     void remove(const QString& key);
+    /// Why the latest change will be gone at the next start, for the user; empty when it will not.
+    QString problem() const { return m_problem; }
 
 private:
+    void keep();
+
     QSettings m_settings;
+    QString m_problem;
 };
 
 } // namespace palvera

@@ -1,5 +1,6 @@
 #include "http/NetworkPath.h"
 
+#include "async/TaskGroup.h"
 #include "files/FileDescriptor.h"
 
 #include <boost/asio/posix/stream_descriptor.hpp>
@@ -139,6 +140,16 @@ Task<void> SystemNetworkPath::follow(std::function<void()> changed)
         co_await announcements.next();
         changed();
     }
+}
+
+Task<void> untilNetworkReturns(NetworkPath& path, Clock& clock)
+{
+    constexpr std::chrono::seconds look{2}; // nothing is announced to who does not wait
+    while (path.isUsable())
+        co_await clock.sleep(look);
+    auto unknown = (co_await outcomeOf(path.untilUsable())).failure;
+    if (unknown) // nobody can tell
+        co_await clock.sleepUntil(Clock::Moment::max());
 }
 
 } // namespace palvera

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "async/Task.h"
+#include "async/Clock.h"
 
 #include <functional>
 
@@ -33,5 +33,8 @@ public:
     Task<void> follow(std::function<void()> changed) override;
     bool hasAddress(const sockaddr& address) const override;
 };
+
+/// Ends once `path`, which may be usable still, is usable again after it was not. It is looked at every two seconds.
+Task<void> untilNetworkReturns(NetworkPath& path, Clock& clock);
 
 } // namespace palvera

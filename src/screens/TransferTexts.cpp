@@ -76,6 +76,11 @@ QString troubleOf(const Item& item)
     return item.trouble ? troubleText(*item.trouble) : item.remark;
 }
 
+QString waitingText(const Item::Waiting& waiting)
+{
+    return waiting.why.isEmpty() ? QStringLiteral("Waiting") : waiting.why;
+}
+
 QString technicalReason(const Item::State& state)
 {
     auto error = failureAs<APIError>(failureOf(state));

@@ -16,6 +16,8 @@ std::optional<double> secondsLeft(const Item& item);
 QString plainReason(const Item::State& state);
 /// What the user should know of it: what went wrong, or what its engine remarks while it goes on; empty when nothing.
 QString troubleOf(const Item& item);
+/// "Waiting", or what for where that is not for other transfers.
+QString waitingText(const Item::Waiting& waiting);
 /// What went wrong as precisely as it is known.
 QString technicalReason(const Item::State& state);
 /// "42 sec", "3 min, 5 sec": how long until `until`.

@@ -17,6 +17,7 @@ namespace {
 constexpr std::chrono::milliseconds idleTimeout = 60s;
 /// Whoever answers a byte now and then would else hold a screen for ever.
 constexpr std::chrono::milliseconds totalTimeout = 120s;
+constexpr std::chrono::milliseconds logoutPatience = 5s;
 
 HttpRequest makeRequest(QByteArray url, QByteArray method, const std::optional<QJsonObject>& body)
 {
@@ -39,13 +40,56 @@ API::API(Surroundings surroundings)
     : m_client(surroundings.client),
       m_strand(boost::asio::make_strand(surroundings.executor)),
       m_clearCookies(std::move(surroundings.clearCookies)),
-      m_site(surroundings.site)
+      m_cookieProblem(std::move(surroundings.cookieProblem)),
+      m_shared(std::make_shared<Shared>())
+{
+    m_shared->site = surroundings.site;
+}
+
+API::API(const API& other, Address pinned)
+    : m_client(other.m_client),
+      m_strand(other.m_strand),
+      m_clearCookies(other.m_clearCookies),
+      m_cookieProblem(other.m_cookieProblem),
+      m_shared(other.m_shared),
+      m_pinned(std::move(pinned))
 {}
+
+std::shared_ptr<API> API::pinned() const
+{
+    return std::shared_ptr<API>(new API(*this, serviceBase()));
+}
 
 Address API::serviceBase() const
 {
-    const auto chosen = parseAddress(qEnvironmentVariable("PV_API"));
-    return chosen ? *chosen : baseAddress(site());
+    return m_pinned ? *m_pinned : chosenBase();
+}
+
+Address API::chosenBase() const
+{
+    const auto named = parseAddress(qEnvironmentVariable("PV_API"));
+    return named ? *named : baseAddress(site());
+}
+
+void API::onSignInNeeded(std::function<void()> call)
+{
+    std::lock_guard guard(m_shared->mutex);
+    m_shared->signInNeeded = std::move(call);
+}
+
+void API::noteRefusal(const QString& path, const APIError& refusal) const
+{
+    const bool isAboutSigningIn = path == QStringLiteral("me") || path.startsWith(QStringLiteral("auth/"));
+    if (!refusal.asksToSignIn() || isAboutSigningIn || serviceBase() != chosenBase())
+        return;
+    std::lock_guard guard(m_shared->mutex);
+    if (m_shared->signInNeeded)
+        m_shared->signInNeeded();
+}
+
+QString API::signInProblem() const
+{
+    return m_cookieProblem ? m_cookieProblem() : QString();
 }
 
 bool API::isServiceExposed() const
@@ -89,8 +133,11 @@ Task<void> API::signOut()
 Task<QByteArray> API::sendHere(QString path, QByteArray method, std::optional<QJsonObject> body)
 {
     HttpResponse answer = co_await m_client.send(makeRequest(makeURL(path), std::move(method), body));
-    if (answer.status < 200 || answer.status > 299)
-        throw APIError::fromAnswer(answer.status, answer.body);
+    if (answer.status < 200 || answer.status > 299) {
+        auto refusal = APIError::fromAnswer(answer.status, answer.body);
+        noteRefusal(path, refusal);
+        throw refusal;
+    }
     co_return std::move(answer.body);
 }
 
@@ -110,8 +157,11 @@ Task<void> API::postHere(QString path, std::optional<QJsonObject> body)
 
 Task<void> API::signOutHere()
 {
-    co_await outcomeOf(sendHere(QStringLiteral("auth/logout"), "POST", {}));
+    auto request = makeRequest(makeURL(QStringLiteral("auth/logout")), "POST", {});
+    request.idleTimeout = request.totalTimeout = logoutPatience;
+    auto telling = m_client.send(std::move(request)); // with the cookies as they still are
     m_clearCookies();
+    co_await outcomeOf(std::move(telling));
 }
 
 } // namespace palvera

@@ -10,6 +10,7 @@
 #include <QJsonObject>
 
 #include <atomic>
+#include <mutex>
 
 namespace palvera {
 
@@ -26,13 +27,23 @@ public:
         Executor executor;                  ///< the API makes its strand of it
         Site site = Site::qa;               ///< whose service is called to begin with
         std::function<void()> clearCookies; ///< empties the cookie store of `client`; called on the strand
+        std::function<QString()> cookieProblem = {}; ///< as CookieStore::problem; any thread
     };
 
     explicit API(Surroundings surroundings);
 
     /// Whose service is called. Any thread; a change counts from the next request on.
-    Site site() const { return m_site; }
-    void setSite(Site site) { m_site = site; }
+    Site site() const { return m_shared->site; }
+    void setSite(Site site) { m_shared->site = site; }
+    /// A client of the service that is called at this moment, which keeps to that address whatever becomes of the site
+    /// and of PV_API. It may outlive this one.
+    std::shared_ptr<API> pinned() const;
+    /// Has `call` called, on any thread, whenever this client or one that was pinned meets a refusal, at the address
+    /// that this one calls, because nobody is signed in; not for the calls that ask who is, or that sign in. Nothing
+    /// ends that, and returns once no call is under way. Any thread.
+    void onSignInNeeded(std::function<void()> call);
+    /// Why the sign-in will not be there at the next start, for the user; empty when it will, or nobody is signed in.
+    QString signInProblem() const;
 
     /// The service address that requests go to: that in the environment variable PV_API, which is read anew at each
     /// call and ignored unless it is an absolute http or https address; else the site's own.
@@ -60,10 +71,22 @@ public:
     /// Posts to the service and ignores the body of its answer. Throws as `send` does.
     Task<void> post(QString path, std::optional<QJsonObject> body = {});
 
-    /// Signs out. Whatever the platform says to it, every cookie of every host is forgotten. Never fails.
+    /// Signs out: every cookie of every host is forgotten at once, and the platform, which is told, gets five seconds to
+    /// answer. A sign-in that is made meanwhile stays. Never fails.
     Task<void> signOut();
 
 private:
+    /// What a client and those that were pinned have in common.
+    struct Shared {
+        std::atomic<Site> site;
+        std::mutex mutex;
+        std::function<void()> signInNeeded; ///< guarded by `mutex`
+    };
+
+    API(const API& other, Address pinned);
+    Address chosenBase() const;
+    void noteRefusal(const QString& path, const APIError& refusal) const;
+
     // These run on the strand.
     Task<QByteArray> sendHere(QString path, QByteArray method, std::optional<QJsonObject> body);
     template <JsonRecord Record>
@@ -83,7 +106,9 @@ private:
     HttpClient& m_client;
     const Executor m_strand;
     const std::function<void()> m_clearCookies;
-    std::atomic<Site> m_site;
+    const std::function<QString()> m_cookieProblem;
+    const std::shared_ptr<Shared> m_shared;
+    const std::optional<Address> m_pinned;
 };
 
 } // namespace palvera

@@ -28,4 +28,10 @@ APIError APIError::fromAnswer(int status, const QByteArray& body)
     return APIError(status, texts.value(u"message").toString(composed), std::move(code));
 }
 
+bool asksToSignIn(const std::exception_ptr& failure)
+{
+    auto error = failureAs<APIError>(failure);
+    return error && error->asksToSignIn();
+}
+
 } // namespace palvera

@@ -19,6 +19,8 @@ public:
 
     /// The answer's HTTP status; 0 when the error is not about an answer.
     qint64 status() const { return m_status; }
+    /// Whether it is refused because nobody is signed in.
+    bool asksToSignIn() const { return m_status == 401; }
     const QString& message() const { return text(); }
     /// The platform's reason for programs, such as "delivery_doubt".
     const std::optional<QString>& code() const { return m_code; }
@@ -27,5 +29,8 @@ private:
     qint64 m_status;
     std::optional<QString> m_code;
 };
+
+/// Whether `failure` is the platform's refusal because nobody is signed in.
+bool asksToSignIn(const std::exception_ptr& failure);
 
 } // namespace palvera

@@ -16,7 +16,8 @@ Connections Connections::make(const Folders& folders, const Preferences& prefere
     API::Surroundings surroundings{.client = session,
                                    .executor = engine.executor(),
                                    .site = currentSite(preferences),
-                                   .clearCookies = [cookies] { cookies->clear(); }};
+                                   .clearCookies = [cookies] { cookies->clear(); },
+                                   .cookieProblem = [cookies] { return cookies->problem(); }};
     return {
         .engine = engine, .network = makeForGood<NetworkThreads>(), .api = makeForGood<API>(std::move(surroundings))};
 }

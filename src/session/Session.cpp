@@ -1,17 +1,28 @@
 #include "session/Session.h"
 
-#include "async/Failure.h"
+#include "async/Event.h"
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
 #include "files/Bookmark.h"
 #include "files/Preferences.h"
+#include "http/HttpAddress.h"
+#include "http/NetworkPath.h"
 #include "service/API.h"
 #include "service/BrowsingOperations.h"
 #include "service/SignInOperations.h"
 
+#include <boost/asio/post.hpp>
 #include <boost/asio/strand.hpp>
+#include <boost/asio/this_coro.hpp>
+
+#include <QPointer>
+#include <QScopeGuard>
 
 namespace palvera {
+
+namespace asio = boost::asio;
+
+using namespace std::chrono_literals;
 
 namespace {
 
@@ -24,19 +35,36 @@ QString screenOf(const Session::State& state, const std::optional<Org>& org)
     return org ? QStringLiteral("org:") + org->id : QStringLiteral("orgs");
 }
 
+/// Whether the platform itself did not answer, so that nothing is known.
+bool isUnheard(const std::exception_ptr& failure)
+{
+    return failure && !failureAs<APIError>(failure);
+}
+
 } // namespace
 
 const QString Session::orgKey = QStringLiteral("pv.lastOrgId");
 const QString Session::folderKey = QStringLiteral("pv.downloadsBookmark");
 
-Session::Session(API& api, Preferences& preferences, const Executor& background, QObject* parent)
+Session::Session(Environment environment, QObject* parent)
     : QObject(parent),
-      m_api(api),
-      m_preferences(preferences),
-      m_disk(boost::asio::make_strand(background)),
-      m_site(currentSite(preferences)),
+      m_environment(std::move(environment)),
+      m_disk(asio::make_strand(m_environment.background)),
+      m_site(currentSite(m_environment.preferences)),
       m_screen(screenOf(m_state, m_org))
-{}
+{
+    m_environment.api.onSignInNeeded([self = QPointer(this), main = m_environment.main] {
+        asio::post(main, [self] {
+            if (self)
+                Q_EMIT self->signInDoubted();
+        });
+    });
+}
+
+Session::~Session()
+{
+    m_environment.api.onSignInNeeded({});
+}
 
 const Me* Session::me() const
 {
@@ -44,44 +72,137 @@ const Me* Session::me() const
     return signedIn ? &signedIn->me : nullptr;
 }
 
+bool Session::hasExpired() const
+{
+    const auto* signedOut = std::get_if<SignedOut>(&m_state.value());
+    return signedOut && signedOut->hasExpired;
+}
+
 Task<void> Session::start()
 {
     return identify();
 }
 
+Task<void> Session::askAgain(std::function<bool()> isWelcome)
+{
+    int tries = 0;
+    while (m_isUnsure && isWelcome()) {
+        tries = co_await untilWorthAsking(tries);
+        if (m_isUnsure && canAsk())
+            co_await askOnce(isWelcome);
+    }
+}
+
+Task<void> Session::askOnce(std::function<bool()> isWelcome)
+{
+    if (!std::holds_alternative<SignedOut>(m_state.value()) || !isWelcome())
+        co_return;
+    const auto number = m_questions;
+    auto answer = co_await answerOf(currentUser(m_environment.api));
+    if (number != m_questions || !isWelcome())
+        co_return;
+    m_isUnsure = isUnheard(answer.failure);
+    if (answer.value) {
+        take(*answer.value);
+        co_await loadOrgs();
+    }
+}
+
+Task<bool> Session::confirm()
+{
+    if (!m_account)
+        co_return false;
+    if (m_isConfirming) {
+        Event answered(co_await asio::this_coro::executor);
+        QObject listener;
+        connect(this, &Session::confirmed, &listener, [&answered] { answered.set(); });
+        co_await answered.wait();
+        co_return m_isKnown;
+    }
+    m_isConfirming = true;
+    m_isKnown = false;
+    const auto over = qScopeGuard([this] {
+        m_isConfirming = false;
+        Q_EMIT confirmed();
+    });
+    const auto number = m_questions;
+    auto answer = co_await answerOf(currentUser(m_environment.api));
+    if (number != m_questions)
+        co_return false;
+    m_isKnown = answer.value && answer.value->user.id == m_account->userId;
+    if (asksToSignIn(answer.failure)) {
+        setSignedOut(true);
+    } else if (answer.value && !m_isKnown) { // another program has signed somebody else in
+        take(*answer.value);
+        co_await loadOrgs();
+    }
+    co_return m_isKnown;
+}
+
+Task<bool> Session::untilSignedIn(Account account)
+{
+    int tries = 0;
+    while (m_account == account) {
+        if (co_await confirm())
+            co_return false;
+        if (m_account == account)
+            tries = co_await untilWorthAsking(tries);
+    }
+    Event changed(co_await asio::this_coro::executor);
+    QObject listener;
+    connect(this, &Session::accountChanged, &listener, [&changed] { changed.set(); });
+    while (m_account != account)
+        co_await changed.wait();
+    co_return true;
+}
+
 Task<void> Session::refresh()
 {
-    auto answer = co_await answerOf(currentUser(m_api));
+    const auto number = ++m_questions;
+    auto answer = co_await answerOf(currentUser(m_environment.api));
+    if (number != m_questions)
+        co_return;
     if (answer.failure) {
         fail(answer.failure);
         co_return;
     }
-    m_state = SignedIn{*answer.value};
-    updateScreen();
+    succeed();
+    take(*answer.value);
+    if (auto problem = m_environment.api.signInProblem(); !problem.isEmpty())
+        m_remark = tr("Signed in, but only for now: %1").arg(problem);
     co_await loadOrgs();
 }
 
 Task<void> Session::loadOrgs()
 {
-    auto answer = co_await answerOf(listOrgs(m_api));
-    if (answer.failure)
+    const auto number = ++m_orgsAsked;
+    m_orgsLoading = true;
+    const auto over = qScopeGuard([this, number] {
+        if (number == m_orgsAsked)
+            m_orgsLoading = false;
+    });
+    auto answer = co_await answerOf(listOrgs(m_environment.api));
+    if (number != m_orgsAsked)
+        co_return;
+    if (answer.failure) {
         fail(answer.failure);
-    else
-        m_orgs = *answer.value;
+        co_return;
+    }
+    succeed();
+    m_orgs = *answer.value;
 }
 
 Task<void> Session::setSite(Site site)
 {
     if (site == m_site.value())
         co_return;
-    storeSite(m_preferences, site);
-    m_api.setSite(site);
+    storeSite(m_environment.preferences, site);
+    noteUnkept();
+    m_environment.api.setSite(site);
+    setAccount({});
     m_site = site;
-    m_org = std::nullopt;
-    updateScreen();
-    m_orgs = QList<Org>();
-    m_error = std::nullopt;
-    m_failure = nullptr;
+    forgetOrgs();
+    succeed();
     co_await identify();
 }
 
@@ -89,7 +210,7 @@ void Session::choose(const Org& org)
 {
     m_org = org;
     updateScreen();
-    m_preferences.setString(orgKey, org.id);
+    m_environment.preferences.setString(orgKey, org.id);
 }
 
 void Session::leave()
@@ -100,30 +221,88 @@ void Session::leave()
 
 Task<void> Session::signOut()
 {
-    co_await m_api.signOut();
-    m_org = std::nullopt;
-    updateScreen();
-    m_orgs = QList<Org>();
-    m_state = SignedOut{};
-    updateScreen();
+    ++m_questions;
+    setSignedOut(false);
+    forgetOrgs();
+    succeed();
+    m_remark = QString();
+    co_await m_environment.api.signOut();
+    if (auto problem = m_environment.api.signInProblem(); !problem.isEmpty() && !m_account)
+        m_remark = problem;
 }
 
 Task<void> Session::identify()
 {
-    auto answer = co_await answerOf(currentUser(m_api));
-    if (answer.failure) {
-        m_state = SignedOut{};
-        updateScreen();
+    const auto number = ++m_questions;
+    std::optional<Me> me;
+    m_isUnsure = !canAsk();
+    if (!m_isUnsure) {
+        auto answer = co_await answerOf(currentUser(m_environment.api));
+        if (number != m_questions)
+            co_return;
+        m_isUnsure = isUnheard(answer.failure);
+        me = std::move(answer.value);
+    }
+    if (!me) {
+        setSignedOut(false);
         co_return;
     }
-    m_state = SignedIn{*answer.value};
-    updateScreen();
+    take(*me);
     co_await loadOrgs();
+}
+
+Task<int> Session::untilWorthAsking(int tries)
+{
+    constexpr auto longest = 30s;
+    const auto pause = std::min<std::chrono::seconds>(2s * (1 << std::min(tries, 4)), longest);
+    const auto ended = co_await firstOf(m_environment.clock.sleep(pause),
+                                        untilNetworkReturns(m_environment.network, m_environment.clock));
+    co_return ended.index() == 0 ? tries + 1 : 0;
+}
+
+/// Else a question would wait for a network for a minute.
+bool Session::canAsk() const
+{
+    const auto service = parseHttpAddress(m_environment.api.makeURL(QString()));
+    return m_environment.network.isUsable() || (service && service->loopback);
+}
+
+void Session::take(const Me& me)
+{
+    const Account account{.service = m_environment.api.makeURL(QString()), .userId = me.user.id};
+    if (m_owner != account)
+        forgetOrgs();
+    m_owner = account;
+    m_state = SignedIn{me};
+    setAccount(account);
+    updateScreen();
+}
+
+void Session::setSignedOut(bool hasExpired)
+{
+    m_state = SignedOut{.hasExpired = hasExpired};
+    setAccount({});
+    updateScreen();
+}
+
+void Session::setAccount(std::optional<Account> account)
+{
+    if (std::exchange(m_account, account) != account)
+        Q_EMIT accountChanged();
+}
+
+void Session::forgetOrgs()
+{
+    ++m_orgsAsked;
+    m_orgsLoading = false;
+    m_org = std::nullopt;
+    updateScreen();
+    m_orgs = QList<Org>();
 }
 
 Task<std::optional<QString>> Session::downloadsFolder() const
 {
-    const auto kept = m_preferences.bytes(folderKey);
+    const auto kept = m_environment.preferences.bytes(folderKey);
     std::optional<bookmark::Resolved> found;
     if (kept)
         co_await callOn(m_disk, [&] { found = bookmark::resolve(*kept); });
@@ -136,15 +315,29 @@ Task<void> Session::setDownloadsFolder(std::optional<QString> path)
     if (path)
         co_await callOn(m_disk, [&] { made = bookmark::make(*path); });
     if (made)
-        m_preferences.setBytes(folderKey, *made);
+        m_environment.preferences.setBytes(folderKey, *made);
     else
-        m_preferences.remove(folderKey);
+        m_environment.preferences.remove(folderKey);
+    noteUnkept();
 }
 
 void Session::fail(std::exception_ptr failure)
 {
     m_failure = std::move(failure);
     m_error = describe(m_failure);
+}
+
+void Session::succeed()
+{
+    m_failure = nullptr;
+    m_error = std::nullopt;
+}
+
+/// Of what the user has chosen.
+void Session::noteUnkept()
+{
+    if (auto problem = m_environment.preferences.problem(); !problem.isEmpty())
+        m_remark = problem;
 }
 
 void Session::updateScreen()

@@ -28,9 +28,8 @@ qint64 statusOf(const std::exception_ptr& failure)
 /// What the user has to answer, by a confirmation or by signing in: it is no use to ask on.
 bool isForTheUser(const std::exception_ptr& failure)
 {
-    constexpr int unauthorized = 401;
     auto error = failureAs<APIError>(failure);
-    return error && (error->status() == unauthorized || error->code() == QStringLiteral("delivery_doubt"));
+    return error && (error->asksToSignIn() || error->code() == QStringLiteral("delivery_doubt"));
 }
 
 /// Whether the platform has no such upload, or none any more.

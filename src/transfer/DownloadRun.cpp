@@ -308,7 +308,7 @@ Task<bool> DownloadRun::renewAddress(int refused)
         m_isRenewing = true;
         auto asked = co_await outcomeOf(m_request.renewAddress());
         m_isRenewing = false;
-        if (isCancellation(asked.failure))
+        if (isCancellation(asked.failure) || asksToSignIn(asked.failure))
             std::rethrow_exception(asked.failure);
         if (asked.value) {
             m_address = *std::move(asked.value);

@@ -55,7 +55,7 @@ Task<QString> PartSender::send(int part, PartBody& body, std::shared_ptr<SendWat
 Task<PartSender::Attempt> PartSender::attempt(int part, PartBody& body, std::shared_ptr<SendWatcher> watcher)
 {
     auto address = co_await answerOf(m_environment.pool.urlFor(part));
-    if (failureAs<UploadForgotten>(address.failure) || isLasting(address.failure))
+    if (failureAs<UploadForgotten>(address.failure) || isLasting(address.failure) || asksToSignIn(address.failure))
         std::rethrow_exception(address.failure);
     if (address.failure)
         co_return missed(describe(address.failure));

@@ -28,7 +28,7 @@ UploadRun::UploadRun(const Uploader::Environment& environment, const Uploader::S
       m_subject{.path = m_request.file,
                 .identity = {},
                 .target = m_request.target,
-                .service = QString::fromUtf8(environment.api.makeURL(QString()))}
+                .service = QString::fromUtf8(m_request.api->makeURL(QString()))}
 {}
 
 Task<void> UploadRun::perform()
@@ -91,7 +91,7 @@ Task<void> UploadRun::sendAndDeliver()
     if (sent.failure)
         std::rethrow_exception(sent.failure);
     checkComplete();
-    Completion completion(m_environment.api, m_environment.clock, m_journal);
+    Completion completion(*m_request.api, m_environment.clock, m_journal);
     co_await sayingWhy(completion.perform(),
                        {.sent = m_journal.byteSize,
                         .total = m_journal.byteSize,
@@ -111,7 +111,7 @@ Task<void> UploadRun::forget()
 Task<void> UploadRun::giveUp()
 {
     AbortBody body{.object = m_journal.object, .uploadId = m_journal.uploadId};
-    co_await outcomeOf(abortUpload(m_environment.api, m_journal.destination(), m_journal.sessionId, body));
+    co_await outcomeOf(abortUpload(*m_request.api, m_journal.destination(), m_journal.sessionId, body));
     co_await forget();
 }
 
@@ -177,17 +177,17 @@ Task<void> UploadRun::startAfresh()
     Started started;
     if (const auto* bin = target.asBin()) {
         started = co_await startBinUpload(
-            m_environment.api, *bin,
+            *m_request.api, *bin,
             {.filename = filename, .contentType = contentType, .byteSize = identity.size, .folder = bin->folder});
     } else {
         StartBody body{.filename = filename, .contentType = contentType, .byteSize = identity.size};
         if (m_request.confirmed)
             body.confirmed = true;
-        started = co_await startUpload(m_environment.api, target, body);
+        started = co_await startUpload(*m_request.api, target, body);
     }
     auto sessionId = target.asBin() ? std::optional(started.sessionId.value_or(started.uploadId)) : std::nullopt;
     if (!coversExactly(started.partSize, started.partCount, identity.size)) {
-        co_await outcomeOf(abortUpload(m_environment.api, target, sessionId,
+        co_await outcomeOf(abortUpload(*m_request.api, target, sessionId,
                                        {.object = started.object, .uploadId = started.uploadId}));
         throw CannotSend(QStringLiteral("The platform cut the file into parts that do not add up to it."));
     }
@@ -236,7 +236,7 @@ Task<void> UploadRun::sendParts(TransferLog& log)
     auto queue = partsToSend(m_journal.partCount, m_journal.done);
     const int lanes = laneCount(m_settings.lanes, m_settings.inFlightBudget, m_journal.partSize, queue.size());
     Shared shared{.board = Board(std::move(queue), m_journal.done, m_journal.partSize, m_journal.byteSize, lanes),
-                  .pool = URLPool(m_environment.engine, m_environment.clock, m_environment.api,
+                  .pool = URLPool(m_environment.engine, m_environment.clock, *m_request.api,
                                   {.target = m_journal.destination(),
                                    .sessionId = m_journal.sessionId,
                                    .object = m_journal.object,
@@ -273,7 +273,7 @@ ProgressReporter::Report UploadRun::reportToPlatform() const
     auto target = m_journal.destination();
     if (target.asBin())
         return {};
-    return [&api = m_environment.api, target](ProgressBody body) { return reportProgress(api, target, body); };
+    return [&api = *m_request.api, target](ProgressBody body) { return reportProgress(api, target, body); };
 }
 
 Task<void> UploadRun::sendOverLanes(Shared& shared, int count)

@@ -12,6 +12,7 @@ namespace palvera {
 
 /// One file to send.
 struct UploadRequest {
+    std::shared_ptr<API> api; ///< pinned: an upload ends where it began
     TransferTarget target;
     QString file;                            ///< its path
     std::optional<QByteArray> bookmark = {}; ///< finds the file again should it have been renamed
@@ -41,7 +42,6 @@ public:
     struct Environment {
         Executor engine; ///< threads for lanes and disk work; more of them than one upload has lanes
         Clock& clock;
-        API& api;
         HttpClientFactory storage; ///< makes each lane's own session
         const JournalStore& journals;
         QString libraryFolder; ///< the transfer log goes below it

@@ -36,7 +36,8 @@ DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download,
       m_download(std::move(download)),
       m_flag(std::move(flag)),
       m_cut(std::move(cut)),
-      m_turns(model.m_downloadTurns)
+      m_turns(model.m_downloadTurns),
+      m_signIn(m_environment.signIns)
 {}
 
 Task<void> DownloadTask::run(DownloadTask task)
@@ -64,9 +65,21 @@ Task<void> DownloadTask::perform()
 
 Task<void> DownloadTask::bringDown()
 {
+    for (;;) {
+        auto failure = (co_await outcomeOf(attempt())).failure;
+        if (!failure)
+            co_return;
+        if (!co_await m_signIn.mayGoOnAfter(failure, m_model, m_id, m_flag))
+            std::rethrow_exception(failure);
+    }
+}
+
+Task<void> DownloadTask::attempt()
+{
     const auto turn = co_await Transfers::takeTurn(m_model, m_id, m_turns, m_flag);
     co_await runUntilStopped(m_flag, askForAddress());
-    co_await claimPlace();
+    if (!m_place)
+        co_await claimPlace();
     if (m_flag->isStopped() || !m_model)
         throwCancelled();
     DownloadRequest request{

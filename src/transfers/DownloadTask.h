@@ -18,6 +18,7 @@ public:
 private:
     Task<void> perform();
     Task<void> bringDown();
+    Task<void> attempt();
     Task<void> askForAddress();
     /// Once a download of the model that was stopped has let go of the file. Throws FileError while another one writes
     /// it.
@@ -39,6 +40,7 @@ private:
     const std::shared_ptr<Turns> m_turns;
     QByteArray m_address;
     std::optional<DownloadPlace> m_place;
+    SignInWait m_signIn;
 };
 
 } // namespace palvera

@@ -60,6 +60,8 @@ QString messageOf(const Item::State& state)
         return retrying->message;
     if (const auto* failed = std::get_if<Item::Failed>(&state))
         return failed->message;
+    if (const auto* waiting = std::get_if<Item::Waiting>(&state))
+        return waiting->why;
     return {};
 }
 

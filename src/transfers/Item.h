@@ -17,8 +17,10 @@ namespace palvera {
 struct Item {
     enum class Kind { upload, download };
 
-    /// Not begun.
+    /// For others to end, before it begins or goes on, or for the reason in `why`.
     struct Waiting {
+        QString why = {};
+
         bool operator==(const Waiting&) const = default;
     };
     struct Running {
@@ -75,7 +77,7 @@ struct Item {
 QString nameOf(const Item::State& state);
 /// "Storage answers 503. Third try."
 QString troubleText(const Trouble& trouble);
-/// What went wrong, where something did.
+/// What went wrong, or what is waited for, where there is something to say.
 QString messageOf(const Item::State& state);
 
 } // namespace palvera

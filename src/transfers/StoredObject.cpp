@@ -15,18 +15,23 @@ QString identityOf(const TransferTarget& target, const QString& key)
     return QString::fromUtf8(QJsonDocument(QJsonArray{target.toJson(), key}).toJson(QJsonDocument::Compact));
 }
 
-Task<std::optional<qint64>> deliveredSize(API& api, TransferTarget::Deliverable where, QString object)
+Task<std::optional<qint64>> deliveredSize(std::shared_ptr<API> api, TransferTarget::Deliverable where, QString object)
 {
-    const auto all = co_await listDeliverables(api, where.orgId, where.projectId);
+    const auto all = co_await listDeliverables(*api, where.orgId, where.projectId);
     for (const auto& deliverable : all)
         if (deliverable.id == where.deliverableId && deliverable.assetObject() == object)
             co_return deliverable.expectedBytes();
     co_return std::nullopt;
 }
 
-Task<QString> binAddress(API& api, QString orgId, QString key)
+Task<QString> deliveredAddress(std::shared_ptr<API> api, TransferTarget::Deliverable where, QString object)
 {
-    co_return (co_await binDownloadURL(api, orgId, key)).url;
+    co_return co_await assetURL(*api, where.orgId, where.projectId, where.deliverableId, object);
+}
+
+Task<QString> binAddress(std::shared_ptr<API> api, QString orgId, QString key)
+{
+    co_return (co_await binDownloadURL(*api, orgId, key)).url;
 }
 
 } // namespace
@@ -35,17 +40,14 @@ StoredObject deliveredFile(API& api, const TransferTarget::Deliverable& delivera
 {
     return {.target = deliverable,
             .identity = identityOf(deliverable, object),
-            .address =
-                [&api, deliverable, object] {
-                    return assetURL(api, deliverable.orgId, deliverable.projectId, deliverable.deliverableId, object);
-                },
-            .listedSize = [&api, deliverable, object] { return deliveredSize(api, deliverable, object); }};
+            .address = [api = api.pinned(), deliverable, object] { return deliveredAddress(api, deliverable, object); },
+            .listedSize = [api = api.pinned(), deliverable, object] { return deliveredSize(api, deliverable, object); }};
 }
 
 StoredObject binObject(API& api, const QString& orgId, const QString& key)
 {
     TransferTarget bin = TransferTarget::Bin{.orgId = orgId, .folder = {}};
-    return {.target = bin, .identity = identityOf(bin, key), .address = [&api, orgId, key] {
+    return {.target = bin, .identity = identityOf(bin, key), .address = [api = api.pinned(), orgId, key] {
                 return binAddress(api, orgId, key);
             }};
 }

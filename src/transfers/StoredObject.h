@@ -23,9 +23,9 @@ struct StoredObject {
     SizeSource listedSize = {}; ///< nothing where nobody can say
 };
 
-/// The file `object` that was filed on a deliverable. `api` must outlive the transfer.
+/// The file `object` that was filed on a deliverable of the service that `api` calls at this moment.
 StoredObject deliveredFile(API& api, const TransferTarget::Deliverable& deliverable, const QString& object);
-/// The object of an organisation's bin whose storage key is `key`. `api` must outlive the transfer.
+/// The object of an organisation's bin there whose storage key is `key`.
 StoredObject binObject(API& api, const QString& orgId, const QString& key);
 
 } // namespace palvera

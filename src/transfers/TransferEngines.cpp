@@ -30,7 +30,6 @@ TransferEngines::TransferEngines(const Folders& folders, Clock& clock, const Con
       m_journals(folders.applicationSupport),
       m_uploader({.engine = m_engine,
                   .clock = clock,
-                  .api = m_api,
                   .storage = storageClients(connections.network),
                   .journals = m_journals,
                   .libraryFolder = folders.library,

@@ -9,6 +9,7 @@
 #include "transfer/Uploader.h"
 #include "transfers/ItemList.h"
 #include "transfers/RetryRules.h"
+#include "transfers/SignIns.h"
 #include "transfers/TransferRequests.h"
 
 #include <QHash>
@@ -42,6 +43,7 @@ public:
         std::function<Task<void>(DownloadRequest)> download; ///< as Downloader::download
         SleepInhibitor& sleep;
         NetworkPath& network;
+        SignIns signIns = {};
     };
     struct Settings {
         int retries = mostRetries; ///< of a failed upload; 0 makes one attempt only
@@ -131,6 +133,7 @@ Q_SIGNALS:
 private:
     friend class UploadTask;
     friend class DownloadTask;
+    friend class SignInWait;
 
     /// What is kept of a transfer while its task runs.
     struct Live {

@@ -18,13 +18,6 @@ namespace palvera {
 
 namespace asio = boost::asio;
 
-namespace {
-
-/// How often a wait looks at a network that announces nothing.
-constexpr std::chrono::seconds networkLook{2};
-
-} // namespace
-
 UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source,
                        std::shared_ptr<CancelFlag> flag)
     : m_model(&model),
@@ -34,9 +27,11 @@ UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSour
       m_id(item.id),
       m_target(item.target),
       m_key(item.journalKey.value_or(QString())),
+      m_api(m_environment.api.pinned()),
       m_source(std::move(source)),
       m_flag(std::move(flag)),
-      m_turns(m_target.asBin() ? model.m_binTurns : nullptr)
+      m_turns(m_target.asBin() ? model.m_binTurns : nullptr),
+      m_signIn(m_environment.signIns)
 {}
 
 Task<void> UploadTask::run(UploadTask task)
@@ -50,7 +45,7 @@ Task<void> UploadTask::perform()
         m_model->setState(m_id, Item::Waiting{});
     co_await letPredecessorEnd();
     co_await findFile();
-    for (int failed = 0;; ++failed) {
+    for (int failed = 0;;) {
         if (!m_model)
             co_return;
         if (m_flag->isStopped())
@@ -64,9 +59,13 @@ Task<void> UploadTask::perform()
             co_return co_await end();
         if (m_source.deliverable && isDeliveryDoubt(failure))
             co_return raiseDoubt(failure);
+        const auto renewed = co_await outcomeOf(m_signIn.mayGoOnAfter(failure, m_model, m_id, m_flag));
+        if (renewed.failure || *renewed.value)
+            continue; // a cancellation, or signed in again
         if (failed >= m_retries || !isRetryable(failure))
             co_return co_await fail(failure);
         co_await waitForRetry(retryDelay(failed), failure);
+        ++failed;
         if (m_model && !m_flag->isStopped())
             m_model->setState(m_id, Item::Running{});
     }
@@ -107,7 +106,8 @@ Task<Turns::Turn> UploadTask::takeTurn()
 Task<void> UploadTask::attempt()
 {
     const auto turn = co_await takeTurn();
-    UploadRequest request{.target = m_target,
+    UploadRequest request{.api = m_api,
+                          .target = m_target,
                           .file = m_source.file,
                           .bookmark = m_source.bookmark,
                           .key = m_key,
@@ -138,18 +138,9 @@ Task<void> UploadTask::waitForRetry(std::chrono::seconds delay, std::exception_p
     auto hurry = std::make_shared<Event>(m_environment.main);
     m_model->m_waits.insert(m_id, hurry);
     co_await firstOf(untilStopped(m_flag),
-                     firstOf(m_environment.clock.sleep(delay), firstOf(hurry->wait(), untilNetworkReturns())));
+                     firstOf(m_environment.clock.sleep(delay), firstOf(hurry->wait(), untilNetworkReturns(m_environment.network, m_environment.clock))));
     if (m_model)
         m_model->m_waits.remove(m_id);
-}
-
-Task<void> UploadTask::untilNetworkReturns()
-{
-    while (m_environment.network.isUsable())
-        co_await m_environment.clock.sleep(networkLook);
-    auto unknown = (co_await outcomeOf(m_environment.network.untilUsable())).failure;
-    if (unknown) // then only the delay counts
-        co_await m_environment.clock.sleepUntil(Clock::Moment::max());
 }
 
 void UploadTask::succeed()
@@ -192,7 +183,7 @@ Task<void> UploadTask::end()
 Task<void> UploadTask::giveUp()
 {
     m_model->setState(m_id, Item::Stopped{});
-    co_await outcomeOf(discardUpload(m_environment.api, m_environment.journals, m_disk, m_key));
+    co_await outcomeOf(discardUpload(*m_api, m_environment.journals, m_disk, m_key));
     if (m_model)
         co_await sendStopReport();
     if (m_model)
@@ -206,7 +197,7 @@ Task<void> UploadTask::sendStopReport()
         co_return;
     ProgressBody body{
         .bytesSent = item->sent, .bytesTotal = std::max<qint64>(item->total, 1), .status = QStringLiteral("stopped")};
-    co_await outcomeOf(reportProgress(m_environment.api, m_target, body));
+    co_await outcomeOf(reportProgress(*m_api, m_target, body));
 }
 
 } // namespace palvera

@@ -26,7 +26,6 @@ private:
     /// Ends when the time for the next attempt has come, the machine woke, a network returned or the upload was
     /// stopped.
     Task<void> waitForRetry(std::chrono::seconds delay, std::exception_ptr failure);
-    Task<void> untilNetworkReturns();
     void succeed();
     void raiseDoubt(const std::exception_ptr& failure);
     Task<void> fail(std::exception_ptr failure);
@@ -42,9 +41,11 @@ private:
     const QUuid m_id;
     const TransferTarget m_target;
     const QString m_key;
+    const std::shared_ptr<API> m_api; // of the service where it began
     Transfers::UploadSource m_source;
     const std::shared_ptr<CancelFlag> m_flag;
     const std::shared_ptr<Turns> m_turns;
+    SignInWait m_signIn;
 };
 
 } // namespace palvera

@@ -15,7 +15,7 @@ using Page = RootView::Page;
 struct RootViewTest : TransfersTest {
     Preferences preferences{disk.filePath("preferences.conf")};
     API service{{.client = client, .executor = world.executor(), .clearCookies = [] {}}};
-    Session session{service, preferences, world.executor()};
+    Session session{{world.executor(), world.executor(), world.clock, service, preferences, network}};
     NoWebSignIn web;
     NoPasskeySignIn passkey;
     RootView root{{.signIn = {.main = world.executor(),

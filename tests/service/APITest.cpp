@@ -161,19 +161,44 @@ TEST_F(APITest, decodesOnItsOwnExecutor)
     EXPECT_NE(witness.get().thread, std::this_thread::get_id());
 }
 
-TEST_F(APITest, signingOutForgetsTheCookiesWhateverThePlatformSaysAndWhenItIsCutShort)
+TEST_F(APITest, saysThatASignInIsNeededUnlessThatWasTheQuestionOrTheServiceIsAnother)
+{
+    int said = 0;
+    api->onSignInNeeded([&] { ++said; });
+    const auto saidAfter = [&](API& asked, const QString& path, int status) {
+        said = 0;
+        client.answer(status);
+        EXPECT_THROW(simulation.run(asked.send(path, "GET")), APIError);
+        return said;
+    };
+    EXPECT_EQ(saidAfter(*api, "orgs", 401), 1);
+    EXPECT_EQ(saidAfter(*api, "orgs", 403), 0);
+    EXPECT_EQ(saidAfter(*api, "me", 401), 0);
+    EXPECT_EQ(saidAfter(*api, "auth/password", 401), 0);
+    const auto pinned = api->pinned();
+    EXPECT_EQ(saidAfter(*pinned, "orgs", 401), 1);
+    const ScopedVariable elsewhere("PV_API", "https://elsewhere.test/api");
+    EXPECT_EQ(saidAfter(*pinned, "orgs", 401), 0);
+    EXPECT_EQ(client.requests().back().url, "https://service.test/api/orgs");
+    EXPECT_EQ(saidAfter(*api, "orgs", 401), 1);
+    api->onSignInNeeded({});
+    EXPECT_EQ(saidAfter(*api, "orgs", 401), 0);
+}
+
+TEST_F(APITest, signingOutForgetsTheCookiesAtOnceAndTellsThePlatformWithThem)
 {
     for (const int status : {200, 500, 0}) {
         const int before = cookiesCleared;
         client.handler = [&](const HttpRequest&) {
-            EXPECT_EQ(cookiesCleared, before) << "without its cookie the platform cannot end the session";
+            EXPECT_EQ(cookiesCleared, before + 1) << "a platform that does not answer keeps nobody signed in";
             if (status == 0)
                 throw TransportError(TransportError::Kind::noNetwork, "No network.");
             return HttpResponse{.status = status};
         };
         simulation.run(api->signOut());
         EXPECT_EQ(lastRequest(), "POST auth/logout");
-        EXPECT_EQ(cookiesCleared, before + 1);
+        EXPECT_EQ(client.requests().back().totalTimeout, 5s);
+        EXPECT_EQ(requestsAtClear, client.requests().size()) << "without its cookie it cannot end the session";
     }
     cutShort(api->signOut());
     EXPECT_EQ(cookiesCleared, 4);

@@ -16,9 +16,16 @@ struct ServiceTest : testing::Test {
     Simulation simulation;
     FakeHttpClient client{simulation.clock};
     int cookiesCleared = 0;
+    std::size_t requestsAtClear = 0; ///< so many had been sent
+    QString cookieProblem;
     std::optional<API> api{std::in_place, API::Surroundings{.client = client,
                                                             .executor = simulation.executor(),
-                                                            .clearCookies = [this] { ++cookiesCleared; }}};
+                                                            .clearCookies =
+                                                                [this] {
+                                                                    ++cookiesCleared;
+                                                                    requestsAtClear = client.requests().size();
+                                                                },
+                                                            .cookieProblem = [this] { return cookieProblem; }}};
 
     /// What was asked for, such as "GET orgs".
     std::vector<std::string> asked() const

@@ -1,6 +1,9 @@
 #include "service/ServiceTest.h"
 
 #include "session/Session.h"
+#include "service/BrowsingOperations.h"
+#include "support/FakeNetworkPath.h"
+#include "support/Files.h"
 
 #include "files/Preferences.h"
 #include "http/TransportError.h"
@@ -15,13 +18,27 @@ using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 const Org kestrel{.id = "org-1", .name = "Kestrel"};
+const Account hana{.service = "https://service.test/api/", .userId = "u1"};
+const auto unreachable = std::make_exception_ptr(TransportError(TransportError::Kind::connect, "Not reached."));
 const QByteArray refused = R"({"error":"unauthorized","message":"Sign in first."})";
+
+Task<void> confirmIn(Session& session)
+{
+    co_await session.confirm();
+}
+
+template <class T>
+Task<void> ignore(Task<T> operation)
+{
+    co_await outcomeOf(std::move(operation));
+}
 
 /// A session whose platform, unless a test says otherwise, knows Hana and shares two organisations with her.
 struct SessionTest : ServiceTest {
     QTemporaryDir folder;
     Preferences preferences{folder.filePath("preferences.conf")};
-    Session session{*api, preferences, simulation.executor()};
+    FakeNetworkPath network{simulation.clock};
+    Session session{environment(simulation.executor())};
     std::vector<std::string> said; ///< what was announced, and what the platform was asked for in between
 
     SessionTest()
@@ -38,6 +55,10 @@ struct SessionTest : ServiceTest {
         };
     }
 
+    Session::Environment environment(const Executor& background)
+    {
+        return {simulation.executor(), background, simulation.clock, *api, preferences, network};
+    }
     void signIn()
     {
         simulation.run(session.start());
@@ -61,7 +82,7 @@ TEST_F(SessionTest, aStartSignsInAndListsOrganisationsInThePlatformsOrder)
 TEST_F(SessionTest, aStartThatFailsInAnyWaySignsOutWithoutAWord)
 {
     client.answer(401, refused);
-    client.fail(std::make_exception_ptr(TransportError(TransportError::Kind::noNetwork, "No network.")));
+    client.fail(unreachable);
     for (int times = 1; times <= 2; ++times) {
         simulation.run(session.start());
         EXPECT_EQ(session.screen(), "login");
@@ -73,7 +94,59 @@ TEST_F(SessionTest, aStartThatFailsInAnyWaySignsOutWithoutAWord)
     EXPECT_EQ(session.screen(), "orgs");
 }
 
-TEST_F(SessionTest, whateverElseFailsSaysSoAndLeavesTheRest)
+TEST_F(SessionTest, whoCouldNotAskAsksAgainUntilThePlatformAnswersUnlessThatIsUnwelcome)
+{
+    bool isWelcome = true;
+    const auto start = [&] {
+        simulation.run(session.start());
+        EXPECT_EQ(session.screen(), "login");
+        EXPECT_EQ(simulation.clock.elapsed(), 0s);
+        simulation.start(session.askAgain([&] { return isWelcome; }));
+    };
+    const auto screenAt = [&](std::chrono::seconds moment) {
+        simulation.run(simulation.clock.sleepUntil(Clock::Moment{} + moment));
+        simulation.settle();
+        return session.screen().toStdString();
+    };
+    network.usable = false;
+    start();
+    EXPECT_TRUE(client.requests().empty()) << "a question would wait for a network";
+    EXPECT_EQ(screenAt(20s), "login");
+    network.usable = true;
+    for (int times = 0; times < 3; ++times)
+        client.fail(unreachable);
+    EXPECT_EQ(screenAt(21s), "login");
+    EXPECT_EQ(client.requests().size(), 1u) << "as soon as there is one";
+    EXPECT_EQ(screenAt(34s), "login");
+    EXPECT_EQ(client.requests().size(), 3u);
+    EXPECT_EQ(screenAt(35s), "orgs");
+    client.fail(unreachable);
+    simulation.run(session.start());
+    isWelcome = false; // the user types
+    const auto asked = client.requests().size();
+    simulation.run(session.askAgain([&] { return isWelcome; }));
+    EXPECT_EQ(client.requests().size(), asked);
+}
+
+TEST_F(SessionTest, anAnswerThatIsNotWelcomeAnyMoreSignsNobodyIn)
+{
+    bool isWelcome = true;
+    client.answer(401, refused);
+    simulation.run(session.start());
+    client.latency = 1s;
+    simulation.start(session.askOnce([&] { return isWelcome; }));
+    simulation.settle();
+    isWelcome = false; // the user types
+    simulation.run(simulation.clock.sleep(2s));
+    EXPECT_EQ(session.screen(), "login");
+    simulation.run(session.askOnce([&] { return isWelcome; }));
+    EXPECT_EQ(client.requests().size(), 2u);
+    isWelcome = true;
+    simulation.run(session.askOnce([&] { return isWelcome; }));
+    EXPECT_EQ(session.screen(), "orgs");
+}
+
+TEST_F(SessionTest, whateverElseFailsSaysSoUntilSomethingSucceedsAndLeavesTheRest)
 {
     signIn();
     simulation.run(session.refresh());
@@ -89,6 +162,119 @@ TEST_F(SessionTest, whateverElseFailsSaysSoAndLeavesTheRest)
     EXPECT_EQ(email(), "hana@kestrel.example");
     EXPECT_EQ(session.orgs().size(), 2);
     EXPECT_THAT(said, ElementsAre("error", "error"));
+    client.latency = 1s;
+    simulation.start(session.loadOrgs());
+    simulation.settle();
+    EXPECT_TRUE(session.areOrgsLoading());
+    simulation.run(simulation.clock.sleep(2s));
+    EXPECT_FALSE(session.areOrgsLoading());
+    EXPECT_EQ(session.error(), std::nullopt);
+    EXPECT_EQ(session.failure(), nullptr);
+}
+
+TEST_F(SessionTest, manyRefusalsAskOnceAndTheSameUserComesBackToTheirClient)
+{
+    QObject::connect(&session, &Session::signInDoubted, [this] { simulation.start(confirmIn(session)); });
+    signIn();
+    session.choose(kestrel);
+    client.latency = 1s;
+    const auto known = client.handler;
+    const auto expire = [&] {
+        client.handler = [](const HttpRequest&) { return HttpResponse{.status = 401, .body = refused}; };
+        const auto before = client.requests().size();
+        for (int call = 0; call < 8; ++call) {
+            simulation.start(ignore(listOrgs(*api)));
+            simulation.clock.advance(100ms);
+            simulation.settle();
+        }
+        simulation.run(simulation.clock.sleep(5s));
+        EXPECT_EQ(client.requests().size() - before, 9u) << "one question for all";
+        EXPECT_EQ(session.screen(), "login");
+        EXPECT_TRUE(session.hasExpired());
+        client.handler = known;
+    };
+    expire();
+    simulation.run(session.refresh());
+    EXPECT_EQ(session.screen(), "org:org-1");
+    expire();
+    client.handler = [&](const HttpRequest& request) {
+        auto answer = known(request);
+        answer.body.replace("u1", "u2");
+        return answer;
+    };
+    simulation.run(session.refresh());
+    EXPECT_EQ(session.screen(), "orgs") << "that client was another user's";
+    client.answer(404);
+    EXPECT_THROW(simulation.run(listOrgs(*api)), APIError);
+    EXPECT_NE(lastRequest(), "GET me") << "no other refusal casts doubt on the sign-in";
+}
+
+TEST_F(SessionTest, whatWaitsForASignInGoesOnWithTheSameUserAtTheSameService)
+{
+    std::optional<bool> isRenewed;
+    const auto wait = [&]() -> Task<void> { isRenewed = co_await session.untilSignedIn(hana); };
+    signIn();
+    simulation.run(wait());
+    EXPECT_EQ(isRenewed, false) << "the platform knows her still";
+    isRenewed.reset();
+    client.fail(unreachable);
+    client.answer(401, refused);
+    simulation.start(wait());
+    simulation.run(simulation.clock.sleep(3s));
+    EXPECT_TRUE(session.hasExpired()) << "asked again after nobody answered";
+    for (auto other : {R"({"user":{"id":"u2","email":"ada@northlight.example"}})", R"({"user":{"id":"u1"}})"}) {
+        client.answer(200, other);
+        const ScopedVariable elsewhere("PV_API", other[15] == '1' ? "https://elsewhere.test/api" : "https://service.test/api");
+        simulation.run(session.refresh());
+        EXPECT_EQ(isRenewed, std::nullopt) << other;
+    }
+    simulation.run(session.refresh());
+    simulation.settle();
+    EXPECT_EQ(isRenewed, true);
+}
+
+TEST_F(SessionTest, anAnswerToAnEarlierQuestionChangesNothing)
+{
+    client.latency = 10s;
+    simulation.start(session.start());
+    simulation.settle();
+    client.latency = 0s;
+    client.answer(401, refused);
+    simulation.run(session.setSite(Site::live));
+    EXPECT_EQ(session.screen(), "login");
+    simulation.run(simulation.clock.sleep(11s));
+    EXPECT_EQ(session.screen(), "login") << "the other site knew the user";
+
+    simulation.run(session.setSite(Site::qa));
+    client.latency = 10s;
+    simulation.start(session.loadOrgs());
+    simulation.start(session.setSite(Site::live));
+    simulation.settle();
+    client.latency = 0s;
+    simulation.run(session.refresh());
+    client.handler = [](const HttpRequest&) { return HttpResponse{.status = 401, .body = refused}; };
+    simulation.run(simulation.clock.sleep(11s));
+    EXPECT_EQ(session.screen(), "orgs") << "whoever has signed in meanwhile stays";
+    EXPECT_EQ(session.error(), std::nullopt);
+}
+
+TEST_F(SessionTest, saysWhatIsNotKept)
+{
+    signIn();
+    EXPECT_EQ(session.remark(), "");
+    cookieProblem = "“cookies” cannot be written: No space left on device.";
+    simulation.run(session.refresh());
+    EXPECT_EQ(session.remark(), "Signed in, but only for now: " + cookieProblem);
+    session.dismissRemark();
+    EXPECT_EQ(session.remark(), "");
+    writeFile(folder.filePath("file"), "");
+    Preferences unwritable(folder.filePath("file/preferences.conf"));
+    Session other({simulation.executor(), simulation.executor(), simulation.clock, *api, unwritable, network});
+    keepDownloadsFolder(folder.path());
+    EXPECT_EQ(session.remark(), "");
+    simulation.run(other.setSite(Site::live));
+    EXPECT_EQ(other.remark(), unwritable.problem());
+    EXPECT_NE(other.remark(), "");
 }
 
 TEST_F(SessionTest, choosingOpensAnOrganisationAndLeavingClosesItForGood)
@@ -134,21 +320,26 @@ TEST_F(SessionTest, goingOverToTheOtherSiteClosesAndClearsBeforeItAsks)
     EXPECT_EQ(session.error(), std::nullopt);
 }
 
-TEST_F(SessionTest, signingOutForgetsEverythingWhateverThePlatformSaysButNotWhatComesLater)
+TEST_F(SessionTest, signingOutForgetsEverythingAtOnceAndWhatIsStillOnItsWay)
 {
     signIn();
     session.choose(kestrel);
     said.clear();
-    client.latency = 1s;
+    client.latency = 4s;
+    simulation.start(session.loadOrgs());
     simulation.start(session.signOut());
     simulation.settle();
-    simulation.clock.advance(500ms);
-    client.answer(500);
-    simulation.run(session.loadOrgs());
     EXPECT_EQ(session.screen(), "login");
+    EXPECT_FALSE(session.hasExpired());
     EXPECT_EQ(cookiesCleared, 1);
-    // Of operations that overlap the last assignment wins.
-    EXPECT_THAT(said, ElementsAre("org", "screen", "orgs", "state", "screen", "GET orgs", "orgs"));
+    EXPECT_THAT(said, ElementsAre("state", "screen", "org", "orgs"));
+    simulation.run(session.refresh()); // another user, say
+    cookieProblem = "It could not be removed.";
+    simulation.run(simulation.clock.sleep(10s));
+    EXPECT_EQ(session.screen(), "orgs");
+    EXPECT_EQ(session.remark(), "") << "that is of the past";
+    simulation.run(session.signOut());
+    EXPECT_EQ(session.remark(), cookieProblem);
 }
 
 TEST_F(SessionTest, theDownloadsFolderIsFoundAgainUnderAnotherName)
@@ -171,7 +362,7 @@ TEST_F(SessionTest, theDownloadsFolderIsFoundAgainUnderAnotherName)
 TEST_F(SessionTest, theDiskIsLookedAtInTheBackground)
 {
     boost::asio::io_context disk; // held up at first, as by a network share that does not answer
-    Session elsewhere(*api, preferences, disk.get_executor());
+    Session elsewhere(environment(disk.get_executor()));
     keepDownloadsFolder(folder.path());
     Outcome<std::optional<QString>> found;
     simulation.start(detail::keepOutcome(elsewhere.downloadsFolder(), found));

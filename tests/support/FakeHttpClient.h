@@ -32,14 +32,20 @@ public:
     /// Every request so far.
     const std::vector<HttpRequest>& requests() const { return m_requests; }
 
+    /// Takes note of the request at the call, as a session takes its cookies then.
     Task<HttpResponse> send(HttpRequest request) override
     {
         m_requests.push_back(request);
+        return perform(std::move(request));
+    }
+
+private:
+    Task<HttpResponse> perform(HttpRequest request)
+    {
         co_await m_clock.sleep(latency);
         co_return delivered(request, respond(request));
     }
 
-private:
     /// `response`, whose body is whole, as a session would hand it to whoever made `request`.
     static HttpResponse delivered(const HttpRequest& request, HttpResponse response)
     {

@@ -25,7 +25,6 @@ struct EngineThreadsTest : testing::Test {
                           {.chunkSize = partSize, .sliceSize = partSize / 16}};
     Uploader uploader{{.engine = pool.get_executor(),
                        .clock = clock,
-                       .api = api,
                        .storage = storage,
                        .journals = delivery.journals,
                        .libraryFolder = delivery.disk.path(),
@@ -43,7 +42,8 @@ struct EngineThreadsTest : testing::Test {
         const TransferTarget& target, const QString& key, ProgressReporter::OnProgress onProgress = [](const auto&) {},
         std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>())
     {
-        return start(uploader.upload({.target = target,
+        return start(uploader.upload({.api = api.pinned(),
+                                      .target = target,
                                       .file = delivery.path(),
                                       .key = key,
                                       .flag = std::move(flag),

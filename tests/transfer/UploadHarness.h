@@ -125,7 +125,6 @@ public:
           network(owner.platform, world.clock, {.latency = std::chrono::milliseconds(20), .bytesPerSecond = 1e6}),
           m_uploader({.engine = world.executor(),
                       .clock = world.clock,
-                      .api = *api,
                       .storage = [this] { return network.client(); },
                       .journals = owner.journals,
                       .libraryFolder = owner.disk.path(),
@@ -144,7 +143,8 @@ public:
     {
         QString key = target.asBin() ? QStringLiteral("bin-1") : target.asDeliverable()->deliverableId;
         auto outcome = co_await outcomeOf(
-            m_uploader.upload({.target = target,
+            m_uploader.upload({.api = api->pinned(),
+                               .target = target,
                                .file = delivery.path(),
                                .key = key,
                                .flag = flag,

@@ -6,6 +6,7 @@
 #include "http/NetworkPath.h"
 #include "service/APIError.h"
 #include "service/ServiceTest.h"
+#include "support/FakeNetworkPath.h"
 #include "support/Files.h"
 
 #include <QTemporaryDir>
@@ -20,23 +21,6 @@ struct FakeSleep final : SleepInhibitor {
     void hold(const QString&) override { held = true; }
     void release() override { held = false; }
     void onWake(std::function<void()> call) override { woken = std::move(call); }
-};
-
-/// A network that comes and goes.
-struct FakeNetworkPath final : NetworkPath {
-    Clock& clock;
-    bool usable = true;
-    bool isUnknown = false; ///< waiting for it fails
-
-    explicit FakeNetworkPath(Clock& time) : clock(time) {}
-    bool isUsable() const override { return usable; }
-    Task<void> untilUsable() override
-    {
-        if (isUnknown)
-            throw std::runtime_error("no announcements");
-        while (!usable)
-            co_await clock.sleep(std::chrono::milliseconds(100));
-    }
 };
 
 inline const std::exception_ptr cancelled =

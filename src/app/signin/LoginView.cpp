@@ -47,9 +47,10 @@ LoginView::LoginView(const Environment& environment, QObject* parent)
     QObject::connect(&m_environment.session, &Session::siteChanged, this, &LoginView::configChanged);
 }
 
-void LoginView::open(bool developerDoor)
+void LoginView::open(bool developerDoor, const QString& notice)
 {
     m_tasks.stop();
+    m_notice = notice;
     m_developerDoor = developerDoor;
     m_email = QString();
     m_password = QString();
@@ -59,6 +60,12 @@ void LoginView::open(bool developerDoor)
     m_faceMoves = false;
     m_tasks.start(focusSoon(++m_faceChanges));
     askForConfig();
+}
+
+bool LoginView::isTouched() const
+{
+    const bool isAtTheDoor = m_face == Face::Login || m_face == Face::Email;
+    return m_busy || !isAtTheDoor || !m_email.value().isEmpty() || !m_password.value().isEmpty();
 }
 
 bool LoginView::isAccessCodeLinkShown() const

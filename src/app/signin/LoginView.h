@@ -30,6 +30,7 @@ class LoginView : public QObject {
     Q_PROPERTY(QString qrCode READ qrCode NOTIFY enrolChanged)
     Q_PROPERTY(QString secret READ secret NOTIFY enrolChanged)
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
+    Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
     Q_PROPERTY(bool resent READ isResent NOTIFY resentChanged)
     Q_PROPERTY(bool asked READ isAsked NOTIFY askedChanged)
@@ -70,8 +71,8 @@ public:
 
     /// Begins afresh, as when the screen is shown: asks how one can sign in, and forgets what was entered. What an
     /// earlier opening still has under way is cut off. `developerDoor` offers the access-code door where the platform
-    /// has one beside the others.
-    Q_INVOKABLE void open(bool developerDoor);
+    /// has one beside the others; `notice` says why the user is here, where that is not plain.
+    Q_INVOKABLE void open(bool developerDoor, const QString& notice = {});
     /// Cuts off what is under way and ends once nothing is. To be awaited before the view is destroyed, unless its
     /// executor runs nothing any more.
     Task<void> close() { return m_tasks.close(); }
@@ -89,6 +90,9 @@ public:
     QString qrCode() const { return m_enrol.value().qrCode; }
     QString secret() const { return m_enrol.value().secret; }
     bool isBusy() const { return m_busy; }
+    /// Whether the user has begun to sign in.
+    bool isTouched() const;
+    QString notice() const { return m_notice; }
     /// What failed last, for the user; empty when nothing did.
     QString error() const { return m_error; }
     /// Another code was sent.
@@ -134,6 +138,7 @@ Q_SIGNALS:
     void codeChanged();
     void enrolChanged();
     void busyChanged();
+    void noticeChanged();
     void errorChanged();
     void resentChanged();
     void askedChanged();
@@ -178,6 +183,7 @@ private:
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, QString, m_code, &LoginView::codeChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, SignInStep::EnrolTotp, m_enrol, &LoginView::enrolChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, bool, m_busy, &LoginView::busyChanged)
+    Q_OBJECT_BINDABLE_PROPERTY(LoginView, QString, m_notice, &LoginView::noticeChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, QString, m_error, &LoginView::errorChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, bool, m_resent, &LoginView::resentChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, bool, m_asked, &LoginView::askedChanged)

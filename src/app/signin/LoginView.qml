@@ -62,6 +62,15 @@ FocusScope {
                         anchors.horizontalCenter: parent.horizontalCenter
                     }
 
+                    Label {
+                        Accessible.role: Accessible.AlertMessage
+                        horizontalAlignment: Text.AlignHCenter
+                        text: root.login.notice
+                        visible: text !== ""
+                        width: parent.width
+                        wrapMode: Text.Wrap
+                    }
+
                     Spinner {
                         anchors.horizontalCenter: parent.horizontalCenter
                         visible: root.waits

@@ -48,8 +48,8 @@ QString noteOf(const Item& item)
 {
     if (std::holds_alternative<Item::Failed>(item.state) || std::holds_alternative<Item::Retrying>(item.state))
         return plainReason(item.state);
-    if (std::holds_alternative<Item::Waiting>(item.state))
-        return QStringLiteral("Waiting");
+    if (const auto* waiting = std::get_if<Item::Waiting>(&item.state))
+        return waitingText(*waiting);
     if (std::holds_alternative<Item::Done>(item.state))
         return QStringLiteral("Done");
     if (auto trouble = troubleOf(item); !trouble.isEmpty())

@@ -23,7 +23,7 @@ struct Status {
     const Item& item;
     Clock::WallTime now;
 
-    QString operator()(const Item::Waiting&) const { return QStringLiteral("Waiting"); }
+    QString operator()(const Item::Waiting& waiting) const { return waitingText(waiting); }
     QString operator()(const Item::Running&) const { return troubleOf(item); }
     QString operator()(const Item::Retrying& retrying) const
     {

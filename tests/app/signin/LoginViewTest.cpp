@@ -8,6 +8,7 @@
 #include "service/SignInOperations.h"
 #include "session/Session.h"
 #include "session/SignInDoors.h"
+#include "support/FakeNetworkPath.h"
 #include "support/QtPrinting.h"
 #include "support/ScopedVariable.h"
 #include "support/SimulatedNetwork.h"
@@ -69,7 +70,8 @@ struct LoginViewTest : testing::Test {
     std::unique_ptr<HttpClient> client = network.client();
     API api{{.client = *client, .executor = world.executor(), .clearCookies = [] {}}};
     Preferences preferences{disk.filePath("preferences.conf")};
-    Session session{api, preferences, world.executor()};
+    FakeNetworkPath path{world.clock};
+    Session session{{world.executor(), world.executor(), world.clock, api, preferences, path}};
     FakeBrowser browser{world.clock};
     FakePasskey passkey;
     LoginView view{

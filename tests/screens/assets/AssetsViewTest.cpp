@@ -21,7 +21,7 @@ struct AssetsViewTest : TransfersTest {
     QStringList objects; // keys
     int status = 200;
     Preferences preferences{disk.filePath("palvera.conf")};
-    Session session{*api, preferences, world.executor()};
+    Session session{{world.executor(), world.executor(), world.clock, *api, preferences, network}};
     AssetsView view{{world.executor(), world.executor(), world.clock, *api, *model, session, preferences}};
     RowsWatch watch{view};
     QList<AssetsView::Face> faces;

@@ -23,7 +23,7 @@ const Deliverable row{.id = "row-1",
 /// One deliverable in virtual time.
 struct DeliverableViewTest : TransfersTest {
     Preferences preferences{disk.filePath("palvera.conf")};
-    Session session{*api, preferences, world.executor()};
+    Session session{{world.executor(), world.executor(), world.clock, *api, preferences, network}};
     DeliverableView view{{world.executor(), world.executor(), *api, *model, session}};
 
     DeliverableViewTest() { open(row); }

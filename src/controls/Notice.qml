@@ -1,7 +1,7 @@
 import QtQuick
 import Palvera.Controls
 
-/// What was not done of what was asked for, until it is dismissed.
+/// What the user should know and could miss, until it is dismissed.
 Rectangle {
     id: root
 

@@ -1,0 +1,28 @@
+#include "transfers/SignIns.h"
+
+#include "service/APIError.h"
+#include "transfers/Transfers.h"
+
+namespace palvera {
+
+Task<bool> SignInWait::mayGoOnAfter(std::exception_ptr failure, QPointer<Transfers> model, QUuid id,
+                                    std::shared_ptr<CancelFlag> flag)
+{
+    if (!m_account || !asksToSignIn(failure))
+        co_return false;
+    if (model && !flag->isStopped())
+        model->setState(id, Item::Waiting{.why = QStringLiteral("Waiting for you to sign in")});
+    bool isRenewed = false;
+    auto wait = [&]() -> Task<void> { isRenewed = co_await m_signIns.until(*m_account); };
+    co_await runUntilStopped(flag, wait());
+    if (!model)
+        throwCancelled();
+    // The refusal may be to a question that was asked before the user signed in; a second one is none of that.
+    if (!isRenewed && std::exchange(m_wasKnown, true))
+        co_return false;
+    m_wasKnown = !isRenewed;
+    model->setState(id, Item::Running{});
+    co_return true;
+}
+
+} // namespace palvera
