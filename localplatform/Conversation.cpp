@@ -45,6 +45,10 @@ Task<void> Conversation::serveOne()
         auto state = QJsonDocument(m_platform.state()).toJson();
         co_return co_await m_connection.answer({.headers = {{"Content-Type", "application/json"}}, .body = state});
     }
+    if (m_terms.port == ConversationTerms::Port::service && m_head.target == "/local/expire") {
+        m_platform.expireSignIns();
+        co_return co_await m_connection.answer({.status = 204});
+    }
     m_fault = m_platform.meet(m_head);
     if (m_fault.kind == Fault::Kind::refuse || m_fault.kind == Fault::Kind::resetBeforeReading) {
         m_connection.reset();

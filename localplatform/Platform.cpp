@@ -366,6 +366,13 @@ QByteArray Platform::signIn(const QString& email)
     return cookie;
 }
 
+void Platform::expireSignIns()
+{
+    std::lock_guard guard(m_lock);
+    m_signIn.expireAll();
+    save();
+}
+
 QStringList Platform::violations() const
 {
     std::lock_guard guard(m_lock);

@@ -89,6 +89,8 @@ public:
 
     /// Signs a sample account in; gives the Cookie header of its requests.
     QByteArray signIn(const QString& email);
+    /// Forgets who is signed in.
+    void expireSignIns();
 
     /// What was sent and should not have been, oldest first.
     QStringList violations() const;

@@ -41,6 +41,9 @@ public:
     /// Signs the account in and gives the Cookie header of its requests.
     QByteArray open(const QString& email, WallTime now);
 
+    /// Nobody is signed in any more.
+    void expireAll() { m_sessions.clear(); }
+
     /// What survives a restart.
     QJsonArray toJson() const;
     void fromJson(const QJsonArray& sessions);

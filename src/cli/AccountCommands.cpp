@@ -1,4 +1,5 @@
 #include "cli/Commands.h"
+#include "files/FileError.h"
 #include "files/Preferences.h"
 #include "service/API.h"
 #include "service/SignInOperations.h"
@@ -6,10 +7,17 @@
 
 namespace palvera::cli {
 
+void requireKept(const Preferences& preferences)
+{
+    if (auto problem = preferences.problem(); !problem.isEmpty())
+        throw FileError(problem);
+}
+
 Task<ExitCode> perform(SignOut, Workbench& bench)
 {
     co_await bench.session.signOut();
     bench.output.say(QStringLiteral("Signed out"), {{QStringLiteral("event"), QStringLiteral("done")}});
+    bench.output.remark(bench.session.remark());
     co_return ExitCode::done;
 }
 
@@ -24,6 +32,7 @@ Task<ExitCode> perform(ChooseSite command, Workbench& bench)
 {
     if (command.site) {
         storeSite(bench.preferences, *command.site);
+        requireKept(bench.preferences);
         bench.api.setSite(*command.site);
     }
     auto site = bench.api.site();

@@ -31,6 +31,9 @@ Task<ExitCode> perform(ListInterrupted command, Workbench& bench);
 Task<ExitCode> perform(ResumeUploads command, Workbench& bench);
 Task<ExitCode> perform(DiscardUpload command, Workbench& bench);
 
+/// Throws FileError when the latest choice of the user's will be gone at the next start.
+void requireKept(const Preferences& preferences);
+
 /// The folder of a bin as the platform names it, with a final "/"; nothing for the top level.
 std::optional<QString> binFolder(const std::optional<QString>& folder);
 

@@ -84,8 +84,10 @@ Task<ExitCode> perform(DownloadFromBin command, Workbench& bench)
 
 Task<ExitCode> perform(DownloadsFolder command, Workbench& bench)
 {
-    if (command.folder)
+    if (command.folder) {
         co_await bench.session.setDownloadsFolder(folderAt(*command.folder));
+        requireKept(bench.preferences);
+    }
     auto folder = co_await bench.session.downloadsFolder();
     bench.output.say(folder.value_or(QStringLiteral("No downloads folder is chosen.")),
                      {{QStringLiteral("folder"), folder ? QJsonValue(*folder) : QJsonValue()}});

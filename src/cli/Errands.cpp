@@ -65,8 +65,7 @@ Task<ExitCode> Errands::carryOut()
     if (stop->isStopped())
         co_await endEarly();
     for (auto code : m_codes)
-        if (auto advice = adviceFor(ExitCode(code)); !advice.isEmpty())
-            m_environment.output.remark(advice);
+        m_environment.output.remark(adviceFor(ExitCode(code)));
     co_return m_worst;
 }
 

@@ -105,7 +105,8 @@ void Output::interrupted(const QJsonObject& record)
 
 void Output::remark(const QString& text)
 {
-    line(m_error, text);
+    if (!text.isEmpty())
+        line(m_error, text);
 }
 
 void Output::expectProgress(const QString& key)

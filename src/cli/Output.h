@@ -28,7 +28,7 @@ public:
     void fail(const QString& message, QJsonObject details = {});
     /// The user cut the command off; `record` is for programs.
     void interrupted(const QJsonObject& record);
-    /// A remark beside what was asked for, on the error stream in either style.
+    /// A remark beside what was asked for, on the error stream in either style. Nothing for an empty text.
     void remark(const QString& text);
 
     /// Why the transfer `key` does not move: an event for programs, a remark for people.

@@ -96,8 +96,9 @@ ExitCode Program::report(const std::exception_ptr& failure)
         m_output.interrupted({{QStringLiteral("event"), QStringLiteral("interrupted")}});
     else
         m_output.fail(describe(failure));
-    if (auto advice = adviceFor(code); !advice.isEmpty())
-        m_output.remark(advice);
+    if (code == ExitCode::notSignedIn)
+        m_output.remark(m_connections.api.signInProblem()); // it may have been signed in before
+    m_output.remark(adviceFor(code));
     return code;
 }
 

@@ -96,6 +96,7 @@ Task<ExitCode> perform(SignIn command, Workbench& bench)
     co_await conversation.signIn();
     const auto& user = bench.session.me()->user;
     bench.output.say(QStringLiteral("Signed in as %1").arg(personText(user)), recordOf(user));
+    bench.output.remark(bench.session.remark());
     co_return ExitCode::done;
 }
 

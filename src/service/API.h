@@ -23,10 +23,10 @@ class API {
 public:
     /// What an API works with.
     struct Surroundings {
-        HttpClient& client;                 ///< must outlive the API
-        Executor executor;                  ///< the API makes its strand of it
-        Site site = Site::qa;               ///< whose service is called to begin with
-        std::function<void()> clearCookies; ///< empties the cookie store of `client`; called on the strand
+        HttpClient& client;                          ///< must outlive the API
+        Executor executor;                           ///< the API makes its strand of it
+        Site site = Site::qa;                        ///< whose service is called to begin with
+        std::function<void()> clearCookies;          ///< empties the cookie store of `client`; called on the strand
         std::function<QString()> cookieProblem = {}; ///< as CookieStore::problem; any thread
     };
 
@@ -71,8 +71,8 @@ public:
     /// Posts to the service and ignores the body of its answer. Throws as `send` does.
     Task<void> post(QString path, std::optional<QJsonObject> body = {});
 
-    /// Signs out: every cookie of every host is forgotten at once, and the platform, which is told, gets five seconds to
-    /// answer. A sign-in that is made meanwhile stays. Never fails.
+    /// Signs out: every cookie of every host is forgotten at once, and the platform, which is told, gets five seconds
+    /// to answer. A sign-in that is made meanwhile stays. Never fails.
     Task<void> signOut();
 
 private:

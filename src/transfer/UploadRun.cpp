@@ -187,8 +187,8 @@ Task<void> UploadRun::startAfresh()
     }
     auto sessionId = target.asBin() ? std::optional(started.sessionId.value_or(started.uploadId)) : std::nullopt;
     if (!coversExactly(started.partSize, started.partCount, identity.size)) {
-        co_await outcomeOf(abortUpload(*m_request.api, target, sessionId,
-                                       {.object = started.object, .uploadId = started.uploadId}));
+        co_await outcomeOf(
+            abortUpload(*m_request.api, target, sessionId, {.object = started.object, .uploadId = started.uploadId}));
         throw CannotSend(QStringLiteral("The platform cut the file into parts that do not add up to it."));
     }
     m_journal = Journal{.key = m_request.key,

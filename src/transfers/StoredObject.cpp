@@ -38,10 +38,11 @@ Task<QString> binAddress(std::shared_ptr<API> api, QString orgId, QString key)
 
 StoredObject deliveredFile(API& api, const TransferTarget::Deliverable& deliverable, const QString& object)
 {
-    return {.target = deliverable,
-            .identity = identityOf(deliverable, object),
-            .address = [api = api.pinned(), deliverable, object] { return deliveredAddress(api, deliverable, object); },
-            .listedSize = [api = api.pinned(), deliverable, object] { return deliveredSize(api, deliverable, object); }};
+    return {
+        .target = deliverable,
+        .identity = identityOf(deliverable, object),
+        .address = [api = api.pinned(), deliverable, object] { return deliveredAddress(api, deliverable, object); },
+        .listedSize = [api = api.pinned(), deliverable, object] { return deliveredSize(api, deliverable, object); }};
 }
 
 StoredObject binObject(API& api, const QString& orgId, const QString& key)

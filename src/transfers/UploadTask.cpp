@@ -138,7 +138,8 @@ Task<void> UploadTask::waitForRetry(std::chrono::seconds delay, std::exception_p
     auto hurry = std::make_shared<Event>(m_environment.main);
     m_model->m_waits.insert(m_id, hurry);
     co_await firstOf(untilStopped(m_flag),
-                     firstOf(m_environment.clock.sleep(delay), firstOf(hurry->wait(), untilNetworkReturns(m_environment.network, m_environment.clock))));
+                     firstOf(m_environment.clock.sleep(delay),
+                             firstOf(hurry->wait(), untilNetworkReturns(m_environment.network, m_environment.clock))));
     if (m_model)
         m_model->m_waits.remove(m_id);
 }

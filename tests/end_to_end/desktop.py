@@ -33,17 +33,21 @@ def hurry(platform):
     platform.start()
 
 
+def begin(desktop, platform, file):
+    desktop.open(*DELIVERABLE)
+    zone = desktop.middle_of(desktop.find("panel|grouping", "Drop a file here"))
+    with FileManager(file) as files:
+        result = files.drag_to(*zone)
+        assert result == "copied", f"the drop was {result}"
+        desktop.find("heading|label|static|text", "Uploading")  # until then the file is still to be fetched
+    wait_until(lambda: platform.stored_parts(ROW) > 10, "parts in storage")
+
+
 def deliver(workspace, platform, file):
     with Desktop(workspace, platform.address) as desktop:
         desktop.sign_in(support.EMAIL, support.PASSWORD)
         assert desktop.start_again() == 0, "a second start does not hand over to the first"
-        desktop.open(*DELIVERABLE)
-        zone = desktop.middle_of(desktop.find("panel|grouping", "Drop a file here"))
-        with FileManager(file) as files:
-            result = files.drag_to(*zone)
-            assert result == "copied", f"the drop was {result}"
-            desktop.find("heading|label|static|text", "Uploading")  # until then the file is still to be fetched
-        wait_until(lambda: platform.stored_parts(ROW) > 10, "parts in storage")
+        begin(desktop, platform, file)
         assert desktop.says("upload, running"), "the panel has not opened"
         desktop.process.kill()
 
@@ -75,6 +79,35 @@ def resume_and_replace(workspace, platform, file, chosen):
         desktop.find("text|entry", "Work email")
         desktop.quit()
         assert desktop.errors.read_text() == "", desktop.errors.read_text()
+
+
+def signed_in_again_in_the_middle_of_an_upload_and_by_another_program():
+    with Workspace() as workspace:
+        file = workspace.make_file("film.mov", 60 * PART + 123)
+        with (Display(), Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "700000") as platform,
+              Desktop(workspace, platform.address) as desktop):
+            client = Client(workspace, platform.address)
+            desktop.sign_in(support.EMAIL, support.PASSWORD)
+            begin(desktop, platform, file)
+            platform.expire()
+            desktop.find(".*", "Your sign-in has expired. Sign in again.")
+            wait_until(lambda: desktop.says("Waiting for you to sign in"), "the panel says what it waits for")
+            confirmed = set(client.journal(ROW)["done"])
+            assert 10 <= len(confirmed) < 61, confirmed
+            desktop.focus()
+            desktop.sign_in(support.EMAIL, support.PASSWORD)
+            desktop.find("heading", DELIVERABLE[-1])
+            wait_until(lambda: platform.is_filed(ROW, file) and not client.journal(ROW), "the file is filed")
+            sent = expect_filed(platform, client, ROW, file)["parts"]
+            assert all(sent[number]["times"] == 1 for number in confirmed), "a confirmed part was sent again"
+            platform.expire()
+            client.sign_in()
+            desktop.activate(desktop.BUTTON, "Deliverables")
+            desktop.activate(desktop.BUTTON, "Projects")
+            desktop.activate("list item", "Assets")
+            desktop.find("heading", "Assets")
+            desktop.quit()
+            assert desktop.errors.read_text() == "", desktop.errors.read_text()
 
 
 def two_masters_added_to_uploads_killed_resumed_and_downloaded():

@@ -97,10 +97,17 @@ class Platform:
         os.utime(temporary, ns=(self.rules_written, self.rules_written))
         temporary.rename(self.faults_file)
 
-    def state(self):
+    def ask(self, path, body=None):
         direct = urllib.request.build_opener(urllib.request.ProxyHandler({}))
-        with direct.open(self.origin + "/local/state", timeout=PATIENCE) as answer:
-            return json.load(answer)
+        with direct.open(self.origin + path, body, timeout=PATIENCE) as answer:
+            return answer.read()
+
+    def state(self):
+        return json.loads(self.ask("/local/state"))
+
+    def expire(self):
+        """Has it forget who is signed in."""
+        self.ask("/local/expire", b"")
 
     def uploads(self, row):
         return [upload for upload in self.state()["uploads"] if upload["deliverable"] == row]

@@ -101,12 +101,12 @@ TEST_F(CookieStoreTest, saysWhatWillNotBeThereAtTheNextStart)
         QString file;
         QByteArray setting;
         const char* problem;
-    } cases[] = {{path, "sid=1; Max-Age=3600", ""},
-                 {"", "sid=1", ""},
-                 {folder.filePath("other/cookies"), "sid=1", "The platform's sign-in ends with the program."},
-                 {blocked + "/cookies", "sid=1; Max-Age=3600", "“cookies” cannot be written: Is a directory."},
-                 {folder.filePath("file/cookies"), "sid=1; Max-Age=3600",
-                  "“cookies” cannot be written: Not a directory."}};
+    } cases[] = {
+        {path, "sid=1; Max-Age=3600", ""},
+        {"", "sid=1", ""},
+        {folder.filePath("other/cookies"), "sid=1", "The platform's sign-in ends with the program."},
+        {blocked + "/cookies", "sid=1; Max-Age=3600", "“cookies” cannot be written: Is a directory."},
+        {folder.filePath("file/cookies"), "sid=1; Max-Age=3600", "“cookies” cannot be written: Not a directory."}};
     for (const auto& [file, setting, problem] : cases) {
         const auto store = std::make_shared<CookieStore>(file);
         receive(store, setting);

@@ -1,7 +1,7 @@
 #include "service/ServiceTest.h"
 
-#include "session/Session.h"
 #include "service/BrowsingOperations.h"
+#include "session/Session.h"
 #include "support/FakeNetworkPath.h"
 #include "support/Files.h"
 
@@ -224,7 +224,8 @@ TEST_F(SessionTest, whatWaitsForASignInGoesOnWithTheSameUserAtTheSameService)
     EXPECT_TRUE(session.hasExpired()) << "asked again after nobody answered";
     for (auto other : {R"({"user":{"id":"u2","email":"ada@northlight.example"}})", R"({"user":{"id":"u1"}})"}) {
         client.answer(200, other);
-        const ScopedVariable elsewhere("PV_API", other[15] == '1' ? "https://elsewhere.test/api" : "https://service.test/api");
+        const ScopedVariable elsewhere("PV_API",
+                                       other[15] == '1' ? "https://elsewhere.test/api" : "https://service.test/api");
         simulation.run(session.refresh());
         EXPECT_EQ(isRenewed, std::nullopt) << other;
     }

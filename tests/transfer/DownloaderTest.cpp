@@ -4,6 +4,7 @@
 #include "files/DestinationFile.h"
 #include "files/FileError.h"
 #include "http/TransportError.h"
+#include "service/APIError.h"
 #include "transfer/Partial.h"
 
 #include "support/FakeHttpClient.h"
@@ -54,6 +55,7 @@ struct Life {
     std::size_t lanes = 0;
     QByteArrayList ranges; ///< that were answered, the probe left out
     int expiries = 0;      ///< of the addresses that come, after the probe
+    std::exception_ptr noRenewal;
     int renewals = 0;
     std::vector<DownloadProgress> progress;
     std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
@@ -92,6 +94,8 @@ struct Life {
     Task<QByteArray> renewed()
     {
         co_await world.clock.sleep(50ms);
+        if (noRenewal)
+            std::rethrow_exception(noRenewal);
         co_return "http://storage.test/object?signature=a%2Fb" + QByteArray(++renewals, '+');
     }
     /// Says how the download ended: "" when it is whole.
@@ -294,13 +298,18 @@ TEST_F(DownloaderTest, triesAChunkFourTimesAndSaysWhatTheLastAttemptFailedWith)
     }
 }
 
-TEST_F(DownloaderTest, doesNotTryAgainWhatOnlyASettingCanMend)
+TEST_F(DownloaderTest, doesNotTryAgainWhatOnlyTheUserCanMend)
 {
     storage.spoil = [](const auto& range, auto&) {
         if (range != probeRange)
             throw TransportError(TransportError::Kind::untrusted, "The certificate has expired.");
     };
     EXPECT_EQ(download(), "The certificate has expired.");
+    EXPECT_LT(life->world.clock.elapsed(), 1s);
+    storage.spoil = [](const auto&, auto&) {};
+    life.emplace(storage).expiries = 1;
+    life->noRenewal = std::make_exception_ptr(APIError(401, "Sign in first."));
+    EXPECT_EQ(life->download(path), "Sign in first.");
     EXPECT_LT(life->world.clock.elapsed(), 1s);
 }
 

@@ -64,6 +64,18 @@ TEST(PartSenderTest, storageThatNobodyTrustsEndsTheUploadAtOnce)
     EXPECT_EQ(life.count(Operation::put), 1);
 }
 
+TEST(PartSenderTest, aSignInThatHasExpiredEndsTheUploadAtOnceAndTheNextGoesOn)
+{
+    Delivery delivery(1);
+    delivery.fail(Operation::parts, status(401), 1);
+    Life life(delivery);
+    EXPECT_EQ(life.send(), "The platform is having trouble.");
+    EXPECT_EQ(life.count(Operation::parts), 1);
+    EXPECT_LT(life.world.clock.elapsed(), 1s);
+    life.deliver();
+    EXPECT_EQ(life.count(Operation::start), 1);
+}
+
 const local::Fault stall{.kind = Kind::stallMidBody, .bytes = 50'000};
 const local::Fault noAddress =
     answering({{"urls", QJsonArray{QJsonObject{{"partNumber", 1}, {"url", "not an address"}}}}});

@@ -68,6 +68,8 @@ struct TransfersTest : ServiceTest {
     ScriptedEngine<DownloadRequest> downloads{world.clock};
     FakeSleep sleep;
     FakeNetworkPath network{world.clock};
+    std::optional<Account> account; ///< that is signed in
+    bool isKnown = false;           ///< the platform knows it, whatever else it refuses
     std::optional<Transfers> model;
 
     TransfersTest()
@@ -92,8 +94,19 @@ struct TransfersTest : ServiceTest {
     {
         auto runUpload = [this](UploadRequest request) { return upload(std::move(request)); };
         auto runDownload = [this](DownloadRequest request) { return downloads.run(std::move(request)); };
-        return {world.executor(), world.executor(), world.clock, *api,   journals,
-                runUpload,        runDownload,      sleep,       network};
+        SignIns signIns{.now = [this] { return account; },
+                        .until = [this](const Account& wanted) { return untilSignedIn(wanted); }};
+        return {world.executor(), world.executor(), world.clock, *api,    journals,
+                runUpload,        runDownload,      sleep,       network, signIns};
+    }
+    Task<bool> untilSignedIn(Account wanted)
+    {
+        if (isKnown)
+            co_return false;
+        account.reset();
+        while (account != wanted)
+            co_await world.clock.sleep(std::chrono::seconds(1));
+        co_return true;
     }
 
     /// As the engine does, under the lock of the journal.
