@@ -98,18 +98,16 @@ void CookieStore::clear()
     m_seen = fileIdentity();
 }
 
-void CookieStore::save(const std::shared_ptr<CookieJar>& jar)
+void CookieStore::save()
 {
     std::lock_guard guard(m_mutex);
-    if (jar != m_jar)
-        return;
     QHash<QByteArray, int> counts;
     QByteArrayList beyond; // the latest first
-    for (const auto& line : jar->all())
+    for (const auto& line : m_jar->all())
         if (++counts[line.left(line.indexOf('\t'))] > mostOfOneDomain)
             beyond.append(line);
-    jar->remove(beyond);
-    if (!m_file.isEmpty() && keptOf(jar->all()) != m_common)
+    m_jar->remove(beyond);
+    if (!m_file.isEmpty() && keptOf(m_jar->all()) != m_common)
         merge();
 }
 

@@ -24,9 +24,9 @@ public:
     std::shared_ptr<CookieJar> jar();
     /// Forgets every cookie of every host, in memory and in the file. What has the jar from before keeps it to itself.
     void clear();
-    /// Takes care of what an answer has set in `jar`: lets go of what a domain has beyond 64 cookies, and brings the
-    /// file up to date. Does nothing for a jar from before a `clear`.
-    void save(const std::shared_ptr<CookieJar>& jar);
+    /// Takes care of what an answer has set in the jar: lets go of what a domain has beyond 64 cookies, and brings the
+    /// file up to date. A jar from before a `clear` is nobody's concern.
+    void save();
     /// Why the file does not hold what the jar does, for the user; empty when it does.
     QString problem() const;
 

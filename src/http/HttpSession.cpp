@@ -108,7 +108,7 @@ Task<HttpResponse> perform(Core core, std::shared_ptr<CookieJar> jar, HttpReques
     }
     auto answer = transfer.takeAnswer();
     if (jar && !answer.header("Set-Cookie").isNull())
-        core->cookies->save(jar);
+        core->cookies->save();
     co_return answer;
 }
 
