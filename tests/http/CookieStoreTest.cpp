@@ -1,5 +1,6 @@
 #include "HttpFixture.h"
 
+#include "files/LockFile.h"
 #include "http/CookieFile.h"
 #include "http/CookieStore.h"
 
@@ -134,6 +135,21 @@ TEST_F(CookieStoreTest, programsThatUseOneFileSeeEachOthersChanges)
     EXPECT_EQ(QDir(folder.filePath("data")).entryList(QDir::Files), QStringList("cookies")) << "no lock is left";
 }
 
+TEST_F(CookieStoreTest, waitsForAProgramThatWritesTheFile)
+{
+    const auto store = open();
+    receive(store, "sid=1; Max-Age=3600");
+    const auto contents = readFile(path);
+    std::optional other(LockFile::open(path + ".lock"));
+    ASSERT_EQ(other->tryLock(), LockFile::Outcome::taken);
+    std::jthread writer([&] { receive(store, "more=2; Max-Age=3600"); });
+    std::this_thread::sleep_for(50ms); // should it write all the same, it has done so by now
+    writeFile(path, contents + QByteArray(contents).replace("sid", "own"));
+    other.reset();
+    writer.join();
+    EXPECT_EQ(sentWith(open()), "more=2 own=1 sid=1");
+}
+
 TEST_F(CookieStoreTest, aClearedStoreTakesNothingFromRequestsThatBeganBefore)
 {
     const auto store = open();
@@ -164,9 +180,8 @@ TEST_F(CookieStoreTest, keepsTheFileWholeWhenTwoProgramsAndManyThreadsUseIt)
     std::vector<std::jthread> writers;
     for (int i = 0; i < 4; ++i) {
         writers.emplace_back([&, i] {
-            for (int n = 0; n < 40; ++n)
-                receive(stores[std::size_t(i % 2)],
-                        QByteArray::number(i) + '=' + QByteArray(2000, char('A' + n)) + "; Max-Age=99");
+            for (char n = 'a'; n < 'i'; ++n)
+                receive(stores[std::size_t(i % 2)], QByteArray::number(i) + '=' + QByteArray(2000, n) + "; Max-Age=99");
         });
     }
     int torn = 0;
