@@ -24,6 +24,7 @@ Application::Application(Environment environment)
           {.signIn = {.main = m_environment.main,
                       .clock = m_environment.clock,
                       .session = m_session,
+                      .network = m_environment.transfers.network,
                       .doors = {.api = m_environment.api, .web = m_environment.web, .passkey = m_environment.passkey}},
            .background = m_environment.transfers.background,
            .transfers = m_transfers,

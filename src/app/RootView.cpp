@@ -201,6 +201,7 @@ void RootView::changeScreen()
         return;
     m_key = key;
     const auto& org = m_session.org();
+    m_login.leave();
     if (key == QStringLiteral("login"))
         openLogin();
     else if (org && key == m_orgKey)

@@ -37,7 +37,7 @@ Task<ExitCode> perform(ChooseSite command, Workbench& bench)
     }
     auto site = bench.api.site();
     bench.output.say(rawValue(site), {{QStringLiteral("site"), rawValue(site)}});
-    if (parseAddress(baseURL(site)) != bench.api.serviceBase())
+    if (bench.api.isServiceNamed())
         bench.output.remark(QStringLiteral("PV_API is set: commands go there, whatever the site."));
     co_return ExitCode::done;
 }

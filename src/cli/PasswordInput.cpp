@@ -63,7 +63,12 @@ Task<void> untilReadable(asio::posix::stream_descriptor& file)
         throw boost::system::system_error(failure);
 }
 
-/// Byte for byte, so that what follows the line stays for whoever reads on.
+Failure nothingEntered()
+{
+    return Failure(QStringLiteral("Nothing was entered."));
+}
+
+/// Byte for byte, so that what follows the line stays for whoever reads on. Throws Failure at the end of the file.
 Task<QString> readLine(int number)
 {
     constexpr qsizetype longest = 4096;
@@ -75,15 +80,23 @@ Task<QString> readLine(int number)
         auto got = ::read(number, &byte, 1);
         if (got < 0 && (errno == EINTR || errno == EAGAIN))
             continue;
+        if (got <= 0 && line.isEmpty())
+            throw nothingEntered();
         if (got <= 0 || byte == '\n')
             break;
         line += byte;
     }
     if (line.endsWith('\r'))
         line.chop(1);
-    if (line.isEmpty())
-        throw Failure(QStringLiteral("Nothing was entered."));
     co_return QString::fromUtf8(line);
+}
+
+Task<QString> readPassword(int number)
+{
+    auto password = co_await readLine(number);
+    if (password.isEmpty())
+        throw nothingEntered();
+    co_return password;
 }
 
 /// The user's terminal, open for us alone; throws Failure with the text `without` where there is none.
@@ -107,7 +120,7 @@ void ask(const FileDescriptor& terminal, const QString& prompt)
 Task<QString> passwordFromStandardInput()
 {
     FlagsKept kept(STDIN_FILENO);
-    co_return co_await readLine(STDIN_FILENO);
+    co_return co_await readPassword(STDIN_FILENO);
 }
 
 Task<QString> passwordFromTerminal(QString prompt)
@@ -115,7 +128,7 @@ Task<QString> passwordFromTerminal(QString prompt)
     auto terminal = openTerminal(QStringLiteral("There is no terminal to ask for the password. Use --password-stdin."));
     Unshown unshown(terminal->number());
     ask(*terminal, prompt);
-    co_return co_await readLine(terminal->number());
+    co_return co_await readPassword(terminal->number());
 }
 
 Task<QString> codeFromTerminal(QString prompt)

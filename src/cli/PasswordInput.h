@@ -14,7 +14,7 @@ Task<QString> passwordFromStandardInput();
 /// Asks for a password on the terminal, without showing what is typed. Throws Failure when the program has no terminal.
 Task<QString> passwordFromTerminal(QString prompt);
 
-/// The same for a code, which is shown.
+/// The same for a code, which is shown, and empty where the user entered nothing.
 Task<QString> codeFromTerminal(QString prompt);
 
 } // namespace palvera::cli

@@ -60,6 +60,7 @@ ExitCode Program::run()
         signals.clear(); // the next one ends the process: journals hold all that is worth keeping
         m_bench.stop->stop();
     });
+    m_output.remark(m_connections.api.serviceProblem());
     if (m_connections.api.isServiceExposed())
         m_output.remark(QStringLiteral("The service address that PV_API names is not encrypted: others on the way can "
                                        "read along."));

@@ -1,6 +1,7 @@
 #include "async/TaskGroup.h"
 #include "cli/Commands.h"
 #include "cli/PasswordInput.h"
+#include "service/APIError.h"
 #include "service/SignInOperations.h"
 #include "session/Session.h"
 #include "session/SignIn.h"
@@ -10,6 +11,9 @@
 namespace palvera::cli {
 
 namespace {
+
+/// Of one kind; a sign-in that takes more has gone wrong otherwise.
+constexpr int mostCodes = 10;
 
 /// The steps of signing in, as questions and answers.
 class Conversation {
@@ -47,8 +51,8 @@ private:
 
     Task<Next> answer(SignInStep::VerifyEmail)
     {
-        const auto prompt = QStringLiteral("Code that was sent to %1: ").arg(visibleText(m_command.email));
-        co_return co_await m_steps.withEmailCode(co_await code(prompt), m_command.email);
+        const auto prompt = QStringLiteral("Code that was sent to %1, or Enter for another: ");
+        return withCode(prompt.arg(visibleText(m_command.email)), true);
     }
 
     Task<Next> answer(SignInStep::EnrolTotp enrol)
@@ -56,14 +60,33 @@ private:
         m_bench.output.remark(
             QStringLiteral("Every sign-in asks for a code from an authenticator app. Enter this key there: %1")
                 .arg(enrol.secret));
-        auto entered = co_await code(QStringLiteral("Code that it shows: "));
-        co_return co_await m_steps.withAuthenticatorCode(std::move(entered), m_command.email);
+        return withCode(QStringLiteral("Code that it shows: "), false);
     }
 
     Task<Next> answer(SignInStep::Totp)
     {
-        auto entered = co_await code(QStringLiteral("Code from your authenticator app: "));
-        co_return co_await m_steps.withAuthenticatorCode(std::move(entered), m_command.email);
+        return withCode(QStringLiteral("Code from your authenticator app: "), false);
+    }
+
+    /// Asks on the terminal until the platform takes the code; one from the command line is tried once.
+    Task<Next> withCode(QString prompt, bool byEmail)
+    {
+        for (int left = mostCodes; left > 0; --left) {
+            const auto entered = m_command.code ? *m_command.code : co_await codeFromTerminal(prompt);
+            if (byEmail && entered.isEmpty()) {
+                co_await resendEmailCode(m_bench.api);
+                m_bench.output.remark(QStringLiteral("Another code is on its way."));
+                continue;
+            }
+            auto sent = co_await answerOf(byEmail ? m_steps.withEmailCode(entered, m_command.email)
+                                                  : m_steps.withAuthenticatorCode(entered, m_command.email));
+            if (sent.value)
+                co_return *std::move(sent.value);
+            if (m_command.code || !asksToSignIn(sent.failure) || left == 1)
+                std::rethrow_exception(sent.failure);
+            m_bench.output.remark(describe(sent.failure));
+        }
+        throw Failure(QStringLiteral("No code was entered."));
     }
 
     Task<QString> password()
@@ -71,13 +94,6 @@ private:
         if (m_command.passwordFromStdin)
             return passwordFromStandardInput();
         return passwordFromTerminal(QStringLiteral("Password of %1: ").arg(visibleText(m_command.email)));
-    }
-
-    Task<QString> code(QString prompt)
-    {
-        if (m_command.code)
-            co_return *m_command.code;
-        co_return co_await codeFromTerminal(std::move(prompt));
     }
 
     const SignIn m_command;

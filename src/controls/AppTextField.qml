@@ -28,6 +28,8 @@ T.TextField {
     Accessible.name: label
     Accessible.passwordEdit: echoMode === TextInput.Password
 
+    onTextChanged: dropLineBreaks()
+
     background: InputFrame {
         focused: root.activeFocus
         wrong: root.wrong
@@ -43,5 +45,13 @@ T.TextField {
         text: root.hint
         verticalAlignment: Text.AlignVCenter
         visible: root.text === "" && root.preeditText === ""
+    }
+
+    /// A text that is pasted may bring some along, which a line does not show. Taken out one by one: an assignment would
+    /// end what the field is bound to.
+    function dropLineBreaks() {
+        for (let i = text.length - 1; i >= 0; --i)
+            if (/[\n\r\v\f\u0085\u2028\u2029]/.test(text[i]))
+                remove(i, i + 1);
     }
 }

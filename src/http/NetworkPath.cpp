@@ -152,4 +152,12 @@ Task<void> untilNetworkReturns(NetworkPath& path, Clock& clock)
         co_await clock.sleepUntil(Clock::Moment::max());
 }
 
+Task<int> untilNextTry(int tries, NetworkPath& path, Clock& clock)
+{
+    constexpr std::chrono::seconds shortest{2}, longest{30};
+    const auto pause = std::min(shortest * (1 << std::min(tries, 4)), longest);
+    const auto ended = co_await firstOf(clock.sleep(pause), untilNetworkReturns(path, clock));
+    co_return ended.index() == 0 ? tries + 1 : 0;
+}
+
 } // namespace palvera

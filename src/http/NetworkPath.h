@@ -36,5 +36,8 @@ public:
 
 /// Ends once `path`, which may be usable still, is usable again after it was not. It is looked at every two seconds.
 Task<void> untilNetworkReturns(NetworkPath& path, Clock& clock);
+/// Ends after the pause, of 2 to 30 seconds, that follows so many tries in vain, or when the network returns; gives how
+/// many count for the next pause.
+Task<int> untilNextTry(int tries, NetworkPath& path, Clock& clock);
 
 } // namespace palvera

@@ -2,7 +2,9 @@
 
 #include "async/TaskGroup.h"
 #include "http/HttpAddress.h"
+#include "http/NetworkPath.h"
 #include "http/TransportError.h"
+#include "text/VisibleText.h"
 
 #include <QJsonDocument>
 
@@ -90,6 +92,26 @@ void API::noteRefusal(const QString& path, const APIError& refusal) const
 QString API::signInProblem() const
 {
     return m_cookieProblem ? m_cookieProblem() : QString();
+}
+
+bool API::isServiceNamed() const
+{
+    return parseAddress(qEnvironmentVariable("PV_API")).has_value();
+}
+
+QString API::serviceProblem() const
+{
+    const auto named = qEnvironmentVariable("PV_API");
+    if (named.isEmpty() || isServiceNamed())
+        return {};
+    return QStringLiteral("PV_API is ignored: “%1” is not an address that begins with http:// or https://.")
+        .arg(visibleText(named));
+}
+
+bool API::canBeAsked(const NetworkPath& path) const
+{
+    const auto service = parseHttpAddress(makeURL(QString()));
+    return path.isUsable() || (service && service->loopback);
 }
 
 bool API::isServiceExposed() const

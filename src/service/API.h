@@ -14,6 +14,8 @@
 
 namespace palvera {
 
+class NetworkPath;
+
 /// The client of the platform's JSON service: every call to it goes through here.
 ///
 /// Operations may be called from any executor. They run on a strand of the API's own, so no answer is ever decoded on
@@ -48,6 +50,12 @@ public:
     /// The service address that requests go to: that in the environment variable PV_API, which is read anew at each
     /// call and ignored unless it is an absolute http or https address; else the site's own.
     Address serviceBase() const;
+    /// Whether PV_API names the service.
+    bool isServiceNamed() const;
+    /// Why what PV_API holds is ignored, for the user; empty when it is not.
+    QString serviceProblem() const;
+    /// Whether a question would not only wait for `path` to become usable.
+    bool canBeAsked(const NetworkPath& path) const;
     /// Whether what goes to the service can be read on the way: only where PV_API says so.
     bool isServiceExposed() const;
     /// Throws TransportError where the service is encrypted and `address`, which it gave for storage, is not: a master

@@ -5,7 +5,6 @@
 #include "async/TaskGroup.h"
 #include "files/Bookmark.h"
 #include "files/Preferences.h"
-#include "http/HttpAddress.h"
 #include "http/NetworkPath.h"
 #include "service/API.h"
 #include "service/BrowsingOperations.h"
@@ -53,6 +52,7 @@ Session::Session(Environment environment, QObject* parent)
       m_site(currentSite(m_environment.preferences)),
       m_screen(screenOf(m_state, m_org))
 {
+    m_remark = m_environment.api.serviceProblem();
     m_environment.api.onSignInNeeded([self = QPointer(this), main = m_environment.main] {
         asio::post(main, [self] {
             if (self)
@@ -87,8 +87,8 @@ Task<void> Session::askAgain(std::function<bool()> isWelcome)
 {
     int tries = 0;
     while (m_isUnsure && isWelcome()) {
-        tries = co_await untilWorthAsking(tries);
-        if (m_isUnsure && canAsk())
+        tries = co_await untilNextTry(tries, m_environment.network, m_environment.clock);
+        if (m_isUnsure && m_environment.api.canBeAsked(m_environment.network))
             co_await askOnce(isWelcome);
     }
 }
@@ -146,7 +146,7 @@ Task<bool> Session::untilSignedIn(Account account)
         if (co_await confirm())
             co_return false;
         if (m_account == account)
-            tries = co_await untilWorthAsking(tries);
+            tries = co_await untilNextTry(tries, m_environment.network, m_environment.clock);
     }
     Event changed(co_await asio::this_coro::executor);
     QObject listener;
@@ -235,7 +235,7 @@ Task<void> Session::identify()
 {
     const auto number = ++m_questions;
     std::optional<Me> me;
-    m_isUnsure = !canAsk();
+    m_isUnsure = !m_environment.api.canBeAsked(m_environment.network);
     if (!m_isUnsure) {
         auto answer = co_await answerOf(currentUser(m_environment.api));
         if (number != m_questions)
@@ -249,22 +249,6 @@ Task<void> Session::identify()
     }
     take(*me);
     co_await loadOrgs();
-}
-
-Task<int> Session::untilWorthAsking(int tries)
-{
-    constexpr auto longest = 30s;
-    const auto pause = std::min<std::chrono::seconds>(2s * (1 << std::min(tries, 4)), longest);
-    const auto ended = co_await firstOf(m_environment.clock.sleep(pause),
-                                        untilNetworkReturns(m_environment.network, m_environment.clock));
-    co_return ended.index() == 0 ? tries + 1 : 0;
-}
-
-/// Else a question would wait for a network for a minute.
-bool Session::canAsk() const
-{
-    const auto service = parseHttpAddress(m_environment.api.makeURL(QString()));
-    return m_environment.network.isUsable() || (service && service->loopback);
 }
 
 void Session::take(const Me& me)

@@ -138,10 +138,6 @@ Q_SIGNALS:
 private:
     /// Takes a failing `currentUser` as nobody.
     Task<void> identify();
-    /// Ends after the pause that follows so many questions in vain, or when the network returns, and gives how many
-    /// count for the next pause.
-    Task<int> untilWorthAsking(int tries);
-    bool canAsk() const;
     void take(const Me& me);
     void setSignedOut(bool hasExpired);
     void setAccount(std::optional<Account> account);

@@ -33,6 +33,12 @@ bool isRefusal(const std::optional<APIError>& error)
     return error && error->status() == 401;
 }
 
+/// A code without what people put between its figures, or copy along with them.
+QString plainCode(QString code)
+{
+    return code.removeIf([](QChar each) { return each.isSpace() || each.category() == QChar::Punctuation_Dash; });
+}
+
 /// Whether the platform knows neither the account nor that it must be renewed.
 bool isUnknownToTheIdentityProvider(const APIError& refusal)
 {
@@ -80,13 +86,13 @@ Task<SignIn::Next> SignIn::directly(LoginBody body) const
 
 Task<SignIn::Next> SignIn::withEmailCode(QString code, QString email) const
 {
-    auto step = co_await verifyEmailCode(m_environment.api, {.code = code});
+    auto step = co_await verifyEmailCode(m_environment.api, {.code = plainCode(code)});
     co_return co_await follow(std::move(step), std::move(email));
 }
 
 Task<SignIn::Next> SignIn::withAuthenticatorCode(QString code, QString email) const
 {
-    auto step = co_await verifyAuthenticatorCode(m_environment.api, {.code = code});
+    auto step = co_await verifyAuthenticatorCode(m_environment.api, {.code = plainCode(code)});
     co_return co_await follow(std::move(step), std::move(email));
 }
 

@@ -21,6 +21,7 @@ struct RootViewTest : TransfersTest {
     RootView root{{.signIn = {.main = world.executor(),
                               .clock = world.clock,
                               .session = session,
+                              .network = network,
                               .doors = {.api = service, .web = web, .passkey = passkey}},
                    .background = world.executor(),
                    .transfers = *model,

@@ -1,6 +1,9 @@
 #include "tests/app/Desktop.h"
 #include "tests/support/QtPrinting.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 namespace palvera {
 namespace {
 
@@ -97,7 +100,8 @@ TEST_F(SignInTest, aSecondStepOffersAnotherCodeOrAKeyToEnter)
     waitForText("Check your email");
     screen.choose(QAccessible::Button, "Send another code");
     waitForText("Another code is on its way.");
-    login().open(false);
+    screen.waitForFocus("Code from the email");
+    screen.press(Qt::Key_Escape);
     screen.find(QAccessible::EditableText, "Work email");
     signIn("dov@northlight.example", "reel-four");
     waitForText("Add an authenticator");
@@ -115,9 +119,29 @@ TEST_F(SignInTest, aForgottenPasswordIsResetByALink)
     waitForText("If ada@northlight.example has an account, a link is on its way.");
     EXPECT_TRUE(screen.reads("Nothing has changed yet."));
     EXPECT_FALSE(screen.shows(QAccessible::Button, "Send me a link"));
-    screen.choose(QAccessible::Button, "Back to sign in");
+    screen.waitForFocus("Back to sign in");
+    screen.press(Qt::Key_Return);
     waitForText("Secured by WorkOS");
     EXPECT_EQ(login().face(), Face::Email);
+}
+
+TEST_F(SignInTest, aFieldTakesNoLineBreaksAndSaysThatCapsLockIsOn)
+{
+    send("Work email", "ada@northlight.example");
+    screen.waitForFocus("Password");
+    QGuiApplication::clipboard()->setText("reel\n-one\r\n");
+    screen.press(Qt::Key_V, Qt::ControlModifier);
+    EXPECT_EQ(login().password(), "reel-one");
+    const std::tuple<const char*, Qt::KeyboardModifiers, bool> letters[] = {{"a", {}, false},
+                                                                            {"A", {}, true},
+                                                                            {"1", {}, true},
+                                                                            {"a", Qt::ShiftModifier, true},
+                                                                            {"A", Qt::ShiftModifier, false}};
+    for (const auto& [letter, modifiers, isOn] : letters) {
+        QKeyEvent press(QEvent::KeyPress, *letter, modifiers, letter);
+        QGuiApplication::sendEvent(&screen.window(), &press);
+        EXPECT_EQ(screen.reads("Caps Lock is on"), isOn) << letter << int(modifiers);
+    }
 }
 
 TEST_F(SignInTest, whoTypesAheadAtTheAccessCodeDoorKeepsTheKeyboardWhereItIs)

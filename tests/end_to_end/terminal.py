@@ -26,8 +26,8 @@ class Terminal:
             os.execve(support.CLI, [support.CLI, *map(str, arguments)], client.environment | {"TERM": "xterm"})
         self.seen = b""
 
-    def read_until(self, wanted):
-        while wanted is None or wanted not in self.seen:
+    def read_until(self, wanted, times=1):
+        while wanted is None or self.seen.count(wanted) < times:
             assert select.select([self.end], [], [], support.PATIENCE)[0], f"never: {wanted}\n{self.seen[-2000:]}"
             try:
                 piece = os.read(self.end, 1 << 16)
@@ -54,19 +54,23 @@ class Terminal:
 def the_password_is_asked_for_and_not_shown():
     with Workspace() as workspace, Platform(workspace) as platform:
         client = Client(workspace, platform.address)
-        for email, password, code, expected in ((support.EMAIL, "guess-7", "", NOT_SIGNED_IN),
-                                                (support.EMAIL, support.PASSWORD, "", DONE),
-                                                ("cleo@northlight.example", "reel-three", "135790", DONE)):
+        app, mail = "Code from your authenticator app: ", "Code that was sent to ben@northlight.example, or Enter for another: "
+        for email, password, prompt, codes, expected in (
+                (support.EMAIL, "guess-7", "", [], NOT_SIGNED_IN), (support.EMAIL, support.PASSWORD, "", [], DONE),
+                ("cleo@northlight.example", "reel-three", app, ["000000", "135-790"], DONE),
+                ("ben@northlight.example", "reel-two", mail, ["000000", "", "246 810"], DONE)):
             terminal = Terminal(client, "sign-in", "--email", email)
             terminal.read_until(f"Password of {email}: ".encode())
             assert not terminal.shows_typing()
             terminal.type(password.encode() + b"\n")
-            if code:
-                terminal.read_until(b"Code from your authenticator app: ")
+            for number, code in enumerate(codes, 1):
+                terminal.read_until(prompt.encode(), number)
                 assert terminal.shows_typing()
                 terminal.type(code.encode() + b"\n")
             ended, seen = terminal.finish()
-            assert ended == expected and password not in seen and code in seen, seen
+            assert ended == expected and password not in seen and all(code in seen for code in codes), seen
+            assert ("That code is not right." in seen) == bool(codes), seen
+            assert ("Another code is on its way." in seen) == ("" in codes), seen
 
 
 def an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was():

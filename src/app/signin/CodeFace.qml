@@ -9,30 +9,36 @@ SignInFace {
     readonly property bool byEmail: login.face === LoginModel.Verify
 
     busyAction: qsTr("Checking")
-    complete: login.code.trim() !== ""
+    complete: /[^\s-]/.test(login.code)
     firstField: code
     text: byEmail ? qsTr("We sent a six-digit code to %1. Enter it here to confirm the address is yours.").arg(login.email) : qsTr("Enter the code from your authenticator app.")
     title: byEmail ? qsTr("Check your email") : qsTr("One more step")
-    below: Row {
-        anchors.horizontalCenter: parent.horizontalCenter
-        spacing: Theme.spaceTiny
-        visible: root.byEmail
+    below: [
+        Row {
+            anchors.horizontalCenter: parent.horizontalCenter
+            spacing: Theme.spaceTiny
+            visible: root.byEmail
 
-        Label {
-            anchors.verticalCenter: parent.verticalCenter
-            color: Theme.secondary
-            text: root.login.resent ? qsTr("Another code is on its way.") : qsTr("Nothing arrived?")
-        }
+            Label {
+                anchors.verticalCenter: parent.verticalCenter
+                color: Theme.secondary
+                text: root.login.resent ? qsTr("Another code is on its way.") : qsTr("Nothing arrived?")
+            }
 
-        AppButton {
-            anchors.verticalCenter: parent.verticalCenter
-            enabled: !root.login.busy
-            kind: AppButton.Kind.Link
-            text: qsTr("Send another code")
-            visible: !root.login.resent
-            onClicked: root.login.resendCode()
+            AppButton {
+                anchors.verticalCenter: parent.verticalCenter
+                enabled: !root.login.busy
+                kind: AppButton.Kind.Link
+                text: qsTr("Send another code")
+                visible: !root.login.resent
+                onClicked: root.login.resendCode()
+            }
+        },
+        BackLink {
+            anchors.horizontalCenter: parent.horizontalCenter
+            login: root.login
         }
-    }
+    ]
 
     CodeField {
         id: code

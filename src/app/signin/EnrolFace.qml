@@ -6,10 +6,14 @@ import Palvera.SignIn
 SignInFace {
     id: root
 
-    complete: login.code.trim() !== ""
+    complete: /[^\s-]/.test(login.code)
     firstField: code
     text: qsTr("Every sign-in asks for a code from an authenticator app. Scan this with Google Authenticator, 1Password or any app that makes them, then enter the code it shows.")
     title: qsTr("Add an authenticator")
+    below: BackLink {
+        anchors.horizontalCenter: parent.horizontalCenter
+        login: root.login
+    }
 
     // White whatever the appearance: cameras want dark on light.
     Rectangle {

@@ -22,15 +22,22 @@ SignInFace {
             width: parent.width
             wrapMode: Text.Wrap
         },
-        AppButton {
+        BackLink {
+            id: back
+
             anchors.horizontalCenter: parent.horizontalCenter
-            enabled: !root.login.busy
-            kind: AppButton.Kind.Link
-            symbol: "chevron.left"
-            text: qsTr("Back to sign in")
-            onClicked: root.login.backToSignIn()
+            login: root.login
         }
     ]
+
+    Connections {
+        function onBusyChanged() {
+            if (root.login.asked && !root.login.busy)
+                back.forceActiveFocus(Qt.OtherFocusReason); // the field and the button are gone
+        }
+
+        target: root.login
+    }
 
     EmailField {
         id: email

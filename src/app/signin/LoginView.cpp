@@ -1,6 +1,7 @@
 #include "app/signin/LoginView.h"
 
 #include "async/TaskGroup.h"
+#include "http/NetworkPath.h"
 #include "service/API.h"
 #include "service/APIError.h"
 #include "service/SignInOperations.h"
@@ -14,11 +15,6 @@ using namespace std::chrono_literals;
 namespace {
 
 const QString cannotReach = QStringLiteral("Cannot reach Palvera. Check your connection and try again.");
-
-bool isAddressOverridden(const API& api, Site site)
-{
-    return parseAddress(baseURL(site)) != api.serviceBase();
-}
 
 LoginView::Field fieldOf(LoginView::Face face)
 {
@@ -42,14 +38,23 @@ LoginView::Field fieldOf(LoginView::Face face)
 } // namespace
 
 LoginView::LoginView(const Environment& environment, QObject* parent)
-    : QObject(parent), m_environment(environment), m_signIn(environment.doors), m_tasks(environment.main)
+    : QObject(parent),
+      m_environment(environment),
+      m_signIn(environment.doors),
+      m_tasks(environment.main),
+      m_ways({.main = environment.main,
+              .clock = environment.clock,
+              .api = environment.doors.api,
+              .network = environment.network})
 {
+    QObject::connect(&m_ways, &WaysIn::changed, this, &LoginView::followConfig);
     QObject::connect(&m_environment.session, &Session::siteChanged, this, &LoginView::configChanged);
 }
 
 void LoginView::open(bool developerDoor, const QString& notice)
 {
     m_tasks.stop();
+    m_isTouched = false;
     m_notice = notice;
     m_developerDoor = developerDoor;
     m_email = QString();
@@ -62,27 +67,61 @@ void LoginView::open(bool developerDoor, const QString& notice)
     askForConfig();
 }
 
+Task<void> LoginView::close()
+{
+    co_await m_ways.close();
+    co_await m_tasks.close();
+}
+
+void LoginView::leave()
+{
+    m_password = QString();
+    m_code = QString();
+    m_enrol = SignInStep::EnrolTotp{};
+}
+
 bool LoginView::isTouched() const
 {
     const bool isAtTheDoor = m_face == Face::Login || m_face == Face::Email;
-    return m_busy || !isAtTheDoor || !m_email.value().isEmpty() || !m_password.value().isEmpty();
+    return m_isTouched || m_busy || !isAtTheDoor;
+}
+
+void LoginView::setEmail(const QString& email)
+{
+    m_isTouched = true;
+    m_email = email;
+}
+
+void LoginView::setPassword(const QString& password)
+{
+    m_isTouched = true;
+    m_password = password;
+}
+
+QString LoginView::waitText() const
+{
+    if (!m_ways.isLoading() || !m_ways.isLate())
+        return {};
+    return m_environment.doors.api.canBeAsked(m_environment.network)
+               ? tr("Waiting for Palvera to answer…")
+               : tr("This computer is not connected to a network.");
 }
 
 bool LoginView::isAccessCodeLinkShown() const
 {
-    return m_config && m_config->devAuth && m_config->workos && m_developerDoor;
+    return isIdentityProviderShown() && m_ways.config()->devAuth && m_developerDoor;
 }
 
 QStringList LoginView::social() const
 {
-    return m_config && m_config->workos ? m_config->social.value_or(QList<QString>()) : QStringList();
+    return isIdentityProviderShown() ? m_ways.config()->social.value_or(QList<QString>()) : QStringList();
 }
 
 SignInLabel LoginView::label() const
 {
     if (isSiteChoiceShown())
         return signInLabel(m_environment.session.site());
-    return signInLabel(m_config ? m_config->environment : std::nullopt);
+    return signInLabel(m_ways.config() ? m_ways.config()->environment : std::nullopt);
 }
 
 QString LoginView::title() const
@@ -102,7 +141,7 @@ bool LoginView::isStaging() const
 
 bool LoginView::isSiteChoiceShown() const
 {
-    return !isAddressOverridden(m_environment.doors.api, m_environment.session.site());
+    return !m_environment.doors.api.isServiceNamed();
 }
 
 bool LoginView::isLiveSite() const
@@ -120,13 +159,15 @@ QString LoginView::displayName(const QString& provider)
     return provider.left(1).toUpper() + provider.mid(1);
 }
 
-/// The other site may offer other ways in.
+/// The other site may offer other ways in, and knows nothing of what was begun here.
 void LoginView::chooseSite(bool live)
 {
     const auto site = live ? Site::live : Site::qa;
     if (m_busy || site == m_environment.session.site())
         return;
     m_tasks.start(m_environment.session.setSite(site));
+    restart();
+    m_isTouched = false;
     askForConfig();
 }
 
@@ -162,6 +203,14 @@ void LoginView::backToSignIn()
 {
     if (!m_busy)
         restart();
+}
+
+void LoginView::goBack()
+{
+    if (m_face == Face::Password)
+        changeEmail();
+    else if (m_face != Face::Login && m_face != Face::Email)
+        backToSignIn();
 }
 
 void LoginView::resendCode()
@@ -212,11 +261,11 @@ Task<void> LoginView::takeStepOfFace()
     LoginBody body{.email = m_email, .password = m_password};
     switch (m_face) {
     case Face::Login:
-        return take(m_signIn.directly(std::move(body)));
+        return enterDirectly(std::move(body));
     case Face::Email:
         return take(m_signIn.withEmail(m_email));
     case Face::Password:
-        return take(m_signIn.withPassword(std::move(body), m_config));
+        return take(m_signIn.withPassword(std::move(body), m_ways.config()));
     case Face::Verify:
         return take(m_signIn.withEmailCode(m_code, m_email));
     case Face::Enrol:
@@ -228,19 +277,34 @@ Task<void> LoginView::takeStepOfFace()
     return askForReset();
 }
 
+Task<void> LoginView::enterDirectly(LoginBody body)
+{
+    if (!m_ways.config() && co_await m_ways.askNow() && isIdentityProviderShown()) {
+        m_password = QString(); // which was not meant for the door that comes instead
+        go(Face::Email);
+        m_notice = tr("Palvera can be reached again. Begin with your work email.");
+    } else {
+        co_await take(m_signIn.directly(std::move(body)));
+    }
+}
+
 Task<void> LoginView::take(Task<SignIn::Next> step)
 {
     auto next = co_await std::move(step);
     if (std::holds_alternative<SignInStep::SignedIn>(next)) {
         co_await m_environment.session.refresh();
-        if (!m_environment.session.me())
+        if (m_environment.session.me())
+            leave();
+        else
             m_error = m_environment.session.error().value_or(QString());
     } else if (std::holds_alternative<SignIn::EnterPassword>(next)) {
         go(Face::Password);
     } else if (auto* enrol = std::get_if<SignInStep::EnrolTotp>(&next)) {
+        leave();
         m_enrol = std::move(*enrol);
         go(Face::Enrol);
     } else {
+        leave();
         go(std::holds_alternative<SignInStep::VerifyEmail>(next) ? Face::Verify : Face::Totp);
     }
 }
@@ -255,6 +319,8 @@ Task<void> LoginView::resend()
 {
     co_await resendEmailCode(m_environment.doors.api);
     m_resent = true;
+    m_code = QString(); // of no use any more
+    Q_EMIT focusWanted(Field::code);
 }
 
 void LoginView::go(Face face)
@@ -276,11 +342,16 @@ void LoginView::setFace(Face face, bool moves)
     m_tasks.start(focusSoon(++m_faceChanges));
 }
 
+LoginView::Face LoginView::firstDoor() const
+{
+    return isIdentityProviderShown() ? Face::Email : Face::Login;
+}
+
 void LoginView::restart()
 {
     m_password = QString();
     m_enrol = SignInStep::EnrolTotp{};
-    go(m_config && m_config->workos ? Face::Email : Face::Login);
+    go(firstDoor());
 }
 
 /// Once the face has come to rest where the keyboard can be put.
@@ -293,37 +364,16 @@ Task<void> LoginView::focusSoon(int change)
 
 void LoginView::askForConfig()
 {
-    m_config.reset();
-    m_configLoading = true;
-    m_configLate = false;
-    Q_EMIT configChanged();
-    ++m_configsAsked;
-    m_tasks.start(loadConfig(m_configsAsked));
-    m_tasks.start(noteLateConfig(m_configsAsked));
+    m_ways.ask([this] { return !isTouched(); });
 }
 
-Task<void> LoginView::loadConfig(int asked)
+/// The door is the one that the platform says, until the user is at another one.
+void LoginView::followConfig()
 {
-    auto outcome = co_await outcomeOf(authConfig(m_environment.doors.api));
-    if (asked != m_configsAsked)
-        co_return;
-    m_configLoading = false;
-    m_config = std::move(outcome.value);
-    Q_EMIT configChanged();
-    if (!m_config)
-        co_return;
-    if (m_config->workos && m_face == Face::Login)
-        setFace(Face::Email, false);
-    else if (!m_config->workos && m_face == Face::Email) // that of the site before
-        setFace(Face::Login, false);
-}
-
-Task<void> LoginView::noteLateConfig(int asked)
-{
-    co_await m_environment.clock.sleep(1500ms);
-    if (asked != m_configsAsked || m_config)
-        co_return;
-    m_configLate = true;
+    const bool isDoorNew = std::exchange(m_waits, m_ways.isLoading());
+    const bool isAtTheDoor = m_face == Face::Login || m_face == Face::Email;
+    if (m_ways.config() && isAtTheDoor && (isDoorNew || !isTouched()))
+        setFace(firstDoor(), false);
     Q_EMIT configChanged();
 }
 

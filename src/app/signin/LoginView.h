@@ -1,8 +1,6 @@
 #pragma once
 
-#include "async/Clock.h"
-#include "async/TaskScope.h"
-#include "service/SignInRecords.h"
+#include "app/signin/WaysIn.h"
 #include "service/Site.h"
 #include "session/SignIn.h"
 
@@ -35,7 +33,7 @@ class LoginView : public QObject {
     Q_PROPERTY(bool resent READ isResent NOTIFY resentChanged)
     Q_PROPERTY(bool asked READ isAsked NOTIFY askedChanged)
     Q_PROPERTY(bool configLoading READ isConfigLoading NOTIFY configChanged)
-    Q_PROPERTY(bool configLate READ isConfigLate NOTIFY configChanged)
+    Q_PROPERTY(QString waitText READ waitText NOTIFY configChanged)
     Q_PROPERTY(bool accessCodeLinkShown READ isAccessCodeLinkShown NOTIFY configChanged)
     Q_PROPERTY(bool identityProviderShown READ isIdentityProviderShown NOTIFY configChanged)
     Q_PROPERTY(QStringList social READ social NOTIFY configChanged)
@@ -64,6 +62,7 @@ public:
         Executor main; ///< the main thread's
         Clock& clock;
         Session& session;
+        NetworkPath& network;
         SignIn::Environment doors;
     };
 
@@ -75,15 +74,17 @@ public:
     Q_INVOKABLE void open(bool developerDoor, const QString& notice = {});
     /// Cuts off what is under way and ends once nothing is. To be awaited before the view is destroyed, unless its
     /// executor runs nothing any more.
-    Task<void> close() { return m_tasks.close(); }
+    Task<void> close();
+    /// The screen is left: what was entered and is secret is forgotten.
+    void leave();
 
     Face face() const { return m_face; }
     /// Whether the last change of the face is one that the user should see happen.
     bool faceMoves() const { return m_faceMoves; }
     QString email() const { return m_email; }
-    void setEmail(const QString& email) { m_email = email; }
+    void setEmail(const QString& email);
     QString password() const { return m_password; }
-    void setPassword(const QString& password) { m_password = password; }
+    void setPassword(const QString& password);
     QString code() const { return m_code; }
     void setCode(const QString& code) { m_code = code; }
     /// While an authenticator is set up, otherwise empty: the address of an image, and the same as a text.
@@ -100,11 +101,11 @@ public:
     /// A link to reset the password was asked for.
     bool isAsked() const { return m_asked; }
     /// The platform has not said yet how one can sign in, and has not failed to.
-    bool isConfigLoading() const { return m_configLoading; }
-    /// It takes its time to.
-    bool isConfigLate() const { return m_configLate; }
+    bool isConfigLoading() const { return m_ways.isLoading(); }
+    /// What to say while it takes its time to; else empty.
+    QString waitText() const;
     bool isAccessCodeLinkShown() const;
-    bool isIdentityProviderShown() const { return m_config && m_config->workos; }
+    bool isIdentityProviderShown() const { return m_ways.config() && m_ways.config()->workos; }
     /// The platform's names of the providers that it offers, in its order.
     QStringList social() const;
     QString title() const;
@@ -125,6 +126,8 @@ public:
     Q_INVOKABLE void changeEmail();
     Q_INVOKABLE void forgotPassword();
     Q_INVOKABLE void backToSignIn();
+    /// One step back, from wherever there is one.
+    Q_INVOKABLE void goBack();
     Q_INVOKABLE void resendCode();
     /// Goes on at `provider`, in a browser.
     Q_INVOKABLE void signInWith(const QString& provider);
@@ -153,16 +156,18 @@ private:
     /// Where a step of signing in leads.
     Task<void> take(Task<SignIn::Next> step);
     Task<void> takeStepOfFace();
+    /// At the platform's own door, should it be the first one.
+    Task<void> enterDirectly(LoginBody body);
     Task<void> askForReset();
     Task<void> resend();
     void askForConfig();
-    Task<void> loadConfig(int asked);
-    Task<void> noteLateConfig(int asked);
+    void followConfig();
     Task<void> focusSoon(int change);
 
     void go(Face face);
     void setFace(Face face, bool moves);
     void restart();
+    Face firstDoor() const;
     void fail(const std::exception_ptr& failure, const QString& fallback);
     SignInLabel label() const;
     LoginBody body() const { return {.email = m_email, .password = m_password}; }
@@ -170,10 +175,9 @@ private:
     const Environment m_environment;
     const SignIn m_signIn;
     TaskScope m_tasks; // under way since the view was opened
-    std::optional<AuthConfig> m_config;
-    bool m_configLoading = false;
-    bool m_configLate = false;
-    int m_configsAsked = 0;
+    WaysIn m_ways;
+    bool m_waits = false;     // no door is shown yet
+    bool m_isTouched = false; // since one is
     bool m_developerDoor = false;
     Face m_face = Face::Login;
     bool m_faceMoves = false;

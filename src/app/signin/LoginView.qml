@@ -8,7 +8,7 @@ FocusScope {
 
     required property LoginModel login
     required property string buildText
-    readonly property bool waits: login.configLoading && !login.configLate && login.face === LoginModel.Login
+    readonly property bool waits: login.configLoading
 
     Connections {
         function onFaceChanged() {
@@ -23,6 +23,7 @@ FocusScope {
     }
 
     Component.onCompleted: showFace()
+    Keys.onEscapePressed: login.goBack()
     onWaitsChanged: focusSoon.restart()
 
     Timer {
@@ -76,9 +77,20 @@ FocusScope {
                         visible: root.waits
                     }
 
+                    Label {
+                        Accessible.role: Accessible.AlertMessage
+                        color: Theme.secondary
+                        horizontalAlignment: Text.AlignHCenter
+                        text: root.login.waitText
+                        visible: text !== ""
+                        width: parent.width
+                        wrapMode: Text.Wrap
+                    }
+
                     Loader {
                         id: face
 
+                        enabled: !root.waits
                         focus: true
                         visible: !root.waits
                         width: parent.width

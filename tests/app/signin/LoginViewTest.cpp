@@ -74,8 +74,11 @@ struct LoginViewTest : testing::Test {
     Session session{{world.executor(), world.executor(), world.clock, api, preferences, path}};
     FakeBrowser browser{world.clock};
     FakePasskey passkey;
-    LoginView view{
-        {.main = world.executor(), .clock = world.clock, .session = session, .doors = {api, browser, passkey}}};
+    LoginView view{{.main = world.executor(),
+                    .clock = world.clock,
+                    .session = session,
+                    .network = path,
+                    .doors = {api, browser, passkey}}};
     std::vector<Field> focused;
 
     LoginViewTest()
@@ -157,22 +160,95 @@ TEST_F(LoginViewTest, thePlatformSaysWhichDoorsThereAre)
     EXPECT_EQ(LoginView::displayName("google"), "Google");
 }
 
-TEST_F(LoginViewTest, aPlatformThatTakesItsTimeLeavesTheAccessCodeDoorAndSaysSo)
+TEST_F(LoginViewTest, noDoorIsThereUntilThePlatformHasSaidWhich)
 {
-    network.conditions.latency = 3s;
-    view.open(false);
-    world.run(world.clock.sleep(1499ms));
-    EXPECT_FALSE(view.isConfigLate());
-    wait(1ms);
-    EXPECT_TRUE(view.isConfigLate());
-    EXPECT_EQ(view.face(), Face::Login);
+    for (auto [usable, words] : {std::pair(true, "Waiting for Palvera to answer…"),
+                                 std::pair(false, "This computer is not connected to a network.")}) {
+        path.usable = usable;
+        network.conditions.latency = 3s;
+        view.open(false);
+        world.run(world.clock.sleep(1499ms));
+        EXPECT_EQ(view.waitText(), "");
+        wait(1ms);
+        EXPECT_EQ(view.waitText(), words);
+        EXPECT_TRUE(view.isConfigLoading());
+        wait(3s);
+        EXPECT_EQ(view.waitText(), "");
+        EXPECT_FALSE(view.isConfigLoading());
+        EXPECT_EQ(view.face(), Face::Email);
+        network.conditions.latency = 1ms;
+        open();
+        wait(5s);
+        EXPECT_EQ(view.waitText(), "");
+    }
+}
+
+TEST_F(LoginViewTest, theDoorIsAskedForAgainWhileNobodyTypesAndBeforeItsFirstRequest)
+{
+    const auto openUnreached = [&] {
+        network.conditions.listening = false;
+        open();
+        EXPECT_EQ(view.face(), Face::Login);
+        EXPECT_FALSE(view.isConfigLoading());
+    };
+    openUnreached();
+    network.conditions.listening = true;
     wait(3s);
     EXPECT_EQ(view.face(), Face::Email);
-    EXPECT_THAT(focused, ElementsAre(Field::email, Field::email)) << "once for each face";
-    network.conditions.latency = 1ms;
+
+    openUnreached();
+    view.setEmail("hana@kestrel.example");
+    view.setPassword("open-sesame");
+    network.conditions.listening = true;
+    wait(100s);
+    EXPECT_EQ(view.face(), Face::Login) << "under the hands";
+    submit();
+    EXPECT_EQ(view.face(), Face::Email);
+    EXPECT_EQ(view.email(), "hana@kestrel.example");
+    EXPECT_EQ(view.password(), "") << "it was not for this door";
+    EXPECT_NE(view.notice(), "");
+    EXPECT_THAT(asked("POST"), IsEmpty());
+
+    network.conditions.latency = 600ms;
+    fail(Operation::config, {.kind = Fault::Kind::status, .status = 503});
     open();
-    wait(5s);
-    EXPECT_FALSE(view.isConfigLate());
+    wait(2100ms); // the second question is under way
+    view.setEmail("h");
+    wait(10s);
+    EXPECT_EQ(view.face(), Face::Login) << "its answer is not welcome any more";
+    network.conditions.latency = 1ms;
+    fail(Operation::config, {.kind = Fault::Kind::status, .status = 503});
+    view.setEmail("hana@kestrel.example");
+    view.setPassword("open-sesame");
+    submit();
+    EXPECT_EQ(user(), "hana@kestrel.example") << "a door that cannot be asked about is tried";
+}
+
+TEST_F(LoginViewTest, anotherSiteBeginsAfreshButForTheAddress)
+{
+    qunsetenv("PV_API");
+    enter("ben@northlight.example", "reel-two");
+    ASSERT_EQ(view.face(), Face::Verify);
+    view.setCode("246810");
+    view.chooseSite(true);
+    EXPECT_TRUE(view.isConfigLoading());
+    EXPECT_EQ(view.code(), "");
+    wait(1s);
+    EXPECT_EQ(view.face(), Face::Email);
+    EXPECT_EQ(view.email(), "ben@northlight.example");
+}
+
+TEST_F(LoginViewTest, onlyAnAddressOfTheEnvironmentTakesTheChoiceOfSiteAway)
+{
+    const std::pair<const char*, bool> cases[] = {{"", true},
+                                                  {"localhost:8700/api", true},
+                                                  {"http://platform.test/api", false},
+                                                  {"https://staging.palvera.example/api", false}};
+    for (const auto& [value, isShown] : cases) {
+        const ScopedVariable named("PV_API", value);
+        EXPECT_EQ(view.isSiteChoiceShown(), isShown) << value;
+        EXPECT_EQ(api.serviceProblem() != "", isShown && *value) << value;
+    }
 }
 
 TEST_F(LoginViewTest, theLinkLeadsBetweenTheDoorsAndTakesNoSecretAlong)
@@ -256,8 +332,9 @@ TEST_F(LoginViewTest, aSignInWhoseUserCannotBeReadIsNoSuccess)
 TEST_F(LoginViewTest, nothingIsTakenBackToTheFirstDoorButTheAddress)
 {
     const auto goBack = [&] {
+        EXPECT_EQ(view.password(), "") << "of no use any more";
         view.setCode("1");
-        view.backToSignIn();
+        view.goBack();
         EXPECT_EQ(view.face(), Face::Email);
         EXPECT_FALSE(view.isResent() || view.isAsked());
         EXPECT_EQ(view.qrCode() + view.secret() + view.password() + view.code(), "");
@@ -269,9 +346,13 @@ TEST_F(LoginViewTest, nothingIsTakenBackToTheFirstDoorButTheAddress)
     goBack();
     enter("ben@northlight.example", "reel-two");
     EXPECT_EQ(focused.back(), Field::code);
+    view.setCode("000000");
+    const auto places = focused.size();
     view.resendCode();
     wait(1s);
     EXPECT_TRUE(view.isResent());
+    EXPECT_EQ(view.code(), "");
+    EXPECT_EQ(focused.size(), places + 1) << "the link that had the keyboard is gone";
     goBack();
     view.forgotPassword();
     submit();
@@ -279,6 +360,26 @@ TEST_F(LoginViewTest, nothingIsTakenBackToTheFirstDoorButTheAddress)
     EXPECT_EQ(asked("POST").back(), "POST auth/forgot");
     goBack();
     EXPECT_EQ(view.email(), "ben@northlight.example");
+    view.goBack();
+    EXPECT_EQ(view.face(), Face::Email);
+    submit();
+    view.goBack();
+    EXPECT_EQ(view.face(), Face::Email) << "from the password";
+}
+
+TEST_F(LoginViewTest, aCodeMayBeWrittenInGroups)
+{
+    const std::tuple<const char*, const char*, const char*> cases[] = {
+        {"cleo@northlight.example", "reel-three", " 135-790\n"},
+        {"ben@northlight.example", "reel-two", "246\u2011810"}};
+    for (const auto& [email, password, code] : cases) {
+        enter(email, password);
+        view.setCode(code);
+        submit();
+        EXPECT_EQ(user(), email);
+        EXPECT_EQ(view.code() + view.password(), "");
+        world.run(session.signOut());
+    }
 }
 
 TEST_F(LoginViewTest, nothingElseIsDoneWhileAnActionRuns)
@@ -417,7 +518,7 @@ TEST_F(LoginViewTest, theOtherSiteIsAskedForItsOwnWaysIn)
     wait(5s);
     EXPECT_EQ(view.face(), Face::Email) << "the ways in of the site that was left";
     EXPECT_TRUE(view.isIdentityProviderShown());
-    EXPECT_FALSE(view.isConfigLate());
+    EXPECT_FALSE((view.waitText() != ""));
 }
 
 } // namespace
