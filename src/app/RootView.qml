@@ -64,7 +64,7 @@ FocusScope {
         color: Theme.surface
         height: remark.implicitHeight
         radius: remark.radius
-        visible: remark.visible
+        visible: root.model.remark !== ""
         width: Math.min(560, parent.width - 2 * Theme.spaceLarge)
         z: 2
 

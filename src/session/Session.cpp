@@ -131,6 +131,7 @@ Task<bool> Session::confirm()
         co_return false;
     m_isKnown = answer.value && answer.value->user.id == m_account->userId;
     if (asksToSignIn(answer.failure)) {
+        m_remark = QString(); // on a sign-in that is over
         setSignedOut(true);
     } else if (answer.value && !m_isKnown) { // another program has signed somebody else in
         take(*answer.value);

@@ -1,6 +1,7 @@
 #include "tests/app/Desktop.h"
 #include "tests/support/QtPrinting.h"
 
+#include <QDir>
 #include <QJsonArray>
 
 namespace palvera {
@@ -40,6 +41,18 @@ TEST_F(PickersTest, eachListIsNarrowedDownAsOneTypes)
         screen.choose(QAccessible::Button, "Clear the search");
         screen.click(QAccessible::ListItem, first);
     }
+}
+
+TEST_F(PickersTest, clientsThatAreOnTheirWayAreNotSaidToBeNoneNorASignInToBeKept)
+{
+    QDir(disk.path()).mkdir("cookies"); // where the file belongs
+    fail(Operation::orgs, {.kind = Fault::Kind::stallAfterBody});
+    openClients();
+    waitForText("Loading your clients…");
+    EXPECT_FALSE(screen.reads("No clients"));
+    screen.find(QAccessible::AlertMessage, "Signed in, but only for now: “cookies” cannot be written: Is a directory.");
+    screen.choose(QAccessible::Button, "Dismiss");
+    EXPECT_FALSE(screen.reads("only for now"));
 }
 
 TEST_F(PickersTest, aClientIsLeftForAnotherOrForTheSignIn)

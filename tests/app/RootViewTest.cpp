@@ -148,6 +148,10 @@ TEST_F(RootViewTest, theSignInScreenBeginsAfreshAlsoWhereAClientIsOpen)
     root.projects()->load();
     world.settle();
     EXPECT_EQ(root.login()->email() + root.login()->password(), "");
+    root.login()->setPassword("reel-one");
+    client.answer(200, R"({"user":{"id":"u1","email":"ada@northlight.example"}})");
+    world.run(session.refresh());
+    EXPECT_EQ(root.login()->password(), "") << "nor does it stay when the screen is left";
 }
 
 TEST_F(RootViewTest, comingBackToTheProgramRefreshesWhatIsOpen)

@@ -69,6 +69,9 @@ private:
     }
     void signInScreens()
     {
+        fail(Operation::config, {.kind = Fault::Kind::stallAfterBody});
+        begin();
+        take("sign-in-waiting", "Waiting for Palvera to answer…");
         begin();
         take("sign-in-email", "Work email");
         signIn("ada@northlight.example", "wrong");
@@ -98,6 +101,21 @@ private:
     }
     void pickers()
     {
+        finish();
+        QFile::remove(disk.filePath("cookies"));
+        QDir(disk.path()).mkdir("cookies"); // where the file belongs
+        begin();
+        openClients();
+        take("clients-not-kept", "Signed in, but only for now");
+        platform.expireSignIns();
+        screen.click(listItem, "Northlight Pictures");
+        take("sign-in-expired", "Your sign-in has expired. Sign in again.");
+        finish();
+        QDir(disk.path()).rmdir("cookies");
+        fail(Operation::orgs, {.kind = Fault::Kind::stallAfterBody});
+        begin();
+        openClients();
+        take("clients-loading", "Loading your clients…");
         begin();
         openClients();
         take("clients");

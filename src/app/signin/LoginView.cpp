@@ -207,9 +207,7 @@ void LoginView::backToSignIn()
 
 void LoginView::goBack()
 {
-    if (m_face == Face::Password)
-        changeEmail();
-    else if (m_face != Face::Login && m_face != Face::Email)
+    if (m_face != Face::Login && m_face != Face::Email)
         backToSignIn();
 }
 
@@ -372,7 +370,8 @@ void LoginView::followConfig()
 {
     const bool isDoorNew = std::exchange(m_waits, m_ways.isLoading());
     const bool isAtTheDoor = m_face == Face::Login || m_face == Face::Email;
-    if (m_ways.config() && isAtTheDoor && (isDoorNew || !isTouched()))
+    const bool isFirst = isDoorNew && !m_waits;
+    if (isAtTheDoor && (isFirst || (m_ways.config() && !isTouched())))
         setFace(firstDoor(), false);
     Q_EMIT configChanged();
 }

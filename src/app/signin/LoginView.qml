@@ -90,7 +90,6 @@ FocusScope {
                     Loader {
                         id: face
 
-                        enabled: !root.waits
                         focus: true
                         visible: !root.waits
                         width: parent.width

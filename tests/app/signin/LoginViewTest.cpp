@@ -216,6 +216,7 @@ TEST_F(LoginViewTest, theDoorIsAskedForAgainWhileNobodyTypesAndBeforeItsFirstReq
     view.setEmail("h");
     wait(10s);
     EXPECT_EQ(view.face(), Face::Login) << "its answer is not welcome any more";
+    EXPECT_FALSE(view.isIdentityProviderShown());
     network.conditions.latency = 1ms;
     fail(Operation::config, {.kind = Fault::Kind::status, .status = 503});
     view.setEmail("hana@kestrel.example");
@@ -236,6 +237,14 @@ TEST_F(LoginViewTest, anotherSiteBeginsAfreshButForTheAddress)
     wait(1s);
     EXPECT_EQ(view.face(), Face::Email);
     EXPECT_EQ(view.email(), "ben@northlight.example");
+    view.setEmail("b");
+    network.conditions.listening = false;
+    view.chooseSite(false);
+    wait(1s);
+    EXPECT_EQ(view.face(), Face::Login);
+    network.conditions.listening = true;
+    wait(3s);
+    EXPECT_EQ(view.face(), Face::Email) << "nothing was typed since";
 }
 
 TEST_F(LoginViewTest, onlyAnAddressOfTheEnvironmentTakesTheChoiceOfSiteAway)
