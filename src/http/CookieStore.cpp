@@ -84,7 +84,7 @@ void CookieStore::clear()
 {
     std::lock_guard guard(m_mutex);
     m_jar = std::make_shared<CookieJar>();
-    m_problem.clear();
+    setProblem({});
     if (m_file.isEmpty())
         return;
     auto lock = lockOf(m_file);
@@ -92,8 +92,8 @@ void CookieStore::clear()
     if (::unlink(path.constData()) == 0 || errno == ENOENT || ::truncate(path.constData(), 0) == 0) {
         m_common.clear();
     } else {
-        m_problem = QStringLiteral("The sign-in that was kept in %1 could not be removed.").arg(m_file);
         m_common = keptOf(read().split('\n')); // to be removed with the next change
+        setProblem(QStringLiteral("The sign-in that was kept in %1 could not be removed.").arg(m_file));
     }
     m_seen = fileIdentity();
 }
@@ -107,18 +107,26 @@ void CookieStore::save()
         if (++counts[line.left(line.indexOf('\t'))] > mostOfOneDomain)
             beyond.append(line);
     m_jar->remove(beyond);
-    if (!m_file.isEmpty() && keptOf(m_jar->all()) != m_common)
+    if (m_file.isEmpty())
+        return;
+    const auto all = m_jar->all();
+    const auto kept = keptOf(all);
+    if (kept != m_common)
         merge();
+    else if (kept.isEmpty() && !all.isEmpty())
+        setProblem(QStringLiteral("The platform's sign-in ends with the program."));
 }
 
 QString CookieStore::problem() const
 {
-    std::lock_guard guard(m_mutex);
-    if (!m_problem.isEmpty() || m_file.isEmpty())
-        return m_problem;
-    const auto all = m_jar->all();
-    return !all.isEmpty() && keptOf(all).isEmpty() ? QStringLiteral("The platform's sign-in ends with the program.")
-                                                   : QString();
+    std::lock_guard guard(m_problemMutex);
+    return m_problem;
+}
+
+void CookieStore::setProblem(const QString& problem)
+{
+    std::lock_guard guard(m_problemMutex);
+    m_problem = problem;
 }
 
 /// Brings jar and file together: what changed in the one since they agreed goes into the other. Where both changed,
@@ -128,7 +136,7 @@ void CookieStore::merge()
     const auto folder = QFileInfo(m_file).absolutePath();
     makePrivateFolder(folder);
     auto lock = lockOf(m_file);
-    m_problem.clear();
+    setProblem({});
     const auto common = byName(keptOf(m_common));
     const auto ours = byName(keptOf(m_jar->all()));
     const auto theirs = byName(keptOf(read().split('\n')));
@@ -152,11 +160,11 @@ void CookieStore::merge()
     try {
         if (merged != theirs) {
             writeFileAtomically(m_file, writeCookies(merged.values()), folder, FileAccess::ownerOnly);
-            m_problem.clear();
+            setProblem({});
         }
         m_common = keptOf(m_jar->all());
     } catch (const FileError& error) {
-        m_problem = error.text(); // in memory they serve this run, and the next save tries again
+        setProblem(error.text()); // in memory they serve this run, and the next save tries again
     }
     m_seen = fileIdentity();
 }
@@ -166,7 +174,7 @@ QByteArray CookieStore::read()
 {
     auto contents = readSmallFile(m_file, largestFile);
     if (!contents && QFileInfo::exists(m_file))
-        m_problem = QStringLiteral("The sign-in that is kept in %1 cannot be read.").arg(m_file);
+        setProblem(QStringLiteral("The sign-in that is kept in %1 cannot be read.").arg(m_file));
     return contents.value_or(QByteArray());
 }
 

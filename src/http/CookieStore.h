@@ -27,7 +27,8 @@ public:
     /// Takes care of what an answer has set in the jar: lets go of what a domain has beyond 64 cookies, and brings the
     /// file up to date. A jar from before a `clear` is nobody's concern.
     void save();
-    /// Why the file does not hold what the jar does, for the user; empty when it does.
+    /// Why the file does not hold what the jar does, as of the latest change, for the user; empty when it does. Does
+    /// not wait for the disk.
     QString problem() const;
 
 private:
@@ -37,13 +38,15 @@ private:
     Identity fileIdentity() const;
     void merge();
     QByteArray read();
+    void setProblem(const QString& problem);
 
     const QString m_file;
-    mutable std::mutex m_mutex; // guards what follows
+    std::mutex m_mutex; // guards what follows
     std::shared_ptr<CookieJar> m_jar = std::make_shared<CookieJar>();
     QByteArrayList m_common; // what jar and file agreed on last
     Identity m_seen{};       // of the file at that time
-    QString m_problem;
+    mutable std::mutex m_problemMutex;
+    QString m_problem; // guarded by m_problemMutex
 };
 
 } // namespace palvera
