@@ -1,6 +1,8 @@
 #include "app/Application.h"
 #include "async/Clock.h"
+#include "async/Failure.h"
 #include "async/MainThread.h"
+#include "async/Process.h"
 #include "controls/Fonts.h"
 #include "desktop/DesktopAppearance.h"
 #include "desktop/Notices.h"
@@ -16,7 +18,7 @@
 #include <QPalette>
 #include <QStandardPaths>
 
-#include <csignal>
+#include <iostream>
 
 namespace palvera {
 namespace {
@@ -74,6 +76,7 @@ int run()
     application.setDark(appearance.isDark());
     QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });
     instance.onMessage = [&](const QByteArray&) { application.raise(); };
+    const EndSignals signals(mainThread.executor(), [] { QGuiApplication::quit(); });
     if (!application.show())
         return 1;
     return QGuiApplication::exec();
@@ -85,9 +88,14 @@ int run()
 int main(int argc, char** argv)
 {
     palvera::useDesktopDialogs();
-    std::signal(SIGPIPE, SIG_IGN); // a peer that goes away is an error of that write
+    palvera::prepareProcess();
     QGuiApplication application(argc, argv);
     QGuiApplication::setApplicationName(QStringLiteral("Palvera"));
     QGuiApplication::setDesktopFileName(QStringLiteral("palvera"));
-    return palvera::run();
+    try {
+        return palvera::run();
+    } catch (...) { // no thread or no descriptor to begin with
+        std::cerr << palvera::describe(std::current_exception()).toStdString() << std::endl;
+        return 1;
+    }
 }

@@ -6,6 +6,7 @@
 #include <boost/system/system_error.hpp>
 
 #include <new>
+#include <system_error>
 
 namespace palvera {
 
@@ -20,6 +21,22 @@ bool isCancellation(const std::exception_ptr& failure)
     return error && error->code() == boost::asio::error::operation_aborted;
 }
 
+namespace {
+
+/// What the system refuses for want of something, in a sentence; else its own words.
+QString wordsFor(const std::error_code& code, const char* what)
+{
+    if (code == std::errc::resource_unavailable_try_again)
+        return QStringLiteral("The system gives the program no more threads.");
+    if (code == std::errc::too_many_files_open || code == std::errc::too_many_files_open_in_system)
+        return QStringLiteral("The system lets the program open no more files.");
+    if (code == std::errc::not_enough_memory)
+        return QStringLiteral("There is not enough memory.");
+    return visibleText(QString::fromUtf8(what), Lines::several);
+}
+
+} // namespace
+
 QString describe(const std::exception_ptr& failure)
 {
     QString text;
@@ -29,6 +46,10 @@ QString describe(const std::exception_ptr& failure)
         text = visibleText(known.text(), Lines::several).trimmed();
     } catch (const std::bad_alloc&) {
         text = QStringLiteral("There is not enough memory.");
+    } catch (const std::system_error& refusal) {
+        text = wordsFor(refusal.code(), refusal.what());
+    } catch (const boost::system::system_error& refusal) {
+        text = wordsFor(refusal.code(), refusal.what());
     } catch (const std::exception& other) {
         text = visibleText(QString::fromUtf8(other.what()), Lines::several);
     } catch (...) { // NOLINT(bugprone-empty-catch)

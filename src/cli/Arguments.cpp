@@ -1,6 +1,7 @@
 #include "cli/Arguments.h"
 
 #include "cli/DisplayText.h"
+#include "files/SourcePath.h"
 #include "text/VisibleText.h"
 
 #include <CLI/CLI.hpp>
@@ -17,7 +18,7 @@ constexpr auto notes = R"(Organisations, projects and deliverables are named by 
 An upload that is cut off keeps its place: "interrupted" lists it and "resume" goes on from there.
 
 Exit status: 0 done, 1 failed, 2 wrong usage, 3 not signed in, 4 the platform asks for confirmation,
-5 the platform cannot be reached, 130 interrupted.
+5 the platform cannot be reached, 6 the disk is full, 130 interrupted.
 The manual page palvera-cli(1) says more.)";
 
 /// The parser while it is put together, and where it leaves what it finds.
@@ -46,7 +47,7 @@ public:
     {
         std::vector<std::string> reversed; // as CLI11 wants them
         for (auto word = words.crbegin(); word != words.crend(); ++word)
-            reversed.push_back(marked(word->toStdString()));
+            reversed.push_back(marked(pathToBytes(*word).toStdString()));
         m_app.parse(std::move(reversed));
         for (const auto& [parser, make] : m_commands)
             if (parser->parsed())
@@ -85,7 +86,7 @@ private:
             word += '\0';
         return word;
     }
-    static QString text(const std::string& word) { return QString::fromUtf8(word.c_str()); }
+    static QString text(const std::string& word) { return pathFromBytes(word.c_str()); }
     static std::optional<QString> text(const std::optional<std::string>& word)
     {
         return word ? std::optional(text(*word)) : std::nullopt;

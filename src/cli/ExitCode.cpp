@@ -1,5 +1,6 @@
 #include "cli/ExitCode.h"
 
+#include "files/FileError.h"
 #include "http/TransportError.h"
 #include "service/APIError.h"
 #include "transfers/RetryRules.h"
@@ -20,15 +21,17 @@ ExitCode exitCodeFor(const std::exception_ptr& failure)
             return ExitCode::confirmationNeeded;
         return error->asksToSignIn() ? ExitCode::notSignedIn : ExitCode::failed;
     }
+    if (auto error = failureAs<FileError>(failure); error && error->isFull())
+        return ExitCode::diskFull;
     // Storage's failures come as an APIError, once all attempts at a part are used up.
     return failureAs<TransportError>(failure) ? ExitCode::unreachable : ExitCode::failed;
 }
 
 ExitCode worse(ExitCode a, ExitCode b)
 {
-    constexpr std::array byGravity{ExitCode::done,        ExitCode::confirmationNeeded, ExitCode::failed,
-                                   ExitCode::notSignedIn, ExitCode::unreachable,        ExitCode::usage,
-                                   ExitCode::interrupted};
+    constexpr std::array byGravity{ExitCode::done,     ExitCode::confirmationNeeded, ExitCode::failed,
+                                   ExitCode::diskFull, ExitCode::notSignedIn,        ExitCode::unreachable,
+                                   ExitCode::usage,    ExitCode::interrupted};
     auto gravity = [&](ExitCode code) { return std::find(byGravity.begin(), byGravity.end(), code); };
     return gravity(a) < gravity(b) ? b : a;
 }
@@ -40,6 +43,8 @@ QString adviceFor(ExitCode code)
         return QStringLiteral("Sign in with: palvera-cli sign-in --email E");
     case ExitCode::unreachable:
         return QStringLiteral("Check the connection, and the site with: palvera-cli site");
+    case ExitCode::diskFull:
+        return QStringLiteral("Make room and give the same command again: it goes on with what has arrived.");
     case ExitCode::done:
     case ExitCode::failed:
     case ExitCode::usage:

@@ -14,6 +14,7 @@ enum class ExitCode {
     notSignedIn = 3,
     confirmationNeeded = 4, ///< the platform asks about a delivery before it takes it
     unreachable = 5,        ///< the platform, not storage
+    diskFull = 6,
     interrupted = 130,
 };
 

@@ -1,14 +1,12 @@
 #include "cli/Program.h"
 
+#include "async/Process.h"
 #include "async/TaskGroup.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/post.hpp>
-#include <boost/asio/signal_set.hpp>
 
 #include <QCoreApplication>
-
-#include <csignal>
 
 namespace palvera::cli {
 
@@ -53,13 +51,7 @@ Transfers::Environment Program::environment()
 
 ExitCode Program::run()
 {
-    asio::signal_set signals(m_bench.mainThread, SIGINT, SIGTERM);
-    signals.async_wait([this, &signals](boost::system::error_code failure, int) {
-        if (failure)
-            return;
-        signals.clear(); // the next one ends the process: journals hold all that is worth keeping
-        m_bench.stop->stop();
-    });
+    const EndSignals signals(m_bench.mainThread, [this] { m_bench.stop->stop(); });
     m_output.remark(m_connections.api.serviceProblem());
     if (m_connections.api.isServiceExposed())
         m_output.remark(QStringLiteral("The service address that PV_API names is not encrypted: others on the way can "

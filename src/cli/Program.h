@@ -17,7 +17,8 @@ public:
     Program(Invocation invocation, Output& output);
 
     /// Carries the command out in the application's event loop, reports a failure and returns the program's exit code.
-    /// The first SIGINT or SIGTERM stops the command, which ends as interrupted; a second one ends the process.
+    /// The first SIGINT, SIGTERM or SIGHUP stops the command, which ends as interrupted; a second one ends the process:
+    /// journals hold all that is worth keeping.
     ExitCode run();
 
 private:

@@ -1,19 +1,11 @@
 #include "cli/Commands.h"
 #include "cli/UploadErrand.h"
+#include "files/SourcePath.h"
 #include "transfers/Transfers.h"
-
-#include <QDir>
-#include <QFileInfo>
 
 namespace palvera::cli {
 
 namespace {
-
-/// As journals keep it: the same file by whatever way it was named.
-QString wholePath(const QString& file)
-{
-    return QDir::cleanPath(QFileInfo(file).absoluteFilePath());
-}
 
 Task<std::optional<QUuid>> beginFiling(Transfers& transfers, DeliverableUpload upload)
 {
@@ -28,7 +20,7 @@ Task<std::optional<QUuid>> beginAdding(Transfers& transfers, BinUploads upload)
 
 std::unique_ptr<Errand> filing(const UploadFile& command, const JournalStore& journals)
 {
-    DeliverableUpload upload{.file = wholePath(command.file),
+    DeliverableUpload upload{.file = absolutePath(command.file),
                              .orgId = command.org,
                              .projectId = command.project,
                              .deliverable = {.id = command.deliverable},
@@ -45,7 +37,7 @@ std::unique_ptr<Errand> filing(const UploadFile& command, const JournalStore& jo
 
 std::unique_ptr<Errand> adding(const QString& file, const UploadToBin& command, const JournalStore& journals)
 {
-    BinUploads upload{.files = {wholePath(file)}, .orgId = command.org, .folder = binFolder(command.folder)};
+    BinUploads upload{.files = {absolutePath(file)}, .orgId = command.org, .folder = binFolder(command.folder)};
     return std::make_unique<UploadErrand>(
         UploadErrand::Upload{.journalKey = binJournalKey(command.org, upload.folder, upload.files.first()),
                              .file = upload.files.first(),

@@ -3,6 +3,7 @@
 #include "cli/DisplayText.h"
 #include "cli/Listing.h"
 #include "files/Quantities.h"
+#include "files/SourcePath.h"
 #include "transfer/UploadFailures.h"
 
 #include <QFileInfo>
@@ -15,15 +16,15 @@ UploadErrand::UploadErrand(Upload upload, const JournalStore& journals)
 
 QString UploadErrand::beginning() const
 {
-    QFileInfo file(m_upload.file);
+    const auto size = statusOf(m_upload.file).value_or(PathStatus{}).size;
     return QStringLiteral("Sending “%1”, %2, to %3")
-        .arg(file.fileName(), byteCountText(file.size()), placeText(m_upload.target));
+        .arg(QFileInfo(m_upload.file).fileName(), byteCountText(size), placeText(m_upload.target));
 }
 
 /// Looks first at what no retry would change.
 Task<std::optional<QUuid>> UploadErrand::begin(Transfers& transfers)
 {
-    if (!m_upload.wasThere && !QFileInfo::exists(m_upload.file))
+    if (!m_upload.wasThere && !statusOf(m_upload.file))
         throw CannotSend(QStringLiteral("There is no file “%1”.").arg(m_upload.file));
     if (auto objection = objectionToSource(m_upload.file); !objection.isEmpty())
         throw CannotSend(objection);

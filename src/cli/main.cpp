@@ -1,9 +1,10 @@
+#include "async/Process.h"
 #include "cli/Program.h"
+#include "files/SourcePath.h"
 
 #include <QCoreApplication>
 
 #include <clocale>
-#include <csignal>
 #include <cstring>
 
 #include <langinfo.h>
@@ -31,11 +32,11 @@ int answer(const TextAnswer& answer, StandardStream& out, StandardStream& error)
 int main(int argc, char** argv)
 {
     useUtf8();
-    std::signal(SIGPIPE, SIG_IGN); // a peer or a reader that goes away is an error of that write
+    palvera::prepareProcess();
     QCoreApplication application(argc, argv);
     QStringList words;
     for (int word = 1; word < argc; ++word)
-        words.append(QString::fromUtf8(argv[word]));
+        words.append(palvera::pathFromBytes(argv[word]));
 
     StandardStream out(StandardStream::Number::output), error(StandardStream::Number::error);
     auto asked = readArguments(words, QStringLiteral(PALVERA_VERSION));
@@ -52,7 +53,7 @@ int main(int argc, char** argv)
     if (code == ExitCode::done && out.hasFailed()) {
         output.remark(QStringLiteral("palvera-cli: The output could not be written: ") +
                       QString::fromLocal8Bit(std::strerror(out.failure())));
-        code = ExitCode::failed;
+        code = out.failure() == ENOSPC ? ExitCode::diskFull : ExitCode::failed;
     }
     return int(code);
 }

@@ -1,9 +1,12 @@
 #include "files/Bookmark.h"
 
+#include "files/SourcePath.h"
+
 #include <QDataStream>
-#include <QDir>
 #include <QFileInfo>
 #include <QIODevice>
+
+#include <filesystem>
 
 namespace palvera::bookmark {
 
@@ -15,9 +18,10 @@ constexpr quint32 earlierMagic = 0x50564231; // "PVB1"
 
 std::optional<QString> siblingWith(const SourceIdentity& identity, const QString& path)
 {
-    const QDir folder = QFileInfo(path).dir();
-    for (const QString& name : folder.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot)) {
-        const QString candidate = folder.filePath(name);
+    const auto folder = pathToBytes(QFileInfo(path).path()).toStdString();
+    std::error_code failure;
+    for (std::filesystem::directory_iterator each(folder, failure), end; each != end; each.increment(failure)) {
+        const QString candidate = pathFromBytes(QByteArray::fromStdString(each->path().native()));
         if (auto other = identityOf(candidate); other && other->isSameFileAs(identity))
             return candidate;
     }
@@ -37,7 +41,7 @@ QByteArray make(const QString& path, const SourceIdentity& identity)
     QByteArray bytes;
     QDataStream out(&bytes, QIODevice::WriteOnly);
     out.setVersion(QDataStream::Qt_6_4);
-    out << magic << QFileInfo(path).absoluteFilePath() << identity.handle << identity.size << identity.changed;
+    out << magic << absolutePath(path) << identity.handle << identity.size << identity.changed;
     return bytes;
 }
 

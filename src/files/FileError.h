@@ -2,12 +2,21 @@
 
 #include "async/Failure.h"
 
+#include <cerrno>
+
 namespace palvera {
 
 /// The file system refused.
 class FileError : public Failure {
 public:
-    using Failure::Failure;
+    /// `code` is an errno, or 0.
+    explicit FileError(const QString& text, int code = 0) : Failure(text), m_code(code) {}
+
+    /// Whether what there is to write on is full.
+    bool isFull() const { return m_code == ENOSPC || m_code == EDQUOT; }
+
+private:
+    int m_code;
 };
 
 /// Throws a FileError for the file at `path`: its name, what could not be done ("cannot be read") and the reason that

@@ -1,8 +1,7 @@
 #include "files/SourceFile.h"
 
 #include "files/FileError.h"
-
-#include <QFile>
+#include "files/SourcePath.h"
 
 #include <cerrno>
 
@@ -15,7 +14,7 @@ namespace palvera {
 SourceFile SourceFile::open(const QString& path)
 {
     // Without O_NONBLOCK, opening a pipe would wait for somebody to write into it.
-    FileDescriptor file(::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    FileDescriptor file(::open(pathToBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.number() < 0)
         throwFileError(path, QStringLiteral("cannot be opened"), errno);
     struct stat status{};

@@ -1,8 +1,7 @@
 #include "files/SourceIdentity.h"
 
 #include "files/FileDescriptor.h"
-
-#include <QFile>
+#include "files/SourcePath.h"
 
 #include <algorithm>
 #include <array>
@@ -46,7 +45,7 @@ QByteArray handleOf(const FileDescriptor& file)
 std::optional<SourceIdentity> identityOf(const QString& path)
 {
     // Only a name for it: nothing is read, no pipe waits and no permission on the file itself is asked for.
-    const FileDescriptor file(::open(QFile::encodeName(path).constData(), O_PATH | O_CLOEXEC));
+    const FileDescriptor file(::open(pathToBytes(path).constData(), O_PATH | O_CLOEXEC));
     if (file.number() < 0)
         return {};
     return identityOf(file);

@@ -1,5 +1,6 @@
 #include "transfer/Journal.h"
 
+#include "files/SourcePath.h"
 #include "service/JsonReader.h"
 
 #include <QJsonDocument>
@@ -162,7 +163,8 @@ QString journalFileName(const QString& key)
 QString binJournalKey(const QString& orgId, const std::optional<QString>& folder, const QString& path)
 {
     quint64 hash = 0xcbf29ce484222325;
-    QByteArray text = (orgId + QLatin1Char('|') + folder.value_or(QString()) + QLatin1Char('|') + path).toUtf8();
+    const QByteArray text =
+        (orgId + QLatin1Char('|') + folder.value_or(QString()) + QLatin1Char('|')).toUtf8() + pathToBytes(path);
     for (char byte : text)
         hash = (hash ^ uchar(byte)) * 0x100000001b3;
     return QStringLiteral("bin-") + QString::number(hash, 16);

@@ -1,5 +1,7 @@
 #include "transfer/UploadFailures.h"
 
+#include "files/SourcePath.h"
+
 #include <QFileInfo>
 
 namespace palvera {
@@ -10,14 +12,15 @@ SourceChanged::SourceChanged()
 
 QString objectionToSource(const QString& path)
 {
-    QFileInfo file(path);
-    if (!file.exists())
-        return QStringLiteral("“%1” is no longer in %2.").arg(file.fileName(), file.absolutePath());
-    if (file.isDir())
+    const auto there = statusOf(path);
+    const QFileInfo named(path);
+    if (!there)
+        return QStringLiteral("“%1” is no longer in %2.").arg(named.fileName(), named.absolutePath());
+    if (there->isFolder)
         return QStringLiteral("“%1” is a folder. Only files can be sent.").arg(path);
-    if (!file.isFile())
+    if (!there->isOrdinary)
         return QStringLiteral("“%1” is not an ordinary file.").arg(path);
-    return file.size() > 0 ? QString() : QStringLiteral("That file is empty.");
+    return there->size > 0 ? QString() : QStringLiteral("That file is empty.");
 }
 
 } // namespace palvera

@@ -5,6 +5,7 @@
 #include "files/Bookmark.h"
 #include "files/FileError.h"
 #include "files/FileTypes.h"
+#include "files/SourcePath.h"
 #include "service/APIError.h"
 #include "transfer/Completion.h"
 #include "transfer/PartBody.h"
@@ -173,6 +174,7 @@ Task<void> UploadRun::startAfresh()
     if (filename != QFileInfo(m_request.file).fileName()) // nothing is sent under a name that nobody gave
         throw CannotSend(QStringLiteral("“%1” has another name by now, “%2”, and must be sent anew.")
                              .arg(QFileInfo(m_request.file).fileName(), filename));
+    filename = readableName(filename);
     QString contentType = mimeTypeForName(filename);
     Started started;
     if (const auto* bin = target.asBin()) {

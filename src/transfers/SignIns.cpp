@@ -5,6 +5,15 @@
 
 namespace palvera {
 
+namespace {
+
+Task<void> keep(Task<bool> operation, bool& result)
+{
+    result = co_await std::move(operation);
+}
+
+} // namespace
+
 Task<bool> SignInWait::mayGoOnAfter(std::exception_ptr failure, QPointer<Transfers> model, QUuid id,
                                     std::shared_ptr<CancelFlag> flag)
 {
@@ -13,8 +22,7 @@ Task<bool> SignInWait::mayGoOnAfter(std::exception_ptr failure, QPointer<Transfe
     if (model && !flag->isStopped())
         model->setState(id, Item::Waiting{.why = QStringLiteral("Waiting for you to sign in")});
     bool isRenewed = false;
-    auto wait = [&]() -> Task<void> { isRenewed = co_await m_signIns.until(*m_account); };
-    co_await runUntilStopped(flag, wait());
+    co_await runUntilStopped(flag, keep(m_signIns.until(*m_account), isRenewed));
     if (!model)
         throwCancelled();
     // The refusal may be to a question that was asked before the user signed in; a second one is none of that.

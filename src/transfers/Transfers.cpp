@@ -3,6 +3,7 @@
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
 #include "desktop/SleepInhibitor.h"
+#include "files/SourcePath.h"
 #include "transfer/DownloadPlace.h"
 #include "transfer/UploadFailures.h"
 #include "transfers/DownloadTask.h"
@@ -95,8 +96,8 @@ Task<BinUploadsBegun> Transfers::addBinUploads(BinUploads uploads)
     QStringList files;
     co_await callOn(m_environment.background, [&] {
         for (const auto& file : uploads.files) {
-            if (QFileInfo info(file); info.isDir())
-                begun.folders.append(info.fileName());
+            if (statusOf(file).value_or(PathStatus{}).isFolder)
+                begun.folders.append(QFileInfo(file).fileName());
             else if (auto objection = objectionToSource(file); !objection.isEmpty())
                 begun.objections.append(objection);
             else

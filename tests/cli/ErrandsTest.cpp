@@ -7,6 +7,7 @@
 #include "transfers/TransfersHarness.h"
 
 #include "async/TaskGroup.h"
+#include "files/FileError.h"
 #include "http/TransportError.h"
 
 #include <QJsonDocument>
@@ -183,6 +184,9 @@ TEST(ExitCode, tellsFailuresApart)
         {platformSays(409, "delivery_doubt"), ExitCode::confirmationNeeded},
         {std::make_exception_ptr(TransportError(TransportError::Kind::connect, "no")), ExitCode::unreachable},
         {std::make_exception_ptr(std::runtime_error("no")), ExitCode::failed},
+        {std::make_exception_ptr(FileError("no", EACCES)), ExitCode::failed},
+        {std::make_exception_ptr(FileError("no", ENOSPC)), ExitCode::diskFull},
+        {std::make_exception_ptr(FileError("no", EDQUOT)), ExitCode::diskFull},
     };
     for (const auto& [failure, code] : cases)
         EXPECT_EQ(exitCodeFor(failure), code) << describe(failure).toStdString();
@@ -190,8 +194,9 @@ TEST(ExitCode, tellsFailuresApart)
 
 TEST(ExitCode, ofSeveralFilesIsTheWorst)
 {
-    const ExitCode byGravity[] = {ExitCode::done,        ExitCode::confirmationNeeded, ExitCode::failed,
-                                  ExitCode::notSignedIn, ExitCode::unreachable,        ExitCode::interrupted};
+    const ExitCode byGravity[] = {ExitCode::done,       ExitCode::confirmationNeeded, ExitCode::failed,
+                                  ExitCode::diskFull,   ExitCode::notSignedIn,        ExitCode::unreachable,
+                                  ExitCode::interrupted};
     for (std::size_t one = 1; one < std::size(byGravity); ++one) {
         EXPECT_EQ(worse(byGravity[one - 1], byGravity[one]), byGravity[one]);
         EXPECT_EQ(worse(byGravity[one], byGravity[one - 1]), byGravity[one]);

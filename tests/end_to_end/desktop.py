@@ -106,7 +106,8 @@ def signed_in_again_in_the_middle_of_an_upload_and_by_another_program():
             desktop.activate(desktop.BUTTON, "Projects")
             desktop.activate("list item", "Assets")
             desktop.find("heading", "Assets")
-            desktop.quit()
+            desktop.process.terminate()  # as the end of a session does
+            assert desktop.process.wait(support.PATIENCE) == 0
             assert desktop.errors.read_text() == "", desktop.errors.read_text()
 
 

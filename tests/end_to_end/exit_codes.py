@@ -1,16 +1,18 @@
 #!/usr/bin/env python3
 """What the program ends with, what it says to people and to programs, and that an interruption loses nothing."""
 import os
+import resource
 import select
 import signal
 import subprocess
 
 import support
-from support import (CONFIRM, DONE, FAILED, INTERRUPTED, NOT_SIGNED_IN, ORG, PROJECT, UNREACHABLE, USAGE, Client,
+from support import (CONFIRM, DISK_FULL, DONE, FAILED, INTERRUPTED, NOT_SIGNED_IN, ORG, PROJECT, UNREACHABLE, USAGE, Client,
                      Platform, Workspace, expect, signed_in, wait_until)
 
 PART, PARTS = 100_000, 100  # ten seconds' work for eight lanes while storage is slow
 SLOW = {"operation": "put", "times": 0, "latencyMs": 800}
+NOT_STARTED = 127  # by the system's loader
 NOWHERE = "http://127.0.0.1:9/api"  # the port of "discard", where nobody listens
 
 
@@ -79,7 +81,7 @@ def interrupt_an_upload(platform, client, number, row, file, *options):
 
 def an_interruption_ends_with_130_and_loses_nothing():
     with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
-        for row, number in (("salt-row-1", signal.SIGINT), ("salt row 2 of many", signal.SIGTERM)):
+        for row, number in (("salt-row-1", signal.SIGINT), ("salt row 2 of many", signal.SIGHUP)):
             file = workspace.make_file(f"Reel {number}.mov", PARTS * PART)
             result = interrupt_an_upload(platform, client, number, row, file)
             assert result.records()[-1] == {"event": "interrupted", "key": row}, result
@@ -178,8 +180,38 @@ def a_reader_that_leaves_or_a_full_disk_is_no_crash():
         os.close(writing)
         assert expect(DONE, client.finish(process)).error == ""
         with open("/dev/full", "w") as full:
-            result = expect(FAILED, client.finish(client.start("assets", ORG, stdout=full)))
+            result = expect(DISK_FULL, client.finish(client.start("assets", ORG, stdout=full)))
             assert "No space left on device" in result.error, result
+
+
+def limited(which, limit):
+    return {"preexec_fn": lambda: resource.setrlimit(which, (limit, limit))}
+
+
+def what_the_system_denies_ends_with_a_sentence():
+    with signed_in() as (workspace, platform, client):
+        # Of memory, the programs with a sanitizer in them need far more.
+        memory = [] if support.is_sanitized() else [(resource.RLIMIT_AS, each << 20) for each in range(60, 400, 40)]
+        for which, limit in [*((resource.RLIMIT_NOFILE, each) for each in range(4, 40, 3)), *memory]:
+            result = client.finish(client.start("orgs", **limited(which, limit)))
+            assert result.code in (DONE, FAILED, UNREACHABLE, NOT_STARTED), (limit, result)
+            assert result.code == DONE or result.error.strip(), (limit, result)
+        file = workspace.make_file("Reel.mov", 1000)
+        result = client.finish(client.start("upload", ORG, PROJECT, "salt-row-1", file,
+                                            **limited(resource.RLIMIT_FSIZE, 0)))
+        assert "File too large" in expect(DONE, result).error, "that no journal can be kept"
+
+
+def who_was_told_to_ignore_the_end_of_the_terminal_does():
+    with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
+        file = workspace.make_file("Reel.mov", 10 * PART)
+        process = client.start("upload", ORG, PROJECT, "salt-row-1", file,
+                               preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        wait_until(lambda: client.recorded_parts("salt-row-1"), "recorded parts")
+        soft, hard = resource.prlimit(process.pid, resource.RLIMIT_NOFILE)
+        assert soft == min(hard, 65_536), (soft, hard)
+        process.send_signal(signal.SIGHUP)
+        expect(DONE, client.finish(process))
 
 
 support.main()

@@ -22,7 +22,7 @@ PLATFORM = os.environ["PALVERA_LOCAL_PLATFORM"]
 EMAIL, PASSWORD = "hana@kestrel.example", "open-sesame"
 ORG, PROJECT = "org-northlight", "salt"
 
-DONE, FAILED, USAGE, NOT_SIGNED_IN, CONFIRM, UNREACHABLE, INTERRUPTED = 0, 1, 2, 3, 4, 5, 130
+DONE, FAILED, USAGE, NOT_SIGNED_IN, CONFIRM, UNREACHABLE, DISK_FULL, INTERRUPTED = 0, 1, 2, 3, 4, 5, 6, 130
 
 # A command that takes longer has hung. Sanitizers and two busy cores are slow.
 PATIENCE = 120
@@ -200,6 +200,10 @@ def signed_in(*options, rules=()):
     """A folder, a platform and a client with which somebody has signed in there."""
     with Workspace() as workspace, Platform(workspace, *options, rules=rules) as platform:
         yield workspace, platform, Client(workspace, platform.address).sign_in()
+
+
+def is_sanitized():
+    return any(name in pathlib.Path(CLI).read_bytes() for name in (b"__asan_init", b"__tsan_init"))
 
 
 def digest(path):

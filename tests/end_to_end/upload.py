@@ -2,6 +2,7 @@
 """A file goes up and is filed, whatever it is called and though the platform goes away on the way; a whole delivery
 goes into the bin and comes down again.
 """
+import os
 import time
 
 import support
@@ -28,6 +29,28 @@ def files_with_odd_names_are_filed_as_they_are():
             assert spec["assetFilename"] == name and spec["assetBytes"] == str(size), spec
             assert len(upload["parts"]) == -(-size // PART) and all(
                 part["times"] == 1 for part in upload["parts"].values()), upload
+
+
+def a_name_that_is_no_utf8_is_sent_and_found_again():
+    row, part = "salt-row-1", 100_000
+    slow = {"operation": "put", "times": 0, "latencyMs": 400}
+    with signed_in("--part-size", str(part), rules=[slow]) as (workspace, platform, client):
+        file = workspace.make_file(os.fsdecode(b"Reel \xff\xe4\xf6.mov"), 60 * part)
+        for path in file, workspace.path / os.fsdecode(b"Reel \xff.mov"):  # renamed meanwhile
+            if not path.exists():
+                file.rename(path)
+            process = client.start("resume" if client.journal(row) else "upload", *(
+                [row] if client.journal(row) else [ORG, PROJECT, row, path]))
+            before = platform.stored_parts(row)
+            wait_until(lambda: platform.stored_parts(row) > before + 8, "parts")
+            process.kill()
+            process.wait()
+        platform.break_with()
+        result = expect(DONE, client.run("resume", row))
+        assert "Reel \ufffd.mov" in result.out, result
+        [sent] = platform.uploads(row)
+        assert sent["filed"] and sent["filename"] == "Reel \ufffd\ufffd\ufffd.mov", sent
+        assert digest(sent["path"]) == digest(path)
 
 
 def away_for_a_moment_the_upload_waits_and_goes_on():

@@ -1,5 +1,7 @@
 #include "screens/Wording.h"
 
+#include "files/SourcePath.h"
+#include "screens/LocalPath.h"
 #include "tests/support/QtPrinting.h"
 
 #include <gmock/gmock.h>
@@ -33,6 +35,18 @@ TEST(WordingTest, whatIsWrittenForAMachineIsReadByPeople)
     };
     for (const auto& [words, code, text] : cases)
         EXPECT_EQ(words(code), text) << code.toStdString();
+}
+
+TEST(LocalPath, isOfThisComputerAndByteForByte)
+{
+    const std::pair<QByteArray, QByteArray> cases[] = {
+        {"file:///films/M%C3%A4ster%20%231%2525.mov", "/films/Mäster #1%25.mov"},
+        {"file:///films/Reel%FF%20a%E4.mov", "/films/Reel\xff a\xe4.mov"},
+        {"file://" + QSysInfo::machineHostName().toUtf8() + "/a.mov", "/a.mov"},
+        {"file://elsewhere.example/a.mov", ""},
+        {"https://films.example/a.mov", ""}};
+    for (const auto& [address, path] : cases)
+        EXPECT_EQ(pathToBytes(localPath(QUrl::fromEncoded(address))), path) << address.constData();
 }
 
 } // namespace

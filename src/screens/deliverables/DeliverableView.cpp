@@ -2,6 +2,7 @@
 
 #include "async/RunOn.h"
 #include "files/Quantities.h"
+#include "files/SourcePath.h"
 #include "screens/LocalPath.h"
 #include "screens/TransferTexts.h"
 #include "screens/Wording.h"
@@ -28,8 +29,8 @@ struct Inspection {
 /// Blocks on the disk.
 Inspection inspect(const QString& path)
 {
-    QFileInfo info(path);
-    return {.objection = objectionToSource(path), .isFolder = info.isDir(), .bytes = info.size()};
+    const auto there = statusOf(path).value_or(PathStatus{});
+    return {.objection = objectionToSource(path), .isFolder = there.isFolder, .bytes = there.size};
 }
 
 } // namespace
