@@ -22,7 +22,7 @@ void OrgPickerView::showRows()
 {
     QList<OrgRow> wanted;
     for (const auto& org : m_session.orgs())
-        wanted.append({.key = org.id, .name = visibleText(org.name)});
+        wanted.append({.key = org.id, .name = visibleName(org.name, org.id)});
     setRows(wanted);
 }
 

@@ -26,7 +26,7 @@ QList<ProjectRow> projectRows(const QList<Project>& projects, const QString& sea
     for (const auto& project : projects)
         if (query.isEmpty() || matches(project, query))
             rows.append({.key = project.id,
-                         .title = visibleText(project.name),
+                         .title = visibleName(project.name, project.id),
                          .subtitle = visibleText(project.reference.value_or(QString())),
                          .symbol = QStringLiteral("folder.fill")});
     return rows;

@@ -37,7 +37,7 @@ public:
 
     /// Nothing where the row is no project.
     std::optional<Project> projectAt(int row) const;
-    QString orgName() const { return visibleText(m_org.name); }
+    QString orgName() const { return visibleName(m_org.name, m_org.id); }
     bool isLoading() const { return m_loading; }
     /// Why the last load failed, for the user; empty when it did not.
     QString error() const { return m_failure ? describe(m_failure) : QString(); }

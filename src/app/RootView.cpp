@@ -58,7 +58,7 @@ RootView::RootView(Environment environment, QObject* parent)
 QString RootView::windowTitle() const
 {
     const auto& org = m_session.org();
-    QStringList parts{m_transfers.overallText(), org && m_session.me() ? visibleText(org->name) : QString(),
+    QStringList parts{m_transfers.overallText(), org && m_session.me() ? visibleName(org->name, org->id) : QString(),
                       tr("Palvera")};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" – "));

@@ -45,6 +45,17 @@ QString spaces(int count)
     return QString(std::max(count, 0), u' ');
 }
 
+QString shellWord(const QString& word)
+{
+    constexpr QStringView plain = u"@%+=:,./-_";
+    bool isPlain = !word.isEmpty() && std::all_of(word.begin(), word.end(), [&](QChar character) {
+        return character.isLetterOrNumber() || plain.contains(character);
+    });
+    if (isPlain)
+        return word;
+    return u'\'' + QString(word).replace(u'\'', QStringLiteral("'\\''")) + u'\'';
+}
+
 } // namespace
 
 int cellsOf(QStringView text)
@@ -79,15 +90,15 @@ QString paddedBefore(const QString& text, int cells)
     return spaces(cells - cellsOf(text)) + text;
 }
 
-QString shellWord(const QString& word)
+QString shellWords(const QStringList& words)
 {
-    constexpr QStringView plain = u"@%+=:,./-_";
-    bool isPlain = !word.isEmpty() && std::all_of(word.begin(), word.end(), [&](QChar character) {
-        return character.isLetterOrNumber() || plain.contains(character);
-    });
-    if (isPlain)
-        return word;
-    return u'\'' + QString(word).replace(u'\'', QStringLiteral("'\\''")) + u'\'';
+    QStringList quoted;
+    for (const auto& word : words) {
+        if (word.startsWith(u'-') && !quoted.startsWith(QStringLiteral("--")))
+            quoted.prepend(QStringLiteral("--"));
+        quoted.append(shellWord(word));
+    }
+    return quoted.join(u' ');
 }
 
 } // namespace palvera::cli

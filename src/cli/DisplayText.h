@@ -18,7 +18,8 @@ QString shortened(const QString& text, int cells);
 QString padded(const QString& text, int cells);
 QString paddedBefore(const QString& text, int cells);
 
-/// `word` as a POSIX shell must be given it to take it as one word.
-QString shellWord(const QString& word);
+/// `words` as a POSIX shell must be given them, behind the options of a command, to take each as one word and none as
+/// an option.
+QString shellWords(const QStringList& words);
 
 } // namespace palvera::cli

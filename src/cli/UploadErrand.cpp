@@ -51,10 +51,8 @@ QString UploadErrand::confirmingCommand() const
     const auto* row = m_upload.target.asDeliverable();
     if (!row)
         return {};
-    QStringList words{QStringLiteral("palvera-cli"), QStringLiteral("upload")};
-    for (const auto& word : {row->orgId, row->projectId, row->deliverableId, m_upload.file})
-        words.append(shellWord(word));
-    return words.join(u' ') + QStringLiteral(" --confirmed");
+    return QStringLiteral("palvera-cli upload --confirmed ") +
+           shellWords({row->orgId, row->projectId, row->deliverableId, m_upload.file});
 }
 
 QString UploadErrand::howToGoOn(const Item&) const
@@ -63,7 +61,7 @@ QString UploadErrand::howToGoOn(const Item&) const
     bool isOfThisFile = journal && (m_upload.wasThere || journal->filePath == m_upload.file);
     if (!isOfThisFile || m_journals.isRunning(m_upload.journalKey))
         return {};
-    return QStringLiteral("What has arrived is kept. Go on with: palvera-cli resume ") + shellWord(key());
+    return QStringLiteral("What has arrived is kept. Go on with: palvera-cli resume ") + shellWords({key()});
 }
 
 } // namespace palvera::cli

@@ -30,6 +30,15 @@ void DataImage::setAddress(const QString& address)
     });
 }
 
+namespace {
+
+bool isWithinLimits(QSize size)
+{
+    return !size.isEmpty() && size.width() <= DataImage::longestSide && size.height() <= DataImage::longestSide;
+}
+
+} // namespace
+
 QImage DataImage::decode(const QString& address)
 {
     const auto comma = address.indexOf(u',');
@@ -44,10 +53,10 @@ QImage DataImage::decode(const QString& address)
     QBuffer buffer(&bytes);
     QImageReader reader(&buffer, format);
     reader.setAutoDetectImageFormat(false); // only what these few decoders read
-    const auto size = reader.size();
-    if (!size.isValid() || size.width() > longestSide || size.height() > longestSide)
+    if (!isWithinLimits(reader.size()))
         return {};
-    return reader.read();
+    const auto image = reader.read();
+    return isWithinLimits(image.size()) ? image : QImage(); // a GIF may hold a picture larger than it says
 }
 
 void DataImage::take(const QString& address, const QImage& image)

@@ -147,7 +147,7 @@ Task<void> API::post(QString path, std::optional<QJsonObject> body)
     return runOn(m_strand, postHere(std::move(path), std::move(body)));
 }
 
-Task<void> API::signOut()
+Task<bool> API::signOut()
 {
     return runOn(m_strand, signOutHere());
 }
@@ -177,13 +177,14 @@ Task<void> API::postHere(QString path, std::optional<QJsonObject> body)
     co_await sendHere(std::move(path), "POST", std::move(body));
 }
 
-Task<void> API::signOutHere()
+Task<bool> API::signOutHere()
 {
     auto request = makeRequest(makeURL(QStringLiteral("auth/logout")), "POST", {});
     request.idleTimeout = request.totalTimeout = logoutPatience;
     auto telling = m_client.send(std::move(request)); // with the cookies as they still are
     m_clearCookies();
-    co_await outcomeOf(std::move(telling));
+    const auto told = co_await outcomeOf(std::move(telling));
+    co_return told.value&& told.value->isSuccess();
 }
 
 } // namespace palvera

@@ -80,8 +80,8 @@ public:
     Task<void> post(QString path, std::optional<QJsonObject> body = {});
 
     /// Signs out: every cookie of every host is forgotten at once, and the platform, which is told, gets five seconds
-    /// to answer. A sign-in that is made meanwhile stays. Never fails.
-    Task<void> signOut();
+    /// to answer. A sign-in that is made meanwhile stays. Gives whether it has answered well. Never fails.
+    Task<bool> signOut();
 
 private:
     /// What a client and those that were pinned have in common.
@@ -109,7 +109,7 @@ private:
     }
     static DecodingError inWords(const DecodingError& error);
     Task<void> postHere(QString path, std::optional<QJsonObject> body);
-    Task<void> signOutHere();
+    Task<bool> signOutHere();
 
     HttpClient& m_client;
     const Executor m_strand;

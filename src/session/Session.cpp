@@ -227,9 +227,13 @@ Task<void> Session::signOut()
     forgetOrgs();
     succeed();
     m_remark = QString();
-    co_await m_environment.api.signOut();
-    if (auto problem = m_environment.api.signInProblem(); !problem.isEmpty() && !m_account)
+    const bool isTold = co_await m_environment.api.signOut();
+    if (m_account)
+        co_return; // somebody has signed in meanwhile
+    if (auto problem = m_environment.api.signInProblem(); !problem.isEmpty())
         m_remark = problem;
+    else if (!isTold)
+        m_remark = tr("Signed out on this computer. The platform could not be told.");
 }
 
 Task<void> Session::identify()

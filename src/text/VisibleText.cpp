@@ -67,4 +67,10 @@ QString visibleText(const QString& text, Lines lines, qsizetype longest)
     return QString::fromUcs4(shown.constData(), shown.size());
 }
 
+QString visibleName(const QString& name, const QString& other)
+{
+    auto shown = visibleText(name);
+    return shown.trimmed().isEmpty() ? visibleText(other) : shown;
+}
+
 } // namespace palvera

@@ -17,5 +17,7 @@ enum class Lines {
 /// white space is a blank, half a surrogate pair U+FFFD. The two joiners stay: names in Persian and emoji need them. A
 /// letter carries at most six marks. What has more characters than `longest` ends in "…".
 QString visibleText(const QString& text, Lines lines = Lines::one, qsizetype longest = longestText);
+/// The name of something on one line, or `other`, such as its identifier, where the name shows nothing.
+QString visibleName(const QString& name, const QString& other);
 
 } // namespace palvera

@@ -7,16 +7,19 @@
 namespace palvera {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 TEST(ProjectRowsTest, showsWhatMatchesInThePlatformsOrder)
 {
     const QList<Project> projects = {
         {.id = "1", .name = "Long Tide", .reference = "LT-2024"},
         {.id = "2", .name = "Paper Moon"},
         {.id = "3", .name = "SALT", .reference = "moonlight"},
+        {.id = "p-4", .name = u"\u200b "_s}, // nothing to see
     };
     const std::pair<const char*, const char*> cases[] = {
-        {"", "Assets, Long Tide, Paper Moon, SALT"},
-        {"   ", "Assets, Long Tide, Paper Moon, SALT"},
+        {"", "Assets, Long Tide, Paper Moon, SALT, p-4"},
+        {"   ", "Assets, Long Tide, Paper Moon, SALT, p-4"},
         {"moon", "Paper Moon, SALT"}, // one by its name, one by its reference
         {" salt ", "SALT"},
         {"ASS", "Assets"},

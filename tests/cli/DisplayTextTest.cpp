@@ -28,9 +28,9 @@ TEST(DisplayText, isMeasuredPaddedAndShortenedByCells)
 
 TEST(DisplayText, ofACommandSurvivesTheShellAsOneWord)
 {
-    EXPECT_EQ(shellWord(u"long-tide-row-1"_s), u"long-tide-row-1"_s);
-    EXPECT_EQ(shellWord(u"it's; rm -rf $HOME"_s), u"'it'\\''s; rm -rf $HOME'"_s);
-    EXPECT_EQ(shellWord(u""_s), u"''"_s);
+    EXPECT_EQ(shellWords({u"long-tide-row-1"_s, u""_s}), u"long-tide-row-1 ''"_s);
+    EXPECT_EQ(shellWords({u"it's; rm -rf $HOME"_s}), u"'it'\\''s; rm -rf $HOME'"_s);
+    EXPECT_EQ(shellWords({u"a"_s, u"--all"_s, u"-b"_s}), u"-- a --all -b"_s);
 }
 
 } // namespace

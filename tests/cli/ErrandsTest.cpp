@@ -130,7 +130,7 @@ TEST_F(ErrandsTest, ofSeveralQuestionsEachIsAskedAndNoneBlocksTheOthers)
     EXPECT_EQ(world.run(carriedOut()), ExitCode::confirmationNeeded);
     EXPECT_THAT(events(), ElementsAre("failed row-1 The platform says 409.", "failed row-2 The platform says 409.",
                                       "done row-3"));
-    EXPECT_THAT(error.written.toStdString(), HasSubstr("row-2.mov --confirmed"));
+    EXPECT_THAT(error.written.toStdString(), HasSubstr("palvera-cli upload --confirmed org "));
     EXPECT_EQ(model->doubt(), std::nullopt);
 }
 

@@ -2,6 +2,7 @@
 
 #include "cli/DisplayText.h"
 #include "cli/Output.h"
+#include "cli/TestStream.h"
 #include "text/VisibleText.h"
 
 #include <QJsonDocument>
@@ -10,13 +11,6 @@
 
 namespace palvera {
 namespace {
-
-struct Terminal final : cli::TextStream {
-    void write(const QByteArray& bytes) override { written += bytes; }
-    std::optional<int> terminalCells() const override { return 40; }
-
-    QByteArray written;
-};
 
 bool isObeyed(QChar c)
 {
@@ -49,14 +43,15 @@ void palvera::check(const QByteArray& input)
         require(cli::cellsOf(cli::padded(cli::shortened(name, cells), cells)) == cells, "and is filled up");
     }
 
-    Terminal out, error;
+    cli::TestStream out, error;
+    out.cells = error.cells = 40;
     cli::Output people(cli::Output::Style::text, out, error);
     people.say(text, {});
     people.fail(text);
     require(out.written.count('\n') <= 1 && error.written.count('\n') <= 1, "a line each");
     require(!(out.written + error.written).contains('\x1b'), "with no command");
 
-    Terminal records;
+    cli::TestStream records;
     cli::Output programs(cli::Output::Style::json, records, error);
     programs.say({}, {{QStringLiteral("message"), text}});
     require(records.written.count('\n') == 1 && !records.written.contains('\x1b'), "a record is a line");

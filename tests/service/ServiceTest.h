@@ -10,6 +10,13 @@
 
 namespace palvera {
 
+/// Runs `operation`, whatever comes of it.
+template <class T>
+Task<void> ignore(Task<T> operation)
+{
+    co_await outcomeOf(std::move(operation));
+}
+
 /// An API whose service is at https://service.test/api, on a network in memory.
 struct ServiceTest : testing::Test {
     ScopedVariable serviceAddress{"PV_API", "https://service.test/api"};

@@ -79,8 +79,8 @@ public:
 
     const Org& org() const { return m_org; }
     const Project& project() const { return m_project; }
-    QString title() const { return visibleText(m_project.name); }
-    QString orgName() const { return visibleText(m_org.name); }
+    QString title() const { return visibleName(m_project.name, m_project.id); }
+    QString orgName() const { return visibleName(m_org.name, m_org.id); }
     /// A load is running while there is nothing to show.
     bool isLoading() const { return m_loading; }
     /// Why the last load failed, for the user; empty when it did not.
