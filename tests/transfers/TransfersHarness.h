@@ -81,7 +81,8 @@ struct TransfersTest : ServiceTest {
     ~TransfersTest() override
     {
         model.reset();
-        api.reset(); // a strand must go before the executor that it was made of
+        uploads.requests.clear();
+        api.reset(); // a strand must go before the executor that it was made of, and so must those that were pinned
         world.kill();
     }
 
