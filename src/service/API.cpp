@@ -184,7 +184,7 @@ Task<bool> API::signOutHere()
     auto telling = m_client.send(std::move(request)); // with the cookies as they still are
     m_clearCookies();
     const auto told = co_await outcomeOf(std::move(telling));
-    co_return told.value&& told.value->isSuccess();
+    co_return !told.failure && told.value->isSuccess();
 }
 
 } // namespace palvera

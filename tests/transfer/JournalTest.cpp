@@ -1,6 +1,7 @@
 #include "UploadHarness.h"
 
 #include "files/FileError.h"
+#include "files/SourcePath.h"
 #include "support/Json.h"
 
 namespace palvera {
@@ -99,6 +100,7 @@ TEST(JournalTest, binKeysTellFoldersApartAndFindTheSameFileAgain)
     EXPECT_EQ(binJournalKey("org", "Masters/ü", "/films/a.mov"), "bin-72fbfcf28643dbf8");
     EXPECT_EQ(binJournalKey("", std::nullopt, ""), "bin-8e34c07b581a8a5");
     EXPECT_EQ(binJournalKey("org", std::nullopt, "/f17100"), "bin-d1e120f4b6abab") << "no leading zeros";
+    EXPECT_NE(binJournalKey("org", {}, pathFromBytes("/\xff")), binJournalKey("org", {}, pathFromBytes("/\xfe")));
 }
 
 struct JournalStoreTest : testing::Test {
