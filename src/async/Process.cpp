@@ -28,19 +28,28 @@ void allowManyFiles()
     ::setrlimit(RLIMIT_NOFILE, &limit);
 }
 
+[[noreturn]] void endWith(const QByteArray& sentence)
+{
+    (void)!::write(STDERR_FILENO, sentence.constData(), std::size_t(sentence.size()));
+    std::_Exit(EXIT_FAILURE);
+}
+
+/// Of what is small: a coroutine that cannot go on for want of a few bytes would be waited for for ever. Large buffers
+/// are asked for otherwise, and their want ends one transfer.
+[[noreturn]] void endForWantOfMemory()
+{
+    endWith(QByteArrayLiteral("There is not enough memory.\n")); // which takes none
+}
+
 /// A fault of the program still leaves its trace for whoever looks for it.
 [[noreturn]] void endWithSentence()
 {
     const auto failure = std::current_exception();
-    QByteArray sentence;
     if (failureAs<std::bad_alloc>(failure))
-        sentence = QByteArrayLiteral("There is not enough memory.\n"); // which takes none
-    else if (failureAs<std::system_error>(failure) || failureAs<boost::system::system_error>(failure))
-        sentence = describe(failure).toUtf8() + '\n';
-    if (sentence.isEmpty())
-        std::abort();
-    (void)!::write(STDERR_FILENO, sentence.constData(), std::size_t(sentence.size()));
-    std::_Exit(EXIT_FAILURE);
+        endForWantOfMemory();
+    if (failureAs<std::system_error>(failure) || failureAs<boost::system::system_error>(failure))
+        endWith(describe(failure).toUtf8() + '\n');
+    std::abort();
 }
 
 bool isIgnored(int signal)
@@ -56,6 +65,7 @@ void prepareProcess()
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     allowManyFiles();
+    std::set_new_handler(endForWantOfMemory);
     std::set_terminate(endWithSentence);
 }
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
 """What the program ends with, what it says to people and to programs, and that an interruption loses nothing."""
+import contextlib
 import os
 import resource
 import select
@@ -189,13 +190,18 @@ def limited(which, limit):
 
 
 def what_the_system_denies_ends_with_a_sentence():
-    with signed_in() as (workspace, platform, client):
-        limits = [(resource.RLIMIT_AS, each << 20) for each in range(60, 400, 40)]
-        limits += [(resource.RLIMIT_NOFILE, each) for each in range(4, 40, 3)]
-        for which, limit in [] if support.is_sanitized() else limits:  # sanitizers need far more of both
-            result = client.finish(client.start("orgs", **limited(which, limit)))
-            assert result.code in (DONE, FAILED, UNREACHABLE, NOT_STARTED), (limit, result)
-            assert result.code == DONE or result.error.strip(), (limit, result)
+    with signed_in("--part-size", str(PART)) as (workspace, platform, client):
+        upload = "upload-bin", ORG, workspace.make_file("Large.mov", 30 * PART), "--retry", "off"
+        limits = [(upload, resource.RLIMIT_AS, each << 20) for each in range(75, 500, 25)]
+        limits += [(["orgs"], resource.RLIMIT_NOFILE, each) for each in range(4, 40, 3)]
+        for words, which, limit in [] if support.is_sanitized() else limits:  # sanitizers need far more of both
+            process = client.start(*words, **limited(which, limit))
+            with contextlib.suppress(subprocess.TimeoutExpired):
+                process.wait(5)
+            process.send_signal(signal.SIGINT)  # to one that tries a part again and again
+            result = client.finish(process)
+            assert result.code in (DONE, FAILED, UNREACHABLE, NOT_STARTED, INTERRUPTED), f"{limit}: {result}"
+            assert result.code == DONE or result.error.strip(), f"{limit}: {result}"
         file = workspace.make_file("Reel.mov", 1000)
         result = client.finish(client.start("upload", ORG, PROJECT, "salt-row-1", file,
                                             **limited(resource.RLIMIT_FSIZE, 0)))
@@ -204,9 +210,12 @@ def what_the_system_denies_ends_with_a_sentence():
 
 def who_was_told_to_ignore_the_end_of_the_terminal_does():
     with signed_in("--part-size", str(PART), rules=[SLOW]) as (workspace, platform, client):
+        def set_up():
+            signal.signal(signal.SIGHUP, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_NOFILE, (256, resource.getrlimit(resource.RLIMIT_NOFILE)[1]))
+
         file = workspace.make_file("Reel.mov", 10 * PART)
-        process = client.start("upload", ORG, PROJECT, "salt-row-1", file,
-                               preexec_fn=lambda: signal.signal(signal.SIGHUP, signal.SIG_IGN))
+        process = client.start("upload", ORG, PROJECT, "salt-row-1", file, preexec_fn=set_up)
         wait_until(lambda: client.recorded_parts("salt-row-1"), "recorded parts")
         soft, hard = resource.prlimit(process.pid, resource.RLIMIT_NOFILE)
         assert soft == min(hard, 65_536), (soft, hard)
