@@ -129,7 +129,7 @@ Task<bool> Session::confirm()
     auto answer = co_await answerOf(currentUser(m_environment.api));
     if (number != m_questions)
         co_return false;
-    m_isKnown = answer.value && answer.value->user.id == m_account->userId;
+    m_isKnown = answer.value && m_account && answer.value->user.id == m_account->userId;
     if (asksToSignIn(answer.failure)) {
         m_remark = QString(); // on a sign-in that is over
         setSignedOut(true);
