@@ -38,8 +38,9 @@ public:
 
     /// Most bytes that it takes. A longer body fails as too large.
     virtual qint64 room() const = 0;
-    /// Takes the bytes that follow those taken before. Called on the session's strand, and must not wait for a disk.
-    /// What it throws ends the request and reaches the caller of `send` unchanged.
+    /// Takes the bytes that follow those taken before. Called on the session's strand; a disk that it waits for holds
+    /// up what else the thread of that strand does. What it throws ends the request and reaches the caller of `send`
+    /// unchanged.
     virtual void take(std::span<const char> bytes) = 0;
 };
 

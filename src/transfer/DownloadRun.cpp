@@ -78,8 +78,6 @@ DownloadRun::DownloadRun(const Downloader::Environment& environment, const Downl
     : m_environment(environment),
       m_settings(settings),
       m_request(std::move(request)),
-      m_slices(settings.sliceSize),
-      m_writing(asio::make_strand(environment.engine)),
       m_disk(asio::make_strand(environment.engine)),
       m_address(m_request.address)
 {
@@ -220,7 +218,7 @@ Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
 {
     const auto range = rangeOf(index);
     if (!lane.chunk)
-        lane.chunk.emplace(m_writing, *m_file, m_slices);
+        lane.chunk.emplace(*m_file, m_settings.sliceSize);
     lane.isBusy = true;
     lane.index = index;
     lane.cut = std::make_shared<CancelFlag>();
@@ -256,7 +254,7 @@ Task<void> DownloadRun::bring(Lane& lane, ByteRange range)
                 m_paces.push_back(double(range.length) / taken);
             if (m_paces.size() > rememberedPaces)
                 m_paces.pop_front();
-            break;
+            co_return;
         }
         if (number == attempts)
             throw APIError(0, missed->reason);
@@ -265,7 +263,6 @@ Task<void> DownloadRun::bring(Lane& lane, ByteRange range)
         if (!hasOther)
             co_await m_environment.clock.sleep(500ms * (1 << number));
     }
-    co_await lane.chunk->finish();
 }
 
 /// The slow lane lets go of the chunk first: what it still writes must not come after what takes its place.
@@ -327,10 +324,7 @@ Task<std::optional<DownloadRun::Missed>> DownloadRun::attempt(Lane& lane, ByteRa
         return !head.isSuccess() || (!isAnotherObject(head, m_total, m_tag) && !objectionTo(head, range));
     };
     auto sent = co_await outcomeOf(lane.session.send(std::move(request)));
-    co_await asio::this_coro::throw_if_cancelled(false);
-    co_await lane.chunk->settle();
-    co_await asio::this_coro::throw_if_cancelled(true);
-    if (isCancellation(sent.failure) || isLasting(sent.failure))
+    if (isCancellation(sent.failure) || isLasting(sent.failure) || failureAs<FileError>(sent.failure))
         std::rethrow_exception(sent.failure);
     if (sent.failure)
         co_return Missed{.reason = describe(sent.failure)};

@@ -74,9 +74,7 @@ private:
     const Downloader::Environment& m_environment;
     const Downloader::Settings& m_settings;
     const DownloadRequest m_request;
-    SlicePool m_slices;
     std::deque<Lane> m_lanes; // which do not move
-    const Executor m_writing; // a strand for the bytes: a file takes them from one thread at a time
     const Executor m_disk;    // a strand for the record
     std::optional<DestinationFile> m_file;
     Partial m_partial; // as it is on the disk, or about to be

@@ -48,7 +48,7 @@ public:
     struct Settings {
         int lanes = 8;                 ///< chunks in flight at once for one download
         qint64 chunkSize = 33'554'432; ///< bytes
-        qint64 sliceSize = 524'288;    ///< bytes of a chunk that have to be there before they are written
+        qint64 sliceSize = 131'072;    ///< bytes of a chunk that are gathered before they are written
     };
     /// What the engine works with. Everything referred to outlives it.
     struct Environment {
