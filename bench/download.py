@@ -29,7 +29,7 @@ GIB = 1 << 30
 # same, so one that is written to the place of another is found.
 PERIOD = 16_381 * 4096
 CPU_GOAL = {False: 1.0, True: 1.3} # seconds for a gigabyte, by whether it is encrypted
-PEAK_GOAL = 8 * 32 + 60            # MiB: a chunk of each lane, and the program
+PEAK_GOAL = 64                     # MiB: a slice of each lane, and the program
 TOOLS = ["aria2c", "curl --parallel", "rclone"]
 RAW = "raw sockets"
 
