@@ -95,8 +95,6 @@ TEST_F(CookieStoreTest, opensADamagedFileAndReplacesItAndGoesWithoutOneItCannotW
 
 TEST_F(CookieStoreTest, saysWhatWillNotBeThereAtTheNextStart)
 {
-    const QString blocked = folder.filePath("blocked");
-    writeFile(folder.filePath("file"), "");
     QDir(folder.path()).mkpath("blocked/cookies");
     const struct {
         QString file;
@@ -106,8 +104,7 @@ TEST_F(CookieStoreTest, saysWhatWillNotBeThereAtTheNextStart)
         {path, "sid=1; Max-Age=3600", ""},
         {"", "sid=1", ""},
         {folder.filePath("other/cookies"), "sid=1", "The platform's sign-in ends with the program."},
-        {blocked + "/cookies", "sid=1; Max-Age=3600", "“cookies” cannot be written: Is a directory."},
-        {folder.filePath("file/cookies"), "sid=1; Max-Age=3600", "“cookies” cannot be written: Not a directory."}};
+        {folder.filePath("blocked/cookies"), "sid=1; Max-Age=3600", "“cookies” cannot be written: Is a directory."}};
     for (const auto& [file, setting, problem] : cases) {
         const auto store = std::make_shared<CookieStore>(file);
         receive(store, setting);

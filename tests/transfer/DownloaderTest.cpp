@@ -253,6 +253,7 @@ TEST_F(DownloaderTest, takesNoChunkForDoneThatTheDiskRefused)
                 calls.fail(call + path.toStdString(), ENOSPC);
                 calls.whileSyncing = [this] { goOn(); }; // all has come when the disk says so
                 EXPECT_THAT(download(), HasSubstr("cannot be written"));
+                EXPECT_LT(life->world.clock.elapsed(), 5s) << "no other attempt mends that";
             }
             EXPECT_THAT(recorded(), IsEmpty());
             expectWholeAfter(std::size_t((size + chunk - 1) / chunk));
