@@ -73,7 +73,7 @@ private:
     {
         for (int left = mostCodes; left > 0; --left) {
             const auto entered = m_command.code ? *m_command.code : co_await codeFromTerminal(prompt);
-            if (byEmail && entered.isEmpty()) {
+            if (byEmail && entered.isEmpty() && !m_command.code) {
                 co_await resendEmailCode(m_bench.api);
                 m_bench.output.remark(QStringLiteral("Another code is on its way."));
                 continue;

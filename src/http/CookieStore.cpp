@@ -109,11 +109,10 @@ void CookieStore::save()
     m_jar->remove(beyond);
     if (m_file.isEmpty())
         return;
-    const auto all = m_jar->all();
-    const auto kept = keptOf(all);
-    if (kept != m_common)
+    if (keptOf(m_jar->all()) != m_common)
         merge();
-    else if (kept.isEmpty() && !all.isEmpty())
+    const auto all = m_jar->all();
+    if (problem().isEmpty() && !all.isEmpty() && keptOf(all).isEmpty())
         setProblem(QStringLiteral("The platform's sign-in ends with the program."));
 }
 

@@ -16,6 +16,7 @@ WAYS = [
     ("ada@northlight.example", "reel-one", None, DONE, ""),
     ("ben@northlight.example", "reel-two", "246810", DONE, ""),
     ("ben@northlight.example", "reel-two", "000000", NOT_SIGNED_IN, "That code is not right."),
+    ("ben@northlight.example", "reel-two", "", NOT_SIGNED_IN, "That code is not right."),
     ("ben@northlight.example", "reel-two", None, FAILED, "There is no terminal to ask for the code. Use --code."),
     ("cleo@northlight.example", "reel-three", "135790", DONE, ""),
     ("dov@northlight.example", "reel-four", "135790", DONE, "JBSW Y3DP EHPK 3PXP"),
@@ -31,7 +32,7 @@ def each_account_signs_in_in_its_own_way():
     with Workspace() as workspace, Platform(workspace) as platform:
         for number, (email, password, code, expected, said) in enumerate(WAYS):
             client = Client(workspace, platform.address, f"home-{number}")
-            result = expect(expected, client.enter(email, password, *(["--code", code] if code else [])))
+            result = expect(expected, client.enter(email, password, *(["--code", code] if code is not None else [])))
             assert said in result.error and not (password and password in result.error), f"{email}: {result}"
             who = client.run("whoami", "--json")
             assert (who.code == DONE) == (expected == DONE), f"{email}: {who}"
