@@ -27,6 +27,7 @@ endif()
 if(PALVERA_FUZZ)
   target_compile_options(palvera_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
+target_link_options(palvera_options INTERFACE -Wl,--as-needed) # the command line shares libraries with what has windows
 target_link_libraries(palvera_options INTERFACE Threads::Threads)
 
 # Strict warnings, for our own sources only: generated code (moc) would fail under them.

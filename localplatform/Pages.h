@@ -5,11 +5,10 @@
 
 namespace palvera::local {
 
-/// The page in the browser on which a web sign-in picks who signs in; `email`, where given, is offered first.
-QByteArray webSignInPage(const QString& provider, const QString& email);
+/// On which a browser says who signs in; `email`, where given, is offered first.
+QByteArray signInPage(const QString& provider, const QString& email);
 
-/// The address that ends a web sign-in in the application.
-QByteArray grantCallback(const QString& grant);
-QByteArray errorCallback(const QByteArray& error);
+/// The last one: says `text` and sends the browser to the application with the query `items`.
+QByteArray endPage(const QByteArray& text, const QByteArray& items);
 
 } // namespace palvera::local

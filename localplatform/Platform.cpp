@@ -4,7 +4,6 @@
 #include "localplatform/Escapes.h"
 #include "localplatform/FolderStore.h"
 #include "localplatform/HeaderRules.h"
-#include "localplatform/Pages.h"
 
 #include <QCryptographicHash>
 #include <QDateTime>
@@ -252,15 +251,9 @@ Reply Platform::answerCall(const Call& call, const QJsonObject& body, const QByt
 
 Reply Platform::answerPage(const RequestHead& head)
 {
-    constexpr QByteArrayView finish = "/sign-in/finish";
     if (head.method != "GET")
         refuse(405, QStringLiteral("method_not_allowed"), QStringLiteral("This is a page."));
-    if (!head.target.startsWith(finish))
-        return htmlReply(webSignInPage({}, {}));
-    auto account = unescape(head.target.mid(finish.size()).replace("?account=", "")).value_or(QString());
-    auto grant = m_signIn.grantFor(account);
-    auto callback = grant.isEmpty() ? errorCallback("access_denied") : grantCallback(grant);
-    return {.status = 302, .headers = {{"Location", callback}}};
+    return m_signIn.webDoor().page(head.target, m_wallNow());
 }
 
 QJsonObject Platform::signedUrl(const QString& key)

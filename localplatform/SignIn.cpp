@@ -1,10 +1,8 @@
 #include "localplatform/SignIn.h"
 
-#include "localplatform/Pages.h"
 #include "localplatform/QrImage.h"
 
 #include <QDateTime>
-#include <QRandomGenerator>
 
 namespace palvera::local {
 
@@ -13,30 +11,9 @@ namespace {
 using Way = Account::Way;
 using namespace std::chrono_literals;
 
-constexpr QByteArrayView cookieName = "pv_session";
+const QByteArray cookieName = "pv_session";
 constexpr auto sessionLife = 30 * 24h;
 const QString passkeyAccount = QStringLiteral("ada@northlight.example");
-
-const std::vector<Account> accounts{
-    {"ada@northlight.example", "Ada Lindqvist", Way::password, "reel-one", "", "password; also the passkey's"},
-    {"ben@northlight.example", "Ben Okafor", Way::emailCode, "reel-two", "246810", "password, then the e-mailed code"},
-    {"cleo@northlight.example", "Cleo Marchetti", Way::authenticator, "reel-three", "135790",
-     "password, then the authenticator's code"},
-    {"dov@northlight.example", "Dov Hallgrim", Way::enrolment, "reel-four", "135790",
-     "password, then an authenticator is added"},
-    {"eve@harbour.example", "Eve Castellan", Way::sso, "", "", "single sign-on in the browser"},
-    {"finn@harbour.example", "Finn Aldous", Way::migration, "reel-six", "", "password of the old platform"},
-    {"gus@harbour.example", "Gus Verhoeven", Way::renewal, "reel-seven", "", "always told that it needs renewing"},
-    {"hana@kestrel.example", "Hana Brandt", Way::accessCode, "open-sesame", "", "access code"},
-};
-
-const Account* findAccount(const QString& email)
-{
-    for (const auto& account : accounts)
-        if (email.compare(QLatin1String(account.email), Qt::CaseInsensitive) == 0)
-            return &account;
-    return nullptr;
-}
 
 [[noreturn]] void wrongCredentials(const QString& message = QStringLiteral("That email or password is not right."))
 {
@@ -60,20 +37,10 @@ QJsonObject userJson(const Account& account)
             {QStringLiteral("name"), QString::fromUtf8(account.name)}};
 }
 
-QString cookieValue(const QByteArray& cookies)
-{
-    for (const auto& cookie : cookies.split(';')) {
-        auto trimmed = cookie.trimmed();
-        if (trimmed.startsWith(cookieName.toByteArray() + '='))
-            return QString::fromLatin1(trimmed.mid(cookieName.size() + 1));
-    }
-    return {};
-}
-
 QByteArray setCookie(const QString& value, std::chrono::seconds life)
 {
-    return cookieName.toByteArray() + '=' + value.toLatin1() +
-           "; Path=/; Max-Age=" + QByteArray::number(qint64{life.count()}) + "; HttpOnly; SameSite=Lax";
+    return cookieName + '=' + value.toLatin1() + "; Path=/; Max-Age=" + QByteArray::number(qint64{life.count()}) +
+           "; HttpOnly; SameSite=Lax";
 }
 
 Reply configReply()
@@ -95,11 +62,6 @@ Reply methodReply(const QJsonObject& body)
 }
 
 } // namespace
-
-const std::vector<Account>& sampleAccounts()
-{
-    return accounts;
-}
 
 Reply SignIn::answer(const Call& call, const QJsonObject& body, const QByteArray& cookies, WallTime now)
 {
@@ -135,7 +97,7 @@ Reply SignIn::answer(const Call& call, const QJsonObject& body, const QByteArray
     case Operation::logout:
         return logout(cookies);
     case Operation::webStart:
-        return htmlReply(webSignInPage(call.value("provider"), call.value("email")));
+        return m_webDoor.start(call.value("provider"), call.value("email"), cookies, now);
     case Operation::unknown:
     case Operation::orgs:
     case Operation::projects:
@@ -160,7 +122,7 @@ Reply SignIn::answer(const Call& call, const QJsonObject& body, const QByteArray
 
 const SignIn::Session& SignIn::session(const QByteArray& cookies, WallTime now) const
 {
-    auto found = m_sessions.find(cookieValue(cookies));
+    auto found = m_sessions.find(cookieValue(cookies, cookieName));
     if (found == m_sessions.end() || found->ends <= now)
         refuse(401, QStringLiteral("unauthorized"), QStringLiteral("Sign in to go on."));
     return *found;
@@ -241,7 +203,7 @@ Reply SignIn::code(const QJsonObject& body, const QByteArray& cookies, Stage sta
         refuse(409, QStringLiteral("no_code_asked"), QStringLiteral("No code is waited for."));
     if (body[QStringLiteral("code")].toString() != QLatin1String(account.code))
         refuse(401, QStringLiteral("invalid_code"), QStringLiteral("That code is not right."));
-    m_sessions.remove(cookieValue(cookies));
+    m_sessions.remove(cookieValue(cookies, cookieName));
     return signedIn(account, now);
 }
 
@@ -278,7 +240,7 @@ Reply SignIn::passkey(const QJsonObject& body, WallTime now)
 
 Reply SignIn::redeem(const QJsonObject& body, WallTime now)
 {
-    auto email = m_grants.take(body[QStringLiteral("grant")].toString());
+    auto email = m_webDoor.redeem(body[QStringLiteral("grant")].toString(), now);
     if (email.isEmpty())
         refuse(401, QStringLiteral("invalid_grant"), QStringLiteral("That sign-in has expired. Try again."));
     return signedIn(*findAccount(email), now);
@@ -286,31 +248,16 @@ Reply SignIn::redeem(const QJsonObject& body, WallTime now)
 
 Reply SignIn::logout(const QByteArray& cookies)
 {
-    m_sessions.remove(cookieValue(cookies));
+    m_sessions.remove(cookieValue(cookies, cookieName));
     auto reply = jsonReply({});
     reply.headers.append({"Set-Cookie", setCookie({}, 0s)});
     return reply;
-}
-
-QString SignIn::grantFor(const QString& email)
-{
-    if (!findAccount(email))
-        return {};
-    auto grant = token("grant");
-    m_grants[grant] = email;
-    return grant;
 }
 
 QByteArray SignIn::open(const QString& email, WallTime now)
 {
     auto cookie = headerOf(signedIn(*findAccount(email), now).headers, "Set-Cookie");
     return cookie.left(cookie.indexOf(';'));
-}
-
-QString SignIn::token(const char* kind)
-{
-    auto chance = QRandomGenerator::system()->generate64();
-    return QLatin1String(kind) + u'-' + QString::number(chance, 36);
 }
 
 QJsonArray SignIn::toJson() const

@@ -1,30 +1,13 @@
 #pragma once
 
+#include "localplatform/Accounts.h"
 #include "localplatform/Routes.h"
-
-#include "async/Clock.h"
+#include "localplatform/WebDoor.h"
 
 #include <QHash>
 #include <QJsonArray>
 
-#include <vector>
-
 namespace palvera::local {
-
-/// Someone who can sign in, and how.
-struct Account {
-    enum class Way { password, emailCode, authenticator, enrolment, sso, migration, renewal, accessCode };
-
-    const char* email;
-    const char* name;
-    Way way;
-    const char* secret; ///< the password or access code
-    const char* code;   ///< asked for after it; empty when nothing is
-    const char* note;   ///< for the table printed at start
-};
-
-/// One account for each way of signing in.
-const std::vector<Account>& sampleAccounts();
 
 /// Who is signed in, by cookie, and the calls that change it. One thread at a time.
 class SignIn {
@@ -36,8 +19,8 @@ public:
     /// Refuses (401) when the cookies name nobody who is signed in.
     void checkSignedIn(const QByteArray& cookies, WallTime now) const;
 
-    /// A grant that ends a web sign-in of that account, good once; null when there is no such account.
-    QString grantFor(const QString& email);
+    /// Where browsers sign in.
+    WebDoor& webDoor() { return m_webDoor; }
     /// Signs the account in and gives the Cookie header of its requests.
     QByteArray open(const QString& email, WallTime now);
 
@@ -67,10 +50,9 @@ private:
     Reply passkey(const QJsonObject& body, WallTime now);
     Reply redeem(const QJsonObject& body, WallTime now);
     Reply logout(const QByteArray& cookies);
-    static QString token(const char* kind);
 
+    WebDoor m_webDoor;
     QHash<QString, Session> m_sessions;   // by cookie value
-    QHash<QString, QString> m_grants;     // accounts by grant
     QHash<QString, QString> m_challenges; // challenges by their id
 };
 

@@ -1,6 +1,7 @@
 #include "localplatform/Wire.h"
 
 #include <QJsonDocument>
+#include <QRandomGenerator>
 
 namespace palvera::local {
 
@@ -24,6 +25,22 @@ Reply jsonReply(const QJsonObject& object, int status)
 Reply htmlReply(const QByteArray& html, int status)
 {
     return {.status = status, .headers = {{"Content-Type", "text/html; charset=utf-8"}}, .body = html};
+}
+
+QString cookieValue(const QByteArray& cookies, const QByteArray& name)
+{
+    for (const auto& cookie : cookies.split(';')) {
+        auto trimmed = cookie.trimmed();
+        if (trimmed.startsWith(name + '='))
+            return QString::fromLatin1(trimmed.mid(name.size() + 1));
+    }
+    return {};
+}
+
+QString token(const char* kind)
+{
+    auto chance = QRandomGenerator::system()->generate64();
+    return QLatin1String(kind) + u'-' + QString::number(chance, 36);
 }
 
 Reply refusalReply(const Refusal& refusal)

@@ -37,6 +37,10 @@ struct Refusal {
 Reply jsonReply(const QJsonObject& object, int status = 200);
 Reply htmlReply(const QByteArray& html, int status = 200);
 Reply refusalReply(const Refusal& refusal);
+/// What a Cookie header says under `name`; null when nothing.
+QString cookieValue(const QByteArray& cookies, const QByteArray& name);
+/// Something that nobody guesses, which begins with what it is for.
+QString token(const char* kind);
 /// How storage words a refusal.
 Reply storageRefusal(int status, const QByteArray& code, const QByteArray& message);
 

@@ -1,5 +1,7 @@
 #include "app/Application.h"
 
+#include "desktop/WindowActivation.h"
+
 #include <boost/asio/co_spawn.hpp>
 
 #include <QEventLoop>
@@ -102,15 +104,12 @@ void Application::placePanel()
         std::make_unique<WindowPlace>(*m_panel, m_environment.preferences, QStringLiteral("pv.window.transfers"));
 }
 
-void Application::raise()
+void Application::arrive(const Arrival& arrival)
 {
-    if (!m_window)
-        return;
-    if (m_window->windowStates().testFlag(Qt::WindowMinimized))
-        m_window->setWindowStates(m_window->windowStates() & ~Qt::WindowMinimized);
-    m_window->show();
-    m_window->raise();
-    m_window->requestActivate();
+    if (m_window)
+        bringToFront(*m_window, arrival.token);
+    for (const auto& address : arrival.addresses)
+        m_root.login()->refuse(m_environment.web.take(QString::fromUtf8(address)));
 }
 
 void Application::setDark(bool dark)

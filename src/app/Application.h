@@ -3,6 +3,7 @@
 #include "app/EndNotice.h"
 #include "app/RootView.h"
 #include "app/WindowPlace.h"
+#include "desktop/Arrival.h"
 #include "session/Session.h"
 #include "transfers/Transfers.h"
 
@@ -28,7 +29,7 @@ public:
         std::function<bool()> isWatched; ///< whether a window of the program is active
         QString version = {};
         QString build = {};
-        WebSignIn& web;
+        BrowserSignIn& web;
         PasskeySignIn& passkey;
         Transfers::Environment transfers;
         Notices& notices;
@@ -40,8 +41,8 @@ public:
 
     /// Loads and shows the main window. False when it could not be loaded, which is a fault of the installation.
     bool show();
-    /// Brings the main window to the front.
-    void raise();
+    /// Brings the main window to the front and uses what came along, where it is waited for.
+    void arrive(const Arrival& arrival);
     /// Shows everything dark, or light.
     void setDark(bool dark);
 

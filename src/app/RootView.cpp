@@ -161,6 +161,7 @@ void RootView::back()
 void RootView::becomeActive()
 {
     m_deliverables.load();
+    m_login.becomeActive();
     m_tasks.start(m_session.askOnce([this] { return !m_login.isTouched(); }));
 }
 

@@ -4,19 +4,24 @@
 #include "async/MainThread.h"
 #include "async/Process.h"
 #include "controls/Fonts.h"
+#include "desktop/Callbacks.h"
+#include "desktop/DesktopActivation.h"
 #include "desktop/DesktopAppearance.h"
 #include "desktop/Notices.h"
 #include "desktop/SingleInstance.h"
 #include "files/Folders.h"
 #include "files/Preferences.h"
 #include "service/Connections.h"
+#include "session/BrowserSignIn.h"
 #include "session/SignInDoors.h"
 #include "transfers/TransferEngines.h"
 
+#include <QDesktopServices>
 #include <QGuiApplication>
-#include <QIcon>
 #include <QPalette>
+#include <QProcess>
 #include <QStandardPaths>
+#include <QUrl>
 
 #include <iostream>
 
@@ -45,21 +50,41 @@ void useDesktopDialogs()
         qputenv("QT_QPA_PLATFORMTHEME", "xdgdesktopportal");
 }
 
-int run()
+/// Leaves what came to whoever waits for it, or else to the program that runs already. True when nothing is left to do
+/// here: what opened an address shows it to every user of the machine for as long as this process lives, so the program
+/// is then started as another one.
+bool leaveToOthers(int argc, char** argv, std::optional<SingleInstance>& instance, const Arrival& arrival)
 {
-    const auto folders = Folders::ofUser();
-    SingleInstance instance(folders.applicationSupport);
-    if (!instance.isFirst() && instance.send("raise"))
-        return 0;
+    const bool isOpened = !arrival.addresses.isEmpty();
+    if (instance->isFirst() && !isOpened)
+        return false;
+    const QCoreApplication application(argc, argv); // needs no display
+    if (isOpened && handOver(arrival) == HandOver::done)
+        return true;
+    if (!instance->isFirst() && instance->send(toMessage(arrival)))
+        return true;
+    if (!isOpened)
+        return false;
+    instance.reset(); // the lock
+    return QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+}
+
+int run(SingleInstance& instance, const Folders& folders)
+{
     loadFonts();
     Preferences preferences(folders.preferences());
     SystemClock clock;
     const auto connections = Connections::make(folders, preferences);
     MainThread mainThread(connections.engine.context());
-    NoWebSignIn web;
+    std::function<void(const Arrival&)> arrive;
+    const auto listen = [&arrive] {
+        return std::make_shared<CallbackListener>([&](const Arrival& it) { arrive(it); });
+    };
+    const auto show = [](const QByteArray& address) { return QDesktopServices::openUrl(QUrl::fromEncoded(address)); };
+    BrowserSignIn web({.clock = clock, .show = show, .listen = listen});
     NoPasskeySignIn passkey;
     TransferEngines engines(folders, clock, connections);
-    DesktopNotices notices;
+    DesktopNotices notices(QStringLiteral(PALVERA_ID));
     DesktopAppearance appearance(isPaletteDark());
     Application application({.api = connections.api,
                              .preferences = preferences,
@@ -75,7 +100,16 @@ int run()
                              .notices = notices});
     application.setDark(appearance.isDark());
     QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });
-    instance.onMessage = [&](const QByteArray&) { application.raise(); };
+    arrive = [&](const Arrival& arrival) { application.arrive(arrival); };
+    instance.listen([&](const QByteArray& message) {
+        if (const auto arrival = arrivalFrom(message))
+            arrive(*arrival);
+    });
+    const DesktopActivation activation(QStringLiteral(PALVERA_ID), [&](const Arrival& arrival) {
+        const bool isOurs = arrival.addresses.isEmpty() || handOver(arrival) != HandOver::done;
+        if (isOurs) // and not of another program that waits
+            arrive(arrival);
+    });
     const EndSignals signals(mainThread.executor(), [] { QGuiApplication::quit(); });
     if (!application.show())
         return 1;
@@ -87,13 +121,18 @@ int run()
 
 int main(int argc, char** argv)
 {
-    palvera::useDesktopDialogs();
+    const auto arrival = palvera::takeArrival(argc, argv); // first: every user of the machine can read the arguments
     palvera::prepareProcess();
-    QGuiApplication application(argc, argv);
+    palvera::useDesktopDialogs();
     QGuiApplication::setApplicationName(QStringLiteral("Palvera"));
-    QGuiApplication::setDesktopFileName(QStringLiteral("palvera"));
+    QGuiApplication::setDesktopFileName(QStringLiteral(PALVERA_ID));
     try {
-        return palvera::run();
+        const auto folders = palvera::Folders::ofUser();
+        std::optional<palvera::SingleInstance> instance(std::in_place, folders.applicationSupport);
+        if (palvera::leaveToOthers(argc, argv, instance, arrival))
+            return 0;
+        const QGuiApplication application(argc, argv);
+        return palvera::run(*instance, folders);
     } catch (...) { // no thread or no descriptor to begin with
         std::cerr << palvera::describe(std::current_exception()).toStdString() << std::endl;
         return 1;

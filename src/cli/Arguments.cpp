@@ -73,6 +73,7 @@ private:
         std::vector<std::string> files;
         std::optional<std::string> site, search, family, folder, to, code;
         bool passwordFromStdin = false;
+        bool web = false;
         bool confirmed = false;
         bool all = false;
         bool retry = true;
@@ -126,16 +127,23 @@ private:
     {
         m_group = "Account";
         auto* signIn = add("sign-in", "Sign in, for this and every later command", [this] {
+            if (!m_words.web && m_words.email.empty())
+                throw CLI::RequiredError("--email or --web");
             return SignIn{.email = text(m_words.email),
                           .code = text(m_words.code),
-                          .passwordFromStdin = m_words.passwordFromStdin};
+                          .passwordFromStdin = m_words.passwordFromStdin,
+                          .inBrowser = m_words.web};
         });
         signIn->footer("The password is asked for on the terminal and not shown. So is a code, where the platform\n"
-                       "wants one from your e-mail or your authenticator.");
-        need(signIn, "--email", m_words.email, "The e-mail address of the account")->option_text("E (required)");
-        signIn->add_flag("--password-stdin", m_words.passwordFromStdin,
-                         "Read the password from the first line of standard input");
-        offer(signIn, "--code", m_words.code, "C", "The code from your e-mail or your authenticator");
+                       "wants one from your e-mail or your authenticator. A sign-in in the browser works from a\n"
+                       "computer without a display, too: it takes the last address from the terminal.");
+        offer(signIn, "--email", m_words.email, "E", "The e-mail address of the account");
+        auto* web = signIn->add_flag("--web", m_words.web, "Sign in in the browser");
+        signIn
+            ->add_flag("--password-stdin", m_words.passwordFromStdin,
+                       "Read the password from the first line of standard input")
+            ->excludes(web);
+        offer(signIn, "--code", m_words.code, "C", "The code from your e-mail or your authenticator")->excludes(web);
         add("sign-out", "Sign out and forget the sign-in", [] { return SignOut{}; });
         add("whoami", "Print who is signed in", [] { return WhoAmI{}; });
         auto* site = add("site", "Print or choose the platform's site that commands go to", [this] {

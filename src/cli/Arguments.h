@@ -13,9 +13,10 @@ namespace palvera::cli {
 // What the user may ask for, one record for each command. Organisations, projects and deliverables are named by id.
 
 struct SignIn {
-    QString email;
+    QString email;                    ///< may be empty where the browser asks for it
     std::optional<QString> code = {}; ///< that the platform may ask for; nothing asks on the terminal
     bool passwordFromStdin = false;   ///< else it is asked for on the terminal
+    bool inBrowser = false;           ///< on the platform's pages, whichever way in the account has
 
     bool operator==(const SignIn&) const = default;
 };

@@ -40,7 +40,7 @@ QString adviceFor(ExitCode code)
 {
     switch (code) {
     case ExitCode::notSignedIn:
-        return QStringLiteral("Sign in with: palvera-cli sign-in --email E");
+        return QStringLiteral("Sign in with: palvera-cli sign-in --email E (or --web)");
     case ExitCode::unreachable:
         return QStringLiteral("Check the connection, and the site with: palvera-cli site");
     case ExitCode::diskFull:

@@ -30,7 +30,7 @@ public:
         unshown.c_lflag &= ~tcflag_t(ECHO);
         unshown.c_lflag |= ECHONL | ICANON | ISIG;
         if (!known || ::tcsetattr(terminal, TCSAFLUSH, &unshown) != 0)
-            throw Failure(QStringLiteral("The terminal would show the password. Use --password-stdin."));
+            throw Failure(QStringLiteral("The terminal would show what is entered."));
     }
     Unshown(const Unshown&) = delete;
     Unshown& operator=(const Unshown&) = delete;
@@ -115,6 +115,14 @@ void ask(const FileDescriptor& terminal, const QString& prompt)
         throw Failure(QStringLiteral("The terminal cannot be written to."));
 }
 
+Task<QString> secretFromTerminal(QString prompt, QString without)
+{
+    auto terminal = openTerminal(without);
+    Unshown unshown(terminal->number());
+    ask(*terminal, prompt);
+    co_return co_await readPassword(terminal->number());
+}
+
 } // namespace
 
 Task<QString> passwordFromStandardInput()
@@ -125,10 +133,13 @@ Task<QString> passwordFromStandardInput()
 
 Task<QString> passwordFromTerminal(QString prompt)
 {
-    auto terminal = openTerminal(QStringLiteral("There is no terminal to ask for the password. Use --password-stdin."));
-    Unshown unshown(terminal->number());
-    ask(*terminal, prompt);
-    co_return co_await readPassword(terminal->number());
+    return secretFromTerminal(std::move(prompt),
+                              QStringLiteral("There is no terminal to ask for the password. Use --password-stdin."));
+}
+
+Task<QString> addressFromTerminal(QString prompt)
+{
+    return secretFromTerminal(std::move(prompt), QStringLiteral("There is no terminal to ask for the address."));
 }
 
 Task<QString> codeFromTerminal(QString prompt)
@@ -136,6 +147,11 @@ Task<QString> codeFromTerminal(QString prompt)
     auto terminal = openTerminal(QStringLiteral("There is no terminal to ask for the code. Use --code."));
     ask(*terminal, prompt);
     co_return co_await readLine(terminal->number());
+}
+
+bool hasTerminal()
+{
+    return FileDescriptor(::open("/dev/tty", O_RDWR | O_CLOEXEC | O_NOCTTY)).number() >= 0;
 }
 
 } // namespace palvera::cli

@@ -14,7 +14,13 @@ Task<QString> passwordFromStandardInput();
 /// Asks for a password on the terminal, without showing what is typed. Throws Failure when the program has no terminal.
 Task<QString> passwordFromTerminal(QString prompt);
 
+/// The same for an address that ends a sign-in in the browser.
+Task<QString> addressFromTerminal(QString prompt);
+
 /// The same for a code, which is shown, and empty where the user entered nothing.
 Task<QString> codeFromTerminal(QString prompt);
+
+/// Whether the program has a terminal to ask on.
+bool hasTerminal();
 
 } // namespace palvera::cli

@@ -1,6 +1,7 @@
 #include "async/TaskGroup.h"
 #include "cli/Commands.h"
 #include "cli/PasswordInput.h"
+#include "cli/TerminalBrowser.h"
 #include "service/APIError.h"
 #include "service/SignInOperations.h"
 #include "session/Session.h"
@@ -19,18 +20,19 @@ constexpr int mostCodes = 10;
 class Conversation {
 public:
     Conversation(SignIn command, Workbench& bench)
-        : m_command(std::move(command)), m_bench(bench), m_steps({.api = bench.api, .web = m_web, .passkey = m_passkey})
+        : m_command(std::move(command)),
+          m_bench(bench),
+          m_browser(bench.output, bench.clock,
+                    m_command.passwordFromStdin ? TerminalBrowser::Use::never : TerminalBrowser::Use::allowed),
+          m_steps({.api = bench.api, .web = m_browser.signIn(), .passkey = m_passkey})
     {}
 
     /// Ends once somebody is signed in; throws what kept them from it.
     Task<void> signIn()
     {
-        m_config = (co_await answerOf(authConfig(m_bench.api))).value;
-        Next next = palvera::SignIn::EnterPassword{};
-        if (m_config && m_config->workos)
-            next = co_await m_steps.withEmail(m_command.email);
-        while (!std::holds_alternative<SignInStep::SignedIn>(next))
-            next = co_await std::visit([this](const auto& question) { return answer(question); }, next);
+        auto first = co_await firstOf(takeSteps(), m_browser.takeAddresses());
+        if (auto failure = std::visit([](const auto& ended) { return ended.failure; }, first))
+            std::rethrow_exception(failure);
         co_await m_bench.session.refresh();
         if (!m_bench.session.me())
             std::rethrow_exception(m_bench.session.failure());
@@ -38,6 +40,23 @@ public:
 
 private:
     using Next = palvera::SignIn::Next;
+
+    Task<void> takeSteps()
+    {
+        auto next = co_await firstStep();
+        while (!std::holds_alternative<SignInStep::SignedIn>(next))
+            next = co_await std::visit([this](const auto& question) { return answer(question); }, next);
+    }
+
+    Task<Next> firstStep()
+    {
+        if (m_command.inBrowser)
+            co_return co_await m_steps.inBrowser(m_command.email);
+        m_config = (co_await answerOf(authConfig(m_bench.api))).value;
+        if (m_config && m_config->workos)
+            co_return co_await m_steps.withEmail(m_command.email);
+        co_return palvera::SignIn::EnterPassword{};
+    }
 
     Task<Next> answer(SignInStep::SignedIn signedIn) { co_return signedIn; }
 
@@ -98,7 +117,7 @@ private:
 
     const SignIn m_command;
     Workbench& m_bench;
-    NoWebSignIn m_web;
+    TerminalBrowser m_browser;
     NoPasskeySignIn m_passkey;
     const palvera::SignIn m_steps;
     std::optional<AuthConfig> m_config;

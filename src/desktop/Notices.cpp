@@ -26,7 +26,7 @@ void DesktopNotices::show(const QString& title, const QString& text)
                                                QStringLiteral("Notify"));
     constexpr uint replacesNothing = 0;
     constexpr int asLongAsUsual = -1;
-    const QVariantMap hints{{QStringLiteral("desktop-entry"), QStringLiteral("palvera")}};
+    const QVariantMap hints{{QStringLiteral("desktop-entry"), m_program}};
     call << QStringLiteral("Palvera") << replacesNothing << QStringLiteral("palvera") << title
          << text.toHtmlEscaped() // the text may hold markup, and file names may look like it
          << QStringList() << hints << asLongAsUsual;

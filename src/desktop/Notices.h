@@ -17,13 +17,16 @@ public:
 /// shown.
 class DesktopNotices final : public Notices {
 public:
-    /// `busAddress` is the session bus unless given.
-    explicit DesktopNotices(QString busAddress = {}) : m_busAddress(std::move(busAddress)) {}
+    /// `program` is the name of its desktop file; `busAddress` is the session bus unless given.
+    explicit DesktopNotices(QString program, QString busAddress = {})
+        : m_program(std::move(program)), m_busAddress(std::move(busAddress))
+    {}
     ~DesktopNotices() override;
 
     void show(const QString& title, const QString& text) override;
 
 private:
+    const QString m_program;
     const QString m_busAddress;
     QString m_connection; // once there is one
 };

@@ -9,6 +9,7 @@
 #include "service/API.h"
 #include "service/BrowsingOperations.h"
 #include "service/SignInOperations.h"
+#include "text/VisibleText.h"
 
 #include <boost/asio/post.hpp>
 #include <boost/asio/strand.hpp>
@@ -172,6 +173,15 @@ Task<void> Session::refresh()
     if (auto problem = m_environment.api.signInProblem(); !problem.isEmpty())
         m_remark = tr("Signed in, but only for now: %1").arg(problem);
     co_await loadOrgs();
+}
+
+void Session::remarkOnUser()
+{
+    if (!me())
+        return;
+    QStringList remarks{tr("You are signed in as %1.").arg(visibleText(me()->user.email)), m_remark};
+    remarks.removeAll(QString());
+    m_remark = remarks.join(u'\n');
 }
 
 Task<void> Session::loadOrgs()

@@ -82,6 +82,8 @@ public:
     /// What the user should know although all is well; empty when nothing.
     QString remark() const { return m_remark; }
     void dismissRemark() { m_remark = QString(); }
+    /// Has `remark` say who is signed in: in a browser that may be somebody else than the user meant.
+    void remarkOnUser();
     Site site() const { return m_site; }
     /// What the user should see: "loading", "login", "orgs", or "org:" and the open organisation's id.
     QString screen() const { return m_screen; }

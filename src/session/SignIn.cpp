@@ -4,7 +4,9 @@
 #include "service/API.h"
 #include "service/APIError.h"
 #include "service/SignInOperations.h"
+#include "session/BrowserSignIn.h"
 #include "session/SignInDoors.h"
+#include "text/VisibleText.h"
 
 #include <QUrl>
 #include <QUrlQuery>
@@ -13,9 +15,13 @@ namespace palvera {
 
 namespace {
 
+/// A browser may come back with any text, and from anywhere.
+constexpr qsizetype longestReason = 64;
+
 SignInDoorError didNotFinish(const QString& what, const QString& why = {})
 {
-    auto reason = why.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(why);
+    const auto shown = visibleText(why, Lines::one, longestReason).trimmed();
+    const auto reason = shown.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(shown);
     return SignInDoorError(QStringLiteral("%1 did not finish%2. Try again, or sign in another way.").arg(what, reason));
 }
 
@@ -98,13 +104,20 @@ Task<SignIn::Next> SignIn::withAuthenticatorCode(QString code, QString email) co
 
 Task<SignIn::Next> SignIn::atProvider(QString provider, QString name) const
 {
-    return inTheBrowser(webStartURL(m_environment.api, provider, {}), std::move(name));
+    return open(webStartURL(m_environment.api, provider, {}), std::move(name));
+}
+
+Task<SignIn::Next> SignIn::inBrowser(QString email) const
+{
+    if (email.isEmpty())
+        return open(m_environment.api.signInPageURL(), QStringLiteral("The sign-in in the browser"));
+    return open(webStartURL(m_environment.api, {}, email), QStringLiteral("Your organisation's sign-in"));
 }
 
 Task<SignIn::Next> SignIn::withPasskey() const
 {
     if (!m_environment.passkey.isAvailable())
-        co_return co_await inTheBrowser(m_environment.api.signInPageURL(), QStringLiteral("The passkey sign-in"));
+        co_return co_await open(m_environment.api.signInPageURL(), QStringLiteral("The passkey sign-in"));
     co_await m_environment.passkey.signIn();
     co_return SignInStep::SignedIn{};
 }
@@ -118,13 +131,12 @@ Task<SignIn::Next> SignIn::follow(SignInStep step, QString email) const
     if (auto* enrol = std::get_if<SignInStep::EnrolTotp>(&step.step))
         co_return std::move(*enrol);
     if (std::holds_alternative<SignInStep::Sso>(step.step)) // its own address is for a browser that is signed in
-        co_return co_await inTheBrowser(webStartURL(m_environment.api, {}, email.trimmed()),
-                                        QStringLiteral("Your organisation's sign-in"));
+        co_return co_await inBrowser(email.trimmed());
     co_return SignInStep::SignedIn{};
 }
 
 /// `what` is what people call the way in.
-Task<SignIn::Next> SignIn::inTheBrowser(QByteArray address, QString what) const
+Task<SignIn::Next> SignIn::open(QByteArray address, QString what) const
 {
     auto cameBack = co_await answerOf(m_environment.web.signIn(std::move(address)));
     if (cameBack.failure)

@@ -6,8 +6,8 @@
 namespace palvera {
 
 class API;
+class BrowserSignIn;
 class PasskeySignIn;
-class WebSignIn;
 
 /// Signing in, step by step, for a face that asks the user what each step needs.
 ///
@@ -20,7 +20,7 @@ public:
     /// What it works with; all of it outlives the steps.
     struct Environment {
         API& api;
-        WebSignIn& web;
+        BrowserSignIn& web;
         PasskeySignIn& passkey;
     };
     /// The password of the e-mail address is asked for.
@@ -44,13 +44,15 @@ public:
     Task<Next> withAuthenticatorCode(QString code, QString email) const;
     /// At `provider`, in a browser; `name` is what people call it.
     Task<Next> atProvider(QString provider, QString name) const;
+    /// On the platform's own page, in a browser, which asks how; or at the organisation of `email` where that is given.
+    Task<Next> inBrowser(QString email) const;
     /// With a passkey that this machine holds, or in a browser where it can hold none.
     Task<Next> withPasskey() const;
 
 private:
     Task<Next> withOldPassword(LoginBody body, std::optional<AuthConfig> config) const;
     Task<Next> follow(SignInStep step, QString email) const;
-    Task<Next> inTheBrowser(QByteArray address, QString what) const;
+    Task<Next> open(QByteArray address, QString what) const;
 
     const Environment m_environment;
 };

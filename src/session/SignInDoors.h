@@ -3,7 +3,6 @@
 #include "async/Failure.h"
 #include "async/Task.h"
 
-#include <QByteArray>
 #include <QString>
 
 namespace palvera {
@@ -29,16 +28,6 @@ private:
     Kind m_kind = Kind::failed;
 };
 
-/// The platform's sign-in pages in a browser.
-class WebSignIn {
-public:
-    virtual ~WebSignIn() = default;
-
-    /// Opens the page at `address` and gives the address, of the scheme "palvera", that the platform sends the browser
-    /// to in the end. Throws SignInDoorError. Cancelling closes it.
-    virtual Task<QString> signIn(QByteArray address) = 0;
-};
-
 /// A passkey that this machine, or a key plugged into it, holds.
 class PasskeySignIn {
 public:
@@ -49,12 +38,6 @@ public:
     /// Has a challenge of the platform answered and sends the answer: then somebody is signed in. Throws
     /// SignInDoorError, and what the service's operations throw. Cancelling puts the question away.
     virtual Task<void> signIn() = 0;
-};
-
-/// Where there is no browser to send the user to.
-class NoWebSignIn final : public WebSignIn {
-public:
-    Task<QString> signIn(QByteArray address) override;
 };
 
 /// Where nothing holds passkeys.

@@ -34,6 +34,8 @@ public:
     ScopedVariable serviceAddress{"PV_API", server->serviceAddress() + "/api"};
     Screen screen;
     bool isAltHeld = false;
+    bool hasBrowser = true;
+    QByteArrayList shownInBrowser;
     bool isWatched = true;
     std::function<Task<void>(UploadRequest)> upload; ///< in the place of the engine, where it is set
     FakeNotices notices;
@@ -82,6 +84,12 @@ public:
     {
         enter(field, text);
         screen.press(Qt::Key_Return);
+    }
+    /// Has the platform's pages sign that account in and gives the address to which they send the browser then.
+    QByteArray signInOnPage(const QByteArray& account)
+    {
+        const auto page = platform.serve({.method = "GET", .target = "/sign-in/finish?account=" + account}, {}, {});
+        return QString::fromUtf8(page.body).section("href=\"", 1).section('"', 0, 0).toUtf8();
     }
     /// Sends an address and a password at the doors for them.
     void signIn(const QString& email = "ada@northlight.example", const QString& password = "reel-one")
@@ -145,6 +153,12 @@ private:
                    .executor = engine.threads.executor(),
                    .clearCookies = [this] { cookies->clear(); },
                    .cookieProblem = [this] { return cookies->problem(); }}),
+              web({.clock = clock,
+                   .show =
+                       [&desktop](const QByteArray& address) {
+                           desktop.shownInBrowser.append(address);
+                           return desktop.hasBrowser;
+                       }}),
               engines({.applicationSupport = folder, .library = folder, .caches = folder + "/caches", .config = folder},
                       clock, {.engine = engine.threads, .network = network, .api = api}),
               application({.api = api,
@@ -177,7 +191,7 @@ private:
         SystemClock clock;
         HttpSession http;
         API api;
-        NoWebSignIn web;
+        BrowserSignIn web;
         NoPasskeySignIn passkey;
         TransferEngines engines;
         Application application;

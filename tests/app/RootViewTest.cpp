@@ -16,7 +16,7 @@ struct RootViewTest : TransfersTest {
     Preferences preferences{disk.filePath("preferences.conf")};
     API service{{.client = client, .executor = world.executor(), .clearCookies = [] {}}};
     Session session{{world.executor(), world.executor(), world.clock, service, preferences, network}};
-    NoWebSignIn web;
+    BrowserSignIn web{{.clock = world.clock, .show = [](const QByteArray&) { return false; }}};
     NoPasskeySignIn passkey;
     RootView root{{.signIn = {.main = world.executor(),
                               .clock = world.clock,

@@ -84,6 +84,7 @@ TEST_F(SignInTest, eachFaceBeginsInItsFirstFieldSendsNothingIncompleteAndLeadsOn
 
 TEST_F(SignInTest, whatIsWrongIsSaidAndCanBeCorrected)
 {
+    hasBrowser = false;
     screen.choose(QAccessible::Button, "Continue with Google, in a sign-in window.", Qt::Key_Space);
     waitForText("Google did not finish. Try again, or sign in another way.");
     signIn("ada@northlight.example", "wrong");
@@ -92,6 +93,41 @@ TEST_F(SignInTest, whatIsWrongIsSaidAndCanBeCorrected)
     send("Password", "reel-one");
     EXPECT_FALSE(screen.find(QAccessible::Button, "Signing in")->isEnabled());
     EXPECT_TRUE(screen.all(QAccessible::AlertMessage).isEmpty());
+}
+
+TEST_F(SignInTest, whileTheUserIsInTheBrowserTheScreenWaitsAndOffersWaysOut)
+{
+    const auto begin = [&] {
+        screen.choose(QAccessible::Button, "Continue with Google, in a sign-in window.", Qt::Key_Space);
+        screen.find(QAccessible::Heading, "Finish in your browser");
+        waitForText("Your browser is open at the sign-in page. When it asks, choose Open Palvera.");
+        EXPECT_FALSE(screen.shows(QAccessible::EditableText, "Work email"));
+        EXPECT_FALSE(screen.shows(QAccessible::Button, "Sign in with an access code"));
+    };
+    begin();
+    screen.waitForFocus("Open the browser again");
+    screen.press(Qt::Key_Return);
+    ASSERT_EQ(shownInBrowser.size(), 2);
+    EXPECT_EQ(shownInBrowser[0], shownInBrowser[1]);
+    screen.choose(QAccessible::Button, "Copy the address");
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), shownInBrowser[0]);
+    screen.find(QAccessible::Button, "The address is copied");
+    screen.press(Qt::Key_Escape);
+    screen.waitForFocus("Work email");
+    EXPECT_TRUE(screen.all(QAccessible::AlertMessage).isEmpty());
+    application().arrive({.addresses = {signInOnPage("ada%40northlight%2Eexample")}});
+    screen.find(QAccessible::AlertMessage, "That sign-in was cancelled. Start it again to use it.");
+    EXPECT_EQ(root().userEmail(), "");
+    begin();
+    EXPECT_TRUE(screen.all(QAccessible::AlertMessage).isEmpty());
+    screen.choose(QAccessible::Button, "Cancel", Qt::Key_Space);
+    screen.find(QAccessible::EditableText, "Work email");
+    begin();
+    application().arrive({.addresses = {signInOnPage("ada%40northlight%2Eexample")}});
+    waitForText("Choose a client");
+    EXPECT_EQ(root().userEmail(), "ada@northlight.example");
+    screen.find(QAccessible::AlertMessage, "You are signed in as ada@northlight.example.");
+    screen.takeWarnings(); // where there is no display, nothing can be put in front
 }
 
 TEST_F(SignInTest, aSecondStepOffersAnotherCodeOrAKeyToEnter)

@@ -42,7 +42,7 @@ TEST_F(StartTest, aSecondStartBringsTheWindowBack)
 {
     start();
     screen.window().setWindowStates(Qt::WindowMinimized);
-    application().raise();
+    application().arrive({});
     screen.takeWarnings(); // where there is no display, nothing can be put in front
     screen.waitUntil([&] { return screen.window().isActive(); });
     EXPECT_FALSE(screen.window().windowStates().testFlag(Qt::WindowMinimized));

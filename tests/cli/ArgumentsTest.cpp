@@ -25,6 +25,8 @@ TEST(Arguments, makeACommand)
     const std::pair<const char*, Invocation> cases[] = {
         {"sign-in --password-stdin --email e", {SignIn{.email = "e", .passwordFromStdin = true}}},
         {"sign-in --email e --code 123456", {SignIn{.email = "e", .code = "123456"}}},
+        {"sign-in --web", {SignIn{.inBrowser = true}}},
+        {"sign-in --web --email e", {SignIn{.email = "e", .inBrowser = true}}},
         {"sign-out", {SignOut{}}},
         {"whoami", {WhoAmI{}}},
         {"site", {ChooseSite{}}},
@@ -66,7 +68,9 @@ TEST(Arguments, areAnsweredWithWhatIsWrong)
     const std::pair<const char*, const char*> cases[] = {
         {"", "A command is required"},
         {"fetch", "There is no command “fetch”"},
-        {"sign-in", "--email"},
+        {"sign-in", "--email or --web is required"},
+        {"sign-in --web --password-stdin", "excludes"},
+        {"sign-in --web --code 1", "excludes"},
         {"site prod", "prod"},
         {"projects", "ORG"},
         {"projects a b", "b"},

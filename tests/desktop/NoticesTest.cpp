@@ -27,8 +27,8 @@ using NoticesTest = BusFixture;
 
 TEST_F(NoticesTest, reachTheDesktopAsPlainTextAndAreLostWhileNothingShowsThem)
 {
-    DesktopNotices("unix:path=/nonexistent/bus").show("No bus", "");
-    DesktopNotices notices(address);
+    DesktopNotices("test.Program", "unix:path=/nonexistent/bus").show("No bus", "");
+    DesktopNotices notices("test.Program", address);
     notices.show("Too early", "");
     FakeDesktop desktop;
     offer(desktop, "/org/freedesktop/Notifications", "org.freedesktop.Notifications");
@@ -37,8 +37,8 @@ TEST_F(NoticesTest, reachTheDesktopAsPlainTextAndAreLostWhileNothingShowsThem)
     ASSERT_TRUE(pumpUntil([&] { return desktop.shown.size() == 2; }));
     EXPECT_THAT(desktop.shown,
                 testing::ElementsAre(
-                    "Palvera|palvera|Transfers finished|“&lt;b&gt;reel &amp; 1&lt;/b&gt;.mov” is done.|palvera",
-                    "Palvera|palvera|Again||palvera"));
+                    "Palvera|palvera|Transfers finished|“&lt;b&gt;reel &amp; 1&lt;/b&gt;.mov” is done.|test.Program",
+                    "Palvera|palvera|Again||test.Program"));
 }
 
 } // namespace

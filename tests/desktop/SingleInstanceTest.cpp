@@ -1,4 +1,6 @@
 #include "desktop/SingleInstance.h"
+
+#include "desktop/MessageSocket.h"
 #include "tests/support/Files.h"
 #include "tests/support/LoopFixture.h"
 #include "tests/support/QtPrinting.h"
@@ -15,13 +17,18 @@ using testing::ElementsAre;
 struct SingleInstanceTest : LoopFixture {
     QTemporaryDir folder;
 
-    QByteArrayList heardBy(SingleInstance& first, qsizetype count = 1)
+    QByteArrayList heard;
+
+    std::unique_ptr<SingleInstance> start(const QString& runtimeFolder)
     {
-        QByteArrayList heard;
-        first.onMessage = [&](const QByteArray& message) { heard.append(message); };
+        auto instance = std::make_unique<SingleInstance>("/data", runtimeFolder);
+        instance->listen([this](const QByteArray& message) { heard.append(message); });
+        return instance;
+    }
+    QByteArrayList hear(qsizetype count = 1)
+    {
         pumpUntil([&] { return heard.size() >= count; });
-        first.onMessage = nullptr;
-        return heard;
+        return std::exchange(heard, {});
     }
     QString socketPath() const
     {
@@ -37,24 +44,25 @@ struct SingleInstanceTest : LoopFixture {
     }
     void expectTheNextTakesOver()
     {
-        SingleInstance next("/data", folder.path()), later("/data", folder.path());
-        EXPECT_TRUE(next.isFirst());
-        EXPECT_TRUE(later.send("raise"));
-        EXPECT_THAT(heardBy(next), ElementsAre("raise"));
+        const auto next = start(folder.path());
+        EXPECT_TRUE(next->isFirst());
+        EXPECT_TRUE(SingleInstance("/data", folder.path()).send("raise"));
+        EXPECT_THAT(hear(), ElementsAre("raise"));
     }
 };
 
 TEST_F(SingleInstanceTest, theSecondHandsOverWhatItHasToSay)
 {
-    SingleInstance first("/data", folder.path()), second("/data", folder.path());
-    ASSERT_TRUE(first.isFirst());
+    const auto first = start(folder.path());
+    SingleInstance second("/data", folder.path());
+    ASSERT_TRUE(first->isFirst());
     ASSERT_FALSE(second.isFirst());
     for (const char* message : {"raise", "", "two\nlines"})
         EXPECT_TRUE(second.send(message));
-    EXPECT_THAT(heardBy(first, 3), ElementsAre("raise", "", "two\nlines"));
-    const QByteArray longest(SingleInstance::longestMessage, 'x');
+    EXPECT_THAT(hear(3), ElementsAre("raise", "", "two\nlines"));
+    const QByteArray longest(MessageSocket::longestMessage, 'x');
     EXPECT_TRUE(second.send(longest));
-    EXPECT_THAT(heardBy(first), ElementsAre(longest));
+    EXPECT_THAT(hear(), ElementsAre(longest));
     EXPECT_FALSE(second.send(longest + 'x'));
     ASSERT_TRUE(QFile::remove(socketPath()));
     EXPECT_FALSE(second.send("raise")) << "nobody takes it";
@@ -62,17 +70,18 @@ TEST_F(SingleInstanceTest, theSecondHandsOverWhatItHasToSay)
 
 TEST_F(SingleInstanceTest, whatIsCutOffOrTooLongOrNeverComesDoesNotKeepTheNextFromBeingHeard)
 {
-    SingleInstance first("/data", folder.path()), second("/data", folder.path());
+    const auto first = start(folder.path());
+    SingleInstance second("/data", folder.path());
     QLocalSocket silent;
     say(silent, "");
-    for (const auto& bytes : {QByteArray("rai"), QByteArray(SingleInstance::longestMessage + 1, 'x') + "\n",
-                              QByteArray(4 * SingleInstance::longestMessage, 'x') + "\n"}) {
+    for (const auto& bytes : {QByteArray("rai"), QByteArray(MessageSocket::longestMessage + 1, 'x') + "\n",
+                              QByteArray(4 * MessageSocket::longestMessage, 'x') + "\n"}) {
         QLocalSocket socket;
         say(socket, bytes);
         socket.disconnectFromServer();
     }
     EXPECT_TRUE(second.send("raise"));
-    EXPECT_THAT(heardBy(first), ElementsAre("raise"));
+    EXPECT_THAT(hear(), ElementsAre("raise"));
 }
 
 TEST_F(SingleInstanceTest, oneDataFolderIsOneHoweverItsPathIsSpelledAndOthersDoNotMeet)
@@ -86,7 +95,7 @@ TEST_F(SingleInstanceTest, oneDataFolderIsOneHoweverItsPathIsSpelledAndOthersDoN
 
 TEST_F(SingleInstanceTest, theNextTakesOverFromOneThatIsGoneOrWasKilled)
 {
-    std::optional<SingleInstance> first(std::in_place, "/data", folder.path());
+    auto first = start(folder.path());
     const auto socket = socketPath();
     first.reset();
     expectTheNextTakesOver();

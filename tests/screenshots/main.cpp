@@ -74,6 +74,15 @@ private:
         take("sign-in-waiting", "Waiting for Palvera to answer…");
         begin();
         take("sign-in-email", "Work email");
+        screen.click(button, "Continue with Google, in a sign-in window.");
+        take("sign-in-browser", "Finish in your browser");
+        login().becomeActive();
+        letPass(2200ms);
+        take("sign-in-browser-back", "Finished there?");
+        screen.click(button, "Cancel");
+        application().arrive({.addresses = {"palvera://sign-in?grant=late"}});
+        screen.takeWarnings();
+        take("sign-in-browser-late", "That sign-in was cancelled.");
         signIn("ada@northlight.example", "wrong");
         take("sign-in-password-wrong", "That email or password is not right.");
         screen.click(button, "Forgotten your password?");
@@ -101,6 +110,12 @@ private:
     }
     void pickers()
     {
+        begin();
+        screen.click(button, "Continue with Google, in a sign-in window.");
+        screen.find(button, "Open the browser again");
+        application().arrive({.addresses = {signInOnPage("ada%40northlight%2Eexample")}});
+        screen.takeWarnings();
+        take("clients-from-browser", "You are signed in as");
         finish();
         QFile::remove(disk.filePath("cookies"));
         QDir(disk.path()).mkdir("cookies"); // where the file belongs

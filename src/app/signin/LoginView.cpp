@@ -8,6 +8,9 @@
 #include "session/Session.h"
 #include "session/SignInDoors.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 namespace palvera {
 
 using namespace std::chrono_literals;
@@ -49,11 +52,13 @@ LoginView::LoginView(const Environment& environment, QObject* parent)
 {
     QObject::connect(&m_ways, &WaysIn::changed, this, &LoginView::followConfig);
     QObject::connect(&m_environment.session, &Session::siteChanged, this, &LoginView::configChanged);
+    QObject::connect(&m_environment.doors.web, &BrowserSignIn::waitingChanged, this, &LoginView::followBrowser);
 }
 
 void LoginView::open(bool developerDoor, const QString& notice)
 {
     m_tasks.stop();
+    cancelBrowser();
     m_isTouched = false;
     m_notice = notice;
     m_developerDoor = developerDoor;
@@ -207,7 +212,9 @@ void LoginView::backToSignIn()
 
 void LoginView::goBack()
 {
-    if (m_face != Face::Login && m_face != Face::Email)
+    if (isInBrowser())
+        cancelBrowser();
+    else if (m_face != Face::Login && m_face != Face::Email)
         backToSignIn();
 }
 
@@ -226,12 +233,77 @@ void LoginView::signInWithPasskey()
     act(take(m_signIn.withPasskey()), QStringLiteral("That passkey did not work. Sign in another way."));
 }
 
+bool LoginView::isInBrowser() const
+{
+    return m_environment.doors.web.isWaiting();
+}
+
+void LoginView::openBrowserAgain()
+{
+    m_environment.doors.web.showAgain();
+}
+
+void LoginView::copyBrowserAddress() const
+{
+    QGuiApplication::clipboard()->setText(QString::fromUtf8(m_environment.doors.web.address()));
+}
+
+void LoginView::cancelBrowser()
+{
+    m_environment.doors.web.cancel();
+}
+
+void LoginView::refuse(BrowserSignIn::Taken callback)
+{
+    using Taken = BrowserSignIn::Taken;
+    switch (callback) {
+    case Taken::used:
+    case Taken::again: // the browser's page offers it more than once
+        return;
+    case Taken::late:
+        m_notice = tr("That sign-in was cancelled. Start it again to use it.");
+        return;
+    case Taken::unasked:
+        m_notice = tr("That sign-in was not started here, so it was not used.");
+        return;
+    }
+}
+
+void LoginView::followBrowser()
+{
+    m_wasInBrowser = m_wasInBrowser || isInBrowser();
+    m_backFromBrowser = false;
+    ++m_browserTrips;
+    if (isInBrowser())
+        m_notice = QString();
+    else
+        m_tasks.start(focusSoon(++m_faceChanges));
+    Q_EMIT browserChanged();
+}
+
+void LoginView::becomeActive()
+{
+    if (isInBrowser())
+        m_tasks.start(wonder(m_browserTrips));
+}
+
+/// Whoever has finished there may not have let the browser open the program.
+Task<void> LoginView::wonder(int trip)
+{
+    co_await m_environment.clock.sleep(2s);
+    if (trip != m_browserTrips || !isInBrowser())
+        co_return;
+    m_backFromBrowser = true;
+    Q_EMIT browserChanged();
+}
+
 void LoginView::act(Task<void> action, const QString& fallback)
 {
     if (m_busy)
         return;
     m_busy = true;
     m_error = QString();
+    m_wasInBrowser = false;
     m_tasks.start(perform(std::move(action), fallback));
 }
 
@@ -291,10 +363,13 @@ Task<void> LoginView::take(Task<SignIn::Next> step)
     auto next = co_await std::move(step);
     if (std::holds_alternative<SignInStep::SignedIn>(next)) {
         co_await m_environment.session.refresh();
-        if (m_environment.session.me())
+        if (m_environment.session.me()) {
             leave();
-        else
+            if (m_wasInBrowser)
+                m_environment.session.remarkOnUser();
+        } else {
             m_error = m_environment.session.error().value_or(QString());
+        }
     } else if (std::holds_alternative<SignIn::EnterPassword>(next)) {
         go(Face::Password);
     } else if (auto* enrol = std::get_if<SignInStep::EnrolTotp>(&next)) {

@@ -2,6 +2,7 @@
 
 #include "app/signin/WaysIn.h"
 #include "service/Site.h"
+#include "session/BrowserSignIn.h"
 #include "session/SignIn.h"
 
 #include <QProperty>
@@ -30,6 +31,8 @@ class LoginView : public QObject {
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
+    Q_PROPERTY(bool inBrowser READ isInBrowser NOTIFY browserChanged)
+    Q_PROPERTY(bool backFromBrowser READ isBackFromBrowser NOTIFY browserChanged)
     Q_PROPERTY(bool resent READ isResent NOTIFY resentChanged)
     Q_PROPERTY(bool asked READ isAsked NOTIFY askedChanged)
     Q_PROPERTY(bool configLoading READ isConfigLoading NOTIFY configChanged)
@@ -96,6 +99,10 @@ public:
     QString notice() const { return m_notice; }
     /// What failed last, for the user; empty when nothing did.
     QString error() const { return m_error; }
+    /// The sign-in goes on in the user's browser, for which everything else waits.
+    bool isInBrowser() const;
+    /// The user has come from there, but the browser has not.
+    bool isBackFromBrowser() const { return m_backFromBrowser; }
     /// Another code was sent.
     bool isResent() const { return m_resent; }
     /// A link to reset the password was asked for.
@@ -126,12 +133,21 @@ public:
     Q_INVOKABLE void changeEmail();
     Q_INVOKABLE void forgotPassword();
     Q_INVOKABLE void backToSignIn();
-    /// One step back, from wherever there is one.
+    /// One step back, from wherever there is one; out of the browser, too.
     Q_INVOKABLE void goBack();
     Q_INVOKABLE void resendCode();
     /// Goes on at `provider`, in a browser.
     Q_INVOKABLE void signInWith(const QString& provider);
     Q_INVOKABLE void signInWithPasskey();
+    /// While the sign-in goes on in the browser: shows its page there once more, puts its address on the clipboard, or
+    /// gives up without a word.
+    Q_INVOKABLE void openBrowserAgain();
+    Q_INVOKABLE void copyBrowserAddress() const;
+    Q_INVOKABLE void cancelBrowser();
+    /// A browser came back for nothing; says so where the user may wonder.
+    void refuse(BrowserSignIn::Taken callback);
+    /// The user has come back to the program.
+    void becomeActive();
     Q_INVOKABLE void chooseSite(bool live);
 
 Q_SIGNALS:
@@ -143,6 +159,7 @@ Q_SIGNALS:
     void busyChanged();
     void noticeChanged();
     void errorChanged();
+    void browserChanged();
     void resentChanged();
     void askedChanged();
     void configChanged();
@@ -163,6 +180,8 @@ private:
     void askForConfig();
     void followConfig();
     Task<void> focusSoon(int change);
+    void followBrowser();
+    Task<void> wonder(int trip);
 
     void go(Face face);
     void setFace(Face face, bool moves);
@@ -182,6 +201,9 @@ private:
     Face m_face = Face::Login;
     bool m_faceMoves = false;
     int m_faceChanges = 0;
+    bool m_wasInBrowser = false; // during the action that runs
+    bool m_backFromBrowser = false;
+    int m_browserTrips = 0;
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, QString, m_email, &LoginView::emailChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, QString, m_password, &LoginView::passwordChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, QString, m_code, &LoginView::codeChanged)

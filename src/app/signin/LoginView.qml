@@ -11,6 +11,10 @@ FocusScope {
     readonly property bool waits: login.configLoading
 
     Connections {
+        function onBrowserChanged() {
+            root.showFace();
+        }
+
         function onFaceChanged() {
             root.showFace();
         }
@@ -130,7 +134,7 @@ FocusScope {
                         anchors.horizontalCenter: parent.horizontalCenter
                         kind: AppButton.Kind.Link
                         text: root.login.face === LoginModel.Login ? qsTr("Back to sign in") : qsTr("Sign in with an access code")
-                        visible: root.login.accessCodeLinkShown
+                        visible: root.login.accessCodeLinkShown && !root.login.inBrowser
                         onClicked: root.login.toggleAccessCode()
                     }
                 }
@@ -175,6 +179,8 @@ FocusScope {
     }
 
     function sourceFor(shown: int): string {
+        if (login.inBrowser)
+            return "BrowserFace.qml";
         switch (shown) {
         case LoginModel.Login:
             return "LoginFace.qml";
@@ -192,10 +198,13 @@ FocusScope {
     }
 
     function showFace() {
-        face.setSource(sourceFor(login.face), {
+        const shown = Qt.resolvedUrl(sourceFor(login.face));
+        if (face.source === shown)
+            return;
+        face.setSource(shown, {
             login: root.login
         });
-        if (login.faceMoves)
+        if (login.faceMoves || login.inBrowser)
             appear.restart();
     }
 

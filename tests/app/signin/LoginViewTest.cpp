@@ -30,21 +30,6 @@ using local::Operation;
 
 namespace {
 
-/// A browser that comes back as it is told.
-struct FakeBrowser final : WebSignIn {
-    Clock& clock;
-    std::vector<QByteArray> opened;
-    std::function<QString()> comeBack = [] { return QString(); };
-
-    explicit FakeBrowser(Clock& time) : clock(time) {}
-    Task<QString> signIn(QByteArray address) override
-    {
-        opened.push_back(address);
-        co_await clock.sleep(10s);
-        co_return comeBack();
-    }
-};
-
 struct FakePasskey final : PasskeySignIn {
     bool available = false;
     std::function<void()> answer = [] {};
@@ -72,7 +57,12 @@ struct LoginViewTest : testing::Test {
     Preferences preferences{disk.filePath("preferences.conf")};
     FakeNetworkPath path{world.clock};
     Session session{{world.executor(), world.executor(), world.clock, api, preferences, path}};
-    FakeBrowser browser{world.clock};
+    std::vector<QByteArray> opened; ///< in the browser
+    bool hasBrowser = true;
+    BrowserSignIn browser{{.clock = world.clock, .show = [this](const QByteArray& address) {
+                               opened.push_back(address);
+                               return hasBrowser;
+                           }}};
     FakePasskey passkey;
     LoginView view{{.main = world.executor(),
                     .clock = world.clock,
@@ -112,6 +102,18 @@ struct LoginViewTest : testing::Test {
         submit();
         view.setPassword(password);
         submit();
+    }
+    /// The address with which the platform ends a sign-in of that account in the browser.
+    QString grantedTo(const QByteArray& account)
+    {
+        const auto page = world.run(client->send({.url = "http://platform.test/sign-in/finish?account=" + account}));
+        return QString::fromUtf8(page.body).section("href=\"", 1).section('"', 0, 0);
+    }
+    void comeBack(const QString& callback)
+    {
+        world.settle();
+        EXPECT_EQ(browser.take(callback), BrowserSignIn::Taken::used);
+        wait(1s);
     }
     QString user() const { return session.me() ? session.me()->user.email : QString(); }
     /// What the platform was asked that begins so, such as "POST auth/login".
@@ -388,60 +390,122 @@ TEST_F(LoginViewTest, nothingElseIsDoneWhileAnActionRuns)
     wait(20s);
     EXPECT_EQ(view.face(), Face::Password);
     EXPECT_EQ(network.seen().size(), before + 1);
-    EXPECT_THAT(browser.opened, IsEmpty());
+    EXPECT_THAT(opened, IsEmpty());
 }
 
 TEST_F(LoginViewTest, singleSignOnGoesOnInTheBrowserWithTheAddressThatWasEntered)
 {
     open();
-    auto page = world.run(client->send({.url = "http://platform.test/sign-in/finish?account=eve%40harbour%2Eexample"}));
-    browser.comeBack = [&] { return QString::fromUtf8(page.header("Location")); };
     view.setEmail(" eve@harbour.example\n");
     view.submit();
-    wait(20s);
-    EXPECT_THAT(browser.opened, ElementsAre(webStartURL(api, {}, "eve@harbour.example")));
+    wait(1s);
+    EXPECT_TRUE(view.isInBrowser() && view.isBusy());
+    EXPECT_THAT(opened, ElementsAre(webStartURL(api, {}, "eve@harbour.example")));
+    comeBack(grantedTo("eve%40harbour%2Eexample"));
     EXPECT_EQ(user(), "eve@harbour.example");
+    EXPECT_EQ(session.remark(), "You are signed in as eve@harbour.example.");
 }
 
 TEST_F(LoginViewTest, aBrowserThatComesBackOtherwiseIsToldOf)
 {
-    const auto at = [](const char* address) { return [address] { return QString::fromUtf8(address); }; };
     const QString tryAgain = "Google did not finish. Try again, or sign in another way.";
-    struct Case {
-        std::function<QString()> comeBack;
-        QString message;
-    } cases[] = {
-        {at("palvera://done?error=access_denied"),
-         "Google did not finish (access_denied). Try again, or sign in another way."},
-        {at("palvera://done"), tryAgain},
-        {at("palvera://done?grant="), tryAgain},
-        {at("palvera://done?grant=old&error=x"), "That sign-in has expired. Try again."},
-        {[]() -> QString { throw SignInDoorError("The sign-in window could not open."); }, tryAgain},
-        {[]() -> QString { throw SignInDoorError::byTheUser(); }, ""},
-        {[&]() -> QString {
-             network.conditions.listening = false;
-             return "palvera://done?grant=lost";
-         },
-         tryAgain},
+    const auto because = [](const QString& why) {
+        return "Google did not finish (" + why + "). Try again, or sign in another way.";
+    };
+    const std::pair<QString, QString> cases[] = {
+        {"palvera://done?error=access_denied", because("access_denied")},
+        {"palvera://done?error=%1B%5B31m%20%E2%80%AEgone%0A", because("[31m gone")},
+        {"palvera://done?error=" + QString(500, 'x'), because(QString(63, 'x') + "…")},
+        {"palvera://done?error=%20", tryAgain},
+        {"palvera://done", tryAgain},
+        {"palvera:", tryAgain},
+        {"palvera://done?grant=", tryAgain},
+        {"palvera://done?grant=old&error=x", "That sign-in has expired. Try again."},
     };
     open();
-    for (const auto& [comeBack, message] : cases) {
-        browser.comeBack = comeBack;
+    for (const auto& [callback, message] : cases) {
         view.signInWith("google");
-        EXPECT_TRUE(view.isBusy());
-        wait(20s);
+        comeBack(callback);
         EXPECT_EQ(view.error(), message);
-        EXPECT_FALSE(view.isBusy());
+        EXPECT_FALSE(view.isBusy() || view.isInBrowser());
         EXPECT_EQ(user(), "");
     }
+    const auto callback = grantedTo("ada%40northlight%2Eexample");
+    view.signInWith("google");
+    network.conditions.listening = false;
+    comeBack(callback);
+    EXPECT_EQ(view.error(), tryAgain);
+    network.conditions.listening = true;
+    view.signInWith("google");
+    wait(130s);
+    comeBack(callback);
+    EXPECT_EQ(view.error(), "That sign-in has expired. Try again.");
+    hasBrowser = false;
+    view.signInWith("google");
+    wait(1s);
+    EXPECT_EQ(view.error(), tryAgain);
+}
+
+TEST_F(LoginViewTest, whileItWaitsForTheBrowserThereAreWaysOut)
+{
+    open();
+    view.signInWith("google");
+    wait(1s);
+    view.signInWith("apple");
+    view.openBrowserAgain();
+    EXPECT_THAT(opened, ElementsAre(webStartURL(api, "google", {}), webStartURL(api, "google", {})));
+    EXPECT_FALSE(view.isBackFromBrowser());
+    view.becomeActive();
+    wait(1900ms);
+    EXPECT_FALSE(view.isBackFromBrowser()) << "it may just be on its way";
+    wait(100ms);
+    EXPECT_TRUE(view.isBackFromBrowser());
+    focused.clear();
+    view.goBack();
+    EXPECT_FALSE(view.isInBrowser());
+    wait(1s);
+    EXPECT_EQ(view.error(), "");
+    EXPECT_FALSE(view.isBusy());
+    EXPECT_THAT(focused, ElementsAre(Field::email));
+    view.signInWith("google");
+    wait(15min);
+    EXPECT_EQ(view.error(), "Google did not finish. Try again, or sign in another way.");
+    view.signInWith("google");
+    wait(1s);
+    EXPECT_FALSE(view.isBackFromBrowser()) << "not yet this time";
+    view.open(false);
+    wait(1s);
+    EXPECT_FALSE(view.isInBrowser() || view.isBusy());
+}
+
+TEST_F(LoginViewTest, aCallbackThatNobodyWaitsForIsSaidAndSignsNobodyIn)
+{
+    open();
+    const auto arrive = [&] {
+        view.refuse(browser.take(grantedTo("ada%40northlight%2Eexample")));
+        wait(1s);
+        return view.notice();
+    };
+    EXPECT_EQ(arrive(), "That sign-in was not started here, so it was not used.");
+    view.signInWith("google");
+    wait(1s);
+    EXPECT_EQ(view.notice(), "");
+    view.cancelBrowser();
+    EXPECT_EQ(arrive(), "That sign-in was cancelled. Start it again to use it.");
+    view.signInWith("google");
+    wait(1s);
+    comeBack("palvera://done?error=x");
+    EXPECT_EQ(arrive(), "") << "the page offers it twice";
+    EXPECT_EQ(user(), "");
+    EXPECT_THAT(asked("POST auth/native/redeem"), IsEmpty());
 }
 
 TEST_F(LoginViewTest, aPasskeyOpensTheDoorOrTheSignInPage)
 {
     open();
     view.signInWithPasskey();
-    wait(20s);
-    EXPECT_THAT(browser.opened, ElementsAre("http://platform.test/sign-in?native=1"));
+    comeBack("palvera://done");
+    EXPECT_THAT(opened, ElementsAre("http://platform.test/sign-in?native=1"));
     EXPECT_EQ(view.error(), "The passkey sign-in did not finish. Try again, or sign in another way.");
 
     passkey.available = true;
@@ -463,7 +527,7 @@ TEST_F(LoginViewTest, aPasskeyOpensTheDoorOrTheSignInPage)
     view.signInWithPasskey();
     wait(1s);
     EXPECT_EQ(user(), "ada@northlight.example");
-    EXPECT_EQ(browser.opened.size(), 1u);
+    EXPECT_EQ(opened.size(), 1u);
 }
 
 TEST_F(LoginViewTest, beginsAfreshWheneverItIsOpened)

@@ -1,0 +1,85 @@
+#include "desktop/MessageSocket.h"
+
+#include <QDeadlineTimer>
+#include <QLocalServer>
+#include <QLocalSocket>
+#include <QTimer>
+
+#include <chrono>
+
+namespace palvera {
+
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto patience = 2s;                                      // with a program that does not answer
+constexpr auto longestTalk = 5s;                                   // of one that has something to say
+constexpr qint64 longestWhole = MessageSocket::longestMessage + 1; // with the line end that marks it whole
+
+} // namespace
+
+MessageSocket::MessageSocket(const QString& path, std::function<void(const QByteArray&)> onMessage)
+    : m_onMessage(std::make_shared<const OnMessage>(std::move(onMessage))), m_server(new QLocalServer)
+{
+    QLocalServer::removeServer(path);
+    m_server->setSocketOptions(QLocalServer::UserAccessOption);
+    QObject::connect(m_server, &QLocalServer::newConnection, m_server, [this] {
+        while (auto* peer = m_server->nextPendingConnection())
+            serve(peer);
+    });
+    m_server->listen(path);
+}
+
+MessageSocket::~MessageSocket()
+{
+    QObject::disconnect(m_server, nullptr, m_server, nullptr);
+    m_server->close();
+    m_server->deleteLater(); // one of its own signals may have led here
+}
+
+/// A message is what comes until the peer closes, less the line end that marks it whole.
+void MessageSocket::serve(QLocalSocket* peer)
+{
+    const auto drop = [peer] {
+        QObject::disconnect(peer, &QLocalSocket::disconnected, nullptr, nullptr); // it is not heard
+        peer->abort();
+        peer->deleteLater();
+    };
+    peer->setReadBufferSize(longestWhole + 1);
+    QTimer::singleShot(longestTalk, peer, drop);
+    QObject::connect(peer, &QLocalSocket::readyRead, peer, [peer, drop] {
+        if (peer->bytesAvailable() > longestWhole)
+            drop();
+    });
+    QObject::connect(peer, &QLocalSocket::disconnected, peer, [listener = std::weak_ptr(m_onMessage), peer] {
+        peer->deleteLater();
+        const auto onMessage = listener.lock();
+        if (!onMessage) // and the peer is about to go
+            return;
+        const auto message = peer->readAll();
+        if (message.endsWith('\n'))
+            (*onMessage)(message.chopped(1));
+    });
+}
+
+bool MessageSocket::send(const QString& path, const QByteArray& message)
+{
+    if (message.size() > longestMessage)
+        return false;
+    const QDeadlineTimer limit(patience);
+    const auto left = [&limit] { return int(limit.remainingTime()); }; // milliseconds
+    QLocalSocket socket;
+    socket.connectToServer(path);
+    if (!socket.waitForConnected(left()))
+        return false;
+    // The end is marked: a connection that breaks ends just like one that is closed.
+    socket.write(message + '\n');
+    while (socket.bytesToWrite() > 0)
+        if (!socket.waitForBytesWritten(left()))
+            return false;
+    socket.disconnectFromServer();
+    return socket.state() == QLocalSocket::UnconnectedState || socket.waitForDisconnected(left());
+}
+
+} // namespace palvera
