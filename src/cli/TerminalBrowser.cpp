@@ -34,14 +34,19 @@ TerminalBrowser::TerminalBrowser(Output& output, Clock& clock, Use use)
       m_isAllowed(use == Use::allowed),
       m_signIn({.clock = clock,
                 .show = [this](const QByteArray& address) { return show(address); },
-                .listen =
-                    [this] {
-                        return std::make_shared<CallbackListener>([this](const Arrival& arrival) {
-                            for (const auto& address : arrival.addresses)
-                                m_signIn.take(QString::fromUtf8(address));
-                        });
-                    }})
+                .listen = [this] { return listen(); }})
 {}
+
+/// No browser of this computer comes back to it without a display.
+std::shared_ptr<void> TerminalBrowser::listen()
+{
+    if (!hasDisplay())
+        return nullptr;
+    return std::make_shared<CallbackListener>([this](const Arrival& arrival) {
+        for (const auto& address : arrival.addresses)
+            m_signIn.take(QString::fromUtf8(address));
+    });
+}
 
 bool TerminalBrowser::show(const QByteArray& address)
 {
@@ -49,20 +54,21 @@ bool TerminalBrowser::show(const QByteArray& address)
         m_output.remark(QStringLiteral("That account signs in in the browser. Sign in with --web."));
         return false;
     }
-    const auto shown = QString::fromUtf8(address);
-    if (openOnDisplay(address))
+    if (!hasDisplay() && !hasTerminal()) {
         m_output.remark(
-            QStringLiteral("Finish in your browser. If it does not open, open this address yourself:\n%1").arg(shown));
-    else if (hasTerminal())
-        m_output.remark(QStringLiteral("Open this address in a browser, on any computer:\n%1").arg(shown));
-    else
-        m_output.remark(QStringLiteral(
-            "There is neither a display to open a browser on nor a terminal to take its last address from."));
+            QStringLiteral("There is neither a display to open a browser on nor a terminal to take its last "
+                           "address from."));
+        return false;
+    }
+    m_output.remark(openOnDisplay(address)
+                        ? QStringLiteral("Finish in your browser. If it does not open, open this address yourself:")
+                        : QStringLiteral("Open this address in a browser, on any computer:"));
+    m_output.remark(QString::fromUtf8(address));
     if (hasTerminal())
-        m_output.remark(
-            QStringLiteral("Its last page leads to an address that begins with \"palvera:\". Where that does not "
-                           "open by itself, copy it and paste it here; it is not shown."));
-    return hasDisplay() || hasTerminal();
+        m_output.remark(QStringLiteral(
+            "Its last page leads to an address that begins with \"palvera:\". Where that does not open by "
+            "itself, copy it and paste it here; it is not shown."));
+    return true;
 }
 
 Task<void> TerminalBrowser::takeAddresses()

@@ -22,6 +22,7 @@ public:
 
 private:
     bool show(const QByteArray& address);
+    std::shared_ptr<void> listen();
 
     Output& m_output;
     const bool m_isAllowed;

@@ -8,6 +8,7 @@ import hashlib
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -108,6 +109,11 @@ class Platform:
     def expire(self):
         """Has it forget who is signed in."""
         self.ask("/local/expire", b"")
+
+    def sign_in_on_page(self, account):
+        """The address to which its page sends the browser in which somebody signs in."""
+        page = self.ask(f"/sign-in/finish?account={account.replace('@', '%40').replace('.', '%2E')}").decode()
+        return re.search(r'href="(palvera:[^"]+)"', page)[1]
 
     def uploads(self, row):
         return [upload for upload in self.state()["uploads"] if upload["deliverable"] == row]

@@ -9,7 +9,7 @@ import struct
 import termios
 
 import support
-from support import DONE, INTERRUPTED, NOT_SIGNED_IN, ORG, PROJECT, Client, Platform, Workspace, signed_in
+from support import DONE, FAILED, INTERRUPTED, NOT_SIGNED_IN, ORG, PROJECT, Client, Platform, Workspace, expect, signed_in
 
 PART = 100_000
 CELLS = 72
@@ -71,6 +71,29 @@ def the_password_is_asked_for_and_not_shown():
             assert ended == expected and password not in seen and all(code in seen for code in codes), seen
             assert ("That code is not right." in seen) == bool(codes), seen
             assert ("Another code is on its way." in seen) == ("" in codes), seen
+
+
+def a_sign_in_in_a_browser_elsewhere_ends_with_a_pasted_address_that_is_not_shown():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        client = Client(workspace, platform.address)
+        client.environment = {key: value for key, value in client.environment.items()
+                              if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        for options, begins in (["--web"], "/sign-in?native=1"), (
+                ["--email", "eve@harbour.example"], "/api/auth/workos/start?native=1&return=%2F&email=eve"):
+            terminal = Terminal(client, "sign-in", *options)
+            terminal.read_until(b"Address: ")
+            assert f"\n{platform.origin}{begins}".encode() in terminal.seen.replace(b"\r", b""), terminal.seen
+            assert not terminal.shows_typing()
+            terminal.type(b"https://elsewhere.test\n")
+            terminal.read_until(b"begins with \"palvera:\".", 2)
+            terminal.read_until(b"Address: ", 2)
+            callback = platform.sign_in_on_page("eve@harbour.example")
+            terminal.type(f" {callback}\n".encode())
+            code, seen = terminal.finish()
+            assert code == DONE and "Signed in as Eve Castellan" in seen and callback not in seen, seen
+            assert client.run("whoami", "--json").records()[0]["email"] == "eve@harbour.example"
+        result = expect(FAILED, client.run("sign-in", "--web"))
+        assert "neither a display" in result.error and "did not finish" in result.error, result
 
 
 def an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was():
