@@ -21,7 +21,7 @@ QByteArray accountLink(const Account& account)
 QByteArray page(const QByteArray& title, const QByteArray& body)
 {
     return "<!DOCTYPE html><html lang=\"en\"><head><meta charset=\"utf-8\"><meta name=\"viewport\" "
-           "content=\"width=device-width\"><title>" +
+           "content=\"width=device-width\"><link rel=\"icon\" href=\"data:,\"><title>" +
            title + "</title><style>" + style + "</style></head><body>" + body + "</body></html>\n";
 }
 

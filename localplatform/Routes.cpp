@@ -13,6 +13,7 @@ constexpr auto whenNotEmpty = QueryItem::Presence::whenNotEmpty;
 constexpr auto always = QueryItem::Presence::required;
 constexpr auto number = QueryItem::Value::number;
 constexpr auto text = QueryItem::Value::text;
+constexpr auto shownText = QueryItem::Value::shownText;
 constexpr auto literal = QueryItem::Value::literal;
 
 #define PALVERA_DELIVERABLE "orgs/{org}/projects/{project}/deliverables/{deliverable}"
@@ -69,8 +70,8 @@ const std::vector<Route> routes{
      {},
      {{"native", literal, always, "1"},
       {"return", literal, always, "%2F"},
-      {"provider", text, whenNotEmpty},
-      {"email", text, whenNotEmpty}}},
+      {"provider", shownText, whenNotEmpty},
+      {"email", shownText, whenNotEmpty}}},
     {Operation::orgs, "GET", "orgs"},
     {Operation::projects, "GET", "orgs/{org}/projects"},
     {Operation::deliverables, "GET", "orgs/{org}/projects/{project}/deliverables"},

@@ -13,7 +13,12 @@ namespace palvera::local {
 
 /// One item that a query holds, at its place.
 struct QueryItem {
-    enum class Value { number, text, literal };
+    enum class Value {
+        number,
+        text,
+        shownText, ///< which a browser may have unescaped where that makes no difference
+        literal,
+    };
     enum class Presence { required, whenNotEmpty };
 
     const char* name;

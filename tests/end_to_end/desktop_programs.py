@@ -13,7 +13,7 @@ from support import wait_until
 gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib # noqa: E402: only with the version
 
-DESKTOP, DRAG_SOURCE = os.environ["PALVERA"], os.environ["PALVERA_DRAG_SOURCE"]
+DESKTOP, DRAG_SOURCE = os.environ["PALVERA"], os.environ.get("PALVERA_DRAG_SOURCE")
 
 
 class Display:
@@ -44,6 +44,17 @@ class Display:
         return os.environ | {"DISPLAY": self.name, "XDG_RUNTIME_DIR": self.runtime.name, "NO_AT_BRIDGE": "0"}
 
 
+class WindowManager:
+    """What a desktop has for it; without one, no window is active but by force."""
+
+    def __enter__(self):
+        self.process = subprocess.Popen(["openbox"], stderr=subprocess.DEVNULL)
+
+    def __exit__(self, *unused):
+        self.process.terminate()
+        self.process.wait()
+
+
 class Desktop:
     """The program, in homes of its own."""
 
@@ -68,6 +79,13 @@ class Desktop:
     def focus(self):
         subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "Palvera", "windowfocus", "--sync"],
                        check=True, timeout=support.PATIENCE, stdout=subprocess.DEVNULL)
+
+    def is_active(self):
+        def look():
+            active = subprocess.run(["xdotool", "getactivewindow", "getwindowpid"], capture_output=True, text=True)
+            return active.stdout.split() == [str(self.process.pid)]
+
+        return wait_until(look, "the window is active")
 
     def quit(self):
         self.focus()

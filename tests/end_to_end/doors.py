@@ -20,17 +20,6 @@ GOOGLE = "Continue with Google, in a sign-in window."
 ID = "example.palvera.Palvera"
 
 
-def install_browser(home, command):
-    """What opens addresses for programs whose home that is."""
-    applications, config = home / "data" / "applications", home / "config"
-    for folder in applications, config:
-        folder.mkdir(parents=True, exist_ok=True)
-    (applications / "browser.desktop").write_text(
-        f"[Desktop Entry]\nType=Application\nName=Browser\nExec={command} %u\n")
-    (config / "mimeapps.list").write_text(
-        "[Default Applications]\nx-scheme-handler/http=browser.desktop\nx-scheme-handler/https=browser.desktop\n")
-
-
 class FakeBrowser:
     """It keeps a list of what it was to open."""
 
@@ -40,7 +29,7 @@ class FakeBrowser:
         script.write_text(f'#!/bin/sh\necho "$1" >>"{self.list}"\n')
         script.chmod(0o755)
         for home in homes:
-            install_browser(workspace.path / home, script)
+            support.install_handlers(workspace.path / home, {"http": script})
 
     def next(self):
         def look():
@@ -69,7 +58,7 @@ def call_over_the_bus(method, arguments):
         ID, "/" + ID.replace(".", "/"), "org.freedesktop.Application", method, arguments, None, 0, 5000, None)
 
 
-class WindowManager:
+class WindowRequests:
     """Hears what windows ask the window manager for."""
 
     def __init__(self):
@@ -117,7 +106,7 @@ def comes_back_by_every_way_to_whoever_waits():
     with Workspace() as workspace, Display() as display, Platform(workspace) as platform:
         browser, elsewhere = FakeBrowser(workspace, "home", "another-home"), workspace.path / "elsewhere"
         folder = support.pathlib.Path(display.runtime.name) / "palvera"
-        manager, grants = WindowManager(), []
+        manager, grants = WindowRequests(), []
 
         def finished(account):
             assert browser.next().startswith(platform.address + "/auth/workos/start?native=1&return=%2F")

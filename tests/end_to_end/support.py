@@ -150,6 +150,18 @@ def homes(home, address):
         f"XDG_{kind.upper()}_HOME": str(home / kind) for kind in ("data", "state", "cache", "config")}
 
 
+def install_handlers(home, programs):
+    """Has programs whose home that is open addresses of each scheme with its program."""
+    applications, config = home / "data" / "applications", home / "config"
+    for folder in applications, config:
+        folder.mkdir(parents=True, exist_ok=True)
+    for scheme, program in programs.items():
+        (applications / f"{scheme}.desktop").write_text(
+            f"[Desktop Entry]\nType=Application\nName={scheme}\nExec={program} %u\n")
+    (config / "mimeapps.list").write_text("[Default Applications]\n" + "".join(
+        f"x-scheme-handler/{scheme}={scheme}.desktop\n" for scheme in programs))
+
+
 class Client:
     """palvera-cli with homes of its own."""
 

@@ -1,0 +1,86 @@
+#!/usr/bin/python3
+"""Every way in that leads through the browser, with a real one and nobody at the keyboard."""
+import shutil
+import time
+
+import chromium
+import support
+
+if __name__ == "__main__" and chromium.PROGRAM:
+    chromium.leave_root()
+
+from desktop_programs import DESKTOP, Desktop, Display, WindowManager # noqa: E402: as that user
+from support import Platform, Workspace, wait_until # noqa: E402
+
+GOOGLE, MICROSOFT, APPLE = (f"Continue with {name}, in a sign-in window." for name in ("Google", "Microsoft", "Apple"))
+
+
+def every_door_opens():
+    with Workspace() as workspace, Display(), WindowManager(), Platform(workspace) as platform:
+        address = platform.address.replace("127.0.0.1", "localhost")
+        browser = chromium.Chromium(workspace, workspace.path / "home", DESKTOP, address.removesuffix("/api"))
+        with Desktop(workspace, address) as desktop:
+            began = time.monotonic()
+
+            def begin(button):
+                desktop.activate(desktop.BUTTON, button)
+                desktop.find("heading", "Finish in your browser")
+
+            def arrive_as(email):
+                nonlocal began
+                desktop.find(".*", f"You are signed in as {email}.")
+                print(f"        as {email} after {time.monotonic() - began:.1f} s", flush=True)
+                assert desktop.is_active(), "the window has not come to the front"
+                desktop.activate(desktop.BUTTON, "Account")
+                desktop.activate("menu item", "Sign out")
+                desktop.find("text|entry", "Work email")
+                began = time.monotonic()
+
+            begin(GOOGLE)
+            browser.attach()
+            start = browser.page("/auth/workos/start?native=1&return=%2F&provider=google")
+            browser.click(start, "Ada Lindqvist")
+            arrive_as("ada@northlight.example")
+            assert browser.evaluate(start, "document.body.innerText").startswith(
+                "You are signed in. You can close this page.")
+
+            browser.touch(start)
+            begin(MICROSOFT) # whose page the browser does not show, since it knows its user
+            arrive_as("ada@northlight.example")
+            browser.click(start, "Sign in as somebody else")
+
+            desktop.type("text|entry", "Work email", "eve@harbour.example")
+            desktop.press("Return")
+            browser.click(browser.page("&email=eve"), "Eve Castellan")
+            arrive_as("eve@harbour.example")
+            browser.click(browser.page("/finish?account=eve"), "Sign in as somebody else")
+
+            begin(APPLE)
+            browser.click(browser.page("&provider=apple"), "Turn the sign-in down")
+            desktop.find(".*", "Apple did not finish (access_denied). Try again, or sign in another way.")
+
+            begin(GOOGLE)
+            desktop.press("Escape")
+            desktop.find("text|entry", "Work email")
+            browser.click(browser.page("&provider=google"), "Ben Okafor")
+            desktop.find(".*", "That sign-in was cancelled. Start it again to use it.")
+            browser.click(browser.page("/finish?account=ben"), "Sign in as somebody else")
+
+            begin(GOOGLE)
+            browser.page("&provider=google")
+            browser.close()
+            desktop.focus()
+            desktop.find(".*", "Finished there? Choose Open Palvera in the browser, or open it again.")
+            desktop.activate(desktop.BUTTON, "Open the browser again")
+            browser.attach()
+            browser.click(browser.page("&provider=google"), "Ben Okafor")
+            arrive_as("ben@northlight.example")
+            browser.close()
+            assert desktop.errors.read_text() == "", desktop.errors.read_text()
+
+
+if chromium.PROGRAM and shutil.which("openbox"):
+    support.main()
+else:
+    print("skipped: Chromium or openbox is not installed")
+    raise SystemExit(77)

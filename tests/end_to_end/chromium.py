@@ -1,0 +1,128 @@
+"""A real browser on the display of a test, steered through the pipe that it has for that. It never runs as root, and
+never without its sandbox: where the tests do, the script starts itself over as a user who may do nothing."""
+import json
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+
+import support
+from support import wait_until
+
+PROGRAM = shutil.which("chromium")
+NOBODY = 65534
+# The display's server needs a folder that everybody may use.
+OPEN_TMP = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs -o mode=1777 tmpfs /tmp && exec "$@"', "sh"]
+DROP = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"]
+
+
+def leave_root():
+    """Goes on in another process, with the programs and scripts where that user can read them."""
+    if os.geteuid() != 0:
+        return
+    here = pathlib.Path(sys.argv[0]).resolve().parent
+    for folder in tempfile.gettempdir(), "/var/tmp", "/dev/shm":
+        place = pathlib.Path(tempfile.mkdtemp(prefix="palvera-nobody-", dir=folder))
+        os.chown(place, NOBODY, NOBODY)
+        if subprocess.run([*DROP, "test", "-w", place], stderr=subprocess.DEVNULL).returncode == 0:
+            break
+        place.rmdir()
+    else:
+        sys.exit("no folder for temporary files is open to other users")
+    try:
+        shutil.copytree(here, place / "scripts")
+        moved = {name: shutil.copy(os.environ[name], place) for name in ("PALVERA", "PALVERA_CLI", "PALVERA_LOCAL_PLATFORM")}
+        homes = {"HOME": str(place), "TMPDIR": str(place), "XDG_RUNTIME_DIR": str(place)}
+        command = [*([] if os.stat("/tmp").st_mode & 1 else OPEN_TMP), *DROP, sys.executable, "-B", *[f"-W{each}" for each in sys.warnoptions],
+                   place / "scripts" / pathlib.Path(sys.argv[0]).name, *sys.argv[1:]]
+        sys.exit(subprocess.run(command, env=os.environ | homes | moved, cwd=place).returncode)
+    finally:
+        shutil.rmtree(place)
+
+
+class Chromium:
+    """The user's browser for programs whose home is `home`: it starts when one of them opens an address, and knows them
+    as what opens `palvera:`, without asking, for pages of `origin`."""
+
+    def __init__(self, workspace, home, program, origin):
+        self.profile = workspace.path / "profile"
+        self.pipes = [workspace.path / "orders", workspace.path / "answers"]
+        for pipe in self.pipes:
+            os.mkfifo(pipe)
+        (self.profile / "Default").mkdir(parents=True)
+        (self.profile / "Default" / "Preferences").write_text(json.dumps(
+            {"protocol_handler": {"allowed_origin_protocol_pairs": {origin: {"palvera": True}}}}))
+        script = workspace.path / "browser"
+        start = f'{PROGRAM} --user-data-dir="{self.profile}" --no-first-run --password-store=basic --disable-gpu'
+        script.write_text(f"""#!/bin/bash
+exec >>"{workspace.path}/chromium.log" 2>&1
+if [ -L "{self.profile}/SingletonLock" ]; then # a second start, which tells the first one and ends
+  exec {start} "$1"
+fi
+exec {start} --remote-debugging-pipe "$1" 3<"{self.pipes[0]}" 4>"{self.pipes[1]}"
+""")
+        script.chmod(0o755)
+        support.install_handlers(home, {"http": script, "https": script, "palvera": program})
+        self.number = 0
+        self.orders = self.answers = None
+
+    def attach(self):
+        """Waits until it is started."""
+        self.orders, self.answers = open(self.pipes[0], "wb", buffering=0), open(self.pipes[1], "rb")
+        return self
+
+    def close(self):
+        self.ask("Browser.close")
+        self.answers.read()
+        wait_until(lambda: not (self.profile / "SingletonLock").is_symlink(), "the browser ends")
+        self.orders.close()
+        self.answers.close()
+
+    def ask(self, method, session=None, **parameters):
+        self.number += 1
+        order = {"id": self.number, "method": method, "params": parameters} | ({"sessionId": session} if session else {})
+        self.orders.write(json.dumps(order).encode() + b"\0")
+        while True:
+            text = b""
+            while not text.endswith(b"\0"):
+                byte = self.answers.read(1)
+                assert byte, "the browser has ended"
+                text += byte
+            answer = json.loads(text[:-1])
+            if answer.get("id") == self.number:
+                assert "error" not in answer, answer
+                return answer["result"]
+
+    def page(self, path):
+        """One that is shown, as a session."""
+        def look():
+            pages = [each for each in self.ask("Target.getTargets")["targetInfos"]
+                     if each["type"] == "page" and path in each["url"]]
+            return pages and pages[-1]["targetId"]
+
+        target = wait_until(look, f"a page at {path}")
+        return self.ask("Target.attachToTarget", targetId=target, flatten=True)["sessionId"]
+
+    def evaluate(self, session, expression):
+        return self.ask("Runtime.evaluate", session, expression=expression, userGesture=True,
+                        returnByValue=True)["result"].get("value")
+
+    def click(self, session, text):
+        """The link or button that begins so, with the pointer: for what no hand has asked for, the browser calls a
+        program once only."""
+        place = wait_until(lambda: self.evaluate(session, f"""(each => {{
+            if (!each) return null;
+            each.scrollIntoView();
+            const at = each.getBoundingClientRect();
+            return [at.x + at.width / 2, at.y + at.height / 2];
+        }})([...document.querySelectorAll('a, button')].find(each => each.textContent.startsWith({json.dumps(text)})))"""),
+                           f"{text} is on the page")
+        for kind in "mousePressed", "mouseReleased":
+            self.ask("Input.dispatchMouseEvent", session, type=kind, x=place[0], y=place[1], button="left", clickCount=1)
+
+    def touch(self, session):
+        """As somebody does who looks at the page."""
+        for kind in "mousePressed", "mouseReleased":
+            self.ask("Input.dispatchMouseEvent", session, type=kind, x=5, y=5, button="left", clickCount=1)
