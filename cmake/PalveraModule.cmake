@@ -29,6 +29,7 @@ set(palveraOwners_OpenSSL::Crypto http)
 set(palveraOwners_Qt6::DBus desktop)
 set(palveraOwners_systemd desktop)
 set(palveraOwners_xcb desktop)
+set(palveraOwners_fido2 desktop)
 set(palveraOwners_Qt6::Quick controls)
 set(palveraOwners_CLI11::CLI11 cli)
 

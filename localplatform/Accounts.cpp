@@ -7,7 +7,7 @@ namespace {
 using Way = Account::Way;
 
 const std::vector<Account> accounts{
-    {"ada@northlight.example", "Ada Lindqvist", Way::password, "reel-one", "", "password; also the passkey's"},
+    {"ada@northlight.example", "Ada Lindqvist", Way::password, "reel-one", "", "password"},
     {"ben@northlight.example", "Ben Okafor", Way::emailCode, "reel-two", "246810", "password, then the e-mailed code"},
     {"cleo@northlight.example", "Cleo Marchetti", Way::authenticator, "reel-three", "135790",
      "password, then the authenticator's code"},

@@ -124,6 +124,7 @@ Platform::Platform(PlatformOptions options, WallClock wallNow)
 {
     auto state = m_stateFile.load();
     m_signIn.fromJson(state[QStringLiteral("sessions")].toArray());
+    m_signIn.passkeys().fromJson(state[QStringLiteral("passkeys")].toArray());
     m_uploads.fromJson(state[QStringLiteral("uploads")].toObject());
 }
 
@@ -171,7 +172,7 @@ Reply Platform::serve(const RequestHead& head, const QByteArray& body, const Fau
         return spoil({}, fault);
     std::lock_guard guard(m_lock);
     try {
-        return spoil(isPage(head) ? answerPage(head) : answer(head, body, fault), fault);
+        return spoil(isPage(head) ? answerPage(head, body) : answer(head, body, fault), fault);
     } catch (const Refusal& refusal) {
         note(head, refusal);
         return refusalReply(refusal);
@@ -249,11 +250,13 @@ Reply Platform::answerCall(const Call& call, const QJsonObject& body, const QByt
     return m_signIn.answer(call, body, cookies, m_wallNow());
 }
 
-Reply Platform::answerPage(const RequestHead& head)
+Reply Platform::answerPage(const RequestHead& head, const QByteArray& body)
 {
-    if (head.method != "GET")
-        refuse(405, QStringLiteral("method_not_allowed"), QStringLiteral("This is a page."));
-    return m_signIn.webDoor().page(head.target, m_wallNow());
+    if (head.method == "GET")
+        return m_signIn.webDoor().page(head.target, m_wallNow());
+    auto reply = m_signIn.webDoor().post(head.target, body, headerOf(head.headers, "Host"), m_wallNow());
+    save(); // a passkey that was added
+    return reply;
 }
 
 QJsonObject Platform::signedUrl(const QString& key)
@@ -394,8 +397,9 @@ void Platform::save()
 {
     if (m_options.folder.isEmpty())
         return;
-    m_stateFile.save(
-        {{QStringLiteral("sessions"), m_signIn.toJson()}, {QStringLiteral("uploads"), m_uploads.toJson()}});
+    m_stateFile.save({{QStringLiteral("sessions"), m_signIn.toJson()},
+                      {QStringLiteral("passkeys"), m_signIn.passkeys().toJson()},
+                      {QStringLiteral("uploads"), m_uploads.toJson()}});
 }
 
 } // namespace palvera::local

@@ -106,7 +106,7 @@ private:
 
     Reply answer(const RequestHead& head, const QByteArray& body, const Fault& fault);
     Reply answerCall(const Call& call, const QJsonObject& body, const QByteArray& cookies, const Fault& fault);
-    Reply answerPage(const RequestHead& head);
+    Reply answerPage(const RequestHead& head, const QByteArray& body);
     void checkStorage(const RequestHead& head);
     QJsonObject signedUrl(const QString& key);
     Reply storageReply(const RequestHead& head, const Refusal& refusal);

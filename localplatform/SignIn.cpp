@@ -13,7 +13,6 @@ using namespace std::chrono_literals;
 
 const QByteArray cookieName = "pv_session";
 constexpr auto sessionLife = 30 * 24h;
-const QString passkeyAccount = QStringLiteral("ada@northlight.example");
 
 [[noreturn]] void wrongCredentials(const QString& message = QStringLiteral("That email or password is not right."))
 {
@@ -89,9 +88,9 @@ Reply SignIn::answer(const Call& call, const QJsonObject& body, const QByteArray
     case Operation::forgot:
         return jsonReply({});
     case Operation::passkeyOptions:
-        return passkeyOptions();
+        return jsonReply(m_passkeys.challenge(now));
     case Operation::passkey:
-        return passkey(body, now);
+        return signedIn(*findAccount(m_passkeys.accountOf(body, QStringLiteral("https://localhost"), now)), now);
     case Operation::redeem:
         return redeem(body, now);
     case Operation::logout:
@@ -205,37 +204,6 @@ Reply SignIn::code(const QJsonObject& body, const QByteArray& cookies, Stage sta
         refuse(401, QStringLiteral("invalid_code"), QStringLiteral("That code is not right."));
     m_sessions.remove(cookieValue(cookies, cookieName));
     return signedIn(account, now);
-}
-
-Reply SignIn::passkeyOptions()
-{
-    auto id = token("challenge");
-    auto challenge = QString::fromLatin1(
-        token("bytes").toLatin1().toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals));
-    m_challenges[id] = challenge;
-    QJsonObject credential{{QStringLiteral("id"), QStringLiteral("bG9jYWwtcGFzc2tleQ")},
-                           {QStringLiteral("transports"), QJsonArray{QStringLiteral("usb")}}};
-    QJsonObject options{{QStringLiteral("challenge"), challenge},
-                        {QStringLiteral("rpId"), QStringLiteral("localhost")},
-                        {QStringLiteral("timeout"), 60000},
-                        {QStringLiteral("userVerification"), QStringLiteral("required")},
-                        {QStringLiteral("allowCredentials"), QJsonArray{credential}}};
-    return jsonReply({{QStringLiteral("options"), options}, {QStringLiteral("challengeId"), id}});
-}
-
-Reply SignIn::passkey(const QJsonObject& body, WallTime now)
-{
-    auto challenge = m_challenges.take(body[QStringLiteral("challengeId")].toString());
-    auto assertion = body[QStringLiteral("response")].toObject();
-    auto encoded = assertion[QStringLiteral("response")].toObject()[QStringLiteral("clientDataJSON")].toString();
-    auto clientData = QByteArray::fromBase64(encoded.toLatin1(), QByteArray::Base64UrlEncoding);
-    auto signedChallenge = QJsonDocument::fromJson(clientData).object()[QStringLiteral("challenge")].toString();
-    if (assertion[QStringLiteral("id")] != assertion[QStringLiteral("rawId")] ||
-        assertion[QStringLiteral("type")].toString() != QStringLiteral("public-key"))
-        violate(QStringLiteral("the assertion is not one of a public key"));
-    if (challenge.isEmpty() || signedChallenge != challenge)
-        refuse(401, QStringLiteral("invalid_passkey"), QStringLiteral("That passkey is not known here."));
-    return signedIn(*findAccount(passkeyAccount), now);
 }
 
 Reply SignIn::redeem(const QJsonObject& body, WallTime now)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "localplatform/Accounts.h"
+#include "localplatform/Passkeys.h"
 #include "localplatform/Routes.h"
 #include "localplatform/WebDoor.h"
 
@@ -27,7 +28,9 @@ public:
     /// Nobody is signed in any more.
     void expireAll() { m_sessions.clear(); }
 
-    /// What survives a restart.
+    Passkeys& passkeys() { return m_passkeys; }
+
+    /// What survives a restart, beside the passkeys.
     QJsonArray toJson() const;
     void fromJson(const QJsonArray& sessions);
 
@@ -46,14 +49,12 @@ private:
     Reply migrate(const QJsonObject& body, WallTime now);
     Reply accessCode(const QJsonObject& body, WallTime now);
     Reply code(const QJsonObject& body, const QByteArray& cookies, Stage stage, WallTime now);
-    Reply passkeyOptions();
-    Reply passkey(const QJsonObject& body, WallTime now);
     Reply redeem(const QJsonObject& body, WallTime now);
     Reply logout(const QByteArray& cookies);
 
-    WebDoor m_webDoor;
-    QHash<QString, Session> m_sessions;   // by cookie value
-    QHash<QString, QString> m_challenges; // challenges by their id
+    Passkeys m_passkeys;
+    WebDoor m_webDoor{m_passkeys};
+    QHash<QString, Session> m_sessions; // by cookie value
 };
 
 } // namespace palvera::local

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "async/Clock.h"
+#include "localplatform/Passkeys.h"
 #include "localplatform/Wire.h"
 
 #include <QHash>
@@ -14,10 +15,15 @@ public:
     using WallTime = Clock::WallTime;
     static constexpr auto grantLife = std::chrono::minutes(2);
 
+    /// `passkeys` outlives it.
+    explicit WebDoor(Passkeys& passkeys) : m_passkeys(passkeys) {}
+
     /// Where a sign-in of the application begins: `provider` and `email` may be empty.
     Reply start(const QString& provider, const QString& email, const QByteArray& cookies, WallTime now);
     /// What a browser gets for a path and query below /sign-in.
     Reply page(const QByteArray& target, WallTime now);
+    /// What scripts on these pages get for what they send. `host` is what the browser calls the platform.
+    Reply post(const QByteArray& target, const QByteArray& body, const QByteArray& host, WallTime now);
     /// Whom `grant` signs in, once and in time; null when nobody.
     QString redeem(const QString& grant, WallTime now);
 
@@ -27,7 +33,9 @@ private:
         WallTime ends;
     };
     Reply finish(const QString& email, WallTime now);
+    QByteArray grantFor(const QString& email, WallTime now);
 
+    Passkeys& m_passkeys;
     QHash<QString, Grant> m_grants;
 };
 

@@ -8,12 +8,13 @@
 #include "desktop/DesktopActivation.h"
 #include "desktop/DesktopAppearance.h"
 #include "desktop/Notices.h"
+#include "desktop/SecurityKeys.h"
 #include "desktop/SingleInstance.h"
 #include "files/Folders.h"
 #include "files/Preferences.h"
 #include "service/Connections.h"
 #include "session/BrowserSignIn.h"
-#include "session/SignInDoors.h"
+#include "session/PasskeySignIn.h"
 #include "transfers/TransferEngines.h"
 
 #include <QDesktopServices>
@@ -82,7 +83,8 @@ int run(SingleInstance& instance, const Folders& folders)
     };
     const auto show = [](const QByteArray& address) { return QDesktopServices::openUrl(QUrl::fromEncoded(address)); };
     BrowserSignIn web({.clock = clock, .show = show, .listen = listen});
-    NoPasskeySignIn passkey;
+    SecurityKeys keys(mainThread.executor());
+    PasskeySignIn passkey(connections.api, keys);
     TransferEngines engines(folders, clock, connections);
     DesktopNotices notices(QStringLiteral(PALVERA_ID));
     DesktopAppearance appearance(isPaletteDark());

@@ -74,6 +74,7 @@ private:
         std::optional<std::string> site, search, family, folder, to, code;
         bool passwordFromStdin = false;
         bool web = false;
+        bool passkey = false;
         bool confirmed = false;
         bool all = false;
         bool retry = true;
@@ -127,23 +128,30 @@ private:
     {
         m_group = "Account";
         auto* signIn = add("sign-in", "Sign in, for this and every later command", [this] {
-            if (!m_words.web && m_words.email.empty())
-                throw CLI::RequiredError("--email or --web");
+            if (!m_words.web && !m_words.passkey && m_words.email.empty())
+                throw CLI::RequiredError("--email, --web or --passkey");
             return SignIn{.email = text(m_words.email),
                           .code = text(m_words.code),
                           .passwordFromStdin = m_words.passwordFromStdin,
-                          .inBrowser = m_words.web};
+                          .inBrowser = m_words.web,
+                          .withPasskey = m_words.passkey};
         });
         signIn->footer("The password is asked for on the terminal and not shown. So is a code, where the platform\n"
                        "wants one from your e-mail or your authenticator. A sign-in in the browser works from a\n"
                        "computer without a display, too: it takes the last address from the terminal.");
-        offer(signIn, "--email", m_words.email, "E", "The e-mail address of the account");
+        auto* email = offer(signIn, "--email", m_words.email, "E", "The e-mail address of the account");
         auto* web = signIn->add_flag("--web", m_words.web, "Sign in in the browser");
+        auto* passkey = signIn->add_flag("--passkey", m_words.passkey, "Sign in with your security key")
+                            ->excludes(web)
+                            ->excludes(email);
         signIn
             ->add_flag("--password-stdin", m_words.passwordFromStdin,
                        "Read the password from the first line of standard input")
-            ->excludes(web);
-        offer(signIn, "--code", m_words.code, "C", "The code from your e-mail or your authenticator")->excludes(web);
+            ->excludes(web)
+            ->excludes(passkey);
+        offer(signIn, "--code", m_words.code, "C", "The code from your e-mail or your authenticator")
+            ->excludes(web)
+            ->excludes(passkey);
         add("sign-out", "Sign out and forget the sign-in", [] { return SignOut{}; });
         add("whoami", "Print who is signed in", [] { return WhoAmI{}; });
         auto* site = add("site", "Print or choose the platform's site that commands go to", [this] {

@@ -17,6 +17,7 @@ struct SignIn {
     std::optional<QString> code = {}; ///< that the platform may ask for; nothing asks on the terminal
     bool passwordFromStdin = false;   ///< else it is asked for on the terminal
     bool inBrowser = false;           ///< on the platform's pages, whichever way in the account has
+    bool withPasskey = false;         ///< that a security key holds
 
     bool operator==(const SignIn&) const = default;
 };

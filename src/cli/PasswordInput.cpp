@@ -137,6 +137,13 @@ Task<QString> passwordFromTerminal(QString prompt)
                               QStringLiteral("There is no terminal to ask for the password. Use --password-stdin."));
 }
 
+Task<Pin> pinFromTerminal(QString prompt)
+{
+    auto entered = co_await secretFromTerminal(
+        std::move(prompt), QStringLiteral("There is no terminal to ask for the security key's PIN."));
+    co_return Pin(entered.toUtf8());
+}
+
 Task<QString> addressFromTerminal(QString prompt)
 {
     return secretFromTerminal(std::move(prompt), QStringLiteral("There is no terminal to ask for the address."));

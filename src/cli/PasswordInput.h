@@ -1,6 +1,7 @@
 #pragma once
 
 #include "async/Task.h"
+#include "desktop/PasskeyService.h"
 
 #include <QString>
 
@@ -13,6 +14,9 @@ Task<QString> passwordFromStandardInput();
 
 /// Asks for a password on the terminal, without showing what is typed. Throws Failure when the program has no terminal.
 Task<QString> passwordFromTerminal(QString prompt);
+
+/// The same for the PIN of a security key.
+Task<Pin> pinFromTerminal(QString prompt);
 
 /// The same for an address that ends a sign-in in the browser.
 Task<QString> addressFromTerminal(QString prompt);

@@ -2,11 +2,13 @@
 #include "cli/Commands.h"
 #include "cli/PasswordInput.h"
 #include "cli/TerminalBrowser.h"
+#include "cli/TerminalKey.h"
+#include "desktop/SecurityKeys.h"
 #include "service/APIError.h"
 #include "service/SignInOperations.h"
+#include "session/PasskeySignIn.h"
 #include "session/Session.h"
 #include "session/SignIn.h"
-#include "session/SignInDoors.h"
 #include "text/VisibleText.h"
 
 namespace palvera::cli {
@@ -24,13 +26,16 @@ public:
           m_bench(bench),
           m_browser(bench.output, bench.clock,
                     m_command.passwordFromStdin ? TerminalBrowser::Use::never : TerminalBrowser::Use::allowed),
+          m_keys(bench.mainThread),
+          m_passkey(bench.api, m_keys),
           m_steps({.api = bench.api, .web = m_browser.signIn(), .passkey = m_passkey})
     {}
 
     /// Ends once somebody is signed in; throws what kept them from it.
     Task<void> signIn()
     {
-        auto first = co_await firstOf(takeSteps(), m_browser.takeAddresses());
+        auto first = co_await firstOf(takeSteps(), m_command.withPasskey ? answerPrompts(m_keys, m_bench.output)
+                                                                         : m_browser.takeAddresses());
         if (auto failure = std::visit([](const auto& ended) { return ended.failure; }, first))
             std::rethrow_exception(failure);
         co_await m_bench.session.refresh();
@@ -50,6 +55,8 @@ private:
 
     Task<Next> firstStep()
     {
+        if (m_command.withPasskey)
+            co_return co_await m_steps.withPasskey();
         if (m_command.inBrowser)
             co_return co_await m_steps.inBrowser(m_command.email);
         m_config = (co_await answerOf(authConfig(m_bench.api))).value;
@@ -118,7 +125,8 @@ private:
     const SignIn m_command;
     Workbench& m_bench;
     TerminalBrowser m_browser;
-    NoPasskeySignIn m_passkey;
+    SecurityKeys m_keys;
+    PasskeySignIn m_passkey;
     const palvera::SignIn m_steps;
     std::optional<AuthConfig> m_config;
 };

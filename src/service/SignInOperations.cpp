@@ -62,6 +62,16 @@ Task<SignedIn> redeemGrant(API& api, const GrantBody& body)
     return api.fetch<SignedIn>("auth/native/redeem", "POST", body.toJson());
 }
 
+Task<PasskeyChallenge> passkeyChallenge(API& api)
+{
+    return api.fetch<PasskeyChallenge>("auth/passkey/options", "POST");
+}
+
+Task<SignedIn> signInWithPasskey(API& api, const PasskeyBody& body)
+{
+    return api.fetch<SignedIn>("auth/passkey", "POST", body.toJson());
+}
+
 QByteArray webStartURL(const API& api, const std::optional<QString>& provider, const std::optional<QString>& email)
 {
     QStringList items{"native=1", "return=%2F"};

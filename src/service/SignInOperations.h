@@ -1,6 +1,7 @@
 #pragma once
 
 #include "async/Task.h"
+#include "service/PasskeyRecords.h"
 #include "service/SignInRecords.h"
 
 #include <QByteArray>
@@ -35,6 +36,11 @@ Task<void> resendEmailCode(API& api);
 Task<void> forgotPassword(API& api, const EmailBody& body);
 /// Redeems what a sign-in in the browser came back with; `currentUser` then says who that is.
 Task<SignedIn> redeemGrant(API& api, const GrantBody& body);
+
+/// What a passkey is to sign.
+Task<PasskeyChallenge> passkeyChallenge(API& api);
+/// Signs in with what it has signed; `currentUser` then says who that is.
+Task<SignedIn> signInWithPasskey(API& api, const PasskeyBody& body);
 
 /// The address at which a sign-in in the browser starts, at `provider` and for `email` when given.
 QByteArray webStartURL(const API& api, const std::optional<QString>& provider, const std::optional<QString>& email);

@@ -1,7 +1,7 @@
 #include "session/BrowserSignIn.h"
 
 #include "async/TaskGroup.h"
-#include "session/SignInDoors.h"
+#include "session/SignInDoorError.h"
 
 #include <boost/asio/this_coro.hpp>
 

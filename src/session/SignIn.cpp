@@ -5,7 +5,8 @@
 #include "service/APIError.h"
 #include "service/SignInOperations.h"
 #include "session/BrowserSignIn.h"
-#include "session/SignInDoors.h"
+#include "session/PasskeySignIn.h"
+#include "session/SignInDoorError.h"
 #include "text/VisibleText.h"
 
 #include <QUrl>
@@ -116,10 +117,13 @@ Task<SignIn::Next> SignIn::inBrowser(QString email) const
 
 Task<SignIn::Next> SignIn::withPasskey() const
 {
-    if (!m_environment.passkey.isAvailable())
-        co_return co_await open(m_environment.api.signInPageURL(), QStringLiteral("The passkey sign-in"));
     co_await m_environment.passkey.signIn();
     co_return SignInStep::SignedIn{};
+}
+
+Task<SignIn::Next> SignIn::withPasskeyInBrowser() const
+{
+    return open(m_environment.api.signInPageURL(), QStringLiteral("The passkey sign-in"));
 }
 
 Task<SignIn::Next> SignIn::follow(SignInStep step, QString email) const

@@ -46,8 +46,10 @@ public:
     Task<Next> atProvider(QString provider, QString name) const;
     /// On the platform's own page, in a browser, which asks how; or at the organisation of `email` where that is given.
     Task<Next> inBrowser(QString email) const;
-    /// With a passkey that this machine holds, or in a browser where it can hold none.
+    /// With a passkey that something plugged in holds.
     Task<Next> withPasskey() const;
+    /// With one that the browser finds.
+    Task<Next> withPasskeyInBrowser() const;
 
 private:
     Task<Next> withOldPassword(LoginBody body, std::optional<AuthConfig> config) const;

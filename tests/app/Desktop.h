@@ -8,8 +8,9 @@
 #include "localplatform/Server.h"
 #include "localplatform/SignIn.h"
 #include "service/Connections.h"
-#include "session/SignInDoors.h"
+#include "session/PasskeySignIn.h"
 #include "tests/app/FakeNotices.h"
+#include "tests/support/FakePasskeyService.h"
 #include "tests/support/ScopedVariable.h"
 #include "tests/support/Screen.h"
 #include "transfers/TransferEngines.h"
@@ -36,6 +37,7 @@ public:
     bool isAltHeld = false;
     bool hasBrowser = true;
     QByteArrayList shownInBrowser;
+    FakePasskeyService keys;
     bool isWatched = true;
     std::function<Task<void>(UploadRequest)> upload; ///< in the place of the engine, where it is set
     FakeNotices notices;
@@ -89,7 +91,7 @@ public:
     QByteArray signInOnPage(const QByteArray& account)
     {
         const auto page = platform.serve({.method = "GET", .target = "/sign-in/finish?account=" + account}, {}, {});
-        return QString::fromUtf8(page.body).section("href=\"", 1).section('"', 0, 0).toUtf8();
+        return "palvera:" + QString::fromUtf8(page.body).section("palvera:", 1, 1).section('"', 0, 0).toUtf8();
     }
     /// Sends an address and a password at the doors for them.
     void signIn(const QString& email = "ada@northlight.example", const QString& password = "reel-one")
@@ -153,6 +155,7 @@ private:
                    .executor = engine.threads.executor(),
                    .clearCookies = [this] { cookies->clear(); },
                    .cookieProblem = [this] { return cookies->problem(); }}),
+              passkey(api, desktop.keys),
               web({.clock = clock,
                    .show =
                        [&desktop](const QByteArray& address) {
@@ -191,8 +194,8 @@ private:
         SystemClock clock;
         HttpSession http;
         API api;
+        PasskeySignIn passkey;
         BrowserSignIn web;
-        NoPasskeySignIn passkey;
         TransferEngines engines;
         Application application;
     };

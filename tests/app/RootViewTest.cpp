@@ -1,8 +1,9 @@
 #include "app/RootView.h"
 
 #include "files/Preferences.h"
+#include "session/PasskeySignIn.h"
 #include "session/Session.h"
-#include "session/SignInDoors.h"
+#include "tests/support/FakePasskeyService.h"
 #include "tests/transfers/TransfersHarness.h"
 
 namespace palvera {
@@ -17,7 +18,8 @@ struct RootViewTest : TransfersTest {
     API service{{.client = client, .executor = world.executor(), .clearCookies = [] {}}};
     Session session{{world.executor(), world.executor(), world.clock, service, preferences, network}};
     BrowserSignIn web{{.clock = world.clock, .show = [](const QByteArray&) { return false; }}};
-    NoPasskeySignIn passkey;
+    FakePasskeyService keys;
+    PasskeySignIn passkey{service, keys};
     RootView root{{.signIn = {.main = world.executor(),
                               .clock = world.clock,
                               .session = session,

@@ -126,3 +126,19 @@ exec {start} --remote-debugging-pipe "$1" 3<"{self.pipes[0]}" 4>"{self.pipes[1]}
         """As somebody does who looks at the page."""
         for kind in "mousePressed", "mouseReleased":
             self.ask("Input.dispatchMouseEvent", session, type=kind, x=5, y=5, button="left", clickCount=1)
+
+    def wait_for_text(self, session, text):
+        wait_until(lambda: text in (self.evaluate(session, "document.body.innerText") or ""), f"the page says {text}")
+
+    def plug_in_key(self, session, passkeys=()):
+        """A security key of software, of that page alone, which is always touched."""
+        self.ask("WebAuthn.enable", session)
+        key = self.ask("WebAuthn.addVirtualAuthenticator", session, options={
+            "protocol": "ctap2", "transport": "internal", "hasResidentKey": True, "hasUserVerification": True,
+            "isUserVerified": True, "automaticPresenceSimulation": True})["authenticatorId"]
+        for passkey in passkeys:
+            self.ask("WebAuthn.addCredential", session, authenticatorId=key, credential=passkey)
+        return key
+
+    def passkeys(self, session, key):
+        return self.ask("WebAuthn.getCredentials", session, authenticatorId=key)["credentials"]

@@ -2,7 +2,7 @@
 
 #include "async/CancelFlag.h"
 #include "async/TaskGroup.h"
-#include "session/SignInDoors.h"
+#include "session/SignInDoorError.h"
 #include "support/QtPrinting.h"
 #include "support/Simulation.h"
 

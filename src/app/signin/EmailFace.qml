@@ -77,7 +77,7 @@ SignInFace {
                 color: Theme.secondary
                 font.pixelSize: Theme.textSmall
                 horizontalAlignment: Text.AlignHCenter
-                text: root.login.passkeyAvailable ? qsTr("Touch ID, or your iPhone.") : qsTr("Opens the sign-in window; use your passkey there.")
+                text: root.login.passkey.available ? qsTr("With your security key.") : qsTr("Opens the sign-in window; use your passkey there.")
                 width: parent.width
             }
         }

@@ -5,11 +5,13 @@
 #include "service/API.h"
 #include "service/APIError.h"
 #include "service/SignInOperations.h"
+#include "session/PasskeySignIn.h"
 #include "session/Session.h"
-#include "session/SignInDoors.h"
+#include "session/SignInDoorError.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QScopeGuard>
 
 namespace palvera {
 
@@ -48,7 +50,8 @@ LoginView::LoginView(const Environment& environment, QObject* parent)
       m_ways({.main = environment.main,
               .clock = environment.clock,
               .api = environment.doors.api,
-              .network = environment.network})
+              .network = environment.network}),
+      m_passkey(environment.doors.passkey.service())
 {
     QObject::connect(&m_ways, &WaysIn::changed, this, &LoginView::followConfig);
     QObject::connect(&m_environment.session, &Session::siteChanged, this, &LoginView::configChanged);
@@ -70,6 +73,7 @@ void LoginView::open(bool developerDoor, const QString& notice)
     m_faceMoves = false;
     m_tasks.start(focusSoon(++m_faceChanges));
     askForConfig();
+    m_environment.doors.passkey.service().look();
 }
 
 Task<void> LoginView::close()
@@ -154,11 +158,6 @@ bool LoginView::isLiveSite() const
     return m_environment.session.site() == Site::live;
 }
 
-bool LoginView::isPasskeyAvailable() const
-{
-    return m_environment.doors.passkey.isAvailable();
-}
-
 QString LoginView::displayName(const QString& provider)
 {
     return provider.left(1).toUpper() + provider.mid(1);
@@ -214,6 +213,8 @@ void LoginView::goBack()
 {
     if (isInBrowser())
         cancelBrowser();
+    else if (m_passkey.isAsking())
+        m_passkey.cancel();
     else if (m_face != Face::Login && m_face != Face::Email)
         backToSignIn();
 }
@@ -230,7 +231,7 @@ void LoginView::signInWith(const QString& provider)
 
 void LoginView::signInWithPasskey()
 {
-    act(take(m_signIn.withPasskey()), QStringLiteral("That passkey did not work. Sign in another way."));
+    act(takePasskey(), QStringLiteral("That passkey did not work. Sign in another way."));
 }
 
 bool LoginView::isInBrowser() const
@@ -345,6 +346,20 @@ Task<void> LoginView::takeStepOfFace()
         break;
     }
     return askForReset();
+}
+
+Task<void> LoginView::takePasskey()
+{
+    if (m_passkey.isAvailable()) {
+        m_passkey.begin();
+        const auto over = qScopeGuard([this] { m_passkey.end(); });
+        const auto ended = co_await answerOf(take(m_signIn.withPasskey()));
+        if (ended.failure && !m_passkey.isBrowserWanted())
+            std::rethrow_exception(ended.failure);
+        if (!ended.failure)
+            co_return;
+    }
+    co_await take(m_signIn.withPasskeyInBrowser());
 }
 
 Task<void> LoginView::enterDirectly(LoginBody body)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/signin/PasskeyView.h"
 #include "app/signin/WaysIn.h"
 #include "service/Site.h"
 #include "session/BrowserSignIn.h"
@@ -45,7 +46,7 @@ class LoginView : public QObject {
     Q_PROPERTY(bool staging READ isStaging NOTIFY configChanged)
     Q_PROPERTY(bool siteChoiceShown READ isSiteChoiceShown NOTIFY configChanged)
     Q_PROPERTY(bool liveSite READ isLiveSite NOTIFY configChanged)
-    Q_PROPERTY(bool passkeyAvailable READ isPasskeyAvailable CONSTANT)
+    Q_PROPERTY(palvera::PasskeyView* passkey READ passkey CONSTANT)
 
 public:
     enum class Face {
@@ -121,7 +122,7 @@ public:
     /// The user may choose the site unless the environment names the platform's address.
     bool isSiteChoiceShown() const;
     bool isLiveSite() const;
-    bool isPasskeyAvailable() const;
+    PasskeyView* passkey() { return &m_passkey; }
 
     /// What people call the provider.
     Q_INVOKABLE static QString displayName(const QString& provider);
@@ -133,7 +134,7 @@ public:
     Q_INVOKABLE void changeEmail();
     Q_INVOKABLE void forgotPassword();
     Q_INVOKABLE void backToSignIn();
-    /// One step back, from wherever there is one; out of the browser, too.
+    /// One step back, from wherever there is one; away from the browser or the security key, too.
     Q_INVOKABLE void goBack();
     Q_INVOKABLE void resendCode();
     /// Goes on at `provider`, in a browser.
@@ -173,6 +174,7 @@ private:
     /// Where a step of signing in leads.
     Task<void> take(Task<SignIn::Next> step);
     Task<void> takeStepOfFace();
+    Task<void> takePasskey();
     /// At the platform's own door, should it be the first one.
     Task<void> enterDirectly(LoginBody body);
     Task<void> askForReset();
@@ -195,6 +197,7 @@ private:
     const SignIn m_signIn;
     TaskScope m_tasks; // under way since the view was opened
     WaysIn m_ways;
+    PasskeyView m_passkey;
     bool m_waits = false;     // no door is shown yet
     bool m_isTouched = false; // since one is
     bool m_developerDoor = false;

@@ -26,6 +26,14 @@ FocusScope {
         target: root.login
     }
 
+    Connections {
+        function onChanged() {
+            root.showFace();
+        }
+
+        target: root.login.passkey
+    }
+
     Component.onCompleted: showFace()
     Keys.onEscapePressed: login.goBack()
     onWaitsChanged: focusSoon.restart()
@@ -134,7 +142,7 @@ FocusScope {
                         anchors.horizontalCenter: parent.horizontalCenter
                         kind: AppButton.Kind.Link
                         text: root.login.face === LoginModel.Login ? qsTr("Back to sign in") : qsTr("Sign in with an access code")
-                        visible: root.login.accessCodeLinkShown && !root.login.inBrowser
+                        visible: root.login.accessCodeLinkShown && !root.login.inBrowser && !root.login.passkey.asking
                         onClicked: root.login.toggleAccessCode()
                     }
                 }
@@ -181,6 +189,8 @@ FocusScope {
     function sourceFor(shown: int): string {
         if (login.inBrowser)
             return "BrowserFace.qml";
+        if (login.passkey.asking)
+            return "PasskeyFace.qml";
         switch (shown) {
         case LoginModel.Login:
             return "LoginFace.qml";
@@ -204,7 +214,7 @@ FocusScope {
         face.setSource(shown, {
             login: root.login
         });
-        if (login.faceMoves || login.inBrowser)
+        if (login.faceMoves || login.inBrowser || login.passkey.asking)
             appear.restart();
     }
 

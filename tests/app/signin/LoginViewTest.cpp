@@ -6,9 +6,10 @@
 #include "localplatform/SignIn.h"
 #include "service/API.h"
 #include "service/SignInOperations.h"
+#include "session/PasskeySignIn.h"
 #include "session/Session.h"
-#include "session/SignInDoors.h"
 #include "support/FakeNetworkPath.h"
+#include "support/FakePasskeyService.h"
 #include "support/QtPrinting.h"
 #include "support/ScopedVariable.h"
 #include "support/SimulatedNetwork.h"
@@ -29,18 +30,6 @@ using local::Fault;
 using local::Operation;
 
 namespace {
-
-struct FakePasskey final : PasskeySignIn {
-    bool available = false;
-    std::function<void()> answer = [] {};
-
-    bool isAvailable() const override { return available; }
-    Task<void> signIn() override
-    {
-        answer();
-        co_return;
-    }
-};
 
 const QString cannotReach = "Cannot reach Palvera. Check your connection and try again.";
 const auto unanswered = std::make_exception_ptr(TransportError(TransportError::Kind::connect, "no"));
@@ -63,7 +52,8 @@ struct LoginViewTest : testing::Test {
                                opened.push_back(address);
                                return hasBrowser;
                            }}};
-    FakePasskey passkey;
+    FakePasskeyService keys;
+    PasskeySignIn passkey{api, keys};
     LoginView view{{.main = world.executor(),
                     .clock = world.clock,
                     .session = session,
@@ -107,7 +97,7 @@ struct LoginViewTest : testing::Test {
     QString grantedTo(const QByteArray& account)
     {
         const auto page = world.run(client->send({.url = "http://platform.test/sign-in/finish?account=" + account}));
-        return QString::fromUtf8(page.body).section("href=\"", 1).section('"', 0, 0);
+        return "palvera:" + QString::fromUtf8(page.body).section("palvera:", 1, 1).section('"', 0, 0);
     }
     void comeBack(const QString& callback)
     {
@@ -500,34 +490,62 @@ TEST_F(LoginViewTest, aCallbackThatNobodyWaitsForIsSaidAndSignsNobodyIn)
     EXPECT_THAT(asked("POST auth/native/redeem"), IsEmpty());
 }
 
-TEST_F(LoginViewTest, aPasskeyOpensTheDoorOrTheSignInPage)
+TEST_F(LoginViewTest, withoutASecurityKeyThePasskeyIsTheBrowsers)
 {
     open();
+    EXPECT_EQ(keys.looks, 1);
     view.signInWithPasskey();
     comeBack("palvera://done");
     EXPECT_THAT(opened, ElementsAre("http://platform.test/sign-in?native=1"));
     EXPECT_EQ(view.error(), "The passkey sign-in did not finish. Try again, or sign in another way.");
+    EXPECT_THAT(keys.requests, IsEmpty());
+}
 
-    passkey.available = true;
-    std::pair<std::exception_ptr, QString> failures[] = {
-        {std::make_exception_ptr(SignInDoorError("The platform sent a challenge this app could not read.")),
-         "The platform sent a challenge this app could not read."},
-        {std::make_exception_ptr(SignInDoorError::byTheUser()), ""},
-        {std::make_exception_ptr(APIError(401, "That passkey is not known here.")), "That passkey is not known here."},
-        {unanswered, "That passkey did not work. Sign in another way."},
-    };
-    for (const auto& [failure, message] : failures) {
-        passkey.answer = [failure] { std::rethrow_exception(failure); };
+TEST_F(LoginViewTest, aSecurityKeyIsAskedFirstAndTheBrowserStaysOnePressAway)
+{
+    using Kind = PasskeyPrompt::Kind;
+    qputenv("PV_API", "http://localhost/api"); // that of the passkeys
+    open();
+    keys.plug(true);
+    const auto begin = [&] {
         view.signInWithPasskey();
         wait(1s);
-        EXPECT_EQ(view.error(), message);
-        EXPECT_FALSE(view.isBusy());
-    }
-    passkey.answer = [&] { network.signIn(); };
-    view.signInWithPasskey();
+        EXPECT_TRUE(view.isBusy());
+        EXPECT_FALSE(view.passkey()->isAsking()) << "there is nothing to ask yet";
+        keys.ask({.kind = Kind::touch});
+        EXPECT_TRUE(view.passkey()->isAsking());
+    };
+    const auto end = [&] {
+        wait(1s);
+        EXPECT_FALSE(view.isBusy() || view.passkey()->isAsking());
+        return view.error();
+    };
+    begin();
+    keys.ask({});
+    EXPECT_TRUE(view.passkey()->isAsking()) << "the key is at work";
+    keys.fail(PasskeyFailure("This security key holds no passkey for Palvera."));
+    EXPECT_EQ(end(), "This security key holds no passkey for Palvera.");
+    begin();
+    view.goBack();
+    EXPECT_EQ(end(), "");
+    begin();
+    keys.answer({.credential = "unknown"});
+    EXPECT_EQ(end(), "That passkey is not known here.");
+    begin();
+    network.conditions.listening = false;
+    keys.answer({.credential = "unsent"});
+    EXPECT_EQ(end(), "That passkey did not work. Sign in another way.");
+    network.conditions.listening = true;
+    begin();
+    EXPECT_THAT(opened, IsEmpty());
+    view.passkey()->useBrowser();
     wait(1s);
+    EXPECT_TRUE(view.isInBrowser());
+    EXPECT_FALSE(view.passkey()->isAsking());
+    comeBack(grantedTo("ada%40northlight%2Eexample"));
     EXPECT_EQ(user(), "ada@northlight.example");
-    EXPECT_EQ(opened.size(), 1u);
+    keys.ask({.kind = Kind::touch});
+    EXPECT_FALSE(view.passkey()->isAsking()) << "nobody signs in";
 }
 
 TEST_F(LoginViewTest, beginsAfreshWheneverItIsOpened)
