@@ -130,6 +130,56 @@ TEST_F(SignInTest, whileTheUserIsInTheBrowserTheScreenWaitsAndOffersWaysOut)
     screen.takeWarnings(); // where there is no display, nothing can be put in front
 }
 
+TEST_F(SignInTest, whatTheSecurityKeyAsksForHasAFaceEach)
+{
+    using Kind = PasskeyPrompt::Kind;
+    const ScopedVariable site("PV_API", server->serviceAddress().replace("127.0.0.1", "localhost") + "/api");
+    start();
+    waitForText("Opens the sign-in window; use your passkey there.");
+    keys.plug(true);
+    waitForText("With your security key.");
+    const auto begin = [&] {
+        const auto before = keys.requests.size();
+        screen.choose(QAccessible::Button, "Sign in with a passkey");
+        screen.waitUntil([&] { return keys.requests.size() > before; });
+    };
+    begin();
+    const struct {
+        PasskeyPrompt prompt;
+        const char* text;
+        const char* focus;
+    } prompts[] = {
+        {{.kind = Kind::insert}, "Put in your security key.", "Use the browser instead"},
+        {{.kind = Kind::which}, "Touch the security key that you want to use.", "Use the browser instead"},
+        {{.kind = Kind::pin, .triesLeft = 8}, "Enter your security key's PIN.", "PIN"},
+        {{.kind = Kind::touch}, "Touch your security key.", "Use the browser instead"},
+        {{.kind = Kind::account, .names = {"ada", "ben"}}, "Which account?", "ada"},
+    };
+    for (const auto& [prompt, text, focus] : prompts) {
+        keys.ask(prompt);
+        waitForText(text);
+        screen.waitForFocus(focus);
+        EXPECT_TRUE(screen.shows(QAccessible::Button, "Cancel")) << text;
+        EXPECT_FALSE(screen.shows(QAccessible::EditableText, "Work email"));
+    }
+    screen.choose(QAccessible::Button, "ben");
+    EXPECT_EQ(keys.accounts, std::vector{1});
+    keys.ask({.kind = Kind::pin, .triesLeft = 1, .isWrong = true});
+    screen.find(QAccessible::AlertMessage, "One try left. After that the security key locks.");
+    screen.waitForFocus("PIN");
+    screen.press(Qt::Key_Return);
+    EXPECT_FALSE(screen.find(QAccessible::Button, "Continue")->isEnabled());
+    send("PIN", "2468");
+    EXPECT_EQ(keys.pins, std::vector<QByteArray>{"2468"});
+    EXPECT_EQ(screen.find(QAccessible::EditableText, "PIN")->property("text"), "");
+    screen.press(Qt::Key_Escape);
+    screen.waitForFocus("Work email");
+    begin();
+    keys.ask({.kind = Kind::touch});
+    screen.choose(QAccessible::Button, "Use the browser instead");
+    screen.find(QAccessible::Heading, "Finish in your browser");
+}
+
 TEST_F(SignInTest, aSecondStepOffersAnotherCodeOrAKeyToEnter)
 {
     signIn("ben@northlight.example", "reel-two");

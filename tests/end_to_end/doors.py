@@ -163,6 +163,24 @@ def comes_back_by_every_way_to_whoever_waits():
             assert not found and grant not in result.out + result.error, found
 
 
+def a_security_key_signs_in():
+    with Workspace() as workspace, Display(), Platform(workspace) as platform:
+        keys = support.plug_in_key(workspace, platform, "24681357", "ada@northlight.example")
+        desktop = Desktop(workspace, platform.address.replace("127.0.0.1", "localhost"))
+        desktop.environment |= keys
+        with desktop:
+            desktop.find(".*", "With your security key.")
+            desktop.activate(desktop.BUTTON, "Sign in with a passkey")
+            for pin in "11112222", "24681357":
+                desktop.type("password text", "PIN", pin)
+                desktop.press("Return")
+                if pin != "24681357":
+                    desktop.find(".*", "That PIN is not right. 7 tries left.")
+            desktop.find("heading", "Choose a client")
+            assert desktop.errors.read_text() == "", desktop.errors.read_text()
+        assert not holds(workspace.path / "home", "24681357")
+
+
 def without_a_program_one_is_started_that_knows_nothing_of_it():
     with Workspace() as workspace, Display(), Platform(workspace) as platform:
         home = workspace.path / "home"

@@ -3,6 +3,7 @@
 Each test has a folder of its own, which holds the platform's data and the client's homes. Nothing is looked for
 elsewhere, and every process that is started is ended by whoever started it.
 """
+import base64
 import contextlib
 import hashlib
 import json
@@ -160,6 +161,28 @@ def install_handlers(home, programs):
             f"[Desktop Entry]\nType=Application\nName={scheme}\nExec={program} %u\n")
     (config / "mimeapps.list").write_text("[Default Applications]\n" + "".join(
         f"x-scheme-handler/{scheme}={scheme}.desktop\n" for scheme in programs))
+
+
+def plug_in_key(workspace, platform, pin, *emails):
+    """A security key of software with a passkey for each account, which the platform knows: the environment of the
+    programs that find it. More than one account is to be chosen from."""
+    def base64url(data):
+        return base64.urlsafe_b64encode(data).decode().rstrip("=")
+
+    passkeys = []
+    for email in emails:
+        key = subprocess.run(["openssl", "genpkey", "-algorithm", "EC", "-pkeyopt", "ec_paramgen_curve:P-256", "-outform",
+                              "DER"], check=True, capture_output=True).stdout
+        public = subprocess.run(["openssl", "pkey", "-inform", "DER", "-pubout", "-outform", "DER"], input=key,
+                                check=True, capture_output=True).stdout
+        passkeys.append({"id": base64url(os.urandom(16)), "relyingParty": "localhost", "user": base64url(email.encode()),
+                         "name": email, "discoverable": len(emails) > 1, "key": base64url(key)})
+        platform.ask("/sign-in/passkey/add", json.dumps(
+            {"email": email, "id": passkeys[-1]["id"], "publicKey": base64url(public),
+             "discoverable": len(emails) > 1}).encode())
+    file = workspace.path / "security-keys.json"
+    file.write_text(json.dumps([{"pin": pin, "passkeys": passkeys}]))
+    return {"LD_PRELOAD": str(pathlib.Path(PLATFORM).with_name("libpalvera-soft-key.so")), "PALVERA_SOFT_KEYS": str(file)}
 
 
 class Client:

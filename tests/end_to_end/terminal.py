@@ -96,6 +96,33 @@ def a_sign_in_in_a_browser_elsewhere_ends_with_a_pasted_address_that_is_not_show
         assert "neither a display" in result.error and "did not finish" in result.error, result
 
 
+def a_security_key_asks_for_its_pin_and_for_the_account():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        client = Client(workspace, platform.address.replace("127.0.0.1", "localhost"))
+        client.environment |= support.plug_in_key(workspace, platform, "24681357", "ada@northlight.example", "ben@northlight.example")
+        terminal = Terminal(client, "sign-in", "--passkey")
+        terminal.read_until(b"Enter your security key's PIN.")
+        terminal.read_until(b"PIN: ")
+        assert not terminal.shows_typing()
+        terminal.type(b"11112222\n")
+        terminal.read_until(b"That PIN is not right. 7 tries left.")
+        terminal.read_until(b"PIN: ", 2)
+        terminal.type(b"24681357\n")
+        terminal.read_until(b"Number: ")
+        terminal.type(b"2\n")
+        code, seen = terminal.finish()
+        assert code == DONE and "Signed in as Ben Okafor" in seen and "24681357" not in seen, seen
+        for file in client.home.rglob("*"):
+            assert not file.is_file() or b"24681357" not in file.read_bytes(), file
+        result = expect(FAILED, client.run("sign-in", "--passkey"))
+        assert "There is no terminal to ask for the security key's PIN." in result.error, result
+        del client.environment["LD_PRELOAD"]
+        waiting = Terminal(client, "sign-in", "--passkey")
+        waiting.read_until(b"Put in your security key.")
+        waiting.type(b"\x03")
+        assert waiting.finish()[0] == INTERRUPTED
+
+
 def an_interruption_while_the_password_is_asked_for_leaves_the_terminal_as_it_was():
     with Workspace() as workspace, Platform(workspace) as platform:
         terminal = Terminal(Client(workspace, platform.address), "sign-in", "--email", support.EMAIL)

@@ -83,6 +83,7 @@ private:
         application().arrive({.addresses = {"palvera://sign-in?grant=late"}});
         screen.takeWarnings();
         take("sign-in-browser-late", "That sign-in was cancelled.");
+        passkeyScreens();
         signIn("ada@northlight.example", "wrong");
         take("sign-in-password-wrong", "That email or password is not right.");
         screen.click(button, "Forgotten your password?");
@@ -107,6 +108,32 @@ private:
                 screen.click(button, "Cannot scan it? Enter this key instead");
             take(name);
         }
+    }
+    void passkeyScreens()
+    {
+        using Kind = PasskeyPrompt::Kind;
+        const ScopedVariable site("PV_API", server->serviceAddress().replace("127.0.0.1", "localhost") + "/api");
+        begin();
+        keys.plug(true);
+        take("sign-in-key", "With your security key.");
+        screen.click(button, "Sign in with a passkey");
+        screen.waitUntil([&] { return !keys.requests.empty(); });
+        const std::pair<const char*, PasskeyPrompt> prompts[] = {
+            {"insert", {.kind = Kind::insert}},
+            {"which", {.kind = Kind::which}},
+            {"pin", {.kind = Kind::pin, .triesLeft = 8}},
+            {"pin-wrong", {.kind = Kind::pin, .triesLeft = 7, .isWrong = true}},
+            {"pin-last", {.kind = Kind::pin, .triesLeft = 1, .isWrong = true}},
+            {"touch", {.kind = Kind::touch}},
+            {"account", {.kind = Kind::account, .names = {"ada@northlight.example", "hana@kestrel.example"}}},
+            {"working", {}},
+        };
+        for (const auto& [name, prompt] : prompts) {
+            keys.ask(prompt);
+            take(QStringLiteral("sign-in-key-") + name);
+        }
+        screen.click(button, "Cancel");
+        keys.plug(false);
     }
     void pickers()
     {

@@ -9,6 +9,7 @@ SignInFace {
 
     readonly property PasskeyModel passkey: login.passkey
     readonly property bool asksForPin: passkey.prompt === PasskeyModel.Pin
+    readonly property bool asksForHand: [PasskeyModel.Insert, PasskeyModel.Which, PasskeyModel.Touch].includes(passkey.prompt)
 
     actionShown: false
     text: passkey.text
@@ -31,6 +32,15 @@ SignInFace {
         onTriggered: root.takeFocus()
     }
 
+    SymbolIcon {
+        anchors.horizontalCenter: parent.horizontalCenter
+        color: Theme.accent
+        height: Theme.symbolHuge
+        name: "person.badge.key.fill"
+        visible: root.asksForHand
+        width: height
+    }
+
     Spinner {
         anchors.horizontalCenter: parent.horizontalCenter
         visible: root.passkey.prompt === PasskeyModel.Nothing
@@ -39,7 +49,7 @@ SignInFace {
     SecureField {
         id: pin
 
-        label: qsTr("PIN")
+        hint: qsTr("PIN")
         visible: root.asksForPin
         width: parent.width
         onAccepted: root.enterPin()
