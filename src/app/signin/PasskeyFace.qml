@@ -9,7 +9,7 @@ SignInFace {
 
     readonly property PasskeyModel passkey: login.passkey
     readonly property bool asksForPin: passkey.prompt === PasskeyModel.Pin
-    readonly property bool asksForHand: [PasskeyModel.Insert, PasskeyModel.Which, PasskeyModel.Touch].includes(passkey.prompt)
+    readonly property bool asksForHand: passkey.text !== "" && !asksForPin && accounts.count === 0
 
     actionShown: false
     text: passkey.text
