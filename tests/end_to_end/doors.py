@@ -199,4 +199,22 @@ def without_a_program_one_is_started_that_knows_nothing_of_it():
             wait_until(lambda: not os.path.exists(f"/proc/{pid}"), "it ends")
 
 
+def the_bus_starts_the_program_and_gives_it_the_address():
+    with Workspace() as workspace, Platform(workspace) as platform:
+        services, home = workspace.path / "share" / "dbus-1" / "services", workspace.path / "home"
+        services.mkdir(parents=True)
+        surroundings = support.homes(home, platform.address) | {
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QUICK_BACKEND": "software"}
+        (services / f"{ID}.service").write_text(f"[D-BUS Service]\nName={ID}\nExec=/usr/bin/env " + " ".join(
+            f"{name}={value}" for name, value in surroundings.items()) + f" {DESKTOP}\n")
+        os.environ["XDG_DATA_DIRS"] = f"{workspace.path / 'share'}:/usr/local/share:/usr/share"
+        with Display():
+            desktop = Desktop(workspace, platform.address) # which it does not start
+            desktop.errors.write_text("")
+            call_over_the_bus("Open", GLib.Variant("(asa{sv})", (["palvera://sign-in?grant=unasked"], {})))
+            desktop.find(".*", "That sign-in was not started here, so it was not used.")
+            desktop.focus()
+            desktop.press("ctrl+q")
+
+
 support.main()
