@@ -109,7 +109,7 @@ void Application::arrive(const Arrival& arrival)
     if (m_window)
         bringToFront(*m_window, arrival.token);
     for (const auto& address : arrival.addresses)
-        m_root.login()->refuse(m_environment.web.take(QString::fromUtf8(address)));
+        m_root.refuse(m_environment.web.take(QString::fromUtf8(address)));
 }
 
 void Application::setDark(bool dark)

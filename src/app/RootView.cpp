@@ -158,6 +158,14 @@ void RootView::back()
         goTo(Page::Projects);
 }
 
+void RootView::refuse(BrowserSignIn::Taken callback)
+{
+    if (m_key == QStringLiteral("loading"))
+        m_refused = callback;
+    else
+        m_login.refuse(callback);
+}
+
 void RootView::becomeActive()
 {
     m_deliverables.load();
@@ -211,6 +219,7 @@ void RootView::changeScreen()
         openOrg(*org);
     else
         leaveOrg();
+    m_refused.reset();
     Q_EMIT keyChanged();
 }
 
@@ -220,6 +229,8 @@ void RootView::openLogin()
         leaveOrg();
     m_login.open(m_environment.isDoorAsked(),
                  m_session.hasExpired() ? tr("Your sign-in has expired. Sign in again.") : QString());
+    if (m_refused)
+        m_login.refuse(*m_refused);
     m_tasks.start(m_session.askAgain([this] { return !m_login.isTouched(); }));
 }
 

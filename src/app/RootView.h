@@ -90,6 +90,9 @@ public:
     Q_INVOKABLE void openDeliverable(int row);
     /// Goes one page back within the organisation.
     Q_INVOKABLE void back();
+    /// A browser came back for nothing; see LoginView::refuse. While it is still being asked who is signed in, this
+    /// waits for the sign-in screen.
+    void refuse(BrowserSignIn::Taken callback);
     /// The user has come back to the program.
     void becomeActive();
     Q_INVOKABLE void dismissRemark();
@@ -127,6 +130,7 @@ private:
     AssetsView m_assets;
     TransfersView m_transfers;
     QString m_key;
+    std::optional<BrowserSignIn::Taken> m_refused; // to be said once the sign-in screen is there
     QString m_orgKey; // the key of the organisation that the models show
     Page m_page = Page::Projects;
 };

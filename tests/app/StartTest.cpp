@@ -48,6 +48,16 @@ TEST_F(StartTest, aSecondStartBringsTheWindowBack)
     EXPECT_FALSE(screen.window().windowStates().testFlag(Qt::WindowMinimized));
 }
 
+TEST_F(StartTest, aBrowserThatComesBackBeforeTheSignInScreenIsThereIsToldOfOnIt)
+{
+    fail(local::Operation::me, {.latency = std::chrono::milliseconds(300)});
+    start();
+    ASSERT_EQ(root().key(), "loading");
+    application().arrive({.addresses = {"palvera://sign-in?grant=unasked"}});
+    screen.takeWarnings(); // where there is no display, nothing can be put in front
+    screen.find(QAccessible::AlertMessage, "That sign-in was not started here, so it was not used.");
+}
+
 TEST_F(StartTest, comingBackToTheProgramLoadsTheDeliverablesAgain)
 {
     start();
