@@ -96,7 +96,11 @@ TEST_F(CallbacksTest, nobodyListensWhereSomebodyElseCouldPutASocket)
     const auto path = folder.filePath("palvera");
     const std::function<void()> preparations[] = {
         [&] { ASSERT_TRUE(QDir().mkdir(path) && ::chmod(path.toUtf8().constData(), 0770) == 0); },
-        [&] { ASSERT_TRUE(QDir(folder.path()).mkdir("theirs") && QFile::link(folder.filePath("theirs"), path)); },
+        [&] {
+            const auto elsewhere = folder.filePath("elsewhere");
+            ASSERT_TRUE(QDir().mkdir(elsewhere) && ::chmod(elsewhere.toUtf8().constData(), 0700) == 0);
+            ASSERT_TRUE(QFile::link(elsewhere, path));
+        },
         [&] { writeFile(path, {}); },
     };
     for (const auto& prepare : preparations) {
