@@ -169,7 +169,7 @@ void RootView::refuse(BrowserSignIn::Taken callback)
 void RootView::becomeActive()
 {
     m_deliverables.load();
-    m_login.becomeActive();
+    m_login.browser()->becomeActive();
     m_tasks.start(m_session.askOnce([this] { return !m_login.isTouched(); }));
 }
 

@@ -131,7 +131,7 @@ private:
     TransfersView m_transfers;
     QString m_key;
     std::optional<BrowserSignIn::Taken> m_refused; // to be said once the sign-in screen is there
-    QString m_orgKey; // the key of the organisation that the models show
+    QString m_orgKey;                              // the key of the organisation that the models show
     Page m_page = Page::Projects;
 };
 

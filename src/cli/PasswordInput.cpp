@@ -41,6 +41,21 @@ private:
     termios m_before{};
 };
 
+/// Ends the line of a prompt that nobody answers any more.
+struct EndedLine {
+    const int terminal;
+    bool isEnded = false; ///< by the user
+
+    explicit EndedLine(int number) : terminal(number) {}
+    EndedLine(const EndedLine&) = delete;
+    EndedLine& operator=(const EndedLine&) = delete;
+    ~EndedLine()
+    {
+        if (!isEnded && ::write(terminal, "\n", 1) < 0)
+            return; // there is nothing to be done
+    }
+};
+
 /// Gives a file that others have open as well its flags back: Asio makes it non-blocking for all of them.
 class FlagsKept {
 public:
@@ -69,11 +84,12 @@ Failure nothingEntered()
 }
 
 /// Byte for byte, so that what follows the line stays for whoever reads on. Throws Failure at the end of the file.
-Task<QString> readLine(int number)
+Task<QByteArray> readLine(int number)
 {
     constexpr qsizetype longest = 4096;
     asio::posix::stream_descriptor file(co_await asio::this_coro::executor, ::dup(number));
     QByteArray line;
+    line.reserve(longest); // so that no copy of a secret stays behind while it grows
     while (line.size() < longest) {
         co_await untilReadable(file);
         char byte = 0;
@@ -88,15 +104,15 @@ Task<QString> readLine(int number)
     }
     if (line.endsWith('\r'))
         line.chop(1);
-    co_return QString::fromUtf8(line);
+    co_return line;
 }
 
-Task<QString> readPassword(int number)
+Task<QByteArray> readSecret(int number)
 {
-    auto password = co_await readLine(number);
-    if (password.isEmpty())
+    auto secret = co_await readLine(number);
+    if (secret.isEmpty())
         throw nothingEntered();
-    co_return password;
+    co_return secret;
 }
 
 /// The user's terminal, open for us alone; throws Failure with the text `without` where there is none.
@@ -115,12 +131,15 @@ void ask(const FileDescriptor& terminal, const QString& prompt)
         throw Failure(QStringLiteral("The terminal cannot be written to."));
 }
 
-Task<QString> secretFromTerminal(QString prompt, QString without)
+Task<QByteArray> secretFromTerminal(QString prompt, QString without)
 {
     auto terminal = openTerminal(without);
     Unshown unshown(terminal->number());
     ask(*terminal, prompt);
-    co_return co_await readPassword(terminal->number());
+    EndedLine line(terminal->number());
+    auto secret = co_await readSecret(terminal->number());
+    line.isEnded = true;
+    co_return secret;
 }
 
 } // namespace
@@ -128,32 +147,32 @@ Task<QString> secretFromTerminal(QString prompt, QString without)
 Task<QString> passwordFromStandardInput()
 {
     FlagsKept kept(STDIN_FILENO);
-    co_return co_await readPassword(STDIN_FILENO);
+    co_return QString::fromUtf8(co_await readSecret(STDIN_FILENO));
 }
 
 Task<QString> passwordFromTerminal(QString prompt)
 {
-    return secretFromTerminal(std::move(prompt),
-                              QStringLiteral("There is no terminal to ask for the password. Use --password-stdin."));
+    co_return QString::fromUtf8(co_await secretFromTerminal(
+        std::move(prompt), QStringLiteral("There is no terminal to ask for the password. Use --password-stdin.")));
 }
 
 Task<Pin> pinFromTerminal(QString prompt)
 {
-    auto entered = co_await secretFromTerminal(
-        std::move(prompt), QStringLiteral("There is no terminal to ask for the security key's PIN."));
-    co_return Pin(entered.toUtf8());
+    co_return Pin(co_await secretFromTerminal(
+        std::move(prompt), QStringLiteral("There is no terminal to ask for the security key's PIN.")));
 }
 
 Task<QString> addressFromTerminal(QString prompt)
 {
-    return secretFromTerminal(std::move(prompt), QStringLiteral("There is no terminal to ask for the address."));
+    co_return QString::fromUtf8(
+        co_await secretFromTerminal(std::move(prompt), QStringLiteral("There is no terminal to ask for the address.")));
 }
 
 Task<QString> codeFromTerminal(QString prompt)
 {
     auto terminal = openTerminal(QStringLiteral("There is no terminal to ask for the code. Use --code."));
     ask(*terminal, prompt);
-    co_return co_await readLine(terminal->number());
+    co_return QString::fromUtf8(co_await readLine(terminal->number()));
 }
 
 bool hasTerminal()

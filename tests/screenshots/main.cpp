@@ -76,7 +76,7 @@ private:
         take("sign-in-email", "Work email");
         screen.click(button, "Continue with Google, in a sign-in window.");
         take("sign-in-browser", "Finish in your browser");
-        login().becomeActive();
+        login().browser()->becomeActive();
         letPass(2200ms);
         take("sign-in-browser-back", "Finished there?");
         screen.click(button, "Cancel");

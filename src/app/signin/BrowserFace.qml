@@ -8,7 +8,7 @@ SignInFace {
 
     actionShown: false
     firstField: again
-    text: login.backFromBrowser ? qsTr("Finished there? Choose Open Palvera in the browser, or open it again.") : qsTr("Your browser is open at the sign-in page. When it asks, choose Open Palvera.")
+    text: login.browser.userBack ? qsTr("Finished there? Choose Open Palvera in the browser, or open it again.") : qsTr("Your browser is open at the sign-in page. When it asks, choose Open Palvera.")
     title: qsTr("Finish in your browser")
 
     AppButton {
@@ -17,14 +17,14 @@ SignInFace {
         kind: AppButton.Kind.Primary
         text: qsTr("Open the browser again")
         width: parent.width
-        onClicked: root.login.openBrowserAgain()
+        onClicked: root.login.browser.openAgain()
     }
 
     AppButton {
         text: qsTr("Copy the address")
         width: parent.width
         onClicked: {
-            root.login.copyBrowserAddress();
+            root.login.browser.copyAddress();
             text = qsTr("The address is copied");
         }
     }
@@ -33,6 +33,6 @@ SignInFace {
         anchors.horizontalCenter: parent.horizontalCenter
         kind: AppButton.Kind.Link
         text: qsTr("Cancel")
-        onClicked: root.login.cancelBrowser()
+        onClicked: root.login.browser.cancel()
     }
 }

@@ -9,8 +9,6 @@
 #include "session/Session.h"
 #include "session/SignInDoorError.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
 #include <QScopeGuard>
 
 namespace palvera {
@@ -51,6 +49,7 @@ LoginView::LoginView(const Environment& environment, QObject* parent)
               .clock = environment.clock,
               .api = environment.doors.api,
               .network = environment.network}),
+      m_browser(environment.doors.web, environment.clock, m_tasks),
       m_passkey(environment.doors.passkey.service())
 {
     QObject::connect(&m_ways, &WaysIn::changed, this, &LoginView::followConfig);
@@ -61,7 +60,7 @@ LoginView::LoginView(const Environment& environment, QObject* parent)
 void LoginView::open(bool developerDoor, const QString& notice)
 {
     m_tasks.stop();
-    cancelBrowser();
+    m_browser.cancel();
     m_isTouched = false;
     m_notice = notice;
     m_developerDoor = developerDoor;
@@ -211,8 +210,8 @@ void LoginView::backToSignIn()
 
 void LoginView::goBack()
 {
-    if (isInBrowser())
-        cancelBrowser();
+    if (m_browser.isWaiting())
+        m_browser.cancel();
     else if (m_passkey.isAsking())
         m_passkey.cancel();
     else if (m_face != Face::Login && m_face != Face::Email)
@@ -234,26 +233,6 @@ void LoginView::signInWithPasskey()
     act(takePasskey(), QStringLiteral("That passkey did not work. Sign in another way."));
 }
 
-bool LoginView::isInBrowser() const
-{
-    return m_environment.doors.web.isWaiting();
-}
-
-void LoginView::openBrowserAgain()
-{
-    m_environment.doors.web.showAgain();
-}
-
-void LoginView::copyBrowserAddress() const
-{
-    QGuiApplication::clipboard()->setText(QString::fromUtf8(m_environment.doors.web.address()));
-}
-
-void LoginView::cancelBrowser()
-{
-    m_environment.doors.web.cancel();
-}
-
 void LoginView::refuse(BrowserSignIn::Taken callback)
 {
     using Taken = BrowserSignIn::Taken;
@@ -272,30 +251,10 @@ void LoginView::refuse(BrowserSignIn::Taken callback)
 
 void LoginView::followBrowser()
 {
-    m_wasInBrowser = m_wasInBrowser || isInBrowser();
-    m_backFromBrowser = false;
-    ++m_browserTrips;
-    if (isInBrowser())
+    if (m_browser.isWaiting())
         m_notice = QString();
     else
         m_tasks.start(focusSoon(++m_faceChanges));
-    Q_EMIT browserChanged();
-}
-
-void LoginView::becomeActive()
-{
-    if (isInBrowser())
-        m_tasks.start(wonder(m_browserTrips));
-}
-
-/// Whoever has finished there may not have let the browser open the program.
-Task<void> LoginView::wonder(int trip)
-{
-    co_await m_environment.clock.sleep(2s);
-    if (trip != m_browserTrips || !isInBrowser())
-        co_return;
-    m_backFromBrowser = true;
-    Q_EMIT browserChanged();
 }
 
 void LoginView::act(Task<void> action, const QString& fallback)
@@ -304,7 +263,7 @@ void LoginView::act(Task<void> action, const QString& fallback)
         return;
     m_busy = true;
     m_error = QString();
-    m_wasInBrowser = false;
+    m_browser.begin();
     m_tasks.start(perform(std::move(action), fallback));
 }
 
@@ -380,7 +339,7 @@ Task<void> LoginView::take(Task<SignIn::Next> step)
         co_await m_environment.session.refresh();
         if (m_environment.session.me()) {
             leave();
-            if (m_wasInBrowser)
+            if (m_browser.wasUsed())
                 m_environment.session.remarkOnUser();
         } else {
             m_error = m_environment.session.error().value_or(QString());

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/signin/BrowserView.h"
 #include "app/signin/PasskeyView.h"
 #include "app/signin/WaysIn.h"
 #include "service/Site.h"
-#include "session/BrowserSignIn.h"
 #include "session/SignIn.h"
 
 #include <QProperty>
@@ -32,8 +32,6 @@ class LoginView : public QObject {
     Q_PROPERTY(bool busy READ isBusy NOTIFY busyChanged)
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
-    Q_PROPERTY(bool inBrowser READ isInBrowser NOTIFY browserChanged)
-    Q_PROPERTY(bool backFromBrowser READ isBackFromBrowser NOTIFY browserChanged)
     Q_PROPERTY(bool resent READ isResent NOTIFY resentChanged)
     Q_PROPERTY(bool asked READ isAsked NOTIFY askedChanged)
     Q_PROPERTY(bool configLoading READ isConfigLoading NOTIFY configChanged)
@@ -46,6 +44,7 @@ class LoginView : public QObject {
     Q_PROPERTY(bool staging READ isStaging NOTIFY configChanged)
     Q_PROPERTY(bool siteChoiceShown READ isSiteChoiceShown NOTIFY configChanged)
     Q_PROPERTY(bool liveSite READ isLiveSite NOTIFY configChanged)
+    Q_PROPERTY(palvera::BrowserView* browser READ browser CONSTANT)
     Q_PROPERTY(palvera::PasskeyView* passkey READ passkey CONSTANT)
 
 public:
@@ -100,10 +99,6 @@ public:
     QString notice() const { return m_notice; }
     /// What failed last, for the user; empty when nothing did.
     QString error() const { return m_error; }
-    /// The sign-in goes on in the user's browser, for which everything else waits.
-    bool isInBrowser() const;
-    /// The user has come from there, but the browser has not.
-    bool isBackFromBrowser() const { return m_backFromBrowser; }
     /// Another code was sent.
     bool isResent() const { return m_resent; }
     /// A link to reset the password was asked for.
@@ -122,6 +117,7 @@ public:
     /// The user may choose the site unless the environment names the platform's address.
     bool isSiteChoiceShown() const;
     bool isLiveSite() const;
+    BrowserView* browser() { return &m_browser; }
     PasskeyView* passkey() { return &m_passkey; }
 
     /// What people call the provider.
@@ -140,15 +136,8 @@ public:
     /// Goes on at `provider`, in a browser.
     Q_INVOKABLE void signInWith(const QString& provider);
     Q_INVOKABLE void signInWithPasskey();
-    /// While the sign-in goes on in the browser: shows its page there once more, puts its address on the clipboard, or
-    /// gives up without a word.
-    Q_INVOKABLE void openBrowserAgain();
-    Q_INVOKABLE void copyBrowserAddress() const;
-    Q_INVOKABLE void cancelBrowser();
     /// A browser came back for nothing; says so where the user may wonder.
     void refuse(BrowserSignIn::Taken callback);
-    /// The user has come back to the program.
-    void becomeActive();
     Q_INVOKABLE void chooseSite(bool live);
 
 Q_SIGNALS:
@@ -160,7 +149,6 @@ Q_SIGNALS:
     void busyChanged();
     void noticeChanged();
     void errorChanged();
-    void browserChanged();
     void resentChanged();
     void askedChanged();
     void configChanged();
@@ -183,7 +171,6 @@ private:
     void followConfig();
     Task<void> focusSoon(int change);
     void followBrowser();
-    Task<void> wonder(int trip);
 
     void go(Face face);
     void setFace(Face face, bool moves);
@@ -197,6 +184,7 @@ private:
     const SignIn m_signIn;
     TaskScope m_tasks; // under way since the view was opened
     WaysIn m_ways;
+    BrowserView m_browser;
     PasskeyView m_passkey;
     bool m_waits = false;     // no door is shown yet
     bool m_isTouched = false; // since one is
@@ -204,9 +192,6 @@ private:
     Face m_face = Face::Login;
     bool m_faceMoves = false;
     int m_faceChanges = 0;
-    bool m_wasInBrowser = false; // during the action that runs
-    bool m_backFromBrowser = false;
-    int m_browserTrips = 0;
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, QString, m_email, &LoginView::emailChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, QString, m_password, &LoginView::passwordChanged)
     Q_OBJECT_BINDABLE_PROPERTY(LoginView, QString, m_code, &LoginView::codeChanged)

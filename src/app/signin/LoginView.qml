@@ -11,10 +11,6 @@ FocusScope {
     readonly property bool waits: login.configLoading
 
     Connections {
-        function onBrowserChanged() {
-            root.showFace();
-        }
-
         function onFaceChanged() {
             root.showFace();
         }
@@ -24,6 +20,14 @@ FocusScope {
         }
 
         target: root.login
+    }
+
+    Connections {
+        function onChanged() {
+            root.showFace();
+        }
+
+        target: root.login.browser
     }
 
     Connections {
@@ -142,7 +146,7 @@ FocusScope {
                         anchors.horizontalCenter: parent.horizontalCenter
                         kind: AppButton.Kind.Link
                         text: root.login.face === LoginModel.Login ? qsTr("Back to sign in") : qsTr("Sign in with an access code")
-                        visible: root.login.accessCodeLinkShown && !root.login.inBrowser && !root.login.passkey.asking
+                        visible: root.login.accessCodeLinkShown && !root.login.browser.waiting && !root.login.passkey.asking
                         onClicked: root.login.toggleAccessCode()
                     }
                 }
@@ -187,7 +191,7 @@ FocusScope {
     }
 
     function sourceFor(shown: int): string {
-        if (login.inBrowser)
+        if (login.browser.waiting)
             return "BrowserFace.qml";
         if (login.passkey.asking)
             return "PasskeyFace.qml";
@@ -214,7 +218,7 @@ FocusScope {
         face.setSource(shown, {
             login: root.login
         });
-        if (login.faceMoves || login.inBrowser || login.passkey.asking)
+        if (login.faceMoves || login.browser.waiting || login.passkey.asking)
             appear.restart();
     }
 

@@ -389,7 +389,7 @@ TEST_F(LoginViewTest, singleSignOnGoesOnInTheBrowserWithTheAddressThatWasEntered
     view.setEmail(" eve@harbour.example\n");
     view.submit();
     wait(1s);
-    EXPECT_TRUE(view.isInBrowser() && view.isBusy());
+    EXPECT_TRUE(view.browser()->isWaiting() && view.isBusy());
     EXPECT_THAT(opened, ElementsAre(webStartURL(api, {}, "eve@harbour.example")));
     comeBack(grantedTo("eve%40harbour%2Eexample"));
     EXPECT_EQ(user(), "eve@harbour.example");
@@ -417,7 +417,7 @@ TEST_F(LoginViewTest, aBrowserThatComesBackOtherwiseIsToldOf)
         view.signInWith("google");
         comeBack(callback);
         EXPECT_EQ(view.error(), message);
-        EXPECT_FALSE(view.isBusy() || view.isInBrowser());
+        EXPECT_FALSE(view.isBusy() || view.browser()->isWaiting());
         EXPECT_EQ(user(), "");
     }
     const auto callback = grantedTo("ada%40northlight%2Eexample");
@@ -442,17 +442,17 @@ TEST_F(LoginViewTest, whileItWaitsForTheBrowserThereAreWaysOut)
     view.signInWith("google");
     wait(1s);
     view.signInWith("apple");
-    view.openBrowserAgain();
+    view.browser()->openAgain();
     EXPECT_THAT(opened, ElementsAre(webStartURL(api, "google", {}), webStartURL(api, "google", {})));
-    EXPECT_FALSE(view.isBackFromBrowser());
-    view.becomeActive();
+    EXPECT_FALSE(view.browser()->isUserBack());
+    view.browser()->becomeActive();
     wait(1900ms);
-    EXPECT_FALSE(view.isBackFromBrowser()) << "it may just be on its way";
+    EXPECT_FALSE(view.browser()->isUserBack()) << "it may just be on its way";
     wait(100ms);
-    EXPECT_TRUE(view.isBackFromBrowser());
+    EXPECT_TRUE(view.browser()->isUserBack());
     focused.clear();
     view.goBack();
-    EXPECT_FALSE(view.isInBrowser());
+    EXPECT_FALSE(view.browser()->isWaiting());
     wait(1s);
     EXPECT_EQ(view.error(), "");
     EXPECT_FALSE(view.isBusy());
@@ -462,12 +462,12 @@ TEST_F(LoginViewTest, whileItWaitsForTheBrowserThereAreWaysOut)
     EXPECT_EQ(view.error(), "Google did not finish. Try again, or sign in another way.");
     view.signInWith("google");
     wait(1s);
-    EXPECT_FALSE(view.isBackFromBrowser()) << "not yet this time";
+    EXPECT_FALSE(view.browser()->isUserBack()) << "not yet this time";
     view.open(false);
-    EXPECT_FALSE(view.isInBrowser() || view.isBusy()) << "at once: the next one may begin";
+    EXPECT_FALSE(view.browser()->isWaiting() || view.isBusy()) << "at once: the next one may begin";
     view.signInWith("google");
     wait(1s);
-    EXPECT_TRUE(view.isInBrowser());
+    EXPECT_TRUE(view.browser()->isWaiting());
 }
 
 TEST_F(LoginViewTest, aCallbackThatNobodyWaitsForIsSaidAndSignsNobodyIn)
@@ -482,7 +482,7 @@ TEST_F(LoginViewTest, aCallbackThatNobodyWaitsForIsSaidAndSignsNobodyIn)
     view.signInWith("google");
     wait(1s);
     EXPECT_EQ(view.notice(), "");
-    view.cancelBrowser();
+    view.browser()->cancel();
     EXPECT_EQ(arrive(), "That sign-in was cancelled. Start it again to use it.");
     view.signInWith("google");
     wait(1s);
@@ -542,7 +542,7 @@ TEST_F(LoginViewTest, aSecurityKeyIsAskedFirstAndTheBrowserStaysOnePressAway)
     EXPECT_THAT(opened, IsEmpty());
     view.passkey()->useBrowser();
     wait(1s);
-    EXPECT_TRUE(view.isInBrowser());
+    EXPECT_TRUE(view.browser()->isWaiting());
     EXPECT_FALSE(view.passkey()->isAsking());
     comeBack(grantedTo("ada%40northlight%2Eexample"));
     EXPECT_EQ(user(), "ada@northlight.example");
