@@ -1,0 +1,181 @@
+#include "LoginViewHarness.h"
+
+namespace palvera {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Field = LoginView::Field;
+
+namespace {
+
+struct BrowserAndPasskeyTest : LoginViewTest {};
+
+TEST_F(BrowserAndPasskeyTest, singleSignOnGoesOnInTheBrowserWithTheAddressThatWasEntered)
+{
+    open();
+    view.setEmail(" eve@harbour.example\n");
+    view.submit();
+    wait(1s);
+    EXPECT_TRUE(view.browser()->isWaiting() && view.isBusy());
+    EXPECT_THAT(opened, ElementsAre(webStartURL(api, {}, "eve@harbour.example")));
+    comeBack(grantedTo("eve%40harbour%2Eexample"));
+    EXPECT_EQ(user(), "eve@harbour.example");
+    EXPECT_EQ(session.remark(), "You are signed in as eve@harbour.example.");
+}
+
+TEST_F(BrowserAndPasskeyTest, aBrowserThatComesBackOtherwiseIsToldOf)
+{
+    const QString tryAgain = "Google did not finish. Try again, or sign in another way.";
+    const auto because = [](const QString& why) {
+        return "Google did not finish (" + why + "). Try again, or sign in another way.";
+    };
+    const std::pair<QString, QString> cases[] = {
+        {"palvera://done?error=access_denied", because("access_denied")},
+        {"palvera://done?error=%1B%5B31m%20%E2%80%AEgone%0A", because("[31m gone")},
+        {"palvera://done?error=" + QString(500, 'x'), because(QString(63, 'x') + "…")},
+        {"palvera://done?error=%20", tryAgain},
+        {"palvera://done", tryAgain},
+        {"palvera:", tryAgain},
+        {"palvera://done?grant=", tryAgain},
+        {"palvera://done?grant=old&error=x", "That sign-in has expired. Try again."},
+    };
+    open();
+    for (const auto& [callback, message] : cases) {
+        view.signInWith("google");
+        comeBack(callback);
+        EXPECT_EQ(view.error(), message);
+        EXPECT_FALSE(view.isBusy() || view.browser()->isWaiting());
+        EXPECT_EQ(user(), "");
+    }
+    const auto callback = grantedTo("ada%40northlight%2Eexample");
+    view.signInWith("google");
+    network.conditions.listening = false;
+    comeBack(callback);
+    EXPECT_EQ(view.error(), tryAgain);
+    network.conditions.listening = true;
+    view.signInWith("google");
+    wait(130s);
+    comeBack(callback);
+    EXPECT_EQ(view.error(), "That sign-in has expired. Try again.");
+    hasBrowser = false;
+    view.signInWith("google");
+    wait(1s);
+    EXPECT_EQ(view.error(), tryAgain);
+}
+
+TEST_F(BrowserAndPasskeyTest, whileItWaitsForTheBrowserThereAreWaysOut)
+{
+    open();
+    view.signInWith("google");
+    wait(1s);
+    view.signInWith("apple");
+    view.browser()->openAgain();
+    EXPECT_THAT(opened, ElementsAre(webStartURL(api, "google", {}), webStartURL(api, "google", {})));
+    EXPECT_FALSE(view.browser()->isUserBack());
+    view.browser()->becomeActive();
+    wait(1900ms);
+    EXPECT_FALSE(view.browser()->isUserBack()) << "it may just be on its way";
+    wait(100ms);
+    EXPECT_TRUE(view.browser()->isUserBack());
+    focused.clear();
+    view.goBack();
+    EXPECT_FALSE(view.browser()->isWaiting());
+    wait(1s);
+    EXPECT_EQ(view.error(), "");
+    EXPECT_FALSE(view.isBusy());
+    EXPECT_THAT(focused, ElementsAre(Field::email));
+    view.signInWith("google");
+    wait(15min);
+    EXPECT_EQ(view.error(), "Google did not finish. Try again, or sign in another way.");
+    view.signInWith("google");
+    wait(1s);
+    EXPECT_FALSE(view.browser()->isUserBack()) << "not yet this time";
+    view.open(false);
+    EXPECT_FALSE(view.browser()->isWaiting() || view.isBusy()) << "at once: the next one may begin";
+    view.signInWith("google");
+    wait(1s);
+    EXPECT_TRUE(view.browser()->isWaiting());
+}
+
+TEST_F(BrowserAndPasskeyTest, aCallbackThatNobodyWaitsForIsSaidAndSignsNobodyIn)
+{
+    open();
+    const auto arrive = [&] {
+        view.refuse(browser.take(grantedTo("ada%40northlight%2Eexample")));
+        wait(1s);
+        return view.notice();
+    };
+    EXPECT_EQ(arrive(), "That sign-in was not started here, so it was not used.");
+    view.signInWith("google");
+    wait(1s);
+    EXPECT_EQ(view.notice(), "");
+    view.browser()->cancel();
+    EXPECT_EQ(arrive(), "That sign-in was cancelled. Start it again to use it.");
+    view.signInWith("google");
+    wait(1s);
+    comeBack("palvera://done?error=x");
+    EXPECT_EQ(arrive(), "") << "the page offers it twice";
+    EXPECT_EQ(user(), "");
+    EXPECT_THAT(asked("POST auth/native/redeem"), IsEmpty());
+}
+
+TEST_F(BrowserAndPasskeyTest, withoutASecurityKeyThePasskeyIsTheBrowsers)
+{
+    open();
+    EXPECT_EQ(keys.looks, 1);
+    view.signInWithPasskey();
+    comeBack("palvera://done");
+    EXPECT_THAT(opened, ElementsAre("http://platform.test/sign-in?native=1"));
+    EXPECT_EQ(view.error(), "The passkey sign-in did not finish. Try again, or sign in another way.");
+    EXPECT_THAT(keys.requests, IsEmpty());
+}
+
+TEST_F(BrowserAndPasskeyTest, aSecurityKeyIsAskedFirstAndTheBrowserStaysOnePressAway)
+{
+    using Kind = PasskeyPrompt::Kind;
+    qputenv("PV_API", "http://localhost/api"); // that of the passkeys
+    open();
+    keys.plug(true);
+    const auto begin = [&] {
+        view.signInWithPasskey();
+        wait(1s);
+        EXPECT_TRUE(view.isBusy());
+        EXPECT_FALSE(view.passkey()->isAsking()) << "there is nothing to ask yet";
+        keys.ask({.kind = Kind::touch});
+        EXPECT_TRUE(view.passkey()->isAsking());
+    };
+    const auto end = [&] {
+        wait(1s);
+        EXPECT_FALSE(view.isBusy() || view.passkey()->isAsking());
+        return view.error();
+    };
+    begin();
+    keys.ask({});
+    EXPECT_TRUE(view.passkey()->isAsking()) << "the key is at work";
+    keys.fail(PasskeyFailure("This security key holds no passkey for Palvera."));
+    EXPECT_EQ(end(), "This security key holds no passkey for Palvera.");
+    begin();
+    view.goBack();
+    EXPECT_EQ(end(), "");
+    begin();
+    keys.answer({.credential = "unknown"});
+    EXPECT_EQ(end(), "That passkey is not known here.");
+    begin();
+    network.conditions.listening = false;
+    keys.answer({.credential = "unsent"});
+    EXPECT_EQ(end(), "That passkey did not work. Sign in another way.");
+    network.conditions.listening = true;
+    begin();
+    EXPECT_THAT(opened, IsEmpty());
+    view.passkey()->useBrowser();
+    wait(1s);
+    EXPECT_TRUE(view.browser()->isWaiting());
+    EXPECT_FALSE(view.passkey()->isAsking());
+    comeBack(grantedTo("ada%40northlight%2Eexample"));
+    EXPECT_EQ(user(), "ada@northlight.example");
+    keys.ask({.kind = Kind::touch});
+    EXPECT_FALSE(view.passkey()->isAsking()) << "nobody signs in";
+}
+
+} // namespace
+} // namespace palvera
