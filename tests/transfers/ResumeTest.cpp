@@ -5,8 +5,6 @@
 namespace palvera {
 namespace {
 
-using namespace std::chrono_literals;
-using testing::IsEmpty;
 using testing::SizeIs;
 using testing::UnorderedElementsAre;
 

@@ -1,21 +1,12 @@
 #include "TransfersHarness.h"
 
-#include <QDir>
-
 namespace palvera {
 namespace {
-
-using namespace std::chrono_literals;
 
 const Account ada{.service = "https://service.test/api/", .userId = "ada"};
 const Account hana{.service = "https://service.test/api/", .userId = "hana"};
 const Account adaElsewhere{.service = "https://elsewhere.test/api/", .userId = "ada"};
 const std::string waiting = "waiting: Waiting for you to sign in";
-
-Task<QString> address()
-{
-    co_return QStringLiteral("https://storage.test/object");
-}
 
 /// One transfer of each kind, of Ada's.
 struct SignInsTest : TransfersTest {
@@ -25,12 +16,7 @@ struct SignInsTest : TransfersTest {
     QUuid begin(Item::Kind kind, std::deque<std::exception_ptr> ends)
     {
         (kind == Item::Kind::upload ? uploads.ends : downloads.ends) = std::move(ends);
-        if (kind == Item::Kind::upload)
-            return addUpload();
-        return model->addDownload(
-            {.object = {.target = TransferTarget::Bin{"org", {}}, .identity = "o", .address = address},
-             .name = "a.mov",
-             .folder = disk.path()});
+        return kind == Item::Kind::upload ? addUpload() : addDownload();
     }
     std::size_t runs(Item::Kind kind) const
     {

@@ -13,6 +13,10 @@
 
 namespace palvera {
 
+using namespace std::chrono_literals;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
 /// A machine that can be kept awake and woken.
 struct FakeSleep final : SleepInhibitor {
     bool held = false;
@@ -45,7 +49,7 @@ struct ScriptedEngine {
         if (deafFor)
             co_await clock.sleep(*deafFor);
         else if (isScripted)
-            co_await runUntilStopped(request.flag, clock.sleep(std::chrono::seconds(1)));
+            co_await runUntilStopped(request.flag, clock.sleep(1s));
         else
             co_await untilStopped(request.flag);
         if (end)
@@ -70,6 +74,9 @@ struct TransfersTest : ServiceTest {
     FakeNetworkPath network{world.clock};
     std::optional<Account> account; ///< that is signed in
     bool isKnown = false;           ///< the platform knows it, whatever else it refuses
+    QString downloadsFolder = disk.filePath("Downloads");
+    QString address = "https://storage.test/object?signature=a%2Fb"; ///< of every object
+    std::exception_ptr noAddress;                                    ///< why there is none
     std::optional<Transfers> model;
 
     TransfersTest()
@@ -106,7 +113,7 @@ struct TransfersTest : ServiceTest {
             co_return false;
         account.reset();
         while (account != wanted)
-            co_await world.clock.sleep(std::chrono::seconds(1));
+            co_await world.clock.sleep(1s);
         co_return true;
     }
 
@@ -131,6 +138,24 @@ struct TransfersTest : ServiceTest {
                                  .deliverable = {.id = row, .label = label}});
     }
     QList<QUuid> addBinUploads(BinUploads asked) { return world.run(model->addBinUploads(std::move(asked))).items; }
+    /// Of an object of the same name, to the folder of downloads.
+    Download download(const QString& name = "a.mov")
+    {
+        QDir().mkpath(downloadsFolder);
+        return {.object = {.target = TransferTarget::Deliverable{"org", "salt", "row-1"},
+                           .identity = name,
+                           .address = [this] { return addressAfterASecond(); }},
+                .name = name,
+                .folder = downloadsFolder};
+    }
+    QUuid addDownload(const QString& name = "a.mov") { return model->addDownload(download(name)); }
+    Task<QString> addressAfterASecond()
+    {
+        co_await world.clock.sleep(1s);
+        if (noAddress)
+            std::rethrow_exception(noAddress);
+        co_return address;
+    }
     Journal journal(const QString& key = "row-1")
     {
         Journal saved{.key = key,
@@ -156,6 +181,14 @@ struct TransfersTest : ServiceTest {
             return "absent";
         auto why = messageOf(item->state);
         return (nameOf(item->state) + (why.isEmpty() ? "" : ": ") + why).toStdString();
+    }
+    /// What all of them do, without the reasons.
+    std::string statesOf(const QList<QUuid>& ids) const
+    {
+        QStringList states;
+        for (const auto& id : ids)
+            states.append(nameOf(model->find(id)->state));
+        return states.join(' ').toStdString();
     }
     void runUntilState(const QUuid& id, const std::string& state)
     {

@@ -3,10 +3,7 @@
 namespace palvera {
 namespace {
 
-using namespace std::chrono_literals;
 using testing::Each;
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 const char* stopReport = "POST orgs/org/projects/salt/deliverables/row-1/transfer/progress";
 const char* abortRequest = "POST orgs/org/projects/salt/deliverables/row-1/transfer/abort";
@@ -16,17 +13,12 @@ using UploadsTest = TransfersTest;
 
 TEST_F(UploadsTest, theEngineDecidesHowItEndsAndOnlyARowIsToldOfAFailure)
 {
-    struct Case {
-        std::exception_ptr end;
-        bool intoBin;
-        const char* state;
-        std::size_t reports;
-    };
-    const Case cases[] = {{nullptr, false, "done", 0},
-                          {platformSays(403), false, "failed: The platform says 403.", 1},
-                          {cancelled, false, "stopped", 1},
-                          {nullptr, true, "done", 0},
-                          {platformSays(409, "delivery_doubt"), true, "failed: The platform says 409.", 0}};
+    const std::tuple<std::exception_ptr, bool, const char*, std::size_t> cases[] = {
+        {nullptr, false, "done", 0},
+        {platformSays(403), false, "failed: The platform says 403.", 1},
+        {cancelled, false, "stopped", 1},
+        {nullptr, true, "done", 0},
+        {platformSays(409, "delivery_doubt"), true, "failed: The platform says 409.", 0}};
     for (const auto& [end, intoBin, state, reports] : cases) {
         const auto before = client.requests().size();
         uploads.ends = {end};
@@ -242,21 +234,15 @@ TEST_F(UploadsTest, aFewGoIntoTheBinAtATimeInTheOrderInWhichTheyCame)
         files.append(file(QString("%1.mov").arg(i)));
     uploads.ends = {platformSays(500), nullptr};
     auto ids = addBinUploads({.files = files, .orgId = "org"});
-    auto states = [&] {
-        std::string all;
-        for (const auto& id : ids)
-            all += nameOf(model->find(id)->state).toStdString() + " ";
-        return all;
-    };
     world.settle();
-    EXPECT_EQ(states(), "running running running waiting waiting waiting ");
+    EXPECT_EQ(statesOf(ids), "running running running waiting waiting waiting");
     EXPECT_EQ(uploads.requests.size(), 3u);
     model->stop(ids[3]); // whose turn has not come
     addUpload();         // a deliverable's does not wait for the bin's
     EXPECT_EQ(uploads.requests.size(), 3u);
     runUntilState(ids[1], "done");
     world.settle();
-    EXPECT_EQ(states(), "retrying done running stopped running running ")
+    EXPECT_EQ(statesOf(ids), "retrying done running stopped running running")
         << "one that waits for a retry lets others go";
     ASSERT_EQ(uploads.requests.size(), 6u);
     model->stop(ids[2]);
