@@ -26,13 +26,7 @@ TEST(DownloadRulesTest, theSizeIsWhatTheRangeSaysElseTheLength)
 
 TEST(DownloadRulesTest, aRecordSpeaksOfItsOwnFileOnly)
 {
-    const struct {
-        const char* what;
-        Partial record;
-        QByteArray handle;
-        qint64 size;
-        bool binds;
-    } cases[] = {
+    const std::tuple<const char*, Partial, QByteArray, qint64, bool> cases[] = {
         {"its file", {.total = 9, .source = "one", .file = "h"}, "h", 9, true},
         {"not begun", {.source = "one"}, "h", 0, true},
         {"of another object", {.total = 9, .source = "two", .file = "h"}, "h", 9, false},

@@ -29,11 +29,7 @@ TEST(PaceTest, looksBackFiveToTenSeconds)
 
 TEST(PaceTest, anAttemptCrawlsWhenItsRestTakesLongerThanThreeOfItsKind)
 {
-    const struct {
-        qint64 left;
-        double pace, age;
-        bool crawls;
-    } cases[] = {
+    const std::tuple<qint64, double, double, bool> cases[] = {
         // of 1000 bytes, usually there in 10 s
         {900, 10, 10, true},  {900, 10, 9, false}, {900, 31, 10, false}, {900, 29, 10, true},
         {200, 10, 80, false}, {301, 10, 70, true}, {500, 0, 10, true},

@@ -2,6 +2,8 @@
 
 #include "http/TransportError.h"
 #include "support/ScopedVariable.h"
+#include "transfer/PartBody.h"
+#include "transfer/UploadFailures.h"
 
 namespace palvera {
 namespace {
@@ -40,52 +42,50 @@ TEST(PartSenderTest, anAnswerThatIsNoSuccessSettlesNoPartThoughItHasATag)
     EXPECT_THAT(delivery.journal().done, IsEmpty());
 }
 
-TEST(PartSenderTest, anAddressInStorageThatOthersCanReadEndsTheUploadAtOnce)
+TEST(PartSenderTest, whatOnlyTheUserCanMendEndsTheUploadAtOnceAndItIsGoneOnWith)
 {
-    Delivery delivery(1);
-    delivery.fail(Operation::parts,
-                  answering({{"urls", QJsonArray{QJsonObject{{"partNumber", 1}, {"url", "http://far.example/1"}}}}}),
-                  0);
-    Life life(delivery);
-    const ScopedVariable encrypted("PV_API", "https://platform.test/api");
-    EXPECT_EQ(life.send(), "The platform's address for storage is not encrypted, so it was not used.");
-    EXPECT_EQ(life.count(Operation::parts), 1);
-    EXPECT_EQ(life.count(Operation::put), 0);
-}
-
-TEST(PartSenderTest, storageThatNobodyTrustsEndsTheUploadAtOnce)
-{
-    Delivery delivery(1);
-    Life life(delivery);
-    life.network.conditions.atStorage = [](HttpResponse&) {
-        throw TransportError(TransportError::Kind::untrusted, "The certificate has expired.");
+    const char *const plain = "http://platform.test/api", *const encrypted = "https://platform.test/api";
+    const auto distrust = [](HttpResponse&) { throw TransportError(TransportError::Kind::untrusted, "Expired."); };
+    const std::tuple<const char*, local::Fault, void (*)(HttpResponse&), std::string, std::size_t> cases[] = {
+        {plain, status(401), nullptr, "The platform is having trouble.", 0},
+        {encrypted, {}, nullptr, "The platform's address for storage is not encrypted, so it was not used.", 0},
+        {plain, {}, distrust, "Expired.", 1},
     };
-    EXPECT_EQ(life.send(), "The certificate has expired.");
-    EXPECT_EQ(life.count(Operation::put), 1);
+    for (const auto& [service, signing, atStorage, message, puts] : cases) {
+        Delivery delivery(1);
+        delivery.fail(Operation::parts, signing);
+        Life life(delivery);
+        life.network.conditions.atStorage = atStorage;
+        const ScopedVariable named("PV_API", service);
+        EXPECT_EQ(life.send(), message);
+        EXPECT_EQ(life.count(Operation::parts), 1u);
+        EXPECT_EQ(life.count(Operation::put), puts);
+        EXPECT_LT(life.world.clock.elapsed(), 1s);
+        EXPECT_EQ(delivery.journal().key, pictureMaster.deliverableId);
+    }
 }
 
-TEST(PartSenderTest, aSignInThatHasExpiredEndsTheUploadAtOnceAndTheNextGoesOn)
+TEST(PartBodyTest, givesThePartsBytesAndAgainToARetryUntilTheFileEndsBefore)
 {
-    Delivery delivery(1);
-    delivery.fail(Operation::parts, status(401), 1);
-    Life life(delivery);
-    EXPECT_EQ(life.send(), "The platform is having trouble.");
-    EXPECT_EQ(life.count(Operation::parts), 1);
-    EXPECT_LT(life.world.clock.elapsed(), 1s);
-    life.deliver();
-    EXPECT_EQ(life.count(Operation::start), 1);
+    const Delivery delivery(30);
+    const auto source = SourceFile::open(delivery.path());
+    PartBody body(source, {.offset = 10, .length = 15});
+    QByteArray piece(20, '\0');
+    for (qint64 offset : {0, 0, 8, 14})
+        EXPECT_EQ(piece.left(qsizetype(body.read(offset, {piece.data(), 20}))),
+                  delivery.content().mid(10, 15).mid(offset));
+    EXPECT_EQ(body.read(3, {piece.data(), 4}), 4u);
+    QFile::resize(delivery.path(), 24);
+    EXPECT_EQ(body.read(0, {piece.data(), 14}), 14u);
+    EXPECT_THROW(body.read(12, {piece.data(), 20}), SourceChanged);
 }
 
 const local::Fault stall{.kind = Kind::stallMidBody, .bytes = 50'000};
 const local::Fault noAddress =
     answering({{"urls", QJsonArray{QJsonObject{{"partNumber", 1}, {"url", "not an address"}}}}});
 
-const struct {
-    const char* about;
-    Operation operation;
-    local::Fault fault;
-    const char* message; ///< in which an upload ends that meets it again and again
-} troubles[] = {
+/// What it is, and the message in which an upload ends that meets it again and again.
+const std::tuple<const char*, Operation, local::Fault, const char*> troubles[] = {
     {"reset at once", Operation::put, {.kind = Kind::resetBeforeReading}, "The connection was cut."},
     {"reset in the body", Operation::put, {.kind = Kind::resetMidBody, .bytes = 33'333}, "The connection was cut."},
     {"stalled in the body", Operation::put, stall, "The connection stopped moving for 20 seconds."},
