@@ -1,5 +1,6 @@
 #include "async/TaskGroup.h"
 
+#include "async/CancelFlag.h"
 #include "async/Failure.h"
 #include "support/Simulation.h"
 
@@ -70,6 +71,31 @@ TEST_F(TaskGroupTest, givesHowTheFirstOfTwoEndedAndCancelsTheOther)
     EXPECT_EQ(describe(std::get<1>(byFailure).failure), "failed");
     EXPECT_EQ(completed, 1);
     EXPECT_EQ(world.clock.elapsed(), 2s);
+}
+
+/// Makes a failure of its own of whatever ends its sleep.
+Task<void> sleepAndFail(Clock& clock)
+{
+    co_await outcomeOf(clock.sleep(100s));
+    throw Failure("while stopping");
+}
+
+Task<void> stopAfterFive(Clock& clock, CancelFlag& flag)
+{
+    co_await clock.sleep(5s);
+    flag.stop();
+}
+
+TEST(CancelFlagTest, stopCutsTheOperationOffAtOnceWhateverItMakesOfThat)
+{
+    Simulation world;
+    auto flag = std::make_shared<CancelFlag>();
+    world.start(stopAfterFive(world.clock, *flag));
+    for (bool beforehand : {false, true}) {
+        auto end = world.run(outcomeOf(runUntilStopped(flag, sleepAndFail(world.clock))));
+        EXPECT_TRUE(isCancellation(end.failure)) << beforehand;
+        EXPECT_EQ(world.clock.elapsed(), 5s) << beforehand;
+    }
 }
 
 } // namespace

@@ -1,9 +1,12 @@
 #include "FileFixture.h"
 
 #include "files/AtomicFile.h"
+#include "files/SmallFile.h"
 #include "support/FileCalls.h"
 
 #include <QDateTime>
+
+#include <sys/stat.h>
 
 namespace palvera {
 namespace {
@@ -70,6 +73,33 @@ TEST_F(AtomicFileTest, sweepsOnlyOldStagingFilesOfOurs)
     }
     sweepStaging(staging, std::chrono::system_clock::from_time_t(now.toSecsSinceEpoch()));
     EXPECT_THAT(entriesOf(staging), ElementsAre(ours + ".json", fresh, "palvera-notes.staging", "x" + ours));
+}
+
+struct SmallFileTest : FileFixture {
+    QString at(const char* name) const { return root.filePath(name); }
+};
+
+TEST_F(SmallFileTest, onlyAnOrdinaryFileOfModestSizeIsRead)
+{
+    appendToFile(at("file"), "12345");
+    appendToFile(at("file"), "67890");
+    QFile::link(at("file"), at("link"));
+    ASSERT_EQ(::mkfifo(at("pipe").toUtf8().constData(), 0600), 0); // opening which would wait for ever
+    const std::tuple<QString, qint64, std::optional<QByteArray>> cases[] = {
+        {at("file"), 10, "1234567890"}, {at("file"), 9, {}},  {at("link"), 10, {}},    {at("pipe"), 10, {}},
+        {root.path(), 10, {}},          {at("none"), 10, {}}, {"/dev/zero", 1000, {}},
+    };
+    for (const auto& [path, limit, read] : cases)
+        EXPECT_EQ(readSmallFile(path, limit), read) << path.toStdString() << " " << limit;
+}
+
+TEST_F(SmallFileTest, aLineIsAddedToAFileOfTheOwnersAndToNothingElse)
+{
+    QFile::link(at("elsewhere"), at("link"));
+    appendToFile(at("link"), "text");
+    EXPECT_FALSE(QFile::exists(at("elsewhere")));
+    appendToFile(at("log"), "text");
+    EXPECT_EQ(QFile::permissions(at("log")) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
 }
 
 } // namespace

@@ -1,6 +1,8 @@
 #include "FileFixture.h"
 
+#include "files/FileTypes.h"
 #include "files/SourceFile.h"
+#include "files/SourcePath.h"
 
 #include <sys/stat.h>
 
@@ -38,6 +40,40 @@ TEST_F(SourceFileTest, saysWhichFileCannotBeReadAndWhy)
     };
     for (const auto& [name, text] : cases)
         EXPECT_EQ(failureOf([&] { SourceFile::open(root.filePath(name)); }), text);
+}
+
+TEST(SourcePathTest, everyNameComesBackAsTheBytesThatItWas)
+{
+    const std::pair<QByteArray, const char16_t*> cases[] = {
+        {"/films/Mäster 映画🎬.mov", u"Mäster 映画🎬.mov"},
+        {"/films/\xff", u"\uFFFD"},
+        {"/f\xe4/a\xe4\xf6.mov", u"a\uFFFD\uFFFD.mov"},
+        {"/a\xc3", u"a\uFFFD"},
+        {"/\xf0\x9f\x8e", u"\uFFFD\uFFFD\uFFFD"},
+        {"/\xed\xb3\xbf", u"\uFFFD\uFFFD\uFFFD"}, // what would stand for a byte, as bytes
+        {"/💀\xbf", u"💀\uFFFD"},                 // the second half of its pair would stand for a byte by itself
+    };
+    for (const auto& [bytes, name] : cases) {
+        const auto path = pathFromBytes(bytes);
+        EXPECT_EQ(pathToBytes(path), bytes) << bytes.toHex().constData();
+        EXPECT_EQ(readableName(path), QString::fromUtf16(name));
+    }
+    EXPECT_NE(pathFromBytes("/\xff"), pathFromBytes("/\xfe"));
+}
+
+TEST(FileTypesTest, knowsATypeByItsExtensionAlone)
+{
+    const char* const none = "application/octet-stream";
+    const std::pair<const char*, const char*> cases[] = {
+        {"MASTER.MOV", "video/quicktime"},
+        {"a master.of.masters.mp4", "video/mp4"},
+        {"CMakeLists.txt", "text/plain"},
+        {"master.unheardof", none},
+        {"Makefile", none},
+        {"", none},
+    };
+    for (const auto& [filename, type] : cases)
+        EXPECT_EQ(mimeTypeForName(filename), type) << filename;
 }
 
 } // namespace
