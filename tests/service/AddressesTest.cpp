@@ -1,4 +1,6 @@
 #include "service/Addresses.h"
+#include "files/Preferences.h"
+#include "service/Site.h"
 #include "support/QtPrinting.h"
 
 namespace palvera {
@@ -40,11 +42,7 @@ TEST(AddressesTest, joinsAPathOntoTheBase)
 
 TEST(AddressesTest, whatIsPutIntoAnAddressStaysInItsPlace)
 {
-    const struct {
-        const char* text;
-        QByteArray identifier, queryValue;
-        QString session;
-    } cases[] = {
+    const std::tuple<const char*, QByteArray, QByteArray, QString> cases[] = {
         {"azAZ09-_.~", "azAZ09-_.~", "azAZ09%2D%5F%2E%7E", "azAZ09%2D%5F%2E%7E"},
         {"a b&c=+", "a%20b&c=+", "a%20b%26c%3D%2B", "a%20b%26c%3D%2B"},
         {"a/b?c#d", "a%2Fb%3Fc%23d", "a%2Fb%3Fc%23d", "a%2Fb%3Fc%23d"},
@@ -56,12 +54,39 @@ TEST(AddressesTest, whatIsPutIntoAnAddressStaysInItsPlace)
         // A session keeps letters, marks and digits of any script.
         {"ü५e\u0301", "%C3%BC%E0%A5%ABe%CC%81", "%C3%BC%E0%A5%ABe%CC%81", "ü५e\u0301"},
     };
-    for (const auto& each : cases) {
-        EXPECT_EQ(joinAddress({"", "", ""}, pathSegment(each.text) + "/x"), '/' + each.identifier + "/x") << each.text;
-        EXPECT_EQ(queryValue(each.text).toUtf8(), each.queryValue) << each.text;
-        EXPECT_EQ(alphanumericSegment(each.text), each.session) << each.text;
+    for (const auto& [text, identifier, value, session] : cases) {
+        EXPECT_EQ(joinAddress({"", "", ""}, pathSegment(text) + "/x"), '/' + identifier + "/x") << text;
+        EXPECT_EQ(queryValue(text).toUtf8(), value) << text;
+        EXPECT_EQ(alphanumericSegment(text), session) << text;
     }
     EXPECT_EQ(joinAddress({"", "", ""}, "s/" + alphanumericSegment("ü/")), "/s/%C3%BC%2F");
+}
+
+TEST(SiteTest, isStagingUnlessLiveWasChosenAndIsKept)
+{
+    QTemporaryDir root;
+    Preferences preferences(root.filePath("palvera.conf"));
+    EXPECT_EQ(currentSite(preferences), Site::qa);
+    for (const char* other : {"qa", "Live", "", "live "}) {
+        preferences.setString("pv.site", other);
+        EXPECT_EQ(currentSite(preferences), Site::qa) << other;
+    }
+    for (const auto& [site, stored] : {std::pair(Site::live, "live"), std::pair(Site::qa, "qa")}) {
+        storeSite(preferences, site);
+        EXPECT_EQ(preferences.string("pv.site"), stored);
+        EXPECT_EQ(currentSite(preferences), site);
+    }
+}
+
+TEST(SiteTest, isNamedForPeople)
+{
+    EXPECT_EQ(signInLabel(Site::live), (SignInLabel{"Live", "Sign in to Live", false}));
+    EXPECT_EQ(signInLabel(Site::qa), (SignInLabel{"QA", "Sign in to Staging", true}));
+    EXPECT_EQ(signInLabel(QString("qa")), signInLabel(Site::qa));
+    EXPECT_EQ(signInLabel(QString("local")), (SignInLabel{"Local", "Sign in", false}));
+    EXPECT_EQ(signInLabel(QString("prod")), (SignInLabel{"Prod", "Sign in", false}));
+    for (const auto& unknown : {std::optional<QString>(), std::optional<QString>("QA")})
+        EXPECT_EQ(signInLabel(unknown), (SignInLabel{{}, "Sign in", false}));
 }
 
 } // namespace

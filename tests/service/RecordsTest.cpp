@@ -6,16 +6,14 @@
 #include "support/Json.h"
 #include "support/QtPrinting.h"
 
+#include <limits>
+
 namespace palvera {
 namespace {
 
 TEST(RecordsTest, whatIsNeededMustBeThereAndOfItsType)
 {
-    const struct {
-        std::string (*faultIn)(const QByteArray&);
-        const char* text;
-        const char* fault;
-    } cases[] = {
+    const std::tuple<std::string (*)(const QByteArray&), const char*, const char*> cases[] = {
         {faultIn<Orgs>, R"({"orgs":[{"id":"o","name":"N"},{"id":"o"}]})", "orgs[1].name: “name” is missing."},
         {faultIn<Orgs>, R"({"orgs":[{"id":"o","name":"N"},3]})", "orgs[1]: “orgs[1]” is not what it should be."},
         {faultIn<Orgs>, R"({"orgs":{}})", "orgs: “orgs” is not what it should be."},
@@ -43,8 +41,8 @@ TEST(RecordsTest, whatIsNeededMustBeThereAndOfItsType)
         {faultIn<SignInStep>, R"({"next":null})", "next: An unknown sign-in step: none."},
         {faultIn<SignInStep>, R"({"next":"enrol_totp","qrCode":"q"})", "secret: “secret” is missing."},
     };
-    for (const auto& each : cases)
-        EXPECT_EQ(each.faultIn(each.text), each.fault) << each.text;
+    for (const auto& [faultIn, text, fault] : cases)
+        EXPECT_EQ(faultIn(text), fault) << text;
 }
 
 TEST(RecordsTest, theRestMayBeMissingAndInTheListingsOfAnyType)
@@ -165,6 +163,101 @@ TEST(RecordsTest, aStepOfASignInSaysWhatComesNext)
     };
     for (const auto& [text, step] : cases)
         EXPECT_EQ(decoded<SignInStep>(text), step) << text;
+}
+
+constexpr qint64 most = std::numeric_limits<qint64>::max();
+constexpr qint64 least = std::numeric_limits<qint64>::min();
+
+TEST(JsonReaderTest, anIntegerHasNoFractionAndFits64Bits)
+{
+    using Integer = std::optional<qint64>;
+    const std::tuple<const char*, Integer, Integer> cases[] = {
+        // the second may also be written as a text
+        {"0", 0, 0},
+        {"-7", -7, -7},
+        {"2.0", 2, 2},
+        {"9007199254740993", 9007199254740993, 9007199254740993},
+        {"9223372036854775807", most, most},
+        {"-9223372036854775808", least, least},
+        {"\"73400320\"", {}, 73400320},
+        {"\"+5\"", {}, 5},
+        {"\"-12\"", {}, -12},
+        {"\"9223372036854775807\"", {}, most},
+        {"\"-9223372036854775808\"", {}, least},
+    };
+    for (const auto& [value, integer, byteCount] : cases) {
+        const auto object = jsonObject("{\"n\":" + QByteArray(value) + '}');
+        EXPECT_EQ(JsonReader(object).lenient<qint64>("n"), integer) << value;
+        EXPECT_EQ(JsonReader(object).byteCount("n"), byteCount) << value;
+        EXPECT_EQ(JsonReader(jsonObject(QJsonDocument(object).toJson())).byteCount("n"), byteCount)
+            << value << " written and read again";
+    }
+    for (const char* none :
+         {"2.5", "9223372036854775808", "-9223372036854777857", "1e300", "true", "null", "[1]", "{}"})
+        EXPECT_EQ(JsonReader(jsonObject("{\"n\":" + QByteArray(none) + '}')).byteCount("n"), std::nullopt) << none;
+    for (const char* none :
+         {"", "-", "--1", "12a", " 12", "12 ", "1.0", "1e3", "0x10", "1,000", "٣", "9223372036854775808"})
+        EXPECT_EQ(json::parseInteger(none), std::nullopt) << none;
+}
+
+TEST(JsonReaderTest, aDocumentIsOneObject)
+{
+    EXPECT_EQ(json::parseObject("{\"a\":1}").size(), 1);
+    for (const char* bytes : {"", "[]", "[{}]", "1", "null", "{", "{} {}", "{\"a\":\"\xff\"}", "<html>"})
+        EXPECT_THROW(json::parseObject(bytes), DecodingError) << bytes;
+    const auto nested = [](int levels) {
+        return QByteArray("{\"a\":") + QByteArray(levels, '[') + QByteArray(levels, ']') + '}';
+    };
+    const auto listed = [](int values) {
+        return QByteArray("{\"a\\\"[\":[1") + QByteArray(",1").repeated(values - 1) + "]}";
+    };
+    EXPECT_EQ(json::parseObject(nested(63)).size(), 1);
+    EXPECT_EQ(json::parseObject(listed(1'999'000)).size(), 1);
+    for (const auto& bytes : {nested(64), nested(1'000'000), listed(2'000'001)})
+        EXPECT_THROW(json::parseObject(bytes), DecodingError);
+}
+
+TEST(DeliverableTest, contextLineNamesShowPlaceAndTitle)
+{
+    using Text = std::optional<QString>;
+    using Number = std::optional<qint64>;
+    using Place = std::tuple<Text, Text, Text, Text, Number, Number>; // level, show, title, code, season, episode
+    const std::pair<Place, Text> cases[] = {
+        // Anything but an episode or a season: its title.
+        {{{}, {}, {}, {}, {}, {}}, {}},
+        {{{}, "Show", "Title", {}, 1, 2}, "Title"},
+        {{"feature", "Show", {}, {}, {}, {}}, "Show"},
+        // An episode.
+        {{"episode", "Show", "Title", "X", 1, 3}, "Show · S1 E3 · Title"},
+        {{"episode", "Show", "Title", "X", 0, 3}, "Show · Extras · Title"},
+        {{"episode", "Show", "Show", "X", 2, 5}, "Show · S2 E5"},
+        {{"episode", "Show", "Title", "X", 1, {}}, "Show · X · Title"},
+        {{"episode", "Show", "Title", "X", {}, 3}, "Show · X · Title"},
+        {{"episode", "Show", "Title", {}, {}, {}}, "Show · Title"},
+        {{"episode", {}, "Title", "X", {}, {}}, "Title · X"},
+        {{"episode", {}, {}, {}, 1, 0}, "S1 E0"},
+        {{"episode", {}, {}, {}, {}, {}}, {}},
+        // A season.
+        {{"season", "Show", "Title", "X", 4, 3}, "Show · Season 4"},
+        {{"season", "Show", "Title", {}, 0, {}}, "Show · Extras"},
+        {{"season", {}, "Title", {}, {}, {}}, "Title"},
+        {{"season", {}, {}, "X", {}, 2}, {}},
+    };
+    for (const auto& [place, line] : cases) {
+        Deliverable row{.id = "d"};
+        std::tie(row.level, row.showName, row.titleName, row.episodeCode, row.seasonNumber, row.episodeNumber) = place;
+        EXPECT_EQ(row.contextLine(), line) << line.value_or("none").toStdString();
+    }
+}
+
+TEST(DeliverableTest, expectsTheBytesOfItsSpecification)
+{
+    Deliverable row{.id = "d"};
+    EXPECT_EQ(row.expectedBytes(), std::nullopt);
+    for (const auto& [text, bytes] : {std::pair("5000000000", std::optional(5'000'000'000)), {"4 GB", std::nullopt}}) {
+        row.spec = {{"assetBytes", text}};
+        EXPECT_EQ(row.expectedBytes(), bytes) << text;
+    }
 }
 
 } // namespace
