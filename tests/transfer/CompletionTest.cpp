@@ -3,18 +3,12 @@
 namespace palvera {
 namespace {
 
-struct Case {
-    Operation operation;
-    local::Fault fault;
-    TransferTarget target;
-};
-
 TEST(CompletionTest, orFilingWhoseAnswerWasLostIsRecognised)
 {
-    const local::Fault lost{.kind = Kind::loseAnswer};
-    for (const auto& [operation, fault, target] :
-         {Case{Operation::complete, lost, pictureMaster}, Case{Operation::complete, lost, binFolder},
-          Case{Operation::asset, lost, pictureMaster}}) {
+    const local::Fault fault{.kind = Kind::loseAnswer};
+    const std::pair<Operation, TransferTarget> cases[] = {
+        {Operation::complete, pictureMaster}, {Operation::complete, binFolder}, {Operation::asset, pictureMaster}};
+    for (const auto& [operation, target] : cases) {
         Delivery once;
         once.fail(operation, fault);
         Life(once).deliver(target);
@@ -62,10 +56,11 @@ TEST(CompletionTest, ofAnUploadThatThePlatformForgotIsSentAfreshAndNotCalledDone
 
 TEST(CompletionTest, thatThePlatformIsStillAtIsWaitedFor)
 {
-    for (const auto& [operation, fault, target] :
-         {Case{Operation::complete, status(409), pictureMaster},
-          Case{Operation::complete, {.kind = Kind::stallAfterBody}, pictureMaster},
-          Case{Operation::complete, answering({{"object", "another"}}), binFolder}}) {
+    const std::tuple<Operation, local::Fault, TransferTarget> cases[] = {
+        {Operation::complete, status(409), pictureMaster},
+        {Operation::complete, {.kind = Kind::stallAfterBody}, pictureMaster},
+        {Operation::complete, answering({{"object", "another"}}), binFolder}};
+    for (const auto& [operation, fault, target] : cases) {
         Delivery delivery;
         delivery.fail(operation, fault, 3);
         delivery.fail(Operation::asset, status(409), 3);

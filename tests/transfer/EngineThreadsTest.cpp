@@ -39,29 +39,26 @@ struct EngineThreadsTest : testing::Test {
         return boost::asio::co_spawn(pool, std::move(operation), boost::asio::use_future);
     }
     std::future<void> send(
-        const TransferTarget& target, const QString& key, ProgressReporter::OnProgress onProgress = [](const auto&) {},
+        const QString& row, ProgressReporter::OnProgress onProgress = [](const auto&) {},
         std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>())
     {
         return start(uploader.upload({.api = api.pinned(),
-                                      .target = target,
+                                      .target = TransferTarget::Deliverable{"org-northlight", "salt", row},
                                       .file = delivery.path(),
-                                      .key = key,
+                                      .key = row,
                                       .flag = std::move(flag),
                                       .onProgress = std::move(onProgress)}));
     }
-    std::future<void> fetch(const QByteArray& address, const QString& path,
-                            std::function<void(const DownloadProgress&)> onProgress = {},
+    /// Of the film that was sent last, to the picture master's row.
+    std::future<void> fetch(const QString& path, std::function<void(const DownloadProgress&)> onProgress = {},
                             std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>())
     {
-        return start(downloader.download(
-            {.address = address, .destination = path, .flag = std::move(flag), .onProgress = std::move(onProgress)}));
-    }
-    /// The address of the film in the bin, once it has been sent there.
-    QByteArray addressInBin()
-    {
-        send(TransferTarget::Bin{.orgId = "org-northlight", .folder = {}}, "bin").get();
-        auto object = delivery.upload()["object"].toString();
-        return start(binDownloadURL(api, "org-northlight", object)).get().url.toUtf8();
+        const auto& [org, project, row] = pictureMaster;
+        const auto signing = start(assetURL(api, org, project, row, delivery.upload()["object"].toString())).get();
+        return start(downloader.download({.address = signing.toUtf8(),
+                                          .destination = path,
+                                          .flag = std::move(flag),
+                                          .onProgress = std::move(onProgress)}));
     }
     void fail(Operation operation, int times, int every, const local::Fault& fault)
     {
@@ -69,21 +66,39 @@ struct EngineThreadsTest : testing::Test {
     }
 };
 
-TEST_F(EngineThreadsTest, severalUploadsAtOnceAllArrive)
+TEST_F(EngineThreadsTest, severalTransfersAtOnceAllArrive)
 {
     fail(Operation::put, 3, 9, {.kind = Kind::loseAnswer});
     fail(Operation::put, 2, 11, {.kind = Kind::resetMidBody, .bytes = 9999});
     std::vector<std::future<void>> running;
-    for (const char* row : {"salt-row-1", "salt-row-4", "salt-row-5"})
-        running.push_back(send(TransferTarget::Deliverable{"org-northlight", "salt", row}, row));
+    for (const char* row : {"salt-row-4", "salt-row-5", "salt-row-1"})
+        running.push_back(send(row));
     for (auto& each : running)
         EXPECT_NO_THROW(each.get());
     expectDelivered(delivery);
     for (const auto& upload : delivery.uploads())
         EXPECT_TRUE(readFile(upload.toObject()["path"].toString()) == delivery.content());
+
+    running.clear();
+    send("salt-row-1").get();
+    std::atomic<int> unsized = 3;
+    auto troubleOnceAllAreSized = [&](const DownloadProgress& now) { // nobody asks twice for the size
+        if (now.received > 0 || --unsized > 0)
+            return;
+        fail(Operation::get, 3, 9, {.kind = Kind::status});
+        fail(Operation::get, 2, 11, {.kind = Kind::resetMidBody, .bytes = 9999});
+        fail(Operation::get, 2, 5, {.kind = Kind::wrongRange});
+    };
+    const QStringList paths{delivery.disk.filePath("1"), delivery.disk.filePath("2"), delivery.disk.filePath("3")};
+    for (const auto& path : paths)
+        running.push_back(fetch(path, troubleOnceAllAreSized));
+    for (auto& each : running)
+        EXPECT_NO_THROW(each.get());
+    for (const auto& path : paths)
+        EXPECT_TRUE(readFile(path) == delivery.content());
 }
 
-TEST_F(EngineThreadsTest, aStopMeetsThePartsInFlightAndTheNextRunGoesOn)
+TEST_F(EngineThreadsTest, aStopMeetsWhatIsInFlightAndTheNextRunGoesOn)
 {
     for (int round = 0; round < 8; ++round) {
         auto flag = std::make_shared<CancelFlag>();
@@ -94,46 +109,22 @@ TEST_F(EngineThreadsTest, aStopMeetsThePartsInFlightAndTheNextRunGoesOn)
         };
         delivery.platform.faults().clear();
         fail(Operation::put, 1, 1, {.kind = Kind::stallMidBody, .bytes = 1000});
-        auto running = send(pictureMaster, "salt-row-1", stopThere, flag);
+        auto running = send("salt-row-1", stopThere, flag);
         EXPECT_EQ(running.wait_for(10s), std::future_status::ready) << "a stalled part holds the stop up";
         EXPECT_THROW(running.get(), boost::system::system_error) << "not cancelled";
     }
     delivery.platform.faults().clear();
-    send(pictureMaster, "salt-row-1").get();
+    send("salt-row-1").get();
     expectDelivered(delivery);
-}
 
-TEST_F(EngineThreadsTest, severalDownloadsAtOnceAllArrive)
-{
-    const auto address = addressInBin();
-    std::atomic<int> unsized = 3;
-    auto troubleOnceAllAreSized = [&](const DownloadProgress& now) { // nobody asks twice for the size
-        if (now.received > 0 || --unsized > 0)
-            return;
-        fail(Operation::get, 3, 9, {.kind = Kind::status});
-        fail(Operation::get, 2, 11, {.kind = Kind::resetMidBody, .bytes = 9999});
-        fail(Operation::get, 2, 5, {.kind = Kind::wrongRange});
-    };
-    std::map<QString, std::future<void>> running;
-    for (const char* name : {"1.mov", "2.mov", "3.mov"})
-        running[delivery.disk.filePath(name)] = fetch(address, delivery.disk.filePath(name), troubleOnceAllAreSized);
-    for (auto& [path, each] : running) {
-        EXPECT_NO_THROW(each.get());
-        EXPECT_TRUE(readFile(path) == delivery.content());
-    }
-}
-
-TEST_F(EngineThreadsTest, aStopOfADownloadLeavesChunksFromWhichTheNextRunGoesOn)
-{
-    const auto address = addressInBin();
-    auto path = delivery.disk.filePath("down.mov");
+    const auto path = delivery.disk.filePath("down.mov");
     fail(Operation::get, 0, 1, {.latency = 20ms});
     auto flag = std::make_shared<CancelFlag>();
-    auto running = fetch(address, path, {}, flag);
+    auto running = fetch(path, {}, flag);
     flag->stop();
     EXPECT_THROW(running.get(), boost::system::system_error);
     std::vector<qint64> received;
-    fetch(address, path, [&](const DownloadProgress& now) { received.push_back(now.received); }).get();
+    fetch(path, [&](const DownloadProgress& now) { received.push_back(now.received); }).get();
     EXPECT_TRUE(readFile(path) == delivery.content());
     EXPECT_TRUE(std::ranges::is_sorted(received));
 }
