@@ -2,6 +2,7 @@
 
 #include "files/FileError.h"
 #include "http/EarlyAnswer.h"
+#include "http/RequestWatch.h"
 #include "support/ScopedVariable.h"
 
 namespace palvera {
@@ -54,31 +55,15 @@ TEST_F(HttpSessionFailureTest, takesNobodysWordWhoHasNotShownHisCertificate)
 
 TEST_F(HttpSessionFailureTest, tellsAProxyThatRefusesFromOneThatCannotHelp)
 {
-    const struct {
-        const char* answer;
-        Kind kind;
-        const char* text;
-    } cases[] = {{"403 Forbidden", Kind::proxy, "The proxy refused the connection."},
-                 {"407 Who Are You", Kind::proxy, "The proxy asks for a name and a password."},
-                 {"502 Bad Gateway", Kind::connect, "The proxy could not reach the server."}};
+    const std::tuple<const char*, Kind, const char*> cases[] = {
+        {"403 Forbidden", Kind::proxy, "The proxy refused the connection."},
+        {"407 Who Are You", Kind::proxy, "The proxy asks for a name and a password."},
+        {"502 Bad Gateway", Kind::connect, "The proxy could not reach the server."}};
     for (const auto& [said, kind, text] : cases) {
         LoopbackServer proxy(answering(answer(said)));
         const ScopedVariable named("https_proxy", proxy.url(""));
         expectFailure({.url = "https://unknown.test/"}, kind, text, {.networkPath = m_path});
     }
-}
-
-TEST_F(HttpSessionFailureTest, keepsTheBeginningOfARefusalThatIsTooLongForOne)
-{
-    LoopbackServer server([](Connection& connection) {
-        connection.readHead();
-        connection.write("HTTP/1.1 503 Slow Down\r\n\r\n");
-        while (connection.stay(0))
-            connection.write(patterned(70'000));
-    });
-    const auto refusal = send({.url = server.url("/")});
-    EXPECT_EQ(refusal.status, 503);
-    EXPECT_EQ(refusal.body, patterned(70'000).first(64 << 10));
 }
 
 TEST_F(HttpSessionFailureTest, waitsForANetworkUnlessTheHostIsThisMachine)
@@ -154,17 +139,20 @@ TEST_F(HttpSessionFailureTest, takesADrainingSendQueueForActivity)
     EXPECT_GT(std::ranges::count(sent, body.size()), 1) << "draining is reported with the count unchanged";
 }
 
-TEST_F(HttpSessionFailureTest, refusesABodyBeyondItsLimitOrTheRoomOfItsSink)
+TEST_F(HttpSessionFailureTest, refusesABodyBeyondItsLimitOrTheRoomOfItsSinkAndKeepsTheBeginningOfARefusal)
 {
     const auto body = patterned(70'001);
     LoopbackServer server([&](Connection& connection) {
         const auto path = connection.readHead().path();
-        connection.write(
-            (path == "/announced" ? "HTTP/1.1 200 OK\r\nContent-Length: 70001\r\n\r\n" : "HTTP/1.1 200 OK\r\n\r\n") +
-            body);
-        while (path == "/endless" && connection.stay(0))
+        const QByteArray status = path == "/refused" ? "503 Slow Down" : "200 OK";
+        connection.write("HTTP/1.1 " + status + (path == "/announced" ? "\r\nContent-Length: 70001" : "") + "\r\n\r\n" +
+                         body);
+        while ((path == "/endless" || path == "/refused") && connection.stay(0))
             connection.write(body);
     });
+    const auto refusal = send({.url = server.url("/refused")});
+    EXPECT_EQ(refusal.status, 503);
+    EXPECT_EQ(refusal.body, body.first(64 << 10));
     for (auto path : {"/announced", "/untold", "/endless"}) {
         const QString text = "The server's answer is too large.";
         Bytes small({}, 70'000), fitting({}, 70'001);
@@ -231,6 +219,33 @@ TEST_F(HttpSessionFailureTest, findsARefusalInWhatABrokenConnectionLeftUnread)
     for (QByteArray other : {"", "HTTP/1.1 503 Slow Down\r\nRetry-After: 7\r\n", "HTTP/1.1 200 OK\r\n\r\n",
                              "HTTP/1.1 100 Continue\r\n\r\n", "HTTP/1.1\r\n\r\n", "nonsense 503\r\n\r\n"})
         EXPECT_FALSE(parseRefusal(other).has_value()) << other.constData();
+}
+
+using Verdict = RequestWatch::Verdict;
+
+constexpr RequestWatch::Moment begun{};
+
+TEST(RequestWatchTest, countsTheIdleLimitFromTheLastMovementAndTheTotalOneFromTheStart)
+{
+    RequestWatch watch(60s, 200s, begun);
+    EXPECT_EQ(watch.verdict(begun + 60s - 1ns), Verdict::inTime);
+    EXPECT_EQ(watch.verdict(begun + 60s), Verdict::idle);
+    watch.moved(begun + 50s);
+    EXPECT_EQ(watch.verdict(begun + 109s), Verdict::inTime);
+    EXPECT_EQ(watch.verdict(begun + 110s), Verdict::idle);
+    watch.moved(begun + 199s);
+    EXPECT_EQ(watch.verdict(begun + 199s), Verdict::inTime);
+    EXPECT_EQ(watch.verdict(begun + 200s), Verdict::timedOut);
+    EXPECT_EQ(RequestWatch(0s, 0s, begun).verdict(begun + 1000h), Verdict::inTime);
+}
+
+TEST(RequestWatchTest, looksEverySecondAtTheLatestAndJustInTimeForALimit)
+{
+    EXPECT_EQ(RequestWatch(0s, 0s, begun).nextLook(begun), begun + 1s);
+    EXPECT_EQ(RequestWatch(60s, 0s, begun).nextLook(begun), begun + 1s);
+    EXPECT_EQ(RequestWatch(60s, 0s, begun).nextLook(begun + 59'700ms), begun + 60s);
+    EXPECT_EQ(RequestWatch(60s, 500ms, begun).nextLook(begun), begun + 500ms);
+    EXPECT_EQ(RequestWatch(100ms, 0s, begun).nextLook(begun), begun + 25ms);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "HttpFixture.h"
 
+#include "http/HttpAddress.h"
 #include "http/NetworkThreads.h"
 #include "support/ScopedVariable.h"
 
@@ -15,15 +16,7 @@ using testing::ElementsAre;
 
 using HttpSessionTest = HttpFixture;
 
-TEST_F(HttpSessionTest, sendsTheAddressByteForByte)
-{
-    LoopbackServer server(answering([](const Request& request) { return answer("200 OK", request.path()); }));
-    for (QByteArray path : {"/a%2fb%2Fc", "/%7Eme/~me", "/a+b?c+d", "/a%20b", "/a/../b/./c//d", "/%2E%2e/x", "/?",
-                            "/b/o.mov?partNumber=2&X-Sig=aB%2f%2F+~==&e=&%C3%BC"})
-        EXPECT_EQ(send({.url = server.url(path)}).body, path);
-}
-
-TEST_F(HttpSessionTest, sendsNoHeaderBeyondWhatHttpNeedsAndTheRequestNamesWhateverWentBeforeOnTheConnection)
+TEST_F(HttpSessionTest, sendsTheAddressByteForByteAndNoHeaderBeyondWhatHttpNeedsWhateverWentBeforeOnTheConnection)
 {
     QByteArray head;
     LoopbackServer server(answering([&](const Request& request) {
@@ -47,6 +40,11 @@ TEST_F(HttpSessionTest, sendsNoHeaderBeyondWhatHttpNeedsAndTheRequestNamesWhatev
             EXPECT_EQ(send(session, request).body, request.method == "HEAD" ? "" : "body");
             EXPECT_EQ(head, request.method + host + headers);
         }
+    }
+    for (QByteArray path : {"/a%2fb%2Fc", "/%7Eme/~me", "/a+b?c+d", "/a%20b", "/a/../b/./c//d", "/%2E%2e/x", "/?",
+                            "/b/o.mov?partNumber=2&X-Sig=aB%2f%2F+~==&e=&%C3%BC"}) {
+        send(session, {.url = server.url(path)});
+        EXPECT_EQ(LoopbackServer::Request{head}.path(), path);
     }
     EXPECT_EQ(server.connections(), 1);
 }
@@ -95,11 +93,8 @@ TEST_F(HttpSessionTest, sendsWhatChangesSomethingOnNoConnectionThatNobodyUsedFor
     LoopbackServer server(answering(answer("200 OK")));
     HttpSession session(executor());
     int connections = 0;
-    const struct {
-        const char* method;
-        std::chrono::seconds idle;
-        bool isOpened;
-    } requests[] = {{"POST", 0s, true}, {"POST", 2s, false}, {"GET", 30s, false}, {"POST", 5s, true}};
+    const std::tuple<const char*, std::chrono::seconds, bool> requests[] = {
+        {"POST", 0s, true}, {"POST", 2s, false}, {"GET", 30s, false}, {"POST", 5s, true}};
     for (const auto& [method, idle, isOpened] : requests) {
         elapse(idle);
         send(session, {.method = method, .url = server.url("/")});
@@ -307,6 +302,27 @@ TEST_F(HttpSessionTest, usesTheEnvironmentsProxyForOtherMachinesOnly)
     const ScopedVariable variable("http_proxy", proxy.url(""));
     EXPECT_EQ(send({.url = "http://far.test/x"}, {.networkPath = m_path}).body, "sees http://far.test/x");
     EXPECT_EQ(send({.url = server.url("/")}, {.networkPath = m_path}).body, "direct");
+}
+
+TEST(HttpAddressTest, onlyWhatCanBeAskedForIsAnAddress)
+{
+    for (const char* usable : {"https://storage.example/a%2fb?sig=x+y~z", "http://127.0.0.1:8080/p"})
+        EXPECT_TRUE(parseHttpAddress(usable)) << usable;
+    for (const char* unusable : {"", "storage", "/only/a/path", "ftp://host/x", "file:///etc/passwd", "https://",
+                                 "https://host/a b", "https://host/a\r\nX-Evil: 1", "javascript:alert(1)"})
+        EXPECT_FALSE(parseHttpAddress(unusable)) << unusable;
+    EXPECT_FALSE(parseHttpAddress(QByteArray("https://host/a\0b", 16))) << "the rest would be cut off";
+}
+
+TEST(HttpAddressTest, onlyThisMachineIsLoopback)
+{
+    for (const char* here : {"http://localhost/", "http://LOCALHOST:80/", "http://api.localhost/", "http://127.0.0.1/",
+                             "http://127.1.2.3:8080/x", "http://[::1]/"})
+        EXPECT_TRUE(parseHttpAddress(here)->loopback) << here;
+    for (const char* elsewhere :
+         {"http://127.evil.example/", "http://127.0.0.1.evil.example/", "http://localhost.example/",
+          "http://notlocalhost/", "http://128.0.0.1/", "http://[::2]/", "http://10.127.0.1/"})
+        EXPECT_FALSE(parseHttpAddress(elsewhere)->loopback) << elsewhere;
 }
 
 } // namespace
