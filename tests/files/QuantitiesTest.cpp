@@ -10,15 +10,15 @@ namespace {
 
 TEST(QuantitiesTest, bytesKeepTheirDecimals)
 {
-    const std::vector<std::pair<qint64, QString>> cases = {{-5, "0 KB"},
-                                                           {1, "1 KB"},
-                                                           {999'499, "999 KB"},
-                                                           {999'500, "1.0 MB"},
-                                                           {12'400'000, "12.4 MB"},
-                                                           {999'949'999, "999.9 MB"},
-                                                           {999'950'000, "1.00 GB"},
-                                                           {2'500'000'000'000, "2.50 TB"},
-                                                           {std::numeric_limits<qint64>::max(), "9223372.04 TB"}};
+    const std::pair<qint64, QString> cases[] = {{-5, "0 KB"},
+                                                {1, "1 KB"},
+                                                {999'499, "999 KB"},
+                                                {999'500, "1.0 MB"},
+                                                {12'400'000, "12.4 MB"},
+                                                {999'949'999, "999.9 MB"},
+                                                {999'950'000, "1.00 GB"},
+                                                {2'500'000'000'000, "2.50 TB"},
+                                                {std::numeric_limits<qint64>::max(), "9223372.04 TB"}};
     for (const auto& [bytes, text] : cases)
         EXPECT_EQ(byteCountText(bytes), text);
     EXPECT_EQ(rateText(98'400'000.9), "98.4 MB/s");
@@ -29,7 +29,7 @@ TEST(QuantitiesTest, bytesKeepTheirDecimals)
 TEST(QuantitiesTest, durationsAreRoundedDown)
 {
     const auto infinity = std::numeric_limits<double>::infinity();
-    const std::vector<std::pair<double, QString>> cases = {
+    const std::pair<double, QString> cases[] = {
         {0, "0s"},           {59.9, "59s"}, {60, "1m 0s"},   {3599.9, "59m 59s"}, {3600, "1h 0m"}, {5412.04, "1h 30m"},
         {360000, "100h 0m"}, {-0.1, "—"},   {infinity, "—"}, {std::nan(""), "—"}, {1e300, "—"}};
     for (const auto& [seconds, text] : cases)
@@ -39,7 +39,7 @@ TEST(QuantitiesTest, durationsAreRoundedDown)
 TEST(QuantitiesTest, percentagesAreWholeAndNeverEarly)
 {
     const auto most = std::numeric_limits<qint64>::max();
-    const std::vector<std::tuple<qint64, qint64, int>> cases = {
+    const std::tuple<qint64, qint64, int> cases[] = {
         {5, 0, 0},     {-1, 10, 0},          {29, 100, 29},           {2, 3, 66}, {999'999, 1'000'000, 99},
         {11, 10, 100}, {most - 1, most, 99}, {most / 2 + 1, most, 50}};
     for (const auto& [sent, total, percent] : cases)

@@ -1,13 +1,9 @@
 #include "transfer/Board.h"
+#include "TransferTest.h"
 #include "transfer/Pace.h"
-
-#include "support/QtPrinting.h"
-#include "support/Simulation.h"
 
 namespace palvera {
 namespace {
-
-using namespace std::chrono_literals;
 
 struct BoardTest : testing::Test {
     ManualClock clock;

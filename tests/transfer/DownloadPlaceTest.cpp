@@ -1,18 +1,11 @@
 #include "transfer/DownloadPlace.h"
+#include "TransferTest.h"
 
 #include "files/DestinationFile.h"
 #include "transfer/Partial.h"
 
-#include "support/Files.h"
-#include "support/QtPrinting.h"
-
-#include <QTemporaryDir>
-
 namespace palvera {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
 
 struct DownloadPlaceTest : testing::Test {
     QTemporaryDir disk;

@@ -1,6 +1,5 @@
 #include "transfer/DownloadRules.h"
-
-#include "support/QtPrinting.h"
+#include "TransferTest.h"
 
 namespace palvera {
 namespace {

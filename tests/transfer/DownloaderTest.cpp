@@ -1,27 +1,16 @@
 #include "transfer/Downloader.h"
+#include "TransferTest.h"
 
-#include "async/TaskGroup.h"
 #include "files/DestinationFile.h"
 #include "files/FileError.h"
-#include "http/TransportError.h"
 #include "service/APIError.h"
 #include "transfer/Partial.h"
 
 #include "support/FakeHttpClient.h"
 #include "support/FileCalls.h"
-#include "support/Files.h"
-#include "support/QtPrinting.h"
-#include "support/Simulation.h"
-
-#include <QTemporaryDir>
 
 namespace palvera {
 namespace {
-
-using namespace std::chrono_literals;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 
 constexpr qint64 chunk = 1000;
 constexpr qint64 slice = 400;
@@ -101,8 +90,7 @@ struct Life {
     /// Says how the download ended: "" when it is whole.
     std::string download(const QString& destination)
     {
-        auto failure = world.run(outcomeOf(downloading(destination))).failure;
-        return !failure ? "" : isCancellation(failure) ? "cancelled" : describe(failure).toStdString();
+        return inWords(world.run(outcomeOf(downloading(destination))).failure);
     }
 };
 

@@ -1,6 +1,5 @@
 #include "UploadHarness.h"
 
-#include "http/TransportError.h"
 #include "support/ScopedVariable.h"
 #include "transfer/PartBody.h"
 #include "transfer/UploadFailures.h"

@@ -1,20 +1,12 @@
 #include "transfer/ProgressReporter.h"
+#include "TransferTest.h"
 
-#include "async/TaskGroup.h"
-#include "http/TransportError.h"
-#include "support/Files.h"
-#include "support/QtPrinting.h"
-#include "support/Simulation.h"
 #include "transfer/TransferLog.h"
-
-#include <QDateTime>
 
 namespace palvera {
 namespace {
 
-using namespace std::chrono_literals;
 using std::chrono::nanoseconds;
-using testing::ElementsAre;
 
 Task<void> settleFour(Clock& clock, Board& board)
 {

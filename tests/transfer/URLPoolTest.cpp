@@ -1,16 +1,11 @@
 #include "transfer/URLPool.h"
+#include "TransferTest.h"
 
-#include "async/TaskGroup.h"
 #include "support/FakeHttpClient.h"
 #include "support/Json.h"
-#include "support/QtPrinting.h"
-#include "support/Simulation.h"
 
 namespace palvera {
 namespace {
-
-using namespace std::chrono_literals;
-using testing::ElementsAre;
 
 struct URLPoolTest : testing::Test {
     Simulation world;
@@ -53,7 +48,7 @@ TEST_F(URLPoolTest, trustsAnAddressForEightMinutesAndNoLongerThoughNoOtherIsSign
     EXPECT_EQ(urlFor(7), "https://s/7?try=1");
     world.clock.advance(1ns);
     unsignedPart = 7;
-    EXPECT_EQ(describe(world.run(outcomeOf(pool.urlFor(7))).failure), "The platform did not sign part 7.");
+    EXPECT_EQ(inWords(world.run(outcomeOf(pool.urlFor(7))).failure), "The platform did not sign part 7.");
     EXPECT_EQ(urlFor(8), "https://s/8?try=2");
 }
 

