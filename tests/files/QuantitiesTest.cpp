@@ -8,6 +8,8 @@
 namespace palvera {
 namespace {
 
+constexpr auto most = std::numeric_limits<qint64>::max();
+
 TEST(QuantitiesTest, bytesKeepTheirDecimals)
 {
     const std::pair<qint64, QString> cases[] = {{-5, "0 KB"},
@@ -18,7 +20,7 @@ TEST(QuantitiesTest, bytesKeepTheirDecimals)
                                                 {999'949'999, "999.9 MB"},
                                                 {999'950'000, "1.00 GB"},
                                                 {2'500'000'000'000, "2.50 TB"},
-                                                {std::numeric_limits<qint64>::max(), "9223372.04 TB"}};
+                                                {most, "9223372.04 TB"}};
     for (const auto& [bytes, text] : cases)
         EXPECT_EQ(byteCountText(bytes), text);
     EXPECT_EQ(rateText(98'400'000.9), "98.4 MB/s");
@@ -38,7 +40,6 @@ TEST(QuantitiesTest, durationsAreRoundedDown)
 
 TEST(QuantitiesTest, percentagesAreWholeAndNeverEarly)
 {
-    const auto most = std::numeric_limits<qint64>::max();
     const std::tuple<qint64, qint64, int> cases[] = {
         {5, 0, 0},     {-1, 10, 0},          {29, 100, 29},           {2, 3, 66}, {999'999, 1'000'000, 99},
         {11, 10, 100}, {most - 1, most, 99}, {most / 2 + 1, most, 50}};

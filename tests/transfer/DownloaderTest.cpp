@@ -160,7 +160,7 @@ TEST_F(DownloaderTest, startsNoWaveOfEightBeforeTheSlowestChunkOfTheLastIsThere)
     expectWhole();
 }
 
-TEST_F(DownloaderTest, anAddressThatExpiresIsAskedForAgainOnceForAllLanes)
+TEST_F(DownloaderTest, anAddressThatExpiresIsAskedForAgainOnceForAllLanesUnlessTheUserMustSignIn)
 {
     for (int expiries : {1, 2}) {
         life.emplace(storage).expiries = expiries;
@@ -168,6 +168,10 @@ TEST_F(DownloaderTest, anAddressThatExpiresIsAskedForAgainOnceForAllLanes)
         EXPECT_EQ(life->renewals, expiries);
         expectWhole();
     }
+    life.emplace(storage).expiries = 1;
+    life->noRenewal = std::make_exception_ptr(APIError(401, "Sign in first."));
+    EXPECT_EQ(life->download(path), "Sign in first.");
+    EXPECT_LT(life->world.clock.elapsed(), 1s);
 }
 
 TEST_F(DownloaderTest, aChunkThatCrawlsIsFetchedByALaneThatIsDone)
@@ -262,7 +266,7 @@ TEST_F(DownloaderTest, endsBeforeItWritesAnythingWhenThereIsNoFile)
     }
 }
 
-TEST_F(DownloaderTest, triesAChunkFourTimesAndSaysWhatTheLastAttemptFailedWith)
+TEST_F(DownloaderTest, triesAChunkFourTimesUnlessOnlyTheUserCanMendItAndSaysWhatTheLastAttemptFailedWith)
 {
     const std::pair<void (*)(HttpResponse&), std::string> cases[] = {
         {[](auto& answer) { answer.status = 403; }, "Storage answered 403 on a chunk."},
@@ -285,20 +289,11 @@ TEST_F(DownloaderTest, triesAChunkFourTimesAndSaysWhatTheLastAttemptFailedWith)
         EXPECT_EQ(life->world.clock.elapsed(), 100ms + 4 * 100ms + 7s) << message; // waits of 1, 2 and 4 s
         EXPECT_THAT(recorded(), IsEmpty());
     }
-}
-
-TEST_F(DownloaderTest, doesNotTryAgainWhatOnlyTheUserCanMend)
-{
     storage.spoil = [](const auto& range, auto&) {
         if (range != probeRange)
             throw TransportError(TransportError::Kind::untrusted, "The certificate has expired.");
     };
     EXPECT_EQ(download(), "The certificate has expired.");
-    EXPECT_LT(life->world.clock.elapsed(), 1s);
-    storage.spoil = [](const auto&, auto&) {};
-    life.emplace(storage).expiries = 1;
-    life->noRenewal = std::make_exception_ptr(APIError(401, "Sign in first."));
-    EXPECT_EQ(life->download(path), "Sign in first.");
     EXPECT_LT(life->world.clock.elapsed(), 1s);
 }
 
@@ -326,14 +321,6 @@ TEST_F(DownloaderTest, finishesTheWaveThatRunsWhenItIsStopped)
     EXPECT_EQ(download(), "cancelled");
     EXPECT_EQ(recorded().size(), 16U);
     expectWholeAfter(4);
-}
-
-TEST_F(DownloaderTest, recordsWhatArrivedBeforeAnotherChunkFailed)
-{
-    storage.spoil = [](const auto& range, auto& answer) { answer.status = range == "bytes=2000-2999" ? 503 : 206; };
-    EXPECT_EQ(download(), "Storage answered 503 on a chunk.");
-    EXPECT_THAT(recorded(), ElementsAre(0, 1, 3));
-    EXPECT_EQ(readFile(path).size(), storage.content.size());
 }
 
 TEST_F(DownloaderTest, writesOverWhatAnAnswerLeftThatWasCutOff)

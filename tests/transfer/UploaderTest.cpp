@@ -99,44 +99,37 @@ TEST(UploaderTest, whateverBecomesOfItsNameAFileIsSentToItsEnd)
     }
 }
 
-TEST(UploaderTest, aStopCutsEverythingOffAtOnceAndKeepsWhatWasConfirmed)
+TEST(UploaderTest, aStopAmongPartsInABackOffOrInTheCompletionCutsAllOffAtOnceAndKeepsWhatWasConfirmed)
 {
-    for (bool byCaller : {false, true}) {
-        Delivery delivery(40 * partSize);
-        {
-            Life life(delivery);
-            life.network.conditions.bytesPerSecond = 1e5; // a second a part
-            if (byCaller) {
-                life.world.run(firstOf(life.sending(), life.world.clock.sleep(1500ms)));
-            } else {
-                life.world.start(life.sending());
-                life.world.run(life.world.clock.sleep(1500ms));
-                life.flag->stop();
+    const std::tuple<Operation, Kind, std::chrono::milliseconds, std::size_t> cases[] = {
+        {Operation::put, Kind::none, 1500ms, 8},
+        {Operation::put, Kind::status, 15s, 0},
+        {Operation::complete, Kind::stallAfterBody, 15s, 40},
+    };
+    for (const auto& [operation, kind, moment, confirmed] : cases)
+        for (bool byCaller : {false, true}) {
+            Delivery delivery(40 * partSize);
+            delivery.fail(operation, {.kind = kind}, 0);
+            {
+                Life life(delivery);
+                life.network.conditions.bytesPerSecond = 1e5; // a second a part
+                if (byCaller) {
+                    life.world.run(firstOf(life.sending(), life.world.clock.sleep(moment)));
+                } else {
+                    life.world.start(life.sending());
+                    life.world.run(life.world.clock.sleep(moment));
+                    life.flag->stop();
+                }
+                EXPECT_EQ(life.end(), "cancelled");
+                EXPECT_EQ(life.world.clock.elapsed(), moment);
+                EXPECT_FALSE(life.isAnythingInFlight());
+                EXPECT_EQ(delivery.journal().done.size(), confirmed);
             }
-            EXPECT_EQ(life.end(), "cancelled");
-            EXPECT_EQ(life.world.clock.elapsed(), 1500ms);
-            EXPECT_FALSE(life.isAnythingInFlight());
-            EXPECT_EQ(delivery.journal().done.size(), 8u);
+            delivery.platform.faults().clear();
+            Life(delivery).deliver();
+            for (int part = 1; part <= 40; ++part)
+                EXPECT_EQ(delivery.timesStored(part), 1) << part;
         }
-        Life(delivery).deliver();
-        for (int part = 1; part <= 8; ++part)
-            EXPECT_EQ(delivery.timesStored(part), 1) << part;
-    }
-}
-
-TEST(UploaderTest, aStopDuringABackOffOrACompletionIsNotWaitedOut)
-{
-    for (auto [operation, kind] :
-         {std::pair(Operation::put, Kind::status), std::pair(Operation::complete, Kind::stallAfterBody)}) {
-        Delivery delivery(2 * partSize);
-        delivery.fail(operation, {.kind = kind}, 0);
-        Life life(delivery);
-        life.world.start(life.sending());
-        life.world.run(life.world.clock.sleep(20s));
-        life.flag->stop();
-        EXPECT_EQ(life.end(), "cancelled");
-        EXPECT_EQ(life.world.clock.elapsed(), 20s);
-    }
 }
 
 } // namespace
