@@ -71,6 +71,7 @@ TEST_F(CookieStoreTest, readsWhatItCanOfAnyFile)
                            "127.0.0.1\tMAYBE\t/\tFALSE\t2000\tn\tx", "\tFALSE\t/\tFALSE\t2000\tn\tx",
                            "127.0.0.1\tFALSE\t/\tFALSE\t2000\t\tx", "127.0.0.1\tFALSE\tpath\tFALSE\t2000\tn\tx"})
         EXPECT_THAT(readCookies(bad, now), IsEmpty()) << bad.constData();
+    EXPECT_THAT(readCookies(good + '\0', now), IsEmpty());
     EXPECT_THAT(readCookies(QByteArray(5000, '\0') + QByteArray(100'000, 'x'), now), IsEmpty());
     const QByteArray garbage("\xff\x00\tgarbage\n{\"a\":1}\n", 19);
     EXPECT_THAT(readCookies(garbage + good + '\n' + good.first(good.size() / 2), now), ElementsAre(good));
@@ -88,9 +89,9 @@ TEST_F(CookieStoreTest, saysWhatWillNotBeThereAtTheNextStart)
         const auto store = std::make_shared<CookieStore>(file);
         receive(store, setting);
         EXPECT_EQ(store->problem(), problem) << file.toStdString();
+        EXPECT_EQ(sentWith(store), "sid=1") << "in memory it serves";
         receive(store, "sid=2"); // in its place
         EXPECT_EQ(store->problem() == "", file.isEmpty()) << file.toStdString();
-        EXPECT_EQ(sentWith(store), "sid=2") << "in memory it serves";
     }
 }
 
