@@ -115,10 +115,8 @@ TEST(ResumeRulesTest, twoRunsAreTheSameUploadOnlyWithTheSameFilePlaceAndPlatform
     EXPECT_FALSE(isSameUpload(subject, {"/f/b.mov", anotherFile, row, "https://one/api"}));
 }
 
-TEST(ResumeRulesTest, aNoteSaysWhatIsUnderWay)
+TEST(ResumeRulesTest, whatIsNoNoteSaysNothing)
 {
-    const UploadNote note{.subject = subject, .isDone = true};
-    EXPECT_EQ(decodeNote(encodeNote(note)), note);
     for (const char* text : {"", "{}", "[]", R"({"file":"/a"})"})
         EXPECT_EQ(decodeNote(text), std::nullopt) << text;
 }

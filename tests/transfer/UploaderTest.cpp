@@ -42,8 +42,6 @@ TEST(UploaderTest, aDeliverablesUploadIsReportedEveryTwoSecondsAndFiledABinsIsNe
         if (target.asBin())
             EXPECT_EQ(delivery.upload()["object"], "Masters/Reel 1/Der Föhn 100% (v2).mov");
         else
-            EXPECT_EQ(reports[1].at - reports[0].at, 2200ms) << "two seconds after the answer";
-        if (!target.asBin())
             EXPECT_EQ(jsonObject(reports[0].body)["bytesPerSecond"], life.progress[10].bytesPerSecond.value());
     }
 }
