@@ -32,7 +32,7 @@ TEST(UploadClaimTest, aFileThatIsBeingSentAlreadyIsWaitedForAndAnotherIsRefused)
         other->say(delivery.path());
         life.world.start(life.sending());
         life.world.run(life.world.clock.sleep(60s));
-        EXPECT_THAT(life.remarks, ElementsAre("This file is being sent already. Waiting for that."));
+        ASSERT_THAT(life.remarks, ElementsAre("This file is being sent already. Waiting for that."));
         EXPECT_THAT(life.network.seen(), IsEmpty());
         if (isDone)
             other->say(delivery.path(), true);
