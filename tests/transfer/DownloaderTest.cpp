@@ -323,6 +323,14 @@ TEST_F(DownloaderTest, finishesTheWaveThatRunsWhenItIsStopped)
     expectWholeAfter(4);
 }
 
+TEST_F(DownloaderTest, recordsWhatArrivedBeforeAnotherChunkFailed)
+{
+    storage.spoil = [](const auto& range, auto& answer) { answer.status = range == "bytes=2000-2999" ? 503 : 206; };
+    EXPECT_EQ(download(), "Storage answered 503 on a chunk.");
+    EXPECT_THAT(recorded(), ElementsAre(0, 1, 3));
+    EXPECT_EQ(readFile(path).size(), storage.content.size());
+}
+
 TEST_F(DownloaderTest, writesOverWhatAnAnswerLeftThatWasCutOff)
 {
     storage.spoil = [cutOff = 0](const auto& range, auto& answer) mutable {
