@@ -176,6 +176,8 @@ TEST_F(UploadsTest, doubtsTakeThePlaceOfTheirItemsAndAreAskedOneAfterTheOther)
     QObject::connect(&*model, &Transfers::doubtChanged, [&] { ++announced; });
     addUpload("row-1");
     addUpload("row-2");
+    world.runUntil([&] { return model->doubt().has_value(); });
+    EXPECT_EQ(announced, 1);
     world.runUntil([&] { return model->items().empty(); });
     world.settle();
     EXPECT_THAT(client.requests(), IsEmpty()) << "neither a stop report nor an abort";
