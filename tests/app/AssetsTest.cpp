@@ -6,7 +6,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QMouseEvent>
+#include <QTest>
 
 namespace palvera {
 namespace {
@@ -212,12 +212,14 @@ TEST_F(AssetsTest, moreIsLoadedAtTheEndOfTheListAndAfterAFailureByTheButton)
     waitForText("60 of 158");
     fail(Operation::assets, {.kind = Fault::Kind::status, .status = 503});
     screen.press(Qt::Key_End);
-    screen.waitUntil([this] { return !view().moreError().isEmpty(); });
+    waitForText("The platform is having trouble.");
+    EXPECT_EQ(view().face(), AssetsView::Table);
     screen.press(Qt::Key_Up);
     screen.press(Qt::Key_End);
     EXPECT_FALSE(view().isLoadingMore());
     screen.click(button, "Load more");
     waitForText("120 of 158");
+    EXPECT_FALSE(screen.reads("having trouble"));
     screen.waitForFrame();
     auto* list = screen.find(QAccessible::List, "Assets");
     list->setProperty("contentY", list->property("contentHeight").toDouble() - list->height()); // as the wheel does
@@ -226,18 +228,13 @@ TEST_F(AssetsTest, moreIsLoadedAtTheEndOfTheListAndAfterAFailureByTheButton)
     fail(Operation::assets, {.kind = Fault::Kind::status, .status = 503});
     view().load();
     waitForText("Could not load Assets");
+    EXPECT_TRUE(screen.reads("The platform is having trouble."));
     screen.click(button, "Try again");
     waitForRow("Uploads");
 }
 
 TEST_F(AssetsTest, eachColumnIsDrawnWiderByItselfAndStaysSo)
 {
-    auto send = [this](QEvent::Type type, QPointF at) {
-        const auto held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
-        const auto pressed = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-        QMouseEvent event(type, at, screen.window().mapToGlobal(at), pressed, held, Qt::NoModifier);
-        QCoreApplication::sendEvent(&screen.window(), &event);
-    };
     auto widths = [this] {
         const auto& columns = *view().columns();
         return AssetColumns::Widths{columns.deal(), columns.type(), columns.size(), columns.date()};
@@ -247,11 +244,11 @@ TEST_F(AssetsTest, eachColumnIsDrawnWiderByItselfAndStaysSo)
     for (std::size_t i = 0; i < expected.size(); ++i) {
         screen.waitForFrame();
         auto* title = screen.find(QAccessible::StaticText, titles[i]);
-        const auto edge = title->mapToScene({-8, title->height() / 2}); // its margin ends at the line before it
-        send(QEvent::MouseButtonPress, edge);
+        const auto edge = title->mapToScene({-8, title->height() / 2}).toPoint(); // its margin ends at the line before
+        QTest::mousePress(&screen.window(), Qt::LeftButton, {}, edge);
         for (int step = 1; step <= 3; ++step)
-            send(QEvent::MouseMove, edge - QPointF(5 * step, 0));
-        send(QEvent::MouseButtonRelease, edge - QPointF(15, 0));
+            QTest::mouseMove(&screen.window(), edge - QPoint(5 * step, 0));
+        QTest::mouseRelease(&screen.window(), Qt::LeftButton, {}, edge - QPoint(15, 0));
         expected[i] += 15;
         EXPECT_THAT(widths(), testing::Pointwise(testing::DoubleNear(1), expected)) << titles[i];
     }
