@@ -5,62 +5,41 @@
 namespace palvera {
 namespace {
 
-struct Pressable {
-    const char* name;
-    const char* qml;
-    QAccessible::Role role;
-};
-
-void PrintTo(const Pressable& pressable, std::ostream* out)
-{
-    *out << pressable.name;
-}
-
-const Pressable pressables[] = {
-    {"Button", "AppButton { text: 'Go'; onClicked: presses += 1 }", QAccessible::Button},
-    {"Link", "AppButton { kind: AppButton.Kind.Link; text: 'Go'; onClicked: presses += 1 }", QAccessible::Button},
-    {"IconButton", "IconButton { symbol: 'trash'; text: 'Go'; onClicked: presses += 1 }", QAccessible::Button},
-    {"ListRow", "ListRow { symbol: 'folder.fill'; text: 'Go'; onClicked: presses += 1 }", QAccessible::ListItem},
-    {"Disclosure", "Disclosure { title: 'Go'; onOpenChanged: presses += 1; Label { text: 'Inside' } }",
-     QAccessible::Button},
-};
-
-struct PressableTest : testing::TestWithParam<Pressable> {
-    Screen screen;
-};
-
-INSTANTIATE_TEST_SUITE_P(Controls, PressableTest, testing::ValuesIn(pressables),
-                         [](const auto& info) { return std::string(info.param.name); });
-
-TEST_P(PressableTest, isPressedByKeyboardMouseAndAssistant)
-{
-    screen.showContent(QString("property int presses: 0\n") + GetParam().qml);
-    auto* item = screen.tabTo(GetParam().role, "Go");
-    ASSERT_TRUE(item);
-    auto presses = [this] { return screen.window().property("presses"); };
-    int expected = 0;
-    for (auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
-        screen.press(key);
-        EXPECT_EQ(presses(), ++expected) << key;
-    }
-    screen.click(item);
-    EXPECT_EQ(presses(), ++expected);
-    Screen::activate(item);
-    EXPECT_EQ(presses(), ++expected);
-}
-
-TEST_P(PressableTest, showsThatItHasTheKeyboard)
-{
-    screen.showContent(QString("property int presses: 0\nItem { x: 20; y: 20; width: 400; height: 200\n") +
-                       GetParam().qml + "}");
-    auto without = screen.window().grabWindow();
-    ASSERT_TRUE(screen.tabTo(GetParam().role, "Go"));
-    EXPECT_NE(screen.window().grabWindow(), without);
-}
-
 struct ControlsTest : testing::Test {
     Screen screen;
 };
+
+TEST(PressableTest, isPressedByKeyboardMouseAndAssistantAndShowsThatItHasTheKeyboard)
+{
+    const std::tuple<const char*, const char*, QAccessible::Role> pressables[] = {
+        {"Button", "AppButton { text: 'Go'; onClicked: presses += 1 }", QAccessible::Button},
+        {"Link", "AppButton { kind: AppButton.Kind.Link; text: 'Go'; onClicked: presses += 1 }", QAccessible::Button},
+        {"IconButton", "IconButton { symbol: 'trash'; text: 'Go'; onClicked: presses += 1 }", QAccessible::Button},
+        {"ListRow", "ListRow { symbol: 'folder.fill'; text: 'Go'; onClicked: presses += 1 }", QAccessible::ListItem},
+        {"Disclosure", "Disclosure { title: 'Go'; onOpenChanged: presses += 1; Label { text: 'Inside' } }",
+         QAccessible::Button},
+    };
+    for (const auto& [name, qml, role] : pressables) {
+        SCOPED_TRACE(name);
+        Screen screen;
+        screen.showContent(
+            QString("property int presses: 0\nItem { x: 20; y: 20; width: 400; height: 200\n%1}").arg(qml));
+        const auto without = screen.window().grabWindow();
+        auto* item = screen.tabTo(role, "Go");
+        ASSERT_TRUE(item);
+        EXPECT_NE(screen.window().grabWindow(), without);
+        auto presses = [&] { return screen.window().property("presses"); };
+        int expected = 0;
+        for (auto key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+            screen.press(key);
+            EXPECT_EQ(presses(), ++expected) << key;
+        }
+        screen.click(item);
+        EXPECT_EQ(presses(), ++expected);
+        Screen::activate(item);
+        EXPECT_EQ(presses(), ++expected);
+    }
+}
 
 TEST_F(ControlsTest, aSecretIsShownOnlyWhenAskedAndNeverToAnAssistant)
 {
