@@ -28,25 +28,6 @@ protected:
     SlowDeliveryTest() : DeliveryTest(4'000'000) {}
 };
 
-TEST_F(SlowDeliveryTest, anUploadWaitsWhileTheSignInHasExpiredAndTheUserComesBackToIt)
-{
-    openDeliverable("Picture master");
-    drop({sparseFile("film.mov", 20'000'000)});
-    screen.waitUntil([&] { return !transfers().items().empty() && latest().sent > 0; });
-    platform.expireSignIns();
-    waitForText("Your sign-in has expired. Sign in again.");
-    screen.waitUntil([&] { return messageOf(latest().state) == "Waiting for you to sign in"; });
-    goToMainWindow();
-    signIn();
-    screen.find(QAccessible::Heading, "Picture master");
-    screen.waitUntil([&] { return isLatestDone(); });
-    const auto uploads = platform.state()["uploads"].toArray();
-    ASSERT_EQ(uploads.size(), 1);
-    const auto parts = uploads[0].toObject()["parts"].toObject();
-    for (const auto& part : parts)
-        EXPECT_EQ(part.toObject()["times"].toInt(), 1) << "no part was sent again";
-}
-
 TEST_F(DeliveryTest, eachPickerSetsItsOwnFilter)
 {
     struct Case {
