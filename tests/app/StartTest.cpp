@@ -3,6 +3,7 @@
 
 #include <QGuiApplication>
 #include <QQmlIncubationController>
+#include <QSignalSpy>
 
 namespace palvera {
 namespace {
@@ -62,13 +63,11 @@ TEST_F(StartTest, comingBackToTheProgramLoadsTheDeliverablesAgain)
 {
     start();
     openDeliverables();
-    bool isLoadBegun = false;
-    QObject listener;
-    QObject::connect(root().deliverables(), &DeliverablesView::loadChanged, &listener, [&] { isLoadBegun = true; });
+    QSignalSpy loads(root().deliverables(), &DeliverablesView::loadChanged);
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
-    EXPECT_FALSE(isLoadBegun);
+    EXPECT_TRUE(loads.isEmpty());
     Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
-    EXPECT_TRUE(isLoadBegun);
+    EXPECT_FALSE(loads.isEmpty());
 }
 
 TEST_F(StartTest, canBeEndedWhileAPageIsStillBeingMade)

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QTimer>
+#include <qtestsupport_core.h>
 
 #include <gtest/gtest.h>
 
@@ -17,16 +18,7 @@ struct LoopFixture : testing::Test {
     QCoreApplication application{argc, argv};
 
     /// Runs the event loop until `reached` holds; false when that takes ten seconds.
-    static bool pumpUntil(const std::function<bool()>& reached)
-    {
-        QTimer limit, tick; // the tick for what is reached without an event
-        limit.setSingleShot(true);
-        limit.start(10'000);
-        tick.start(20);
-        while (!reached() && limit.isActive())
-            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        return reached();
-    }
+    static bool pumpUntil(const std::function<bool()>& reached) { return QTest::qWaitFor(reached, 10'000); }
 };
 
 } // namespace palvera

@@ -128,11 +128,6 @@ TEST_F(DeliverableViewTest, aFullLengthFileForTextlessElementsIsAskedAbout)
     view.confirmDoubtful(); // too late
     world.settle();
     EXPECT_EQ(uploads.requests.size(), 3U);
-    send(sparse("feature.mov", 4'000'000'001));
-    view.confirmDoubtful();
-    world.settle();
-    EXPECT_EQ(view.doubtfulMessage(), "");
-    EXPECT_EQ(sentFile(), disk.filePath("feature.mov"));
 }
 
 TEST_F(DeliverableViewTest, theFirstDownloadAsksForAFolderAndTheNextGoesThere)
