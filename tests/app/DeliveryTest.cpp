@@ -16,16 +16,10 @@ using local::Operation;
 /// The everyday path in the real windows: a project, a deliverable, a file and the panel.
 class DeliveryTest : public DesktopTest {
 protected:
-    explicit DeliveryTest(qint64 bytesPerSecond = 0) : DesktopTest(bytesPerSecond) { start(); }
+    DeliveryTest() : DesktopTest(4'000'000) { start(); } // so that one sees a file move
 
     const Item& latest() { return transfers().items().back(); }
     bool isLatestDone() { return !transfers().items().empty() && nameOf(latest().state) == "done"; }
-};
-
-/// The same over connections that take their time.
-class SlowDeliveryTest : public DeliveryTest {
-protected:
-    SlowDeliveryTest() : DeliveryTest(4'000'000) {}
 };
 
 TEST_F(DeliveryTest, eachPickerSetsItsOwnFilter)
@@ -150,7 +144,7 @@ TEST_F(DeliveryTest, thousandsOfRowsAreFilteredWithoutHoldingUpTheWindow)
     screen.waitForFocus("Reel 1999 of 4");
 }
 
-TEST_F(SlowDeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
+TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
 {
     const auto isMoving = [&] { return transfers().inFlightCount() == 1; };
     struct Question {

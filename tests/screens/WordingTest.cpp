@@ -44,7 +44,9 @@ TEST(LocalPath, isOfThisComputerAndByteForByte)
         {"file:///films/Reel%FF%20a%E4.mov", "/films/Reel\xff a\xe4.mov"},
         {"file://" + QSysInfo::machineHostName().toUtf8() + "/a.mov", "/a.mov"},
         {"file://elsewhere.example/a.mov", ""},
-        {"https://films.example/a.mov", ""}};
+        {"https://films.example/a.mov", ""},
+        {"smb://films.example/a.mov", ""},
+        {"", ""}};
     for (const auto& [address, path] : cases)
         EXPECT_EQ(pathToBytes(localPath(QUrl::fromEncoded(address))), path) << address.constData();
 }

@@ -9,6 +9,7 @@
 #include <QMimeData>
 #include <QPointer>
 #include <QQmlComponent>
+#include <QSignalSpy>
 #include <QTest>
 
 #include <mutex>
@@ -144,11 +145,9 @@ void Screen::waitForFocus(const QString& name)
 
 void Screen::waitForFrame()
 {
-    bool shown = false;
-    QObject frame;
-    QObject::connect(m_window, &QQuickWindow::frameSwapped, &frame, [&] { shown = true; });
+    const QSignalSpy frames(m_window, &QQuickWindow::frameSwapped);
     m_window->update();
-    waitUntil([&] { return shown; });
+    waitUntil([&] { return !frames.isEmpty(); });
 }
 
 void Screen::settle()

