@@ -161,7 +161,11 @@ TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
              screen.click(QAccessible::Button, "Stop");
          },
          [&] { return !isMoving() && transfers().interruptedJournals().empty(); }},
-        {"Check this file before it goes", "Cancel", [&] { drop({sparseFile("draft.mov", 1'000'000)}); },
+        {"Check this file before it goes", "Cancel",
+         [&] {
+             drop({sparseFile("draft.mov", 1'000'000)});
+             waitForText("Going to Salt · Textless elements\n\n\"draft.mov\" looks like a draft.");
+         },
          [&] { return isLatestDone(); }},
         {"Quit while files are moving?", "Keep going",
          [&] {

@@ -88,16 +88,5 @@ TEST_F(TransfersViewTest, anInterruptedUploadIsResumedAndLeavesTheListAtOnce)
     EXPECT_EQ(titlesOf(*view.inFlight()), "master.mov");
 }
 
-TEST_F(TransfersViewTest, aDoubtNamesThePlaceUntilItIsAnswered)
-{
-    uploads.ends = {platformSays(409, "delivery_doubt")};
-    add("Picture");
-    world.runUntil([&] { return !view.doubtText().isEmpty(); });
-    EXPECT_EQ(view.doubtText(), "Going to Picture\n\nThe platform says 409.");
-    view.dismissDoubt();
-    EXPECT_EQ(view.doubtText(), "");
-    EXPECT_EQ(titlesOf(*view.inFlight()), "");
-}
-
 } // namespace
 } // namespace palvera
