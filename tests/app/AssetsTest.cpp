@@ -106,8 +106,10 @@ TEST_F(AssetsTest, keysAndClicksSelectAsInAFileManager)
         {Qt::Key_Down, Qt::ShiftModifier, "Örvar's films, Reel 001 of 230.mov"},
         {Qt::Key_Down, Qt::ControlModifier, "Örvar's films, Reel 001 of 230.mov"},
         {Qt::Key_Space, Qt::ControlModifier, "Örvar's films, Reel 001 of 230.mov, Reel 002 of 230.mov"},
+        {Qt::Key_Space, Qt::ControlModifier, "Örvar's films, Reel 001 of 230.mov"},
         {Qt::Key_Up, {}, "Reel 001 of 230.mov"},
         {Qt::Key_Home, Qt::ShiftModifier, "Rushes 2025, Örvar's films, Reel 001 of 230.mov"},
+        {Qt::Key_Down, Qt::ShiftModifier, "Örvar's films, Reel 001 of 230.mov"},
         {Qt::Key_End, {}, ""},
         {Qt::Key_Home, {}, "Rushes 2025"},
     };

@@ -2,10 +2,6 @@
 
 #include "http/TransportError.h"
 
-#include <boost/asio/steady_timer.hpp>
-#include <boost/asio/this_coro.hpp>
-#include <boost/asio/use_awaitable.hpp>
-
 namespace palvera {
 
 namespace {
@@ -99,10 +95,6 @@ private:
     {
         const auto idle = limit(m_moved, m_request.idleTimeout), total = limit(m_started, m_request.totalTimeout);
         const auto end = std::min({until, idle, total});
-        if (end == Moment::max()) {
-            boost::asio::steady_timer never(co_await boost::asio::this_coro::executor, end);
-            co_await never.async_wait(boost::asio::use_awaitable);
-        }
         co_await m_network.m_clock.sleepUntil(end);
         if (end == until)
             co_return;
