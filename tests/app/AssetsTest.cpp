@@ -97,11 +97,7 @@ TEST_F(AssetsTest, theKeyboardAloneLeadsToAFolderADownloadAndBack)
 TEST_F(AssetsTest, keysAndClicksSelectAsInAFileManager)
 {
     openUploads();
-    struct Case {
-        Qt::Key key;
-        Qt::KeyboardModifiers modifiers;
-        const char* selected;
-    } cases[] = {
+    const std::tuple<Qt::Key, Qt::KeyboardModifiers, const char*> cases[] = {
         {Qt::Key_Down, {}, "Örvar's films"},
         {Qt::Key_Down, Qt::ShiftModifier, "Örvar's films, Reel 001 of 230.mov"},
         {Qt::Key_Down, Qt::ControlModifier, "Örvar's films, Reel 001 of 230.mov"},

@@ -24,12 +24,8 @@ protected:
 
 TEST_F(DeliveryTest, eachPickerSetsItsOwnFilter)
 {
-    struct Case {
-        const char* title;
-        const char* filter;
-        const char* value; ///< the last of its choices
-        const char* label;
-    } cases[] = {
+    const std::tuple<const char*, const char*, QString, const char*> cases[] = {
+        // each with the last of its choices
         {"Family", "family", "video", "Video"},
         {"Status", "status", "re-delivery needed", "Re delivery needed"},
         {"Language", "language", "zxx", "Textless"},
@@ -44,8 +40,8 @@ TEST_F(DeliveryTest, eachPickerSetsItsOwnFilter)
         screen.press(Qt::Key_End);
         screen.press(Qt::Key_Return);
         screen.find(QAccessible::ComboBox, QString("%1: %2").arg(title, label));
-        for (const auto& each : cases)
-            EXPECT_EQ(view.property(each.filter), each.filter == filter ? value : "All") << each.filter;
+        for (const auto* other : {"family", "status", "language", "filled"})
+            EXPECT_EQ(view.property(other), other == QString(filter) ? value : "All") << other;
         EXPECT_LT(view.rowCount(), 21);
         screen.choose(QAccessible::Button, "Clear");
         waitForText("21 of 21");
@@ -202,9 +198,8 @@ TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
 
 TEST(StatusBadgeTest, theSpinnerTakesThePlaceOfTheCheckMark)
 {
-    struct Case {
-        bool filed, moving, isChecked;
-    } cases[] = {{false, false, false}, {true, false, true}, {false, true, false}, {true, true, false}};
+    const std::tuple<bool, bool, bool> cases[] = {
+        {false, false, false}, {true, false, true}, {false, true, false}, {true, true, false}};
     Screen screen;
     screen.showContent("property alias badge: badge; StatusBadge { id: badge; text: '1' }",
                        "import Palvera.Deliverables");

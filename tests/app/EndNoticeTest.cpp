@@ -32,10 +32,7 @@ struct EndNoticeTest : TransfersTest {
 
 TEST_F(EndNoticeTest, whoLooksElsewhereIsToldWhatBecameOfAllButWhatTheyStopped)
 {
-    struct Case {
-        int done, failed, stopped;
-        const char* said;
-    } cases[] = {
+    const std::tuple<int, int, int, const char*> cases[] = {
         {1, 0, 0, "Transfers finished: “master.mov” is done."},
         {3, 0, 0, "Transfers finished: 3 files are done."},
         {0, 1, 0, "Transfers failed: “master.mov” could not be transferred."},

@@ -79,17 +79,13 @@ TEST_F(PickersTest, aClientIsLeftForAnotherOrForTheSignIn)
 
 TEST_F(PickersTest, whatCannotBeLoadedIsAskedForAgain)
 {
-    struct Case {
-        Operation operation;
-        const char* said;
-        const char* row;
-    } cases[] = {
+    const std::tuple<Operation, const char*, const char*> cases[] = {
         {Operation::orgs, "Could not load your clients", "Northlight Pictures"},
         {Operation::projects, "Could not load your projects", "Salt"},
         {Operation::deliverables, "Could not load the deliverables", "Picture master"},
     };
-    for (const auto& each : cases)
-        fail(each.operation, {.kind = Fault::Kind::status, .status = 500});
+    for (const auto& [operation, said, row] : cases)
+        fail(operation, {.kind = Fault::Kind::status, .status = 500});
     signIn();
     for (const auto& [operation, said, row] : cases) {
         waitForText(said);

@@ -17,11 +17,7 @@ TEST(WindowPlaceTest, takesWhatMakesSense)
 TEST(WindowPlaceTest, knowsAPlaceThatNobodyCouldReach)
 {
     const QList<QRect> screens = {{0, 0, 1920, 1080}, {1920, 0, 1280, 720}};
-    struct Case {
-        const char* where;
-        int x, y;
-        bool isReachable;
-    } cases[] = {
+    const std::tuple<const char*, int, int, bool> cases[] = {
         {"in the middle", 100, 100, true},
         {"its title on the second screen", 1900, 600, true},
         {"on a screen that is gone", 4000, 100, false},

@@ -91,12 +91,7 @@ TEST_F(OutputTest, showsOneLineForEachTransferUntilItEnds)
 TEST(ProgressLine, showsWhatThereIsRoomFor)
 {
     constexpr qint64 total = 2'000'000'000, quarter = total / 4;
-    const struct {
-        int cells;
-        qint64 sent;
-        std::optional<double> rate;
-        const char* text;
-    } cases[] = {
+    const std::tuple<int, qint64, std::optional<double>, const char*> cases[] = {
         {100, 580'000'000, 100e6,
          "Reel 1.mov  [==========>                          ]   29%  580.0 MB of 2.00 GB  100.0 MB/s  14s left"},
         {79, quarter, 100e6, "Reel 1.mov  [====>           ]   25%  500.0 MB of 2.00 GB  100.0 MB/s  15s left"},

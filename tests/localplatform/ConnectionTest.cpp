@@ -20,23 +20,19 @@ constexpr qint64 size = 400'000, half = 150'000;
 /// How a client hears of the end of a part: not at all while it waits, by a lost connection or by an answer.
 enum class End { none, cut, answer };
 
-const struct {
-    const char* about;
-    local::Fault fault;
-    End end;
-    int stored = 0;
-} cases[] = {
+const std::tuple<const char*, local::Fault, End, int> cases[] = {
+    // with how many parts are stored
     {"nothing", {}, End::answer, 1},
-    {"refused", {.kind = Kind::refuse}, End::cut},
-    {"cut before reading", {.kind = Kind::resetBeforeReading}, End::cut},
-    {"cut in the middle", {.kind = Kind::resetMidBody, .bytes = half}, End::cut},
-    {"stalled in the middle", {.kind = Kind::stallMidBody, .bytes = half}, End::none},
-    {"stalled after the body", {.kind = Kind::stallAfterBody}, End::none},
+    {"refused", {.kind = Kind::refuse}, End::cut, 0},
+    {"cut before reading", {.kind = Kind::resetBeforeReading}, End::cut, 0},
+    {"cut in the middle", {.kind = Kind::resetMidBody, .bytes = half}, End::cut, 0},
+    {"stalled in the middle", {.kind = Kind::stallMidBody, .bytes = half}, End::none, 0},
+    {"stalled after the body", {.kind = Kind::stallAfterBody}, End::none, 0},
     {"the answer lost", {.kind = Kind::loseAnswer}, End::cut, 1},
     {"answered, but too late", {.latency = 90s}, End::none, 1},
-    {"refused with a status", {.kind = Kind::status}, End::answer},
-    {"a page instead", {.kind = Kind::html}, End::answer},
-    {"expired", {.kind = Kind::expired}, End::answer},
+    {"refused with a status", {.kind = Kind::status}, End::answer, 0},
+    {"a page instead", {.kind = Kind::html}, End::answer, 0},
+    {"expired", {.kind = Kind::expired}, End::answer, 0},
 };
 
 asio::ip::tcp::socket connectTo(asio::io_context& io, const QByteArray& address)

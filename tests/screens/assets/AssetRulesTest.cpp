@@ -17,13 +17,7 @@ constexpr auto bin = AssetsPlace::uploads;
 
 TEST(AssetRulesTest, eachPlaceSaysWhatIsNotThereAndWhereItLeadsBackTo)
 {
-    const struct {
-        AssetsQuery query;
-        const char* title;
-        const char* detail;
-        bool showsUploads;
-        std::optional<AssetsQuery> before;
-    } cases[] = {
+    const std::tuple<AssetsQuery, const char*, const char*, bool, std::optional<AssetsQuery>> cases[] = {
         {{}, "Nothing delivered yet", "Files delivered on", true, {}},
         {{.search = "x"}, "Nothing matches", "Try another word or kind", false, {}},
         {{.family = "audio"}, "Nothing matches", "Try another word or kind", false, {}},
