@@ -1,5 +1,6 @@
 #include "support/Simulation.h"
 
+#include <boost/asio/as_tuple.hpp>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
@@ -17,25 +18,20 @@ Task<void> ManualClock::sleepUntil(Moment moment)
         std::list<Sleeper>::iterator mine;
         ~Bed() { all.erase(mine); }
     } bed{m_sleepers, m_sleepers.insert(m_sleepers.end(), Sleeper{.wake = moment, .timer = timer})};
-    std::exception_ptr interrupted;
-    try {
-        co_await timer->async_wait(asio::use_awaitable);
-    } catch (...) {
-        interrupted = std::current_exception();
-    }
+    auto [interrupted] = co_await timer->async_wait(asio::as_tuple(asio::use_awaitable));
     if (!bed.mine->woken)
-        std::rethrow_exception(interrupted);
+        throw boost::system::system_error(interrupted);
 }
 
 bool ManualClock::advanceToNextWake()
 {
-    std::optional<Moment> next;
+    auto next = Moment::max(); // for which nobody waits but for ever
     for (const auto& sleeper : m_sleepers)
-        if (!sleeper.woken && (!next || sleeper.wake < *next))
-            next = sleeper.wake;
-    if (!next)
+        if (!sleeper.woken)
+            next = std::min(next, sleeper.wake);
+    if (next == Moment::max())
         return false;
-    advanceTo(*next);
+    advanceTo(next);
     return true;
 }
 
