@@ -152,9 +152,7 @@ void Screen::waitForFrame()
 
 void Screen::settle()
 {
-    QCoreApplication::sendPostedEvents(nullptr, 0);
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QTest::qWait(0);
 }
 
 QList<QQuickItem*> Screen::all(std::optional<Role> role, const QString& name) const
