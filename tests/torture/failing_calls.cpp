@@ -38,15 +38,11 @@ constexpr std::array<std::string_view, 18> names{"open",   "read",    "write", "
                                                  "send",   "receive", "poll",  "events", "thread", "map"};
 
 /// The place of a class among the names, which the compiler finds.
-struct Class {
-    std::size_t place;
-
-    consteval Class(const char* name) : place(static_cast<std::size_t>(std::ranges::find(names, name) - names.begin()))
-    {
-        if (place == names.size())
-            throw "there is no such class";
-    }
-};
+consteval std::size_t placeOf(std::string_view name)
+{
+    const auto* found = std::ranges::find(names, name);
+    return found < names.end() ? static_cast<std::size_t>(found - names.begin()) : throw "there is no such class";
+}
 
 struct Fault {
     std::size_t which = names.size();
@@ -92,15 +88,15 @@ __attribute__((constructor)) void readFault()
     std::abort();
 }
 
-bool isMeant(Class which)
+bool isMeant(std::size_t which)
 {
-    const auto number = counts ? ++counts[which.place] : 0;
-    return which.place == fault.which && number == fault.number;
+    const auto number = counts ? ++counts[which] : 0;
+    return which == fault.which && number == fault.number;
 }
 
 /// Makes the call, or not. `half`, where there is one, makes it with half of the bytes.
 template <class Call, class Half = Call>
-auto perform(Class which, const Call& call, const Half* half = nullptr)
+auto perform(std::size_t which, const Call& call, const Half* half = nullptr)
 {
     if (!isMeant(which))
         return call();
@@ -141,7 +137,7 @@ std::size_t halfOf(std::size_t size)
     extern "C" result name parameters                                                                                  \
     {                                                                                                                  \
         REAL(name);                                                                                                    \
-        return perform(which, [&] { return real(__VA_ARGS__); });                                                      \
+        return perform(placeOf(which), [&] { return real(__VA_ARGS__); });                                             \
     }
 
 /// A call that moves `size` bytes of what `isMeantFor` holds for.
@@ -151,7 +147,7 @@ std::size_t halfOf(std::size_t size)
         REAL(name);                                                                                                    \
         auto whole = [&] { return real(file, data, size __VA_OPT__(, last)); };                                        \
         auto half = [&] { return real(file, data, halfOf(size) __VA_OPT__(, last)); };                                 \
-        return isMeantFor(file) ? perform(which, whole, &half) : whole();                                              \
+        return isMeantFor(file) ? perform(placeOf(which), whole, &half) : whole();                                     \
     }
 
 #define OPEN(name, before, ...)                                                                                        \
@@ -162,7 +158,7 @@ std::size_t halfOf(std::size_t size)
         va_start(rest, flags);                                                                                         \
         const mode_t mode = flags & (O_CREAT | __O_TMPFILE) ? va_arg(rest, mode_t) : 0;                                \
         va_end(rest);                                                                                                  \
-        return perform("open", [&] { return real(before path, flags, mode); });                                        \
+        return perform(placeOf("open"), [&] { return real(before path, flags, mode); });                               \
     }
 
 #define FOLDER folder,
@@ -211,14 +207,14 @@ PLAIN("events", int, timerfd_create, (clockid_t clock, int flags), clock, flags)
 extern "C" void* mmap(void* at, size_t size, int mode, int flags, int file, off_t from)
 {
     REAL(mmap);
-    return reinterpret_cast<void*>(
-        perform("map", [&] { return reinterpret_cast<std::intptr_t>(real(at, size, mode, flags, file, from)); }));
+    return reinterpret_cast<void*>(perform(
+        placeOf("map"), [&] { return reinterpret_cast<std::intptr_t>(real(at, size, mode, flags, file, from)); }));
 }
 
 extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*body)(void*), void* argument)
 {
     REAL(pthread_create);
     auto call = [&] { return real(thread, attributes, body, argument); };
-    const int result = perform("thread", call);
+    const int result = perform(placeOf("thread"), call);
     return result == -1 ? errno : result;
 }

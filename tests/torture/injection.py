@@ -5,6 +5,7 @@ import contextlib
 import os
 import shutil
 import struct
+import unittest.mock
 
 from support import DONE, ORG, Client, digest, expect, expect_filed, signed_in
 
@@ -26,20 +27,6 @@ def chosen(count, most):
     if most == 0 or count <= most:
         return range(1, count + 1)
     return [1 + (2 * step + 1) * count // (2 * most) for step in range(most)]
-
-
-@contextlib.contextmanager
-def injected(client, counts, fault="", disk=""):
-    """The client's programs meet `fault` meanwhile. `counts` then says how many calls of each class there were."""
-    counts.write_bytes(bytes(8 * len(CLASSES)))
-    kept = client.environment
-    client.environment = kept | {"LD_PRELOAD": LIBRARY, "PALVERA_FAULT_COUNTS": str(counts)}
-    client.environment |= {"PALVERA_FAULT": fault} if fault else {}
-    client.environment |= {"PALVERA_FAULT_DISK": str(disk)} if disk else {}
-    try:
-        yield
-    finally:
-        client.environment = kept
 
 
 def read_counts(counts):
@@ -67,7 +54,12 @@ class Run:
         self.prepare(number)
 
     def go(self, counts, fault="", disk=""):
-        with injected(self.client, counts, fault, disk):
+        """Meets `fault` on its way. `counts` then says how many calls of each class there were."""
+        counts.write_bytes(bytes(8 * len(CLASSES)))
+        variables = {"LD_PRELOAD": LIBRARY, "PALVERA_FAULT_COUNTS": counts, "PALVERA_FAULT": fault,
+                     "PALVERA_FAULT_DISK": disk}
+        given = {name: str(value) for name, value in variables.items() if value}
+        with unittest.mock.patch.dict(self.client.environment, given):
             return self.again()
 
     def again(self):

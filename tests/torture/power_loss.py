@@ -70,11 +70,11 @@ class Upload(injection.Upload):
 
     def look(self):
         """What the journal names is in storage. Gives how often it was stored, by parts."""
-        journal = self.client.journal(self.row)
-        stored = self.platform.uploads(self.row)[-1]["parts"] if journal else {}
-        missing = [part for part in (journal or {"done": []})["done"] if part not in stored]
+        recorded = self.client.recorded_parts(self.row)
+        stored = self.platform.uploads(self.row)[-1]["parts"] if recorded else {}
+        missing = [part for part in recorded if part not in stored]
         assert not missing, f"the journal names parts {missing}, which are not stored"
-        return {part: stored[part]["times"] for part in (journal or {"done": []})["done"]}
+        return {part: stored[part]["times"] for part in recorded}
 
     def check_what_was_kept(self, filed, recorded):
         again = [part for part, times in recorded.items() if filed["parts"][part]["times"] != times]
