@@ -140,19 +140,18 @@ TEST(AssetRulesTest, theListIsRenewedSoonAfterFilesComeAndOnceMoreWhenThePlatfor
 {
     RenewalPlan plan;
     const Clock::Moment start;
-    std::vector<Clock::Moment> arrivals{start + 0s, start + 100ms, start + 1s, start + 1200ms, start + 1300ms};
-    std::vector<double> renewals;
     EXPECT_EQ(plan.next(), std::nullopt);
-    for (auto arrival = arrivals.begin(); arrival != arrivals.end() || plan.next();) {
-        if (arrival != arrivals.end() && (!plan.next() || *arrival <= *plan.next())) {
-            plan.noteArrival(*arrival++);
-            continue;
-        }
-        auto now = *plan.next();
-        renewals.push_back(std::chrono::duration<double>(now - start).count());
-        plan.noteRenewal(now);
-    }
-    EXPECT_THAT(renewals, ElementsAre(0.5, 2.5, 21.3));
+    for (auto arrival : {0ms, 100ms})
+        plan.noteArrival(start + arrival);
+    EXPECT_EQ(plan.next(), start + 500ms);
+    plan.noteRenewal(start + 500ms);
+    for (auto arrival : {1000ms, 1200ms, 1300ms})
+        plan.noteArrival(start + arrival);
+    EXPECT_EQ(plan.next(), start + 2500ms) << "no two within two seconds";
+    plan.noteRenewal(start + 2500ms);
+    EXPECT_EQ(plan.next(), start + 21'300ms);
+    plan.noteRenewal(start + 21'300ms);
+    EXPECT_EQ(plan.next(), std::nullopt);
 }
 
 TEST(AssetRulesTest, columnsGiveWayToTheNameAndKeepWhatTheyWereDrawnTo)
