@@ -39,7 +39,8 @@ T.Button {
     focusPolicy: Qt.StrongFocus
 
     Accessible.name: busy ? busyText : text
-    Accessible.onPressAction: root.clicked()
+    Accessible.onPressAction: if (root.enabled)
+        root.clicked()
     Keys.onEnterPressed: root.clicked()
     Keys.onReturnPressed: root.clicked()
 

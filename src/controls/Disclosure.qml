@@ -24,7 +24,8 @@ Column {
         Accessible.checked: root.open
         Accessible.name: text
         Accessible.role: Accessible.Button
-        Accessible.onPressAction: head.clicked()
+        Accessible.onPressAction: if (head.enabled)
+            head.clicked()
         Keys.onEnterPressed: head.clicked()
         Keys.onReturnPressed: head.clicked()
         onClicked: root.open = !root.open

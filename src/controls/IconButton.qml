@@ -20,7 +20,8 @@ T.Button {
     opacity: enabled ? 1 : Theme.disabledOpacity
 
     Accessible.name: badge === "" ? text : qsTr("%1, %2").arg(text).arg(badge)
-    Accessible.onPressAction: root.clicked()
+    Accessible.onPressAction: if (root.enabled)
+        root.clicked()
     Keys.onEnterPressed: root.clicked()
     Keys.onReturnPressed: root.clicked()
 

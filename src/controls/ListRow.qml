@@ -26,7 +26,8 @@ T.ItemDelegate {
     Accessible.description: subtitle
     Accessible.name: text
     Accessible.role: Accessible.ListItem
-    Accessible.onPressAction: root.clicked()
+    Accessible.onPressAction: if (root.enabled)
+        root.clicked()
     // A row in the pool is not drawn, but would be read out.
     ListView.onPooled: visible = false
     ListView.onReused: visible = true

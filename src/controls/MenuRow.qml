@@ -17,7 +17,8 @@ T.MenuItem {
 
     Accessible.name: text
     Accessible.role: Accessible.MenuItem
-    Accessible.onPressAction: root.clicked()
+    Accessible.onPressAction: if (root.enabled)
+        root.clicked()
 
     background: Rectangle {
         color: root.highlighted && root.enabled ? Theme.accentFill : "transparent"

@@ -22,7 +22,8 @@ T.ComboBox {
 
     Accessible.name: label === "" ? displayText : qsTr("%1: %2").arg(label).arg(displayText)
     Accessible.role: Accessible.ComboBox
-    Accessible.onPressAction: popup.open()
+    Accessible.onPressAction: if (enabled)
+        popup.open()
     // Not when pressed: the release closes an open list.
     Keys.onReleased: event => {
         event.accepted = !popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);

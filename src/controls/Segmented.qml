@@ -67,7 +67,8 @@ Rectangle {
                 Accessible.checkable: true
                 Accessible.checked: checked
                 Accessible.name: text
-                Accessible.onPressAction: option.clicked()
+                Accessible.onPressAction: if (option.enabled)
+                    option.clicked()
                 onClicked: root.choose(index)
 
                 contentItem: Label {

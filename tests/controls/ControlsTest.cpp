@@ -38,6 +38,9 @@ TEST(PressableTest, isPressedByKeyboardMouseAndAssistantAndShowsThatItHasTheKeyb
         EXPECT_EQ(presses(), ++expected);
         Screen::activate(item);
         EXPECT_EQ(presses(), ++expected);
+        item->setEnabled(false);
+        Screen::activate(item);
+        EXPECT_EQ(presses(), expected) << "it takes no press now";
     }
 }
 

@@ -4,6 +4,7 @@ bus, by another start, from another home, past one that is deaf. No browser is n
 """
 import ctypes
 import os
+import re
 import socket
 import subprocess
 
@@ -158,6 +159,9 @@ def comes_back_by_every_way_to_whoever_waits():
             desktop.find("text|entry", "Work email")
             assert not list(folder.iterdir())
             assert desktop.errors.read_text() == "", desktop.errors.read_text()
+        [cookies] = (client.home / "data").rglob("cookies")
+        cookie = re.search(r"pv_session\s+(\S+)", cookies.read_text())[1]
+        assert holds(client.home, cookie) == [cookies] and cookie not in result.out + result.error
         for grant in grants:
             found = [file for home in ("home", "elsewhere", "another-home") for file in holds(workspace.path / home, grant)]
             assert not found and grant not in result.out + result.error, found
