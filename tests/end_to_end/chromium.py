@@ -7,6 +7,7 @@ import shutil
 import subprocess
 import sys
 import tempfile
+import time
 
 import support
 from support import wait_until
@@ -18,24 +19,45 @@ OPEN_TMP = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs -o mode=1777 tmpfs
 DROP = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"]
 
 
+def skip(reason):
+    print(f"skipped: {reason}")
+    sys.exit(77)
+
+
+def can_run(*command):
+    return subprocess.run([*map(str, command)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
+
+
+def require_sandbox():
+    """What a browser locks its pages into, the system may refuse."""
+    with tempfile.TemporaryDirectory() as profile:
+        tried = subprocess.run([PROGRAM, "--headless", "--disable-gpu", f"--user-data-dir={profile}", "--dump-dom",
+                                "about:blank"], capture_output=True, text=True, timeout=support.PATIENCE)
+    if tried.returncode != 0 and "sandbox" in tried.stderr:
+        skip("this system lets no browser have a sandbox")
+
+
 def leave_root():
     """Goes on in another process, with the programs and scripts where that user can read them."""
     if os.geteuid() != 0:
-        return
+        return require_sandbox()
     here = pathlib.Path(sys.argv[0]).resolve().parent
     for folder in tempfile.gettempdir(), "/var/tmp", "/dev/shm":
         place = pathlib.Path(tempfile.mkdtemp(prefix="palvera-nobody-", dir=folder))
         os.chown(place, NOBODY, NOBODY)
-        if subprocess.run([*DROP, "test", "-w", place], stderr=subprocess.DEVNULL).returncode == 0:
+        if can_run(*DROP, "test", "-w", place):
             break
         place.rmdir()
     else:
-        sys.exit("no folder for temporary files is open to other users")
+        skip("no folder for temporary files is open to other users")
+    opened = [] if os.stat("/tmp").st_mode & 1 else OPEN_TMP
+    if opened and not can_run(*opened, "true"):
+        skip("/tmp is closed to other users")
     try:
         shutil.copytree(here, place / "scripts")
         moved = {name: shutil.copy(os.environ[name], place) for name in ("PALVERA", "PALVERA_CLI", "PALVERA_LOCAL_PLATFORM")}
         homes = {"HOME": str(place), "TMPDIR": str(place), "XDG_RUNTIME_DIR": str(place)}
-        command = [*([] if os.stat("/tmp").st_mode & 1 else OPEN_TMP), *DROP, sys.executable, "-B", *[f"-W{each}" for each in sys.warnoptions],
+        command = [*opened, *DROP, sys.executable, "-B", *[f"-W{each}" for each in sys.warnoptions],
                    place / "scripts" / pathlib.Path(sys.argv[0]).name, *sys.argv[1:]]
         sys.exit(subprocess.run(command, env=os.environ | homes | moved, cwd=place).returncode)
     finally:
@@ -111,21 +133,37 @@ exec {start} --remote-debugging-pipe "$1" 3<"{self.pipes[0]}" 4>"{self.pipes[1]}
 
     def click(self, session, text):
         """The link or button that begins so, with the pointer: for what no hand has asked for, the browser calls a
-        program once only."""
-        place = wait_until(lambda: self.evaluate(session, f"""(each => {{
-            if (!each) return null;
+        program once only. It takes no notice of a hand before it has painted the page, so the page must change."""
+        self.place_of(session, text)
+        before = self.shown(session)
+        deadline = time.monotonic() + support.PATIENCE
+        while self.shown(session) == before:
+            assert time.monotonic() < deadline, f"a click on {text} does nothing"
+            self.press(session, *self.place_of(session, text))
+            changes = time.monotonic() + 2
+            while self.shown(session) == before and time.monotonic() < changes:
+                time.sleep(0.03)
+
+    def shown(self, session):
+        return self.evaluate(session, "[location.href, document.body && document.body.innerText]")
+
+    def place_of(self, session, text):
+        """The middle of it, once the page is whole."""
+        return wait_until(lambda: self.evaluate(session, f"""(each => {{
+            if (!each || document.readyState !== 'complete') return null;
             each.scrollIntoView();
             const at = each.getBoundingClientRect();
             return [at.x + at.width / 2, at.y + at.height / 2];
         }})([...document.querySelectorAll('a, button')].find(each => each.textContent.startsWith({json.dumps(text)})))"""),
-                           f"{text} is on the page")
+                          f"{text} is on the page")
+
+    def press(self, session, x, y):
         for kind in "mousePressed", "mouseReleased":
-            self.ask("Input.dispatchMouseEvent", session, type=kind, x=place[0], y=place[1], button="left", clickCount=1)
+            self.ask("Input.dispatchMouseEvent", session, type=kind, x=x, y=y, button="left", clickCount=1)
 
     def touch(self, session):
         """As somebody does who looks at the page."""
-        for kind in "mousePressed", "mouseReleased":
-            self.ask("Input.dispatchMouseEvent", session, type=kind, x=5, y=5, button="left", clickCount=1)
+        self.press(session, 5, 5)
 
     def wait_for_text(self, session, text):
         wait_until(lambda: text in (self.evaluate(session, "document.body.innerText") or ""), f"the page says {text}")

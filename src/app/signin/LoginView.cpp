@@ -311,7 +311,10 @@ Task<void> LoginView::takePasskey()
 {
     if (m_passkey.isAvailable()) {
         m_passkey.begin();
-        const auto over = qScopeGuard([this] { m_passkey.end(); });
+        const auto over = qScopeGuard([this] {
+            m_passkey.end();
+            m_tasks.start(focusSoon(++m_faceChanges));
+        });
         const auto ended = co_await answerOf(take(m_signIn.withPasskey()));
         if (ended.failure && !m_passkey.isBrowserWanted())
             std::rethrow_exception(ended.failure);

@@ -155,8 +155,10 @@ TEST_F(BrowserAndPasskeyTest, aSecurityKeyIsAskedFirstAndTheBrowserStaysOnePress
     keys.fail(PasskeyFailure("This security key holds no passkey for Palvera."));
     EXPECT_EQ(end(), "This security key holds no passkey for Palvera.");
     begin();
+    focused.clear();
     view.goBack();
     EXPECT_EQ(end(), "");
+    EXPECT_THAT(focused, ElementsAre(Field::email));
     begin();
     keys.answer({.credential = "unknown"});
     EXPECT_EQ(end(), "That passkey is not known here.");
