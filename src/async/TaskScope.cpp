@@ -42,7 +42,7 @@ Task<void> TaskScope::untilIdle()
 
 Task<void> TaskScope::close()
 {
-    stop();
+    m_flag->stop(); // for good: what is being cut off may start something else
     return untilIdle();
 }
 

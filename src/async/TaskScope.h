@@ -24,7 +24,7 @@ public:
     void stop();
     /// Ends once nothing is under way.
     Task<void> untilIdle();
-    /// Cuts off what is under way and ends once nothing is.
+    /// Cuts off what is under way, and whatever is started from here on, and ends once nothing is.
     Task<void> close();
 
 private:

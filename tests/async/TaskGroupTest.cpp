@@ -2,10 +2,13 @@
 
 #include "async/CancelFlag.h"
 #include "async/Failure.h"
+#include "async/TaskScope.h"
 #include "support/Simulation.h"
 
 #include <boost/asio/bind_cancellation_slot.hpp>
 #include <boost/asio/cancellation_signal.hpp>
+
+#include <QScopeGuard>
 
 #include <gmock/gmock.h>
 
@@ -96,6 +99,21 @@ TEST(CancelFlagTest, stopCutsTheOperationOffAtOnceWhateverItMakesOfThat)
         EXPECT_TRUE(isCancellation(end.failure)) << beforehand;
         EXPECT_EQ(world.clock.elapsed(), 5s) << beforehand;
     }
+}
+
+TEST_F(TaskGroupTest, aScopeThatClosesCutsOffWhatStartsMeanwhile)
+{
+    TaskScope scope(world.executor());
+    const auto sleep = [](Clock& clock) -> Task<void> { co_await clock.sleep(1h); };
+    const auto goOn = [](Clock& clock, const std::function<void()>& startAnother) -> Task<void> {
+        const auto over = qScopeGuard(startAnother);
+        co_await clock.sleep(1h);
+    };
+    const std::function<void()> startAnother = [&] { scope.start(sleep(world.clock)); };
+    scope.start(goOn(world.clock, startAnother));
+    world.settle();
+    world.run(scope.close());
+    EXPECT_EQ(world.clock.elapsed(), 0s);
 }
 
 } // namespace
