@@ -3,6 +3,7 @@ never without its sandbox: where the tests do, the script starts itself over as 
 import json
 import os
 import pathlib
+import shlex
 import shutil
 import subprocess
 import sys
@@ -16,6 +17,9 @@ PROGRAM = shutil.which("chromium")
 NOBODY = 65534
 # The display's server needs a folder that everybody may use.
 OPEN_TMP = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs -o mode=1777 tmpfs /tmp && exec "$@"', "sh"]
+# It would talk to its makers: nothing leaves this machine.
+ALONE = ("--disable-background-networking --disable-component-update --disable-sync --disable-quic "
+         "--host-resolver-rules='MAP * ~NOTFOUND, EXCLUDE localhost'")
 DROP = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"]
 
 
@@ -31,8 +35,8 @@ def can_run(*command):
 def require_sandbox():
     """What a browser locks its pages into, the system may refuse."""
     with tempfile.TemporaryDirectory() as profile:
-        tried = subprocess.run([PROGRAM, "--headless", "--disable-gpu", f"--user-data-dir={profile}", "--dump-dom",
-                                "about:blank"], capture_output=True, text=True, timeout=support.PATIENCE)
+        tried = subprocess.run([PROGRAM, "--headless", "--disable-gpu", *shlex.split(ALONE), "--dump-dom", "about:blank",
+                                f"--user-data-dir={profile}"], capture_output=True, text=True, timeout=support.PATIENCE)
     if tried.returncode != 0 and "sandbox" in tried.stderr:
         skip("this system lets no browser have a sandbox")
 
@@ -77,7 +81,7 @@ class Chromium:
         (self.profile / "Default" / "Preferences").write_text(json.dumps(
             {"protocol_handler": {"allowed_origin_protocol_pairs": {origin: {"palvera": True}}}}))
         script = workspace.path / "browser"
-        start = f'{PROGRAM} --user-data-dir="{self.profile}" --no-first-run --password-store=basic --disable-gpu'
+        start = f'{PROGRAM} --user-data-dir="{self.profile}" --no-first-run --password-store=basic --disable-gpu {ALONE}'
         script.write_text(f"""#!/bin/bash
 exec >>"{workspace.path}/chromium.log" 2>&1
 if [ -L "{self.profile}/SingletonLock" ]; then # a second start, which tells the first one and ends
