@@ -272,6 +272,12 @@ int SoftKey::cancellations() const
     return m_cancellations;
 }
 
+int SoftKey::endlessWaits() const
+{
+    std::lock_guard guard(m_lock);
+    return m_endlessWaits;
+}
+
 std::size_t SoftKey::fill(fido_dev_info_t* list, const std::vector<SoftKey*>& keys)
 {
     // The functions below the transport are never called, but must be there.
@@ -311,6 +317,8 @@ int SoftKey::receive(fido_dev_t* device, unsigned char command, unsigned char* d
 {
     auto& key = *static_cast<SoftKey*>(fido_dev_io_handle(device));
     std::unique_lock guard(key.m_lock);
+    if (ms < 0)
+        ++key.m_endlessWaits;
     QByteArray answer;
     if (command == CTAP_CMD_INIT) {
         constexpr char talksCbor = 0x04, noOlderMessages = 0x08;

@@ -48,6 +48,8 @@ public:
     bool isPlugged() const;
     int triesLeft() const;
     int cancellations() const; ///< that it was told of
+    /// How often somebody would have waited for it for ever, had it said nothing.
+    int endlessWaits() const;
 
     /// Puts those of `keys` that are plugged in on `list`, which has room for them; gives how many. They outlive
     /// whoever uses the list.
@@ -74,6 +76,7 @@ private:
     QByteArray m_request; // that waits for its answer
     bool m_isCancelled = false;
     int m_cancellations = 0;
+    int m_endlessWaits = 0;
     std::shared_ptr<evp_pkey_st> m_agreement; // with whom a PIN is entered
     QByteArray m_token;                       // whoever has it has entered the PIN
     std::vector<const SoftPasskey*> m_others; // that may answer as well as the first

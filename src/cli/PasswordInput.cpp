@@ -142,6 +142,13 @@ Task<QByteArray> secretFromTerminal(QString prompt, QString without)
     co_return secret;
 }
 
+Task<QString> lineFromTerminal(QString prompt, QString without)
+{
+    auto terminal = openTerminal(without);
+    ask(*terminal, prompt);
+    co_return QString::fromUtf8(co_await readLine(terminal->number()));
+}
+
 } // namespace
 
 Task<QString> passwordFromStandardInput()
@@ -170,9 +177,12 @@ Task<QString> addressFromTerminal(QString prompt)
 
 Task<QString> codeFromTerminal(QString prompt)
 {
-    auto terminal = openTerminal(QStringLiteral("There is no terminal to ask for the code. Use --code."));
-    ask(*terminal, prompt);
-    co_return QString::fromUtf8(co_await readLine(terminal->number()));
+    return lineFromTerminal(std::move(prompt), QStringLiteral("There is no terminal to ask for the code. Use --code."));
+}
+
+Task<QString> numberFromTerminal(QString prompt)
+{
+    return lineFromTerminal(std::move(prompt), QStringLiteral("There is no terminal to ask for the account."));
 }
 
 bool hasTerminal()

@@ -24,6 +24,9 @@ Task<QString> addressFromTerminal(QString prompt);
 /// The same for a code, which is shown, and empty where the user entered nothing.
 Task<QString> codeFromTerminal(QString prompt);
 
+/// The same for the number of an account.
+Task<QString> numberFromTerminal(QString prompt);
+
 /// Whether the program has a terminal to ask on.
 bool hasTerminal();
 

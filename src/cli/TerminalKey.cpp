@@ -19,7 +19,7 @@ Task<int> accountFromTerminal(QStringList names, Output& output)
     for (qsizetype i = 0; i < names.size(); ++i)
         output.remark(QStringLiteral("%1  %2").arg(i + 1).arg(names[i]));
     for (;;) {
-        const auto entered = co_await codeFromTerminal(QStringLiteral("Number: "));
+        const auto entered = co_await numberFromTerminal(QStringLiteral("Number: "));
         if (const int number = entered.trimmed().toInt(); number >= 1 && number <= names.size())
             co_return number - 1;
     }

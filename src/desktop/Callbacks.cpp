@@ -57,14 +57,15 @@ CallbackListener::~CallbackListener() = default;
 HandOver handOver(const Arrival& arrival, const QString& runtimeFolder)
 {
     const auto folder = privateFolder(runtimeFolder);
-    if (folder.isEmpty())
+    const auto message = toMessage(arrival);
+    if (folder.isEmpty() || message.size() > MessageSocket::longestMessage) // as nothing of the platform's is
         return HandOver::nobody;
     const QDir waiting(folder, beginning + u'*', QDir::Time, QDir::System); // newest first
     for (const auto& name : waiting.entryList()) {
         if (name == ownName())
             return HandOver::ours;
         const auto path = waiting.filePath(name);
-        if (MessageSocket::send(path, toMessage(arrival)))
+        if (MessageSocket::send(path, message))
             return HandOver::done;
         QFile::remove(path); // its process is gone, or has been deaf for long
     }

@@ -13,7 +13,7 @@ QByteArray tokenIn(const QVariantMap& platformData)
     return (token.isEmpty() ? platformData.value(QStringLiteral("desktop-startup-id")).toString() : token).toUtf8();
 }
 
-/// As the specification makes it of the name.
+/// Where the desktop looks for the program of that name.
 QString pathOf(const QString& name)
 {
     return u'/' + QString(name).replace(u'.', u'/').replace(u'-', u'_');

@@ -19,6 +19,19 @@ constexpr auto cancelInterval = 50ms;
 /// libfido2 does not say when the key has taken the PIN; one that it refuses is back before.
 constexpr auto pinCheck = 150ms;
 constexpr int touchPoll = 30; // ms
+constexpr auto pause = 10ms;  // between two rounds of polls: a key that was taken out answers at once
+// A key that says nothing any more must not keep its user waiting. Keys themselves wait for a hand for half a minute.
+constexpr int answerLimit = 3'000; // ms
+constexpr int handLimit = 60'000;  // ms
+
+/// Whether it is open or not, it goes by fido_dev_close and fido_dev_free.
+fido_dev_t* opened(const fido_dev_info_t* key, bool& isOpen)
+{
+    auto* device = fido_dev_new_with_info(key);
+    isOpen =
+        device && fido_dev_set_timeout(device, answerLimit) == FIDO_OK && fido_dev_open_with_info(device) == FIDO_OK;
+    return device;
+}
 
 const unsigned char* bytes(const QByteArray& from)
 {
@@ -95,9 +108,10 @@ void KeyTalk::Close::operator()(fido_dev_t* device) const
 
 std::optional<bool> isFido2(const fido_dev_info_t* key)
 {
-    auto* device = fido_dev_new_with_info(key);
+    bool isOpen = false;
+    auto* device = opened(key, isOpen);
     std::optional<bool> is;
-    if (device && fido_dev_open_with_info(device) == FIDO_OK)
+    if (isOpen)
         is = fido_dev_is_fido2(device);
     fido_dev_close(device);
     fido_dev_free(&device);
@@ -173,8 +187,11 @@ KeyTalk::Device KeyTalk::waitForKey()
         check();
         if (devices.size() == 1)
             return std::move(devices.front());
-        if (!devices.empty())
-            return touchedOf(std::move(devices));
+        if (!devices.empty()) {
+            if (auto chosen = touchedOf(std::move(devices)))
+                return chosen;
+            continue;
+        }
         if (!isAsked)
             m_ask({.kind = Kind::insert});
         std::unique_lock guard(m_lock);
@@ -186,7 +203,7 @@ KeyTalk::Device KeyTalk::waitForKey()
 std::vector<KeyTalk::Device> KeyTalk::openNew()
 {
     const auto list = m_lister();
-    std::vector<Device> opened;
+    std::vector<Device> usable;
     std::set<std::string> useless;
     for (std::size_t i = 0; i < list.count; ++i) {
         const auto path = list.pathOf(i);
@@ -194,37 +211,53 @@ std::vector<KeyTalk::Device> KeyTalk::openNew()
             useless.insert(path);
             continue;
         }
-        Device device(fido_dev_new_with_info(list.at(i)));
-        if (!device || fido_dev_open_with_info(device.get()) != FIDO_OK)
+        bool isOpen = false;
+        Device device(opened(list.at(i), isOpen));
+        if (!isOpen)
             continue;
         if (fido_dev_is_fido2(device.get()))
-            opened.push_back(std::move(device));
+            usable.push_back(std::move(device));
         else
             useless.insert(path);
     }
     m_useless = std::move(useless);
-    return opened;
+    return usable;
 }
 
-/// Has every key blink; the one that is touched is meant.
+std::set<std::string> KeyTalk::pathsNow() const
+{
+    const auto list = m_lister();
+    std::set<std::string> paths;
+    for (std::size_t i = 0; i < list.count; ++i)
+        paths.insert(list.pathOf(i));
+    return paths;
+}
+
+/// Has every key blink; the one that is touched is meant. Null when one has given up, or other keys are there than
+/// were: a key that was taken out just says nothing.
 KeyTalk::Device KeyTalk::touchedOf(std::vector<Device> devices)
 {
+    const auto before = pathsNow();
     for (const auto& device : devices)
         fido_dev_get_touch_begin(device.get());
     m_ask({.kind = Kind::which});
     Device chosen;
-    const auto isCancelled = [this] {
-        std::lock_guard guard(m_lock);
-        return m_isCancelled;
-    };
-    while (!chosen && !isCancelled()) {
+    bool isOver = false;
+    for (auto nextLook = std::chrono::steady_clock::now() + lookInterval; !chosen && !isOver;) {
         for (auto& device : devices) {
             int isTouched = 0;
-            if (fido_dev_get_touch_status(device.get(), &isTouched, touchPoll) == FIDO_OK && isTouched) {
+            isOver |= fido_dev_get_touch_status(device.get(), &isTouched, touchPoll) != FIDO_OK;
+            if (isTouched) {
                 chosen = std::move(device);
                 break;
             }
         }
+        if (const auto now = std::chrono::steady_clock::now(); now >= nextLook) {
+            isOver |= pathsNow() != before;
+            nextLook = now + lookInterval;
+        }
+        std::unique_lock guard(m_lock);
+        isOver |= m_changed.wait_for(guard, pause, [this] { return m_isCancelled; });
     }
     for (const auto& device : devices)
         if (device)
@@ -276,7 +309,9 @@ int KeyTalk::perform(fido_dev_t* device, fido_assert_t* assertion, const char* p
             m_changed.wait_for(guard, cancelInterval, [&] { return isBack; });
         }
     });
+    fido_dev_set_timeout(device, handLimit);
     const int result = fido_dev_get_assert(device, assertion, pin);
+    fido_dev_set_timeout(device, answerLimit);
     {
         std::lock_guard guard(m_lock);
         isBack = true;

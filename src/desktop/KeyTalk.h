@@ -10,6 +10,7 @@
 #include <mutex>
 #include <optional>
 #include <set>
+#include <string>
 #include <vector>
 
 namespace palvera {
@@ -61,6 +62,7 @@ private:
     Device waitForKey();
     std::vector<Device> openNew();
     Device touchedOf(std::vector<Device> devices);
+    std::set<std::string> pathsNow() const;
     int sign(fido_dev_t* device, fido_assert_t* assertion);
     int perform(fido_dev_t* device, fido_assert_t* assertion, const char* pin, Shows shows);
     std::size_t chosenOf(fido_assert_t* assertion);

@@ -1,6 +1,7 @@
 #include "desktop/Callbacks.h"
 
 #include "desktop/DesktopActivation.h"
+#include "desktop/MessageSocket.h"
 #include "tests/desktop/BusFixture.h"
 #include "tests/support/Files.h"
 #include "tests/support/ScopedVariable.h"
@@ -86,7 +87,8 @@ TEST_F(CallbacksTest, whoBeganToWaitLastGetsThemUnlessItIsGone)
     EXPECT_EQ(handOver(), HandOver::ours);
     ours.reset();
     EXPECT_EQ(waiting(), QStringList({"waiting-1", "waiting-2", "waiting-3"}));
-    EXPECT_EQ(handOver(address, "token"), HandOver::done);
+    EXPECT_EQ(handOver(address + QByteArray(MessageSocket::longestMessage, 'x')), HandOver::nobody);
+    EXPECT_EQ(handOver(address, "token"), HandOver::done) << "what nobody sends costs nobody their socket";
     EXPECT_TRUE(pumpUntil([&] { return heard == QList{Arrival{.addresses = {address}, .token = "token"}}; }));
     EXPECT_EQ(waiting(), QStringList({"waiting-1", "waiting-2"}));
 }

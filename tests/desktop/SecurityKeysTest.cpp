@@ -66,6 +66,7 @@ struct SecurityKeysTest : LoopFixture {
                           return list;
                       }};
 
+    void TearDown() override { EXPECT_EQ(key.endlessWaits() + finger.endlessWaits(), 0); }
     static std::string wordsFor(const PasskeyPrompt& prompt)
     {
         switch (prompt.kind) {
@@ -197,12 +198,14 @@ TEST_F(SecurityKeysTest, ofSeveralTheOneIsMeantThatIsTouched)
     const auto among = [&](const std::function<void()>& does) {
         key.setTouched(false);
         finger.setTouched(false);
-        return attempt({.pins = {"2468"}, .account = 0, .does = {{Kind::which, does}}});
+        return attempt(
+            {.pins = {"2468"}, .account = 0, .does = {{Kind::which, does}, {Kind::touch, [&] { key.touch(); }}}});
     };
     EXPECT_EQ(among([&] { finger.touch(); }), "which, eve");
     EXPECT_GE(key.cancellations(), 1) << "the other one still blinks";
     EXPECT_EQ(among([&] { key.touch(); }), "which, pin 8, account ben|, ben");
     EXPECT_EQ(among([&] { keys.cancel(); }), "which, cancelled");
+    EXPECT_EQ(among([&] { finger.setPlugged(false); }), "which, pin 8, account ben|, ben") << "the one that is left";
 }
 
 TEST_F(SecurityKeysTest, oneThatIsOfUseIsNoticedWhenItIsLookedFor)

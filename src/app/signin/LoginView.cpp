@@ -251,9 +251,7 @@ void LoginView::refuse(BrowserSignIn::Taken callback)
 
 void LoginView::followBrowser()
 {
-    if (m_browser.isWaiting())
-        m_notice = QString();
-    else
+    if (!m_browser.isWaiting())
         m_tasks.start(focusSoon(++m_faceChanges));
 }
 
@@ -263,6 +261,7 @@ void LoginView::act(Task<void> action, const QString& fallback)
         return;
     m_busy = true;
     m_error = QString();
+    m_notice = QString(); // which has been read by now
     m_browser.begin();
     m_tasks.start(perform(std::move(action), fallback));
 }

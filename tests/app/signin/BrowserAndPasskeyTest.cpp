@@ -115,6 +115,11 @@ TEST_F(BrowserAndPasskeyTest, aCallbackThatNobodyWaitsForIsSaidAndSignsNobodyIn)
     wait(1s);
     comeBack("palvera://done?error=x");
     EXPECT_EQ(arrive(), "") << "the page offers it twice";
+    wait(10min);
+    EXPECT_EQ(arrive(), "That sign-in was not started here, so it was not used.");
+    view.setEmail("ada@northlight.example");
+    submit();
+    EXPECT_EQ(view.notice(), "") << "it has been read";
     EXPECT_EQ(user(), "");
     EXPECT_THAT(asked("POST auth/native/redeem"), IsEmpty());
 }
