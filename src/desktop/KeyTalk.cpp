@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <thread>
+#include <utility>
 
 namespace palvera {
 
@@ -182,7 +183,7 @@ PasskeyAnswer KeyTalk::run(const PasskeyRequest& request)
 
 KeyTalk::Device KeyTalk::waitForKey()
 {
-    for (bool isAsked = false;; isAsked = true) {
+    for (bool isAsked = false;;) {
         auto devices = openNew();
         check();
         if (devices.size() == 1)
@@ -190,9 +191,10 @@ KeyTalk::Device KeyTalk::waitForKey()
         if (!devices.empty()) {
             if (auto chosen = touchedOf(std::move(devices)))
                 return chosen;
+            isAsked = false;
             continue;
         }
-        if (!isAsked)
+        if (!std::exchange(isAsked, true))
             m_ask({.kind = Kind::insert});
         std::unique_lock guard(m_lock);
         m_changed.wait_for(guard, lookInterval, [this] { return m_isCancelled; });

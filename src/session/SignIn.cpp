@@ -112,7 +112,7 @@ Task<SignIn::Next> SignIn::inBrowser(QString email) const
 {
     if (email.isEmpty())
         return open(m_environment.api.signInPageURL(), QStringLiteral("The sign-in in the browser"));
-    return open(webStartURL(m_environment.api, {}, email), QStringLiteral("Your organisation's sign-in"));
+    return open(webStartURL(m_environment.api, {}, email.trimmed()), QStringLiteral("Your organisation's sign-in"));
 }
 
 Task<SignIn::Next> SignIn::withPasskey() const
@@ -135,7 +135,7 @@ Task<SignIn::Next> SignIn::follow(SignInStep step, QString email) const
     if (auto* enrol = std::get_if<SignInStep::EnrolTotp>(&step.step))
         co_return std::move(*enrol);
     if (std::holds_alternative<SignInStep::Sso>(step.step)) // its own address is for a browser that is signed in
-        co_return co_await inBrowser(email.trimmed());
+        co_return co_await inBrowser(std::move(email));
     co_return SignInStep::SignedIn{};
 }
 

@@ -205,6 +205,16 @@ TEST_F(SecurityKeysTest, ofSeveralTheOneIsMeantThatIsTouched)
     EXPECT_GE(key.cancellations(), 1) << "the other one still blinks";
     EXPECT_EQ(among([&] { key.touch(); }), "which, pin 8, account ben|, ben");
     EXPECT_EQ(among([&] { keys.cancel(); }), "which, cancelled");
+    key.setTouched(false);
+    EXPECT_EQ(attempt({.does = {{Kind::which,
+                                 [&] {
+                                     key.setPlugged(false);
+                                     finger.setPlugged(false);
+                                 }},
+                                {Kind::insert, [&] { keys.cancel(); }}}}),
+              "which, insert, cancelled");
+    key.setPlugged(true);
+    finger.setPlugged(true);
     EXPECT_EQ(among([&] { finger.setPlugged(false); }), "which, pin 8, account ben|, ben") << "the one that is left";
 }
 
