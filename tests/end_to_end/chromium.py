@@ -118,8 +118,9 @@ exec {start} --remote-debugging-pipe "$1" 3<"{self.pipes[0]}" 4>"{self.pipes[1]}
                 text += byte
             answer = json.loads(text[:-1])
             if answer.get("id") == self.number:
-                assert "error" not in answer, answer
-                return answer["result"]
+                gone = any(reason in str(answer.get("error")) for reason in ("navigated or closed", "Cannot find context"))
+                assert gone or "error" not in answer, answer
+                return answer.get("result", {})  # nothing of a page that has just given way to another
 
     def page(self, path):
         """One that is shown, as a session."""
@@ -132,8 +133,9 @@ exec {start} --remote-debugging-pipe "$1" 3<"{self.pipes[0]}" 4>"{self.pipes[1]}
         return self.ask("Target.attachToTarget", targetId=target, flatten=True)["sessionId"]
 
     def evaluate(self, session, expression):
+        """Nothing while one page gives way to another."""
         return self.ask("Runtime.evaluate", session, expression=expression, userGesture=True,
-                        returnByValue=True)["result"].get("value")
+                        returnByValue=True).get("result", {}).get("value")
 
     def click(self, session, text):
         """The link or button that begins so, with the pointer: for what no hand has asked for, the browser calls a
