@@ -74,9 +74,7 @@ def resume_and_replace(workspace, platform, file, chosen):
         desktop.activate(desktop.BUTTON, "Choose a file")
         wait_until(lambda: platform.is_filed(ROW, chosen), "the chosen file is filed")
         desktop.activate(desktop.BUTTON, "Deliverables")
-        desktop.activate(desktop.BUTTON, "Account")
-        desktop.activate("menu item", "Sign out")
-        desktop.find("text|entry", "Work email")
+        desktop.sign_out()
         desktop.quit()
         assert desktop.errors.read_text() == "", desktop.errors.read_text()
 

@@ -4,6 +4,7 @@ import pathlib
 import re
 import subprocess
 import tempfile
+import time
 
 import gi
 
@@ -167,12 +168,26 @@ class Desktop:
         def press():
             node = self.find(role, name)
             actions = node.get_action_iface()
-            if not actions:
+            if not actions or not node.get_state_set().contains(Atspi.StateType.ENABLED):
                 return False
             names = [actions.get_action_name(i).lower() for i in range(actions.get_n_actions())]
             return "press" in names and actions.do_action(names.index("press"))
 
         wait_until(press, f"{name} can be pressed")
+
+    def sign_out(self):
+        """The menu may have been that of a screen that was just fading away, and went with it."""
+        def ask():
+            self.activate(self.BUTTON, "Account")
+            shown = time.monotonic() + 2
+            while time.monotonic() < shown:
+                if any((kind, text) == ("menu item", "Sign out") for kind, text, _ in self.items()):
+                    return True
+            return False
+
+        wait_until(ask, "the account's menu")
+        self.activate("menu item", "Sign out")
+        self.find("text|entry", "Work email")
 
 
 def install_portal(workspace, file):

@@ -121,10 +121,6 @@ def comes_back_by_every_way_to_whoever_waits():
             desktop.find(".*", "That sign-in was not started here, so it was not used.")
             assert wait_until(manager.asked_to_activate, "the window asks to come to the front") == 4242
 
-            def sign_out():
-                desktop.activate(desktop.BUTTON, "Account")
-                desktop.activate("menu item", "Sign out")
-
             def wait_in_browser():
                 desktop.activate(desktop.BUTTON, GOOGLE)
                 desktop.find("heading", "Finish in your browser")
@@ -143,12 +139,12 @@ def comes_back_by_every_way_to_whoever_waits():
             assert process.wait(support.PATIENCE) == 0
             del held
             desktop.find(".*", "You are signed in as ada@northlight.example.")
-            sign_out()
+            desktop.sign_out()
 
             wait_in_browser()
             call_over_the_bus("Open", GLib.Variant("(asa{sv})", ([finished("ben@northlight.example")], {})))
             desktop.find(".*", "You are signed in as ben@northlight.example.")
-            sign_out()
+            desktop.sign_out()
 
             wait_in_browser()
             finished("ada@northlight.example")
