@@ -44,6 +44,22 @@ std::optional<HttpAddress> parseHttpAddress(const QByteArray& url)
     return HttpAddress{.host = host, .loopback = isLoopback(host), .encrypted = scheme == "https"};
 }
 
+std::optional<QByteArray> resolveAddress(const QByteArray& base, const QByteArray& reference)
+{
+    const AddressPointer address(curl_url(), &curl_url_cleanup);
+    if (!address || reference.contains('\0') ||
+        curl_url_set(address.get(), CURLUPART_URL, base.constData(), CURLU_PATH_AS_IS) != CURLUE_OK ||
+        curl_url_set(address.get(), CURLUPART_URL, reference.constData(), CURLU_PATH_AS_IS) != CURLUE_OK)
+        return {};
+    curl_url_set(address.get(), CURLUPART_FRAGMENT, nullptr, 0); // is never sent
+    char* text = nullptr;
+    if (curl_url_get(address.get(), CURLUPART_URL, &text, 0) != CURLUE_OK)
+        return {};
+    QByteArray resolved(text);
+    curl_free(text);
+    return parseHttpAddress(resolved) ? std::optional(resolved) : std::nullopt;
+}
+
 bool isExposed(const QByteArray& url)
 {
     const auto address = parseHttpAddress(url);
