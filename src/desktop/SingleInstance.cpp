@@ -41,6 +41,12 @@ void SingleInstance::listen(std::function<void(const QByteArray&)> onMessage)
         m_socket = std::make_unique<MessageSocket>(m_path, std::move(onMessage));
 }
 
+bool SingleInstance::succeed(std::chrono::milliseconds limit)
+{
+    m_isFirst = m_isFirst || m_lock->tryLock(int(limit.count()));
+    return m_isFirst;
+}
+
 bool SingleInstance::send(const QByteArray& message) const
 {
     return MessageSocket::send(m_path, message);

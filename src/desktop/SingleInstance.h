@@ -3,6 +3,7 @@
 #include <QLockFile>
 #include <QString>
 
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -26,6 +27,9 @@ public:
     bool isFirst() const { return m_isFirst; }
     /// For a later one: hands `message` over to the first one; see MessageSocket::send.
     bool send(const QByteArray& message) const;
+    /// For a later one that is to take the first one's place: waits until that one is gone, or for `limit`, for which
+    /// it blocks. Whether this is the first one then.
+    bool succeed(std::chrono::milliseconds limit);
     /// For the first one, once there is an event loop: has `onMessage` called with each message.
     void listen(std::function<void(const QByteArray&)> onMessage);
 

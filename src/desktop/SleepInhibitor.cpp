@@ -45,7 +45,8 @@ int millisecondsUntil(std::uint64_t microseconds)
 /// The login manager, and the lock it gave: an open file, which lets the machine sleep when it is closed.
 ///
 /// A thread of its own talks to the bus, over a connection that never blocks: one that accepts and stays silent costs
-/// nobody anything. It starts at the first `hold`. Apart from that thread, operations are called on the main thread.
+/// nobody anything. It starts at the first `hold` or `watch`. Apart from that thread, operations are called on the main
+/// thread.
 class LoginManager final : public QObject {
 public:
     explicit LoginManager(const QString& address) : m_address(address.toUtf8()) {}
@@ -64,21 +65,33 @@ public:
             m_why = why.toUtf8();
             ++m_holds;
         });
-        if (m_thread.joinable() || m_wake.number() < 0) // it could not be told to end
-            return;
-        try {
-            m_thread = std::thread([this] { run(); });
-        } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): then it may sleep
-        }
+        startThread();
     }
     void release()
     {
         tell([this] { m_wanted = false; });
     }
 
+    /// Has `woken` called from here on, whether or not anything is held.
+    void watch()
+    {
+        tell([this] { m_watches = true; });
+        startThread();
+    }
+
     std::function<void()> woken;
 
 private:
+    void startThread()
+    {
+        if (m_thread.joinable() || m_wake.number() < 0) // it could not be told to end
+            return;
+        try {
+            m_thread = std::thread([this] { run(); });
+        } catch (const std::system_error&) { // NOLINT(bugprone-empty-catch): then it may sleep, and wakes unnoticed
+        }
+    }
+
     template <class Change>
     void tell(Change change)
     {
@@ -108,6 +121,8 @@ private:
         std::lock_guard guard(m_mutex);
         if (m_ends)
             return false;
+        if (std::exchange(m_watches, false))
+            connect();
         if (!m_wanted)
             m_lock = FileDescriptor();
         else if (std::exchange(m_asked, m_holds) != m_holds)
@@ -197,6 +212,7 @@ private:
     std::mutex m_mutex;
     // Guarded by m_mutex.
     bool m_wanted = false;
+    bool m_watches = false; // until it is connected
     bool m_ends = false;
     QByteArray m_why;
     int m_holds = 0;
@@ -206,6 +222,15 @@ private:
     FileDescriptor m_lock;
     int m_asked = 0; // the number of the last `hold` that the login manager was asked for
 };
+
+WakeWatch::WakeWatch(std::function<void()> woken, const QString& busAddress)
+    : m_manager(std::make_unique<LoginManager>(busAddress))
+{
+    m_manager->woken = std::move(woken);
+    m_manager->watch();
+}
+
+WakeWatch::~WakeWatch() = default;
 
 SystemSleepInhibitor::SystemSleepInhibitor() : SystemSleepInhibitor(QString()) {}
 

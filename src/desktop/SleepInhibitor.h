@@ -25,6 +25,20 @@ public:
 
 class LoginManager;
 
+/// Says when the machine has woken from sleep, by the login manager's (logind) word, and holds nothing. Where there is
+/// no bus or no login manager it says nothing. Never blocks. Main thread.
+class WakeWatch {
+public:
+    /// `woken` is called from the event loop. `busAddress` is the system's bus, unless given.
+    explicit WakeWatch(std::function<void()> woken, const QString& busAddress = {});
+    ~WakeWatch();
+    WakeWatch(const WakeWatch&) = delete;
+    WakeWatch& operator=(const WakeWatch&) = delete;
+
+private:
+    const std::unique_ptr<LoginManager> m_manager;
+};
+
 /// The login manager's (logind) lock against sleep and idling, over the system's message bus. Where there is no bus or
 /// no login manager it does nothing. Never blocks on either.
 class SystemSleepInhibitor final : public SleepInhibitor {

@@ -67,8 +67,9 @@ struct SleepInhibitorTest : BusFixture {
 TEST_F(SleepInhibitorTest, holdsOneLockTellsOfWakingAloneAndLetsTheLockGoAtOnce)
 {
     SystemSleepInhibitor inhibitor(address);
-    int woken = 0;
+    int woken = 0, wokenToo = 0;
     inhibitor.onWake([&] { ++woken; });
+    const WakeWatch watch([&] { ++wokenToo; }, address);
     inhibitor.hold("Files are moving.");
     inhibitor.hold("again");
     ASSERT_TRUE(untilHeld(1));
@@ -79,7 +80,8 @@ TEST_F(SleepInhibitorTest, holdsOneLockTellsOfWakingAloneAndLetsTheLockGoAtOnce)
     ASSERT_TRUE(pumpUntil([&] { return manager.asked.size() == 2; }) && untilHeld(1));
     EXPECT_EQ(woken, 0);
     Q_EMIT manager.PrepareForSleep(false);
-    ASSERT_TRUE(pumpUntil([&] { return woken > 0; })); // and what came before this has arrived: the lock
+    ASSERT_TRUE(
+        pumpUntil([&] { return woken > 0 && wokenToo > 0; })); // and what came before this has arrived: the lock
     EXPECT_EQ(manager.held(), 1);
     inhibitor.release();
     EXPECT_TRUE(untilHeld(0));

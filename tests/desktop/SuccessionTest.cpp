@@ -1,0 +1,143 @@
+#include "desktop/Succession.h"
+#include "async/Failure.h"
+#include "desktop/ProgramCopy.h"
+#include "desktop/SingleInstance.h"
+#include "tests/support/Files.h"
+#include "tests/support/LoopFixture.h"
+#include "tests/support/QtPrinting.h"
+#include "tests/support/ScopedVariable.h"
+#include "tests/support/Simulation.h"
+
+#include <QDir>
+#include <QTemporaryDir>
+
+#include <gmock/gmock.h>
+
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+namespace palvera {
+namespace {
+
+using namespace std::chrono_literals;
+
+struct SuccessionTest : testing::Test {
+    Simulation world;
+    QByteArray token;
+    bool isAlive = true;
+    Succession succession{world.clock,
+                          [this](const QString& program, const QByteArray& given) {
+                              EXPECT_EQ(program, "/opt/palvera/bin/palvera");
+                              token = given;
+                              return qint64{1} << 30; // of no process
+                          },
+                          [this](qint64) { return isAlive; }};
+    std::optional<QString> end; ///< what went wrong, once it has ended
+
+    Task<void> begin()
+    {
+        try {
+            co_await succession.begin("/opt/palvera/bin/palvera");
+            end = "";
+        } catch (const Failure& failure) {
+            end = failure.text();
+        }
+    }
+    void pass(std::chrono::nanoseconds time)
+    {
+        world.run(world.clock.sleep(time));
+        world.settle();
+    }
+};
+
+TEST_F(SuccessionTest, endsWithTheWordOfTheOneThatWasStartedAndOfNoOther)
+{
+    EXPECT_TRUE(succession.take(Successor{.token = ""}.message())) << "though nobody waits";
+    world.start(begin());
+    pass(5s);
+    for (const char* other : {"another", ""})
+        EXPECT_TRUE(succession.take(Successor{.token = other}.message()));
+    EXPECT_FALSE(succession.take(R"({"addresses":[],"token":""})"));
+    pass(5s);
+    EXPECT_EQ(end, std::nullopt);
+    EXPECT_TRUE(succession.take(Successor{.token = token}.message()));
+    pass(100ms);
+    EXPECT_EQ(end, "");
+}
+
+TEST_F(SuccessionTest, oneThatEndsOrStaysSilentForTwentySecondsDidNotStart)
+{
+    world.start(begin());
+    pass(3s);
+    isAlive = false;
+    pass(100ms);
+    EXPECT_EQ(end, "The new build did not start.");
+    end.reset();
+    isAlive = true;
+    world.start(begin());
+    pass(19900ms);
+    EXPECT_EQ(end, std::nullopt);
+    pass(200ms);
+    EXPECT_EQ(end, "The new build did not start.");
+}
+
+TEST(SuccessorTest, takesItsTokenOutOfTheEnvironment)
+{
+    const ScopedVariable given("PALVERA_SUCCESSOR", "abc");
+    ASSERT_TRUE(Successor::take());
+    EXPECT_FALSE(Successor::take());
+}
+
+struct SuccessorInstanceTest : LoopFixture {};
+
+TEST_F(SuccessorInstanceTest, waitsForThePlaceOfTheOneBefore)
+{
+    const QTemporaryDir folder;
+    std::optional<SingleInstance> first(std::in_place, "/data", folder.path());
+    SingleInstance next("/data", folder.path());
+    EXPECT_FALSE(next.succeed(10ms));
+    std::thread goes([&] { first.reset(); });
+    EXPECT_TRUE(next.succeed(10s));
+    goes.join();
+    EXPECT_FALSE(SingleInstance("/data", folder.path()).isFirst());
+}
+
+TEST(ProgramCopyTest, isLookedAfterWhereItsFolderIsThatOfABuild)
+{
+    struct {
+        const char* folder;
+        const char* root;
+    } const rows[]{{"/opt/palvera/builds/57/bin", "/opt/palvera"},
+                   {"/home/a/builds/b/builds/1/bin", "/home/a/builds/b"},
+                   {"/usr/bin", ""},
+                   {"/opt/palvera/builds/57", ""},
+                   {"/opt/palvera/builds/x/bin", ""},
+                   {"/opt/palvera/builds/57/bin/more", ""},
+                   {"/builds/57/bin", ""}};
+    for (const auto& [folder, root] : rows)
+        EXPECT_EQ(ProgramCopy(folder).root(), root) << folder;
+    EXPECT_EQ(ProgramCopy("/usr/bin").launcher(), "");
+}
+
+TEST(ProgramCopyTest, startsItsLauncherAndHoldsItsBuild)
+{
+    const QTemporaryDir disk;
+    const QDir root(disk.path());
+    ASSERT_TRUE(root.mkpath("builds/57/bin") && root.mkpath("bin"));
+    writeFile(root.filePath("builds/57/manifest.json"), "{}");
+    std::optional<ProgramCopy> copy(std::in_place, root.filePath("builds/57/bin"));
+    EXPECT_EQ(copy->launcher(), root.filePath("current/bin/palvera"));
+    writeFile(root.filePath("bin/palvera"), "");
+    ASSERT_TRUE(QFile::setPermissions(root.filePath("bin/palvera"), QFile::ReadOwner | QFile::ExeOwner));
+    EXPECT_EQ(copy->launcher(), root.filePath("bin/palvera"));
+    const FileDescriptor manifest(::open(qPrintable(root.filePath("builds/57/manifest.json")), O_RDONLY | O_CLOEXEC));
+    copy->hold();
+    EXPECT_NE(::flock(manifest.number(), LOCK_EX | LOCK_NB), 0);
+    copy.reset();
+    EXPECT_EQ(::flock(manifest.number(), LOCK_EX | LOCK_NB), 0);
+}
+
+} // namespace
+} // namespace palvera
