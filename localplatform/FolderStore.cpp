@@ -182,4 +182,9 @@ std::unique_ptr<ByteStore> makeFolderStore(const QString& folder)
     return std::make_unique<FolderStore>(folder);
 }
 
+std::shared_ptr<const StoredObject> openObject(const QString& path)
+{
+    return std::make_shared<FileObject>(path);
+}
+
 } // namespace palvera::local

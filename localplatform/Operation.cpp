@@ -39,6 +39,8 @@ constexpr std::pair<Operation, const char*> names[] = {
     {Operation::progress, "progress"},
     {Operation::put, "put"},
     {Operation::get, "get"},
+    {Operation::feed, "feed"},
+    {Operation::image, "image"},
 };
 
 } // namespace

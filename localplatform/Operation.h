@@ -41,6 +41,8 @@ enum class Operation {
     progress,
     put,
     get,
+    feed,
+    image,
 };
 
 /// The name that fault files use, such as "bin-start".

@@ -76,6 +76,8 @@ bool changesState(Operation operation)
     case Operation::progress:
     case Operation::put:
     case Operation::get:
+    case Operation::feed:
+    case Operation::image:
         break;
     }
     return false;
@@ -117,6 +119,7 @@ Platform::Platform(PlatformOptions options, WallClock wallNow)
     : m_options(std::move(options)),
       m_wallNow(std::move(wallNow)),
       m_stateFile(m_options.folder),
+      m_updates(m_options.update),
       m_storageAddress(m_options.storageAddress),
       m_store(makeStore(m_options)),
       m_partsLog(m_options.folder),
@@ -138,6 +141,10 @@ Operation Platform::operationOf(const RequestHead& head) const
 {
     if (const auto* route = findRoute(head.method, head.target))
         return route->operation;
+    if (Updates::isFeed(head))
+        return Operation::feed;
+    if (Updates::isImage(head))
+        return Operation::image;
     if (!head.target.startsWith("/vault"))
         return Operation::unknown;
     return head.method == "PUT" ? Operation::put : head.method == "GET" ? Operation::get : Operation::unknown;
@@ -172,6 +179,8 @@ Reply Platform::serve(const RequestHead& head, const QByteArray& body, const Fau
         return spoil({}, fault);
     std::lock_guard guard(m_lock);
     try {
+        if (Updates::isFeed(head))
+            return spoil(m_updates.feed(m_storageAddress), fault);
         return spoil(isPage(head) ? answerPage(head, body) : answer(head, body, fault), fault);
     } catch (const Refusal& refusal) {
         note(head, refusal);
@@ -245,6 +254,8 @@ Reply Platform::answerCall(const Call& call, const QJsonObject& body, const QByt
     case Operation::webStart:
     case Operation::put:
     case Operation::get:
+    case Operation::feed:
+    case Operation::image:
         break;
     }
     return m_signIn.answer(call, body, cookies, m_wallNow());
@@ -290,6 +301,8 @@ Download Platform::download(const RequestHead& head, const Fault& fault)
         return {.reply = spoil({}, fault)};
     std::lock_guard guard(m_lock);
     try {
+        if (Updates::isImage(head))
+            return downloadUpdate(head, fault);
         checkStorage(head);
         auto place = placeOf(head.target);
         const auto* wanted = std::get_if<ObjectPlace>(&place);
@@ -318,6 +331,16 @@ Download Platform::download(const RequestHead& head, const Fault& fault)
     } catch (const Refusal& refusal) {
         return {.reply = storageReply(head, refusal)};
     }
+}
+
+Download Platform::downloadUpdate(const RequestHead& head, const Fault& fault) const
+{
+    Download download;
+    download.object = m_updates.image(head, download.reply);
+    const qint64 missing = fault.kind == Fault::Kind::shortBody ? fault.bytes : 0;
+    if (download.object)
+        download.length = std::max<qint64>(download.object->size() - missing, 0);
+    return download;
 }
 
 Reply Platform::refuseStorage(const RequestHead& head)

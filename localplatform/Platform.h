@@ -4,6 +4,7 @@
 #include "localplatform/Faults.h"
 #include "localplatform/SignIn.h"
 #include "localplatform/StateFile.h"
+#include "localplatform/Updates.h"
 #include "localplatform/Uploads.h"
 
 #include <functional>
@@ -18,6 +19,7 @@ struct PlatformOptions {
     QString folder = {};  ///< keeps state and objects there; in memory when empty
     bool discard = false; ///< throw the bytes of uploads away and keep sizes and tags
     Tags tags = Tags::opaque;
+    PublishedUpdate update = {};
     bool signInNeeded = true; ///< false lets every call in, for tests about something else
 };
 
@@ -82,7 +84,7 @@ public:
     Reply serve(const RequestHead& head, const QByteArray& body, const Fault& fault);
     /// A PUT to storage with a body of `length` bytes.
     PartOpening openPart(const RequestHead& head, qint64 length, const Fault& fault);
-    /// A GET to storage.
+    /// A GET to storage, signed but for what is published.
     Download download(const RequestHead& head, const Fault& fault);
     /// The answer to any other request to storage.
     Reply refuseStorage(const RequestHead& head);
@@ -106,6 +108,7 @@ private:
 
     Reply answer(const RequestHead& head, const QByteArray& body, const Fault& fault);
     Reply answerCall(const Call& call, const QJsonObject& body, const QByteArray& cookies, const Fault& fault);
+    Download downloadUpdate(const RequestHead& head, const Fault& fault) const;
     Reply answerPage(const RequestHead& head, const QByteArray& body);
     void checkStorage(const RequestHead& head);
     QJsonObject signedUrl(const QString& key);
@@ -116,6 +119,7 @@ private:
     const PlatformOptions m_options;
     const WallClock m_wallNow;
     const StateFile m_stateFile;
+    const Updates m_updates;
     FaultScript m_faults;
 
     mutable std::mutex m_lock;

@@ -114,6 +114,8 @@ Reply SignIn::answer(const Call& call, const QJsonObject& body, const QByteArray
     case Operation::progress:
     case Operation::put:
     case Operation::get:
+    case Operation::feed:
+    case Operation::image:
         break;
     }
     refuse(404, QStringLiteral("not_found"), QStringLiteral("There is no such call."));

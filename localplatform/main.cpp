@@ -26,6 +26,9 @@ struct Flags {
     long long bytesPerSecond = 0;
     bool discard = false;
     bool md5 = false;
+    std::string update;
+    std::string updateBuild;
+    std::string updateNotes;
 };
 
 void readFlags(CLI::App& app, Flags& flags)
@@ -46,6 +49,10 @@ void readFlags(CLI::App& app, Flags& flags)
     app.add_option("--bytes-per-second", flags.bytesPerSecond, "The most that storage moves on one connection")
         ->check(CLI::PositiveNumber);
     app.add_flag("--discard", flags.discard, "Throw the bytes of uploads away; keep sizes and tags");
+    auto* update =
+        app.add_option("--update", flags.update, "Publishes the image Palvera-VERSION.dmg in the update feed");
+    update->needs(app.add_option("--update-build", flags.updateBuild, "Its build number"));
+    app.add_option("--update-notes", flags.updateNotes, "What is new in it")->needs(update);
     app.add_flag("--md5", flags.md5, "Tag parts with their MD5 instead of an opaque text");
 }
 
@@ -55,7 +62,10 @@ PlatformOptions platformOptions(const Flags& flags)
             .addressLife = std::chrono::seconds(flags.expireSeconds),
             .folder = QString::fromStdString(flags.data),
             .discard = flags.discard,
-            .tags = flags.md5 ? Tags::md5 : Tags::opaque};
+            .tags = flags.md5 ? Tags::md5 : Tags::opaque,
+            .update = {.image = QString::fromStdString(flags.update),
+                       .build = QString::fromStdString(flags.updateBuild),
+                       .notes = QString::fromStdString(flags.updateNotes)}};
 }
 
 ServerOptions serverOptions(const Flags& flags)
