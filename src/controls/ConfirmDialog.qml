@@ -1,45 +1,21 @@
 import QtQuick
-import QtQuick.Templates as T
 import Palvera.Controls
 
 /// A question that must be answered first. Escape cancels.
-T.Dialog {
+AppDialog {
     id: root
 
     property string symbol: "exclamationmark.triangle.fill"
+    property color symbolColor: destructive ? Theme.danger : Theme.warning
     property string message: ""
     property string confirmText: qsTr("OK")
-    property string cancelText: qsTr("Cancel")
+    property string cancelText: qsTr("Cancel") ///< empty where there is nothing to choose
     property bool destructive: false
     property bool careful: destructive ///< the keyboard is at the answer that does nothing
-
-    anchors.centerIn: T.Overlay.overlay
-    closePolicy: T.Popup.CloseOnEscape
-    focus: true
-    font.family: Theme.family
-    implicitHeight: contentItem.implicitHeight + 2 * padding
-    modal: true
-    padding: Theme.spaceHuge
-    width: Math.min(340, (parent ? parent.width : 340) - 2 * Theme.spaceLarge)
+    property bool busy: false ///< the answer to something is waited for
 
     onOpened: (careful ? cancel : confirm).forceActiveFocus(Qt.TabFocusReason)
 
-    T.Overlay.modal: Rectangle {
-        color: Theme.scrim
-    }
-    background: Item {
-        Shadow {
-            anchors.fill: parent
-            depth: 28
-        }
-
-        Rectangle {
-            anchors.fill: parent
-            border.color: Theme.line
-            color: Theme.raised
-            radius: Theme.radiusLarge
-        }
-    }
     contentItem: Column {
         spacing: Theme.spaceMedium
 
@@ -49,10 +25,16 @@ T.Dialog {
 
         SymbolIcon {
             anchors.horizontalCenter: parent.horizontalCenter
-            color: root.destructive ? Theme.danger : Theme.warning
+            color: root.symbolColor
             height: Theme.symbolHuge
             name: root.symbol
+            visible: !root.busy
             width: height
+        }
+
+        Spinner {
+            anchors.horizontalCenter: parent.horizontalCenter
+            visible: root.busy
         }
 
         Label {
@@ -69,6 +51,7 @@ T.Dialog {
             horizontalAlignment: Text.AlignHCenter
             mostLines: 12
             text: root.message
+            visible: text !== ""
             width: parent.width
         }
 
@@ -85,6 +68,7 @@ T.Dialog {
                 id: cancel
 
                 text: root.cancelText
+                visible: text !== ""
                 width: (parent.width - parent.spacing) / 2
                 onClicked: root.reject()
             }
@@ -94,7 +78,7 @@ T.Dialog {
 
                 kind: root.destructive ? AppButton.Kind.Destructive : AppButton.Kind.Primary
                 text: root.confirmText
-                width: (parent.width - parent.spacing) / 2
+                width: cancel.visible ? cancel.width : parent.width
                 onClicked: root.accept()
             }
         }
