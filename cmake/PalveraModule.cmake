@@ -14,6 +14,7 @@ set(palveraLevel_session 5)
 set(palveraLevel_transfer 5)
 set(palveraLevel_transfers 6)
 set(palveraLevel_screens 7)
+set(palveraLevel_update 7)
 set(palveraLevel_assets 8) # the rooms of screens/
 set(palveraLevel_deliverables 8)
 set(palveraLevel_panel 8)

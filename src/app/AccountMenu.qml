@@ -16,6 +16,18 @@ IconButton {
     AppMenu {
         id: menu
 
+        // Where it leads once it has closed and given the keyboard back.
+        property bool leadsToAbout: false
+        property bool leadsToCheck: false
+
+        onAboutToShow: leadsToAbout = leadsToCheck = false
+        onClosed: {
+            if (leadsToAbout)
+                root.model.about.open = true;
+            else if (leadsToCheck)
+                root.model.about.checkForUpdates();
+        }
+
         MenuRow {
             enabled: false
             text: root.model.userName
@@ -26,6 +38,19 @@ IconButton {
         MenuRow {
             enabled: false
             text: root.model.userEmail
+        }
+
+        MenuLine {}
+
+        MenuRow {
+            text: qsTr("About Palvera")
+            onTriggered: menu.leadsToAbout = true
+        }
+
+        MenuRow {
+            code: qsTr("Ctrl+U")
+            text: qsTr("Check for Updates…")
+            onTriggered: menu.leadsToCheck = true
         }
 
         MenuLine {}

@@ -21,6 +21,7 @@ Application::Application(Environment environment)
                  .preferences = m_environment.preferences,
                  .network = m_environment.transfers.network}),
       m_transfers(transfersWithSignIns()),
+      m_updater(m_environment.updates),
       m_endNotice(m_transfers, m_environment.notices, m_environment.isWatched),
       m_root(
           {.signIn = {.main = m_environment.main,
@@ -32,8 +33,7 @@ Application::Application(Environment environment)
            .transfers = m_transfers,
            .preferences = m_environment.preferences,
            .isDoorAsked = m_environment.isDoorAsked,
-           .version = m_environment.version,
-           .build = m_environment.build})
+           .updater = m_updater})
 {
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_root, [this](Qt::ApplicationState state) {
@@ -75,6 +75,7 @@ Application::~Application()
 Task<void> Application::finish()
 {
     co_await m_root.close();
+    co_await m_updater.close();
     co_await m_transfers.suspend(); // what it still does in the background must not outlive the program
 }
 

@@ -6,6 +6,7 @@
 #include "desktop/Arrival.h"
 #include "session/Session.h"
 #include "transfers/Transfers.h"
+#include "update/Updater.h"
 
 #include <QQmlApplicationEngine>
 
@@ -27,11 +28,10 @@ public:
         Executor main;
         std::function<bool()> isDoorAsked;
         std::function<bool()> isWatched; ///< whether a window of the program is active
-        QString version = {};
-        QString build = {};
         BrowserSignIn& web;
         PasskeySignIn& passkey;
         Transfers::Environment transfers;
+        Updater::Environment updates;
         Notices& notices;
     };
 
@@ -48,6 +48,7 @@ public:
 
     Session& session() { return m_session; }
     Transfers& transfers() { return m_transfers; }
+    Updater& updater() { return m_updater; }
     RootView& root() { return m_root; }
     QQuickWindow* window() const { return m_window; }
     /// That of the transfers, shown or not.
@@ -61,6 +62,7 @@ private:
     const Environment m_environment;
     Session m_session;
     Transfers m_transfers;
+    Updater m_updater;
     EndNotice m_endNotice;
     RootView m_root;
     QQmlApplicationEngine m_engine;

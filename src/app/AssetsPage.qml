@@ -1,6 +1,7 @@
 import QtQuick
 import Palvera.Assets
 import Palvera.Panel
+import Palvera.Update
 import Palvera.App
 
 /// The assets of the client that is open.
@@ -11,6 +12,9 @@ AssetsView {
 
     assets: model.assets
     toolbarItems: [
+        UpdateButton {
+            pill: root.model.updatePill
+        },
         TransfersButton {
             transfers: root.model.transfers
         },

@@ -1,6 +1,7 @@
 import QtQuick
 import Palvera.Deliverables
 import Palvera.Panel
+import Palvera.Update
 import Palvera.App
 
 /// The deliverable that is open.
@@ -12,6 +13,9 @@ DeliverableView {
     deliverable: model.deliverable
     projectName: model.deliverables.title
     toolbarItems: [
+        UpdateButton {
+            pill: root.model.updatePill
+        },
         TransfersButton {
             transfers: root.model.transfers
         },

@@ -1,6 +1,7 @@
 import QtQuick
 import Palvera.Deliverables
 import Palvera.Panel
+import Palvera.Update
 import Palvera.App
 
 /// The deliverables of the project that is open.
@@ -11,6 +12,9 @@ DeliverablesView {
 
     deliverables: model.deliverables
     toolbarItems: [
+        UpdateButton {
+            pill: root.model.updatePill
+        },
         TransfersButton {
             transfers: root.model.transfers
         },

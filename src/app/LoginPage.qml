@@ -1,11 +1,23 @@
 import QtQuick
+import Palvera.Controls
 import Palvera.SignIn
+import Palvera.Update
 import Palvera.App
 
 /// Where nobody is signed in.
 LoginView {
+    id: root
+
     required property RootModel model
 
     buildText: model.buildText
     login: model.login
+    onAboutAsked: model.about.open = true
+
+    UpdateButton {
+        anchors.margins: Theme.spaceSmall
+        anchors.right: parent.right
+        anchors.top: parent.top
+        pill: root.model.updatePill
+    }
 }

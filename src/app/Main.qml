@@ -46,6 +46,11 @@ Window {
     }
 
     Shortcut {
+        sequence: "Ctrl+U"
+        onActivated: root.model.about.checkForUpdates()
+    }
+
+    Shortcut {
         sequence: "Ctrl+Shift+T"
         onActivated: {
             root.model.transfers.panelOpen = true;

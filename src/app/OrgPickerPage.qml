@@ -1,5 +1,6 @@
 import QtQuick
 import Palvera.Panel
+import Palvera.Update
 import Palvera.App
 
 /// Where no client is open.
@@ -12,6 +13,9 @@ OrgPickerView {
     loading: model.orgsLoading
     orgs: model.orgPicker
     toolbarItems: [
+        UpdateButton {
+            pill: root.model.updatePill
+        },
         TransfersButton {
             transfers: root.model.transfers
         },

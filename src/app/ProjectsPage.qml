@@ -1,6 +1,7 @@
 import QtQuick
 import Palvera.Controls
 import Palvera.Panel
+import Palvera.Update
 import Palvera.App
 
 /// The projects of the client that is open.
@@ -17,6 +18,9 @@ ProjectsView {
             rightPadding: Theme.spaceMedium
             text: qsTr("Choose another client")
             onClicked: root.leaving()
+        },
+        UpdateButton {
+            pill: root.model.updatePill
         },
         TransfersButton {
             transfers: root.model.transfers

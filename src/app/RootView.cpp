@@ -40,7 +40,9 @@ RootView::RootView(Environment environment, QObject* parent)
                 .transfers = m_environment.transfers,
                 .session = m_session,
                 .preferences = m_environment.preferences}),
-      m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main)
+      m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main),
+      m_updatePill(m_environment.updater, m_environment.transfers),
+      m_about(m_environment.updater)
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
     connect(&m_session, &Session::stateChanged, this, &RootView::userChanged);
@@ -98,7 +100,7 @@ void RootView::dismissRemark()
 
 QString RootView::buildText() const
 {
-    return tr("Build %1 (%2)").arg(m_environment.version, m_environment.build);
+    return tr("Build %1").arg(m_environment.updater.versionText());
 }
 
 bool RootView::isServiceExposed() const

@@ -7,6 +7,8 @@
 #include "screens/deliverables/DeliverableView.h"
 #include "screens/deliverables/DeliverablesView.h"
 #include "screens/panel/TransfersView.h"
+#include "update/AboutView.h"
+#include "update/UpdatePill.h"
 
 namespace palvera {
 
@@ -33,6 +35,8 @@ class RootView : public QObject {
     Q_PROPERTY(bool orgsLoading READ areOrgsLoading NOTIFY orgsLoadingChanged)
     Q_PROPERTY(QString remark READ remark NOTIFY remarkChanged)
     Q_PROPERTY(QString buildText READ buildText CONSTANT)
+    Q_PROPERTY(palvera::UpdatePill* updatePill READ updatePill CONSTANT)
+    Q_PROPERTY(palvera::AboutView* about READ about CONSTANT)
     Q_PROPERTY(bool serviceExposed READ isServiceExposed CONSTANT)
 
 public:
@@ -47,8 +51,7 @@ public:
         Transfers& transfers;
         Preferences& preferences;
         std::function<bool()> isDoorAsked; ///< whether the developers' way in is asked for, at this moment
-        QString version = {};
-        QString build = {};
+        Updater& updater;
     };
 
     explicit RootView(Environment environment, QObject* parent = nullptr);
@@ -76,6 +79,8 @@ public:
     /// What the user should know although all is well.
     QString remark() const;
     QString buildText() const;
+    UpdatePill* updatePill() { return &m_updatePill; }
+    AboutView* about() { return &m_about; }
     /// Whether others can read along.
     bool isServiceExposed() const;
 
@@ -129,6 +134,8 @@ private:
     DeliverableView m_deliverable;
     AssetsView m_assets;
     TransfersView m_transfers;
+    UpdatePill m_updatePill;
+    AboutView m_about;
     QString m_key;
     std::optional<BrowserSignIn::Taken> m_refused; // to be said once the sign-in screen is there
     QString m_orgKey;                              // the key of the organisation that the models show

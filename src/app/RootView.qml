@@ -1,5 +1,6 @@
 import QtQuick
 import Palvera.Controls
+import Palvera.Update
 import Palvera.App
 
 /// The screen that belongs to the model's key; a change of the key fades from one to the next.
@@ -86,6 +87,12 @@ FocusScope {
         visible: root.model.transfers.doubtText !== ""
         onAccepted: root.model.transfers.confirmDoubt()
         onRejected: root.model.transfers.dismissDoubt()
+    }
+
+    UpdateDialogs {
+        about: root.model.about
+        anchors.fill: parent
+        pill: root.model.updatePill
     }
 
     ParallelAnimation {

@@ -8,14 +8,19 @@
 #include "desktop/DesktopActivation.h"
 #include "desktop/DesktopAppearance.h"
 #include "desktop/Notices.h"
+#include "desktop/ProgramCopy.h"
 #include "desktop/SecurityKeys.h"
 #include "desktop/SingleInstance.h"
+#include "desktop/Succession.h"
+#include "desktop/Workspace.h"
 #include "files/Folders.h"
 #include "files/Preferences.h"
+#include "http/HttpSession.h"
 #include "service/Connections.h"
 #include "session/BrowserSignIn.h"
 #include "session/PasskeySignIn.h"
 #include "transfers/TransferEngines.h"
+#include "update/UpdateRules.h"
 
 #include <QDesktopServices>
 #include <QGuiApplication>
@@ -70,6 +75,22 @@ bool leaveToOthers(int argc, char** argv, std::optional<SingleInstance>& instanc
     return QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
 }
 
+/// Waits until the process that asked for this one is gone with its lock. False when it stays.
+bool takeOver(SingleInstance& instance, const Successor& successor)
+{
+    constexpr std::chrono::seconds longest{30}; // it suspends its transfers first
+    if (!instance.isFirst())
+        instance.send(successor.message());
+    return instance.succeed(longest);
+}
+
+/// Where published builds are named; empty where the program is not to look for any.
+QByteArray updateFeed(const API& api)
+{
+    const QByteArray published(PALVERA_UPDATE_FEED);
+    return !published.isEmpty() && api.isServiceNamed() ? feedBeside(api.serviceBase().origin) : published;
+}
+
 int run(SingleInstance& instance, const Folders& folders)
 {
     loadFonts();
@@ -88,22 +109,42 @@ int run(SingleInstance& instance, const Folders& folders)
     TransferEngines engines(folders, clock, connections);
     DesktopNotices notices(QStringLiteral(PALVERA_ID));
     DesktopAppearance appearance(isPaletteDark());
+    ProgramCopy copy(QCoreApplication::applicationDirPath());
+    copy.hold();
+    Succession succession(clock);
+    DesktopWorkspace workspace(succession, copy.launcher());
+    HttpSession updates(connections.engine.executor());
+    const auto connectToInstaller = [&copy] {
+        const auto bus = copy.isOfSystem() ? BusInstallerConnection::Bus::system : BusInstallerConnection::Bus::session;
+        return std::make_unique<BusInstallerConnection>(QStringLiteral(PALVERA_ID), bus);
+    };
     Application application({.api = connections.api,
                              .preferences = preferences,
                              .clock = clock,
                              .main = mainThread.executor(),
                              .isDoorAsked = isAltHeld,
                              .isWatched = [] { return QGuiApplication::focusWindow() != nullptr; },
-                             .version = QStringLiteral(PALVERA_VERSION),
-                             .build = QStringLiteral(PALVERA_BUILD),
                              .web = web,
                              .passkey = passkey,
                              .transfers = engines.environment(mainThread.executor()),
+                             .updates = {.main = mainThread.executor(),
+                                         .disk = connections.engine.executor(),
+                                         .clock = clock,
+                                         .http = updates,
+                                         .workspace = workspace,
+                                         .feed = updateFeed(connections.api),
+                                         .version = QStringLiteral(PALVERA_VERSION),
+                                         .build = QStringLiteral(PALVERA_BUILD),
+                                         .caches = folders.caches,
+                                         .target = copy.root(),
+                                         .connect = connectToInstaller},
                              .notices = notices});
     application.setDark(appearance.isDark());
     QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });
     arrive = [&](const Arrival& arrival) { application.arrive(arrival); };
     instance.listen([&](const QByteArray& message) {
+        if (succession.take(message))
+            return;
         if (const auto arrival = arrivalFrom(message))
             arrive(*arrival);
     });
@@ -124,6 +165,7 @@ int run(SingleInstance& instance, const Folders& folders)
 int main(int argc, char** argv)
 {
     const auto arrival = palvera::takeArrival(argc, argv); // first: every user of the machine can read the arguments
+    const auto successor = palvera::Successor::take();
     palvera::prepareProcess();
     palvera::useDesktopDialogs();
     QGuiApplication::setApplicationName(QStringLiteral("Palvera"));
@@ -131,9 +173,11 @@ int main(int argc, char** argv)
     try {
         const auto folders = palvera::Folders::ofUser();
         std::optional<palvera::SingleInstance> instance(std::in_place, folders.applicationSupport);
-        if (palvera::leaveToOthers(argc, argv, instance, arrival))
+        if (!successor && palvera::leaveToOthers(argc, argv, instance, arrival))
             return 0;
         const QGuiApplication application(argc, argv);
+        if (successor && !palvera::takeOver(*instance, *successor))
+            return 1;
         return palvera::run(*instance, folders);
     } catch (...) { // no thread or no descriptor to begin with
         std::cerr << palvera::describe(std::current_exception()).toStdString() << std::endl;

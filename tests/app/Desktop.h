@@ -10,6 +10,7 @@
 #include "service/Connections.h"
 #include "session/PasskeySignIn.h"
 #include "tests/app/FakeNotices.h"
+#include "tests/support/FakeInstaller.h"
 #include "tests/support/FakePasskeyService.h"
 #include "tests/support/ScopedVariable.h"
 #include "tests/support/Screen.h"
@@ -25,12 +26,15 @@ namespace palvera {
 class Desktop {
 public:
     /// Storage moves that many bytes in a second on each connection; 0 is no limit.
-    explicit Desktop(qint64 bytesPerSecond = 0)
-        : server(std::in_place, platform, local::ServerOptions{.bytesPerSecond = bytesPerSecond})
+    explicit Desktop(qint64 bytesPerSecond = 0) : Desktop(bytesPerSecond, {}) {}
+    /// With a build in the update feed.
+    Desktop(qint64 bytesPerSecond, const local::PublishedUpdate& published)
+        : platform({.folder = disk.filePath("platform"), .update = published}, std::chrono::system_clock::now),
+          server(std::in_place, platform, local::ServerOptions{.bytesPerSecond = bytesPerSecond})
     {}
 
     QTemporaryDir disk;
-    local::Platform platform{{.folder = disk.filePath("platform")}, [] { return std::chrono::system_clock::now(); }};
+    local::Platform platform;
     std::optional<local::Server> server;
     ScopedVariable serviceAddress{"PV_API", server->serviceAddress() + "/api"};
     Screen screen;
@@ -38,6 +42,9 @@ public:
     bool hasBrowser = true;
     QByteArrayList shownInBrowser;
     FakePasskeyService keys;
+    QByteArray feed; ///< of updates; none when empty
+    FakeWorkspace workspace;
+    FakeInstaller installer;
     bool isWatched = true;
     std::function<Task<void>(UploadRequest)> upload; ///< in the place of the engine, where it is set
     FakeNotices notices;
@@ -151,6 +158,7 @@ private:
               preferences(folder + "/palvera.conf"),
               mainThread(engine.threads.context()),
               http(engine.threads.executor(), {.sharedCookies = cookies}),
+              updates(engine.threads.executor()),
               api({.client = http,
                    .executor = engine.threads.executor(),
                    .clearCookies = [this] { cookies->clear(); },
@@ -170,11 +178,20 @@ private:
                            .main = mainThread.executor(),
                            .isDoorAsked = [isAltHeld = desktop.isAltHeld] { return isAltHeld; },
                            .isWatched = [&desktop] { return desktop.isWatched; },
-                           .version = "1.2.3",
-                           .build = "45",
                            .web = web,
                            .passkey = passkey,
                            .transfers = transfersEnvironment(desktop),
+                           .updates = {.main = mainThread.executor(),
+                                       .disk = engine.threads.executor(),
+                                       .clock = clock,
+                                       .http = updates,
+                                       .workspace = desktop.workspace,
+                                       .feed = desktop.feed,
+                                       .version = "1.2.3",
+                                       .build = "45",
+                                       .caches = folder + "/caches",
+                                       .target = "/opt/palvera",
+                                       .connect = [&desktop] { return desktop.installer.connect(); }},
                            .notices = desktop.notices})
         {}
 
@@ -193,6 +210,7 @@ private:
         MainThread mainThread;
         SystemClock clock;
         HttpSession http;
+        HttpSession updates;
         API api;
         PasskeySignIn passkey;
         BrowserSignIn web;

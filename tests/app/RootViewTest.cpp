@@ -3,6 +3,7 @@
 #include "files/Preferences.h"
 #include "session/PasskeySignIn.h"
 #include "session/Session.h"
+#include "tests/support/FakeInstaller.h"
 #include "tests/support/FakePasskeyService.h"
 #include "tests/transfers/TransfersHarness.h"
 
@@ -20,6 +21,12 @@ struct RootViewTest : TransfersTest {
     BrowserSignIn web{{.clock = world.clock, .show = [](const QByteArray&) { return false; }}};
     FakePasskeyService keys;
     PasskeySignIn passkey{service, keys};
+    FakeWorkspace workspace;
+    Updater updater{{.main = world.executor(),
+                     .disk = world.executor(),
+                     .clock = world.clock,
+                     .http = client,
+                     .workspace = workspace}};
     RootView root{{.signIn = {.main = world.executor(),
                               .clock = world.clock,
                               .session = session,
@@ -28,7 +35,8 @@ struct RootViewTest : TransfersTest {
                    .background = world.executor(),
                    .transfers = *model,
                    .preferences = preferences,
-                   .isDoorAsked = [] { return false; }}};
+                   .isDoorAsked = [] { return false; },
+                   .updater = updater}};
 
     RootViewTest()
     {

@@ -10,6 +10,8 @@ FocusScope {
     required property string buildText
     readonly property bool waits: login.configLoading
 
+    signal aboutAsked()
+
     Connections {
         function onFaceChanged() {
             root.showFace();
@@ -162,10 +164,13 @@ FocusScope {
                 anchors.horizontalCenter: parent.horizontalCenter
                 spacing: Theme.spaceLarge
 
-                Label {
-                    color: Theme.secondary
+                AppButton {
+                    Accessible.description: qsTr("About Palvera")
                     font.pixelSize: Theme.textSmall
+                    implicitHeight: implicitContentHeight
+                    kind: AppButton.Kind.Link
                     text: root.buildText
+                    onClicked: root.aboutAsked()
                 }
 
                 Row {

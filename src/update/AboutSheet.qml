@@ -1,0 +1,102 @@
+import QtQuick
+import Palvera.Controls
+import Palvera.Update
+
+/// What runs here, when it last looked for something newer, and what went wrong with that.
+AppDialog {
+    id: root
+
+    required property AboutModel about
+
+    title: qsTr("About Palvera")
+    visible: about.open
+    widest: 380
+    onClosed: about.open = false
+    onOpened: done.forceActiveFocus(Qt.TabFocusReason)
+
+    contentItem: Column {
+        spacing: Theme.spaceMedium
+
+        Accessible.name: root.title
+        Accessible.role: Accessible.Dialog
+
+        BrandMark {
+            anchors.horizontalCenter: parent.horizontalCenter
+        }
+
+        Label {
+            Accessible.role: Accessible.Heading
+            anchors.horizontalCenter: parent.horizontalCenter
+            font.pixelSize: Theme.textTitle
+            font.weight: Font.DemiBold
+            text: qsTr("Palvera")
+        }
+
+        Label {
+            anchors.horizontalCenter: parent.horizontalCenter
+            color: Theme.secondary
+            text: qsTr("Version %1").arg(root.about.versionText)
+        }
+
+        Fact {
+            name: qsTr("Last check for updates")
+            text: root.about.lastCheckText
+        }
+
+        Fact {
+            ink: Theme.warning
+            name: qsTr("Last failure")
+            text: root.about.failureText
+        }
+
+        Item {
+            height: Theme.spaceTiny
+            width: 1
+        }
+
+        Row {
+            spacing: Theme.spaceSmall
+            width: parent.width
+
+            AppButton {
+                text: qsTr("Check for Updates…")
+                width: parent.width - done.width - parent.spacing
+                onClicked: root.about.checkForUpdates()
+            }
+
+            AppButton {
+                id: done
+
+                kind: AppButton.Kind.Primary
+                text: qsTr("Close")
+                onClicked: root.close()
+            }
+        }
+    }
+
+    component Fact: Column {
+        id: fact
+
+        required property string name
+        property alias ink: words.color
+        property alias text: words.text
+
+        spacing: Theme.focusGap
+        visible: text !== ""
+        width: parent ? parent.width : 0
+
+        Label {
+            color: Theme.secondary
+            font.pixelSize: Theme.textSmall
+            text: fact.name
+        }
+
+        Words {
+            id: words
+
+            color: Theme.text
+            mostLines: 6
+            width: parent.width
+        }
+    }
+}

@@ -1,0 +1,358 @@
+#include "update/ImageFile.h"
+
+#include "UpdateHarness.h"
+#include "files/FileError.h"
+
+#include <QFileInfo>
+
+namespace palvera {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Kind = Updater::Alert::Kind;
+
+struct UpdaterTest : UpdateFixture {
+    const std::exception_ptr offline =
+        std::make_exception_ptr(TransportError(TransportError::Kind::connect, "Offline."));
+
+    /// What a check by hand tells.
+    std::optional<Kind> asked()
+    {
+        updater->checkNow();
+        world.settle();
+        return updater->alert() ? std::optional(updater->alert()->kind) : std::nullopt;
+    }
+};
+
+TEST_F(UpdaterTest, checksAsItBeginsThenEveryTwoMinutesAndEveryHalfOneWhileItFails)
+{
+    struct {
+        QByteArray feed;
+        std::exception_ptr failure;
+        std::ptrdiff_t readsInFourMinutes;
+    } const rows[]{{feedOf57, {}, 3}, {feedOf57, offline, 9}, {"no JSON", {}, 9}};
+    for (const auto& [body, failure, expected] : rows) {
+        const auto before = reads();
+        feed = body;
+        feedFailure = failure;
+        begin();
+        EXPECT_EQ(reads(), before + 1);
+        updater->start();
+        pass(4min);
+        EXPECT_EQ(reads(), before + expected) << body.toStdString();
+        EXPECT_EQ(updater->isFeedSilent(), expected == 9);
+        close();
+    }
+    const auto& request = http.requests().front();
+    EXPECT_EQ(request.totalTimeout, 15s);
+    EXPECT_EQ(headerOf(request.headers, "Cache-Control"), "no-cache");
+}
+
+TEST_F(UpdaterTest, looksWhenTheUserComesBackButNotWithinTwentySecondsUnlessAskedByHand)
+{
+    feed = feedOf57;
+    begin();
+    for (auto signal : {&Workspace::becameActive, &Workspace::windowBecameKey, &Workspace::woke}) {
+        const auto before = reads();
+        pass(10s);
+        Q_EMIT(workspace.*signal)();
+        world.settle();
+        EXPECT_EQ(reads(), before);
+        pass(11s);
+        Q_EMIT(workspace.*signal)();
+        Q_EMIT workspace.windowBecameKey(); // while the feed is read
+        world.settle();
+        EXPECT_EQ(reads(), before + 1);
+    }
+    const auto before = reads();
+    EXPECT_EQ(asked(), Kind::upToDate);
+    EXPECT_EQ(reads(), before + 1);
+}
+
+TEST_F(UpdaterTest, whatTheFeedNamesIsHeldOnceItIsNewer)
+{
+    feed = feedOf57;
+    begin();
+    EXPECT_TRUE(is<Updater::Idle>());
+    EXPECT_EQ(updater->release(), std::nullopt);
+    feed = feedOf58;
+    pass(120s);
+    EXPECT_TRUE(is<Updater::Available>());
+    EXPECT_EQ(updater->release()->version, "1.5");
+    feed = QByteArray(feedOf58).replace("1.5", "1.5.1");
+    pass(120s);
+    EXPECT_EQ(updater->release()->version, "1.5.1");
+    feed = feedOf57;
+    pass(120s);
+    EXPECT_EQ(updater->release()->version, "1.5.1") << "nothing empties it";
+}
+
+TEST_F(UpdaterTest, whoAsksByHandIsTold)
+{
+    feed = feedOf57;
+    begin();
+    EXPECT_EQ(asked(), Kind::upToDate);
+    EXPECT_EQ(updater->alert()->title, "Palvera is up to date");
+    EXPECT_EQ(updater->alert()->detail, "You have 1.4 (57).");
+    updater->dismissAlert();
+    EXPECT_EQ(updater->alert(), std::nullopt);
+    feedFailure = offline;
+    EXPECT_EQ(asked(), Kind::unknown);
+    EXPECT_EQ(updater->alert()->title, "Could not check for updates");
+    EXPECT_EQ(updater->alert()->detail, "The update feed did not answer. Check your connection and try again.");
+    feedFailure = {};
+    feed = feedOf58;
+    EXPECT_EQ(asked(), std::nullopt) << "the pill tells";
+    feedFailure = offline;
+    EXPECT_EQ(asked(), std::nullopt) << "and still does";
+}
+
+TEST_F(UpdaterTest, aCheckByHandThatTakesTimeSaysSoAndCanBeLeft)
+{
+    feed = feedOf57;
+    begin();
+    http.latency = 5s;
+    EXPECT_EQ(asked(), std::nullopt);
+    updater->checkNow();
+    pass(500ms);
+    ASSERT_TRUE(updater->alert());
+    EXPECT_EQ(updater->alert()->kind, Kind::checking);
+    pass(5s);
+    EXPECT_EQ(updater->alert()->kind, Kind::upToDate);
+    updater->checkNow();
+    pass(500ms);
+    updater->dismissAlert();
+    pass(10s);
+    EXPECT_EQ(updater->alert(), std::nullopt);
+    updater->checkNow();
+    pass(6s);
+    EXPECT_EQ(updater->alert()->kind, Kind::upToDate);
+}
+
+TEST_F(UpdaterTest, withoutAFeedNothingIsAskedAndAHandIsToldWhy)
+{
+    auto without = environment();
+    without.feed.clear();
+    updater.emplace(without);
+    pass(10min);
+    EXPECT_THAT(http.requests(), IsEmpty());
+    EXPECT_EQ(asked(), Kind::notHere);
+    EXPECT_EQ(updater->alert()->title, "Updates of this copy come with those of the system.");
+}
+
+TEST_F(UpdaterTest, downloadsPreparesInstallsAndStartsAnew)
+{
+    begin();
+    QList<int> percents;
+    QObject::connect(&*updater, &Updater::changed, [&] {
+        if (const auto* it = std::get_if<Updater::Downloading>(&updater->phase()))
+            percents.append(int(it->fraction * 100));
+    });
+    installer.answer.reset();
+    updater->install();
+    updater->install();
+    world.settle();
+    EXPECT_EQ(percents, QList({0}));
+    ASSERT_TRUE(is<Updater::Preparing>()) << "the progress, which came behind the end, moves nothing back";
+    ASSERT_EQ(installer.calls.size(), 1u);
+    const auto& call = installer.calls.front();
+    EXPECT_EQ(call.image, image.body);
+    EXPECT_EQ(call.path, disk.filePath("Update/Palvera-1.5.dmg"));
+    EXPECT_EQ(call.target, target);
+    EXPECT_EQ(call.announced, (AnnouncedBuild{"1.5", "58"}));
+    call.reply({});
+    call.fail({.description = "too late"});
+    world.settle();
+    ASSERT_TRUE(is<Updater::Ready>());
+    EXPECT_THAT(leftInCaches(), IsEmpty());
+    const auto before = reads();
+    EXPECT_TRUE(world.run(updater->check(true)));
+    EXPECT_EQ(reads(), before) << "there is nothing to look for";
+
+    updater->restart();
+    world.settle();
+    EXPECT_TRUE(is<Updater::Restarting>());
+    EXPECT_EQ(workspace.opened, 0);
+    EXPECT_EQ(installer.calls.back().target, target);
+    installer.calls.back().reply({});
+    world.settle();
+    EXPECT_EQ(workspace.opened, 1);
+    EXPECT_EQ(workspace.terminated, 1);
+    EXPECT_EQ(installer.connections, 1);
+}
+
+TEST(ImageFileTest, tellsEachWholePercentOnce)
+{
+    const QTemporaryDir disk;
+    QList<double> fractions;
+    ImageFile file(disk.filePath("image"), 1'000, [&](double fraction) { fractions.append(fraction); });
+    EXPECT_TRUE(file.expect({.status = 200, .headers = {{"Content-Length", "1000"}}}));
+    const std::vector<char> bytes(1'000, 'i');
+    for (std::size_t step : {4, 6, 5, 985})
+        file.take(std::span(bytes).first(step));
+    EXPECT_EQ(fractions, QList({0.01, 1.0}));
+    EXPECT_EQ(QFileInfo(disk.filePath("image")).size(), 1'000);
+    EXPECT_THROW(file.expect({.status = 200, .headers = {{"Content-Length", "1001"}}}), UpdateError);
+    EXPECT_THROW(ImageFile(disk.filePath("image"), 1, {}), FileError) << "somebody else's";
+}
+
+TEST_F(UpdaterTest, aDownloadThatFailsSaysWhyAndLeavesNothing)
+{
+    const auto large = [](qint64 bytes) {
+        return HttpResponse{.status = 200, .headers = {{"Content-Length", QByteArray::number(bytes)}}, .body = "x"};
+    };
+    struct {
+        HttpResponse image;
+        const char* text;
+    } const rows[]{
+        {{.status = 404, .body = "gone"}, "The download failed."},
+        {{.status = 200}, "The download failed."},
+        {{.status = 302, .headers = {{"Location", "http://cdn.test/q.dmg"}}},
+         "The server sends on to an address that is not encrypted."},
+        {large((1LL << 30) + 1), "The update is too large: 1.07 GB."},
+    };
+    for (const auto& [answer, text] : rows) {
+        image = answer;
+        begin();
+        updater->install();
+        world.settle();
+        EXPECT_EQ(failure(), text);
+        EXPECT_THAT(leftInCaches(), IsEmpty());
+        ASSERT_TRUE(updater->lastFailure());
+        EXPECT_EQ(updater->lastFailure()->text, text);
+        close();
+    }
+    EXPECT_THAT(installer.calls, IsEmpty());
+}
+
+TEST_F(UpdaterTest, aFailureIsTriedAgainAlsoOnceACheckHasForgottenIt)
+{
+    installer.answer = "The update is damaged.";
+    begin();
+    updater->install();
+    world.settle();
+    EXPECT_EQ(failure(), "The update is damaged.");
+    feedFailure = offline;
+    Q_EMIT workspace.becameActive();
+    world.settle();
+    EXPECT_TRUE(is<Updater::Idle>());
+    EXPECT_EQ(updater->lastFailure(), (Updater::Note{ManualClock::wallStart, "The update is damaged."}));
+    installer.answer = QString();
+    updater->install();
+    world.settle();
+    EXPECT_TRUE(is<Updater::Ready>());
+}
+
+TEST_F(UpdaterTest, aCheckThatIsSlowThrowsNothingBackThatTheUserHasBegun)
+{
+    begin();
+    http.latency = 10s;
+    installer.answer.reset();
+    for (auto step : {&Updater::install, &Updater::restart}) {
+        world.start([](Updater& it) -> Task<void> { co_await it.check(true); }(*updater));
+        pass(1s);
+        feed = feedOf57;
+        const auto before = http.requests().size();
+        ((*updater).*step)();
+        pass(9500ms);
+        EXPECT_TRUE(is<Updater::Downloading>() || is<Updater::Restarting>());
+        pass(1s);
+        EXPECT_LE(http.requests().size(), before + 1) << "one download";
+        installer.calls.back().reply({});
+        world.settle();
+    }
+    EXPECT_EQ(workspace.terminated, 1);
+}
+
+TEST_F(UpdaterTest, anInstallerThatIsNotThereOrFallsSilentFailsInWords)
+{
+    struct {
+        InstallerTrouble trouble;
+        const char* text;
+    } const rows[]{{{.isMissing = true, .description = "x"}, "The installer is missing from this copy of the app."},
+                   {{.isMissing = false, .description = "It fell."}, "The installer did not answer: It fell."}};
+    for (const auto& [trouble, text] : rows) {
+        installer.trouble = trouble;
+        begin();
+        updater->install();
+        world.settle();
+        EXPECT_EQ(failure(), text);
+        EXPECT_THAT(leftInCaches(), IsEmpty());
+        close();
+    }
+    target.clear(); // a copy that nobody looks after
+    const auto before = installer.calls.size();
+    begin();
+    updater->install();
+    world.settle();
+    EXPECT_EQ(failure(), "The installer is missing from this copy of the app.");
+    EXPECT_EQ(installer.calls.size(), before);
+}
+
+TEST_F(UpdaterTest, aConnectionThatBreaksIsMadeAnewForTheNextQuestion)
+{
+    installer.answer.reset();
+    begin();
+    updater->install();
+    world.settle();
+    installer.connection->invalidated();
+    installer.calls.back().fail({.description = "Gone."});
+    world.settle();
+    EXPECT_EQ(failure(), "The installer did not answer: Gone.");
+    EXPECT_EQ(installer.connection, nullptr);
+    installer.answer = QString();
+    updater->install();
+    world.settle();
+    EXPECT_TRUE(is<Updater::Ready>());
+    EXPECT_EQ(installer.connections, 2);
+}
+
+TEST_F(UpdaterTest, aRestartThatFailsLeavesTheProgramAsItIs)
+{
+    makeReady();
+    workspace.problem = "The new build did not start.";
+    updater->restart();
+    world.settle();
+    EXPECT_EQ(failure(), "The new build did not start.");
+    close();
+    makeReady();
+    installer.answer = "There is no prepared update.";
+    updater->restart();
+    world.settle();
+    EXPECT_EQ(failure(), "There is no prepared update.");
+    EXPECT_EQ(workspace.opened, 1);
+    EXPECT_EQ(workspace.terminated, 0);
+}
+
+TEST_F(UpdaterTest, whatIsInThePlaceOfItsFolderGoesButNothingThatALinkLeadsTo)
+{
+    QDir folder(disk.path());
+    ASSERT_TRUE(folder.mkpath("theirs"));
+    QFile film(folder.filePath("theirs/film.mov"));
+    ASSERT_TRUE(film.open(QIODevice::WriteOnly) && QFile::link(folder.filePath("theirs"), folder.filePath("Update")));
+    makeReady();
+    EXPECT_TRUE(film.exists());
+    EXPECT_THAT(leftInCaches(), ElementsAre("theirs"));
+    close();
+    const auto caches = disk.filePath("theirs/film.mov"); // a file where a folder must be
+    auto blocked = environment();
+    blocked.caches = caches;
+    updater.emplace(blocked);
+    world.settle();
+    updater->install();
+    world.settle();
+    EXPECT_EQ(failure(), "“Update” cannot be made anew: Not a directory.");
+}
+
+TEST_F(UpdaterTest, anAddressThatIsNoneIsNotAskedFor)
+{
+    feed = R"({"version":"1.5","build":"58","url":"no address"})";
+    begin();
+    updater->install();
+    world.settle();
+    EXPECT_TRUE(is<Updater::Available>());
+}
+
+} // namespace
+} // namespace palvera
