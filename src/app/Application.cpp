@@ -33,7 +33,8 @@ Application::Application(Environment environment)
            .transfers = m_transfers,
            .preferences = m_environment.preferences,
            .isDoorAsked = m_environment.isDoorAsked,
-           .updater = m_updater})
+           .updater = m_updater,
+           .startRemark = m_environment.startRemark})
 {
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_root, [this](Qt::ApplicationState state) {

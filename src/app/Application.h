@@ -33,6 +33,7 @@ public:
         Transfers::Environment transfers;
         Updater::Environment updates;
         Notices& notices;
+        QString startRemark = {}; ///< see RootView
     };
 
     explicit Application(Environment environment);

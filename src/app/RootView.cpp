@@ -42,7 +42,8 @@ RootView::RootView(Environment environment, QObject* parent)
                 .preferences = m_environment.preferences}),
       m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main),
       m_updatePill(m_environment.updater, m_environment.transfers),
-      m_about(m_environment.updater)
+      m_about(m_environment.updater),
+      m_startRemark(m_environment.startRemark)
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
     connect(&m_session, &Session::stateChanged, this, &RootView::userChanged);
@@ -90,12 +91,15 @@ bool RootView::areOrgsLoading() const
 
 QString RootView::remark() const
 {
-    return m_session.remark();
+    return m_startRemark.isEmpty() ? m_session.remark() : m_startRemark;
 }
 
 void RootView::dismissRemark()
 {
-    m_session.dismissRemark();
+    if (std::exchange(m_startRemark, {}).isEmpty())
+        m_session.dismissRemark();
+    else
+        Q_EMIT remarkChanged();
 }
 
 QString RootView::buildText() const

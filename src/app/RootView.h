@@ -52,6 +52,7 @@ public:
         Preferences& preferences;
         std::function<bool()> isDoorAsked; ///< whether the developers' way in is asked for, at this moment
         Updater& updater;
+        QString startRemark = {}; ///< what the user should know of this start
     };
 
     explicit RootView(Environment environment, QObject* parent = nullptr);
@@ -136,6 +137,7 @@ private:
     TransfersView m_transfers;
     UpdatePill m_updatePill;
     AboutView m_about;
+    QString m_startRemark;
     QString m_key;
     std::optional<BrowserSignIn::Taken> m_refused; // to be said once the sign-in screen is there
     QString m_orgKey;                              // the key of the organisation that the models show

@@ -1,4 +1,5 @@
 #include "app/Application.h"
+#include "app/SelfTest.h"
 #include "async/Clock.h"
 #include "async/Failure.h"
 #include "async/MainThread.h"
@@ -7,6 +8,7 @@
 #include "desktop/Callbacks.h"
 #include "desktop/DesktopActivation.h"
 #include "desktop/DesktopAppearance.h"
+#include "desktop/LaunchNote.h"
 #include "desktop/Notices.h"
 #include "desktop/ProgramCopy.h"
 #include "desktop/SecurityKeys.h"
@@ -27,12 +29,15 @@
 #include <QPalette>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTimer>
 #include <QUrl>
 
 #include <iostream>
 
 namespace palvera {
 namespace {
+
+constexpr std::chrono::seconds provenAfter{10}; // with a window
 
 bool isAltHeld()
 {
@@ -59,12 +64,14 @@ void useDesktopDialogs()
 /// Leaves what came to whoever waits for it, or else to the program that runs already. True when nothing is left to do
 /// here: what opened an address shows it to every user of the machine for as long as this process lives, so the program
 /// is then started as another one.
-bool leaveToOthers(int argc, char** argv, std::optional<SingleInstance>& instance, const Arrival& arrival)
+bool leaveToOthers(int argc, char** argv, std::optional<SingleInstance>& instance, const Arrival& arrival,
+                   const LaunchNote& note)
 {
     const bool isOpened = !arrival.addresses.isEmpty();
     if (instance->isFirst() && !isOpened)
         return false;
     const QCoreApplication application(argc, argv); // needs no display
+    note.forget();
     if (isOpened && handOver(arrival) == HandOver::done)
         return true;
     if (!instance->isFirst() && instance->send(toMessage(arrival)))
@@ -72,7 +79,8 @@ bool leaveToOthers(int argc, char** argv, std::optional<SingleInstance>& instanc
     if (!isOpened)
         return false;
     instance.reset(); // the lock
-    return QProcess::startDetached(QCoreApplication::applicationFilePath(), {});
+    const auto launcher = ProgramCopy(QCoreApplication::applicationDirPath()).launcher();
+    return QProcess::startDetached(launcher.isEmpty() ? QCoreApplication::applicationFilePath() : launcher, {});
 }
 
 /// Waits until the process that asked for this one is gone with its lock. False when it stays.
@@ -84,6 +92,12 @@ bool takeOver(SingleInstance& instance, const Successor& successor)
     return instance.succeed(longest);
 }
 
+QString fallBackText(const QString& failed)
+{
+    return QCoreApplication::translate("Updater", "Palvera %1 did not start on this computer, so %2 runs instead.")
+        .arg(failed, QStringLiteral(PALVERA_VERSION));
+}
+
 /// Where published builds are named; empty where the program is not to look for any.
 QByteArray updateFeed(const API& api)
 {
@@ -91,7 +105,7 @@ QByteArray updateFeed(const API& api)
     return !published.isEmpty() && api.isServiceNamed() ? feedBeside(api.serviceBase().origin) : published;
 }
 
-int run(SingleInstance& instance, const Folders& folders)
+int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note)
 {
     loadFonts();
     Preferences preferences(folders.preferences());
@@ -111,6 +125,7 @@ int run(SingleInstance& instance, const Folders& folders)
     DesktopAppearance appearance(isPaletteDark());
     ProgramCopy copy(QCoreApplication::applicationDirPath());
     copy.hold();
+    const auto failedBuild = QString::fromLatin1(note.fellBackFrom());
     Succession succession(clock);
     DesktopWorkspace workspace(succession, copy.launcher());
     HttpSession updates(connections.engine.executor());
@@ -118,27 +133,30 @@ int run(SingleInstance& instance, const Folders& folders)
         const auto bus = copy.isOfSystem() ? BusInstallerConnection::Bus::system : BusInstallerConnection::Bus::session;
         return std::make_unique<BusInstallerConnection>(QStringLiteral(PALVERA_ID), bus);
     };
-    Application application({.api = connections.api,
-                             .preferences = preferences,
-                             .clock = clock,
-                             .main = mainThread.executor(),
-                             .isDoorAsked = isAltHeld,
-                             .isWatched = [] { return QGuiApplication::focusWindow() != nullptr; },
-                             .web = web,
-                             .passkey = passkey,
-                             .transfers = engines.environment(mainThread.executor()),
-                             .updates = {.main = mainThread.executor(),
-                                         .disk = connections.engine.executor(),
-                                         .clock = clock,
-                                         .http = updates,
-                                         .workspace = workspace,
-                                         .feed = updateFeed(connections.api),
-                                         .version = QStringLiteral(PALVERA_VERSION),
-                                         .build = QStringLiteral(PALVERA_BUILD),
-                                         .caches = folders.caches,
-                                         .target = copy.root(),
-                                         .connect = connectToInstaller},
-                             .notices = notices});
+    Application application(
+        {.api = connections.api,
+         .preferences = preferences,
+         .clock = clock,
+         .main = mainThread.executor(),
+         .isDoorAsked = isAltHeld,
+         .isWatched = [] { return QGuiApplication::focusWindow() != nullptr; },
+         .web = web,
+         .passkey = passkey,
+         .transfers = engines.environment(mainThread.executor()),
+         .updates = {.main = mainThread.executor(),
+                     .disk = connections.engine.executor(),
+                     .clock = clock,
+                     .http = updates,
+                     .workspace = workspace,
+                     .feed = updateFeed(connections.api),
+                     .version = QStringLiteral(PALVERA_VERSION),
+                     .build = QStringLiteral(PALVERA_BUILD),
+                     .refusedBuild = failedBuild,
+                     .caches = folders.caches,
+                     .target = copy.root(),
+                     .connect = connectToInstaller},
+         .notices = notices,
+         .startRemark = failedBuild.isEmpty() ? QString() : fallBackText(copy.versionOf(failedBuild))});
     application.setDark(appearance.isDark());
     QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });
     arrive = [&](const Arrival& arrival) { application.arrive(arrival); };
@@ -156,7 +174,31 @@ int run(SingleInstance& instance, const Folders& folders)
     const EndSignals signals(mainThread.executor(), [] { QGuiApplication::quit(); });
     if (!application.show())
         return 1;
-    return QGuiApplication::exec();
+    const auto setWorking = [&] { note.setWorking(copy.build()); };
+    QTimer::singleShot(provenAfter, &workspace, setWorking);
+    const int status = QGuiApplication::exec();
+    setWorking();
+    return status;
+}
+
+/// "--version" and "--self-test", which the installer asks before a build may become the current one: each says the
+/// version, the second only once it is sure that this build can show its screens here. Nothing for any other start.
+std::optional<int> answer(int argc, char** argv)
+{
+    const QByteArrayView question(argc == 2 ? argv[1] : "");
+    if (question == "--self-test") {
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // there need be no display
+        const QGuiApplication application(argc, argv);
+        loadFonts();
+        if (const auto faults = faultsOfBuild(); !faults.isEmpty()) {
+            std::cerr << faults.join(u'\n').toStdString() << std::endl;
+            return 1;
+        }
+    } else if (question != "--version") {
+        return std::nullopt;
+    }
+    std::cout << "Palvera " PALVERA_VERSION " (" PALVERA_BUILD ")" << std::endl;
+    return std::cout.good() ? 0 : 1;
 }
 
 } // namespace
@@ -164,21 +206,25 @@ int run(SingleInstance& instance, const Folders& folders)
 
 int main(int argc, char** argv)
 {
-    const auto arrival = palvera::takeArrival(argc, argv); // first: every user of the machine can read the arguments
+    const auto note = palvera::LaunchNote::take();
+    // First: every user of the machine can read the arguments.
+    const auto arrival = palvera::takeArrival(argc, argv, note.addresses());
     const auto successor = palvera::Successor::take();
     palvera::prepareProcess();
+    if (const auto status = palvera::answer(argc, argv))
+        return *status;
     palvera::useDesktopDialogs();
     QGuiApplication::setApplicationName(QStringLiteral("Palvera"));
     QGuiApplication::setDesktopFileName(QStringLiteral(PALVERA_ID));
     try {
         const auto folders = palvera::Folders::ofUser();
         std::optional<palvera::SingleInstance> instance(std::in_place, folders.applicationSupport);
-        if (!successor && palvera::leaveToOthers(argc, argv, instance, arrival))
+        if (!successor && palvera::leaveToOthers(argc, argv, instance, arrival, note))
             return 0;
         const QGuiApplication application(argc, argv);
         if (successor && !palvera::takeOver(*instance, *successor))
             return 1;
-        return palvera::run(*instance, folders);
+        return palvera::run(*instance, folders, note);
     } catch (...) { // no thread or no descriptor to begin with
         std::cerr << palvera::describe(std::current_exception()).toStdString() << std::endl;
         return 1;

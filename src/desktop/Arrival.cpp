@@ -16,9 +16,10 @@ const QString tokenKey = QStringLiteral("token");
 
 } // namespace
 
-Arrival takeArrival(int& argc, char** argv)
+Arrival takeArrival(int& argc, char** argv, const QByteArrayList& addresses)
 {
     Arrival arrival;
+    std::ranges::copy_if(addresses, std::back_inserter(arrival.addresses), isCallback);
     const auto end = std::remove_if(argv + 1, argv + argc, [&](char* argument) {
         if (!isCallback(argument))
             return false;

@@ -20,8 +20,9 @@ struct Arrival {
 };
 
 /// Takes the addresses out of the arguments, which every user of the machine can read (/proc/PID/cmdline), and the
-/// token from the environment, before Qt removes it there. To be called before anything else.
-Arrival takeArrival(int& argc, char** argv);
+/// token from the environment, before Qt removes it there. To be called before anything else. `addresses` are those
+/// that a launcher has taken out of its own.
+Arrival takeArrival(int& argc, char** argv, const QByteArrayList& addresses = {});
 
 /// Whether it is the whole address of a callback, by its scheme.
 bool isCallback(const QByteArray& address);

@@ -1,7 +1,11 @@
 #include "desktop/ProgramCopy.h"
 
+#include "files/SmallFile.h"
+
 #include <QFile>
 #include <QFileInfo>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QRegularExpression>
 
 #include <fcntl.h>
@@ -12,10 +16,20 @@ namespace palvera {
 
 ProgramCopy::ProgramCopy(const QString& programFolder)
 {
-    static const QRegularExpression place(QStringLiteral("^((/.+)/builds/[0-9]+)/bin$"));
+    static const QRegularExpression place(QStringLiteral("^((/.+)/builds/([1-9][0-9]*))/bin$"));
     const auto found = place.match(programFolder);
     m_folder = found.captured(1);
     m_root = found.captured(2);
+    m_build = found.captured(3).toLongLong();
+}
+
+QString ProgramCopy::versionOf(const QString& build) const
+{
+    constexpr qint64 longestManifest = 64 << 10;
+    const auto manifest =
+        readSmallFile(QStringLiteral("%1/builds/%2/manifest.json").arg(m_root, build), longestManifest);
+    const auto version = QJsonDocument::fromJson(manifest.value_or(QByteArray())).object()[QStringLiteral("version")];
+    return version.toString().isEmpty() ? build : version.toString();
 }
 
 QString ProgramCopy::launcher() const

@@ -19,6 +19,10 @@ public:
 
     /// Empty for a copy that nobody looks after.
     const QString& root() const { return m_root; }
+    /// The number of the build that runs; 0 without a root.
+    long long build() const { return m_build; }
+    /// The version of the build of that number, or the number itself where nobody knows.
+    QString versionOf(const QString& build) const;
     /// What to start for the build that is current by then: the program's own path would lead to this build for ever.
     /// Without a root, nothing.
     QString launcher() const;
@@ -30,6 +34,7 @@ public:
 private:
     QString m_folder; // of the build
     QString m_root;
+    long long m_build = 0;
     FileDescriptor m_held;
 };
 

@@ -2,7 +2,7 @@ pragma ComponentBehavior: Bound
 import QtQuick
 import Palvera.Controls
 
-/// A number whose digits roll to the next ones as they change.
+/// A number whose digits roll to the next ones as they change, but not so often that nobody could read them.
 Row {
     id: root
 
@@ -10,7 +10,16 @@ Row {
     property string unit: ""
     property alias color: unitLabel.color
     property font font
-    readonly property string digits: String(value)
+    property int shown: 0
+    readonly property string digits: String(shown)
+
+    Component.onCompleted: shown = value
+
+    Timer {
+        interval: 250
+        running: root.shown !== root.value
+        onTriggered: root.shown = root.value
+    }
 
     Repeater {
         model: root.digits.length

@@ -10,7 +10,7 @@ T.Button {
     required property UpdatePillModel pill
     readonly property bool calls: pill.text !== "" && pill.tappable && !pill.failed
     readonly property bool lit: hovered && pill.tappable
-    readonly property color ink: pill.failed ? Theme.warning : calls && lit ? Theme.onFill : calls ? Theme.accent : Theme.secondary
+    readonly property color ink: pill.failed ? Theme.warning : calls && lit ? Theme.onFill : calls || pill.percent >= 0 ? Theme.accent : Theme.secondary
 
     font.family: Theme.family
     font.pixelSize: Theme.textSmall
@@ -31,7 +31,6 @@ T.Button {
     onClicked: pill.tap()
 
     background: Rectangle {
-        clip: true
         color: root.pill.failed ? Theme.warningSoft : root.calls && root.lit ? Theme.accentFill : root.calls ? Theme.accentSoft : Theme.field
         radius: height / 2
 
@@ -39,6 +38,14 @@ T.Button {
             ColorAnimation {
                 duration: Theme.quick
             }
+        }
+
+        Rectangle {
+            color: Theme.accentSoft
+            height: parent.height
+            radius: height / 2
+            visible: root.pill.percent >= 0
+            width: height + (parent.width - height) * Math.max(0, root.pill.percent) / 100
         }
 
         FocusRing {

@@ -65,6 +65,12 @@ bool isNewer(const QString& offered, const QString& running)
     return number && *number > json::parseInteger(running).value_or(0);
 }
 
+bool isSameBuild(const QString& one, const QString& other)
+{
+    const auto number = json::parseInteger(one);
+    return number && number == json::parseInteger(other);
+}
+
 QString versionText(const QString& version, const QString& build)
 {
     const auto orZero = [](const QString& text) { return text.isEmpty() ? QStringLiteral("0") : text; };

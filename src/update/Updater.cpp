@@ -84,7 +84,8 @@ Task<bool> Updater::check(bool force)
     if (!release)
         co_return false;
     // The user may have gone on while the feed was read: what is under way, with the release that it is of, stays.
-    if (!isIdle() || !isNewer(release->build, m_environment.build))
+    if (!isIdle() || !isNewer(release->build, m_environment.build) ||
+        isSameBuild(release->build, m_environment.refusedBuild))
         co_return true;
     if (std::exchange(m_release, release) != release)
         Q_EMIT changed();

@@ -93,8 +93,9 @@ public:
         QByteArray feed; ///< its address; empty where updates come by another way, and then nothing is ever checked
         QString version = {};
         QString build = {};
-        QString caches; ///< a folder of the program's own; its "Update" is removed whole
-        QString target; ///< the root of the copy that runs, see ProgramCopy
+        QString refusedBuild = {}; ///< one that did not start here, and is not offered
+        QString caches;            ///< a folder of the program's own; its "Update" is removed whole
+        QString target;            ///< the root of the copy that runs, see ProgramCopy
         std::function<std::unique_ptr<InstallerConnection>()> connect;
     };
 

@@ -36,7 +36,8 @@ struct RootViewTest : TransfersTest {
                    .transfers = *model,
                    .preferences = preferences,
                    .isDoorAsked = [] { return false; },
-                   .updater = updater}};
+                   .updater = updater,
+                   .startRemark = "It is an older build."}};
 
     RootViewTest()
     {
@@ -76,6 +77,13 @@ struct RootViewTest : TransfersTest {
                                  [](const HttpRequest& request) { return request.url.endsWith("/deliverables"); }));
     }
 };
+
+TEST_F(RootViewTest, whatIsToBeKnownOfTheStartStaysUntilItIsDismissed)
+{
+    EXPECT_EQ(root.remark(), "It is an older build.");
+    root.dismissRemark();
+    EXPECT_EQ(root.remark(), "");
+}
 
 TEST_F(RootViewTest, anotherOrganisationOpensAtItsProjectsHoweverTheLastOneWasLeft)
 {

@@ -25,7 +25,15 @@ constexpr auto tab = QAccessible::PageTab;
 
 class Photographer : Desktop {
 public:
-    Photographer(const QString& folder, bool dark) : Desktop(5'000'000), m_folder(folder), m_dark(dark) {}
+    Photographer(const QString& folder, bool dark)
+        : Desktop(5'000'000,
+                  {.image = imageFile(),
+                   .build = "46",
+                   .notes = "Uploads go on by themselves after the machine has slept.\nThe list of deliverables "
+                            "opens twice as fast."}),
+          m_folder(folder),
+          m_dark(dark)
+    {}
 
     void takeAll()
     {
@@ -35,9 +43,18 @@ public:
         assets();
         deliverables();
         panel();
+        updates();
     }
 
 private:
+    static QString imageFile()
+    {
+        static const QTemporaryDir folder;
+        QFile file(folder.filePath("Palvera-1.3.dmg"));
+        if (!file.open(QIODevice::WriteOnly) || !file.resize(20'000'000))
+            throw std::runtime_error("cannot write an image");
+        return file.fileName();
+    }
     void begin()
     {
         start();
@@ -301,6 +318,56 @@ private:
                                               "this film would be about 900 MB."});
         deliver("Stereo mix", "Salt_stereo_v2.wav", 30'000'000);
         take("doubt", "Check this file before it goes");
+    }
+    void updates()
+    {
+        screen.press(Qt::Key_Escape);
+        begin();
+        openClients();
+        screen.press(Qt::Key_U, Qt::ControlModifier);
+        take("update-not-here", "Updates of this copy come with those of the system.");
+        feed = server->serviceAddress() + "/updates/latest.json";
+        fail(Operation::feed, {.kind = Fault::Kind::overwrite, .members = {{"build", "45"}}}, 2);
+        begin();
+        openClients();
+        screen.press(Qt::Key_U, Qt::ControlModifier);
+        take("update-none", "Palvera is up to date");
+        fail(Operation::feed, {.kind = Fault::Kind::status, .latency = 2s}, 2);
+        begin();
+        openClients();
+        screen.press(Qt::Key_U, Qt::ControlModifier);
+        take("update-checking", "Checking for updates…");
+        take("update-feed-silent", "Could not check for updates");
+        installer.answer = "The update is not signed by Palvera.";
+        finish();
+        QFile::remove(disk.filePath("cookies"));
+        begin();
+        take("update-signed-out", "Install");
+        openClients();
+        screen.tabTo(button, "Install");
+        take("update-available", "is available.");
+        screen.press(Qt::Key_Return);
+        screen.waitUntil([&] { return application().root().updatePill()->percent() >= 30; });
+        take("update-downloading");
+        take("update-failed", "Retry update");
+        screen.click(button, "Account");
+        screen.click(QAccessible::MenuItem, "About Palvera");
+        take("about", "Last failure");
+        screen.click(button, "Close");
+        installer.answer.reset();
+        screen.click(button, "Retry update");
+        take("update-preparing", "Checking");
+        installer.calls.back().reply({});
+        take("update-ready", "Restart");
+        screen.click(listItem, "Northlight Pictures");
+        screen.click(listItem, "Salt");
+        screen.find(listItem, "Picture master");
+        deliver("Picture master", "Salt_feature_UHD.mov", 2'000'000'000);
+        goToMainWindow();
+        screen.click(button, "Restart");
+        take("update-question", "Restart Palvera now?");
+        screen.click(screen.all(button, "Restart").last());
+        take("update-restarting", "Restarting");
     }
     void goBack()
     {

@@ -86,6 +86,16 @@ TEST_F(UpdaterTest, whatTheFeedNamesIsHeldOnceItIsNewer)
     feed = feedOf57;
     pass(120s);
     EXPECT_EQ(updater->release()->version, "1.5.1") << "nothing empties it";
+    close();
+    auto fellBack = environment();
+    fellBack.refusedBuild = "58"; // which did not start here
+    updater.emplace(fellBack);
+    feed = feedOf58;
+    pass(120s);
+    EXPECT_EQ(updater->release(), std::nullopt);
+    feed = QByteArray(feedOf58).replace("\"58\"", "\"59\"");
+    pass(120s);
+    EXPECT_TRUE(is<Updater::Available>());
 }
 
 TEST_F(UpdaterTest, whoAsksByHandIsTold)

@@ -1,0 +1,56 @@
+#include "desktop/LaunchNote.h"
+
+#include <QFile>
+
+#include <utility>
+
+namespace palvera {
+
+namespace {
+
+QByteArray takeVariable(const char* name)
+{
+    auto value = qgetenv(name);
+    qunsetenv(name);
+    return value;
+}
+
+/// Each ends in a zero byte.
+QByteArrayList takeAddresses()
+{
+    constexpr qint64 longest = 1 << 20;
+    bool isNumber = false;
+    const int number = takeVariable(addressesVariable).toInt(&isNumber);
+    QFile file;
+    if (!isNumber || number <= 2 || !file.open(number, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+        return {};
+    auto addresses = file.read(longest).split('\0');
+    addresses.removeLast();
+    return addresses;
+}
+
+} // namespace
+
+LaunchNote LaunchNote::take()
+{
+    LaunchNote note;
+    note.m_addresses = takeAddresses();
+    note.m_fellBackFrom = takeVariable(fellBackVariable);
+    note.m_isCounted = qEnvironmentVariableIsSet(recordBeforeVariable);
+    note.m_before = StartRecord::parse(takeVariable(recordBeforeVariable).toStdString());
+    return note;
+}
+
+void LaunchNote::forget() const
+{
+    if (m_isCounted)
+        StartRecord::write(StartRecord::path(), m_before);
+}
+
+void LaunchNote::setWorking(long long build) const
+{
+    if (m_isCounted)
+        StartRecord::write(StartRecord::path(), StartRecord{.build = build});
+}
+
+} // namespace palvera
