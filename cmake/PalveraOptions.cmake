@@ -30,6 +30,14 @@ endif()
 target_link_options(palvera_options INTERFACE -Wl,--as-needed) # the command line shares libraries with what has windows
 target_link_libraries(palvera_options INTERFACE Threads::Threads)
 
+# palvera_find_beside(TARGET): the program takes the libraries of the folder "lib" beside its own before the system's,
+# and so do these libraries; where there is none, as in a build folder, the system's. Older than RUNPATH, which counts
+# for the program itself alone.
+function(palvera_find_beside target)
+  set_target_properties(${target} PROPERTIES INSTALL_RPATH "\$ORIGIN/../lib" BUILD_WITH_INSTALL_RPATH ON)
+  target_link_options(${target} PRIVATE -Wl,--disable-new-dtags)
+endfunction()
+
 # Strict warnings, for our own sources only: generated code (moc) would fail under them.
 set(palveraWarnings -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion -Wnon-virtual-dtor
     -Woverloaded-virtual -Wimplicit-fallthrough -Wunused -Werror
