@@ -1,0 +1,56 @@
+#include "installer/Refused.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace palvera::installer {
+
+QString textOf(const Refused& refused)
+{
+    switch (refused.why) {
+    case Refusal::notSigned:
+        return QStringLiteral("The update is not signed by Palvera.");
+    case Refusal::damaged:
+        return QStringLiteral("The update is damaged.");
+    case Refusal::incomplete:
+        return QStringLiteral("The update is incomplete.");
+    case Refusal::older:
+        return QStringLiteral("The update is older than the copy on this computer.");
+    case Refusal::notAnnounced:
+        return QStringLiteral("The update is not the one that was announced.");
+    case Refusal::otherComputer:
+        return QStringLiteral("The update is for another kind of computer.");
+    case Refusal::strangeContent:
+        return QStringLiteral("The update holds something that does not belong there.");
+    case Refusal::doesNotRun:
+        return QStringLiteral("The update does not run on this computer.");
+    case Refusal::noRoom:
+        return QStringLiteral("There is not enough room for the update on the disk of %1.").arg(refused.detail);
+    case Refusal::notStored:
+        return QStringLiteral("The update could not be stored: %1.").arg(refused.detail);
+    case Refusal::busy:
+        return QStringLiteral("Another update is under way on this computer. Try again in a minute.");
+    case Refusal::tooSlow:
+        return QStringLiteral("The update could not be read in time.");
+    case Refusal::notUnpacked:
+        return QStringLiteral("The update could not be unpacked.");
+    case Refusal::notAllowed:
+        return QStringLiteral("You may not install updates on this computer. Ask whoever looks after it.");
+    case Refusal::nobodyToAsk:
+        return QStringLiteral("Nobody could be asked whether updates may be installed on this computer.");
+    case Refusal::foreignCopy:
+        return QStringLiteral("This copy of Palvera is not looked after by the installer.");
+    case Refusal::notOurs:
+        return QStringLiteral("The installer is missing from this copy of the app.");
+    case Refusal::nothingPrepared:
+        return QStringLiteral("There is no prepared update.");
+    }
+    Q_UNREACHABLE();
+}
+
+void throwNotStored()
+{
+    throw Refused{Refusal::notStored, QString::fromStdString(std::generic_category().message(errno))};
+}
+
+} // namespace palvera::installer
