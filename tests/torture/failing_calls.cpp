@@ -184,6 +184,8 @@ PLAIN("truncate", int, fallocate64, (int file, int mode, off64_t from, off64_t s
 PLAIN("unlink", int, unlink, (const char* path), path)
 PLAIN("unlink", int, unlinkat, (int folder, const char* path, int flags), folder, path, flags)
 PLAIN("mkdir", int, mkdir, (const char* path, mode_t mode), path, mode)
+PLAIN("mkdir", int, mkdirat, (int folder, const char* path, mode_t mode), folder, path, mode)
+PLAIN("mkdir", int, symlinkat, (const char* to, int folder, const char* path), to, folder, path)
 PLAIN("stat", int, fstat, (int file, struct stat* into), file, into)
 PLAIN("stat", int, stat, (const char* path, struct stat* into), path, into)
 PLAIN("stat", int, lstat, (const char* path, struct stat* into), path, into)

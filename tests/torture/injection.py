@@ -7,19 +7,11 @@ import shutil
 import struct
 import unittest.mock
 
+from call_classes import CLASSES
 from support import DONE, ORG, Client, digest, expect, expect_filed, signed_in
 
 LIBRARY = os.environ["PALVERA_FAILING_CALLS"]
 PART, DOWNLOAD = 100_000, 70_000_000  # which is three chunks
-
-# In the library's order, each with the ways in which the kernel lets it fail.
-CLASSES = {
-    "open": ["EMFILE", "EIO", "EACCES"], "read": ["EIO", "EINTR", "short"], "write": ["ENOSPC", "EIO", "short"],
-    "sync": ["EIO"], "rename": ["ENOSPC", "EIO"], "truncate": ["ENOSPC", "EINTR"], "unlink": ["EACCES"],
-    "mkdir": ["ENOSPC"], "stat": ["EIO"], "lock": ["ENOLCK"], "socket": ["EMFILE"],
-    "connect": ["ECONNREFUSED", "ENETUNREACH"], "send": ["ECONNRESET", "EPIPE", "short"],
-    "receive": ["ECONNRESET", "short"], "poll": ["EINTR", "ENOMEM"], "events": ["EMFILE"], "thread": ["EAGAIN"],
-    "map": ["ENOMEM"]}
 
 
 def chosen(count, most):

@@ -1,0 +1,342 @@
+#!/usr/bin/python3
+"""The installer on a bus, met by users who may not, who are in a hurry and who mean harm. Whatever they send, what is
+answered is a text for them, `current` leads to the build that it led to, and the next one who asks is served.
+"""
+import fcntl
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+import sys
+import threading
+import time
+
+from bus import REFUSED, SILENT, ALLOWED, NAME, PATIENCE, Bus, wait_until
+from installation import (IS_ROOT, KEEPER, ONE, OTHER, Place, current, enter_own_place, file, make_root, may_mount, names, noise,
+                          release, sealed, toy)
+
+DONE = ""
+BUSY = "Another update is under way on this computer. Try again in a minute."
+DAMAGED = "The update is damaged."
+FOREIGN = "This copy of Palvera is not looked after by the installer."
+NOT_ANNOUNCED = "The update is not the one that was announced."
+NOT_HERE = "The update is for another kind of computer."
+NOT_RUNNING = "The update does not run on this computer."
+OLDER = "The update is older than the copy on this computer."
+STRANGE = "The update holds something that does not belong there."
+UNANSWERED = "Nobody could be asked whether updates may be installed on this computer."
+HANGING = "exec sleep 98765.{0}"  # a number by which it can be found
+
+
+class Skipped(Exception):
+    pass
+
+
+class Attacks:
+    def __init__(self, place):
+        self.place, self.root, self.cases = place, place.path / "root", 0
+        self.bus = Bus(place, "bus", "--patience", str(1000 * PATIENCE))
+        self.hasty = Bus(place, "hasty", "--patience", "1500")
+        self.good = self.put("good", place.image(58, "1.5"))
+
+    def put(self, name, data):
+        path = self.place.path / name
+        path.write_bytes(data)
+        path.chmod(0o644)
+        return path
+
+    def fresh(self):
+        make_root(self.root, 57)
+
+    def expect(self, answer, error, what):
+        self.cases += 1
+        assert answer.error == error, f"{what}: {answer}, not {error!r}"
+
+    def expect_untouched(self, what):
+        assert current(self.root) == 57 and names(self.root / "builds") == ["57"], f"{what}: changed the builds"
+        assert names(self.root / ".work") in ([], ["lock"]), f"{what}: left {names(self.root / '.work')}"
+
+    def refuse(self, answer, error, what):
+        self.expect(answer, error, what)
+        self.expect_untouched(what)
+
+    def processes(self, *words):
+        """Those whose command line holds all the words."""
+        found = {}
+        for path in pathlib.Path("/proc").glob("[0-9]*/cmdline"):
+            try:
+                line = path.read_bytes().split(b"\0")
+            except OSError:
+                continue
+            if all(word.encode() in line for word in words):
+                found[int(path.parent.name)] = line
+        return found
+
+    def workers(self):
+        return list(self.processes("--worker", str(self.root)))
+
+    def hang(self, bus, number, user=ONE):
+        """A job whose build hangs on trial, and its worker."""
+        script = HANGING.format(number)
+        image = self.put(f"hangs {number}", self.place.image(58, "1.5", script=script))
+        answer = bus.caller(user).start_prepare(image)
+        wait_until(lambda: self.processes("sleep", f"98765.{number}"), "the build is on trial")
+        return answer, self.workers()[0]
+
+    def expect_ended(self, number):
+        wait_until(lambda: not self.processes("sleep", f"98765.{number}") and not self.workers(), "all of it has ended")
+
+    # What is tried.
+
+    def prepares_and_installs_once_and_again(self):
+        caller = self.bus.caller(ONE)
+        for _ in range(2):
+            self.expect(caller.prepare(self.good), DONE, "prepare")
+            assert names(self.root / "builds") == ["57", "58"] and current(self.root) == 57
+        for _ in range(2):
+            self.expect(caller.install(), DONE, "install")
+            assert current(self.root) == 58
+        self.expect(caller.prepare(self.good), DONE, "prepare what is installed")
+
+    def judges_the_image(self):
+        image, key = self.place.image, self.place.key
+        good = self.good.read_bytes()
+        caller, announced = self.bus.caller(ONE), {"build": "58", "version": "1.5"}
+        junk = release.manifest_of(toy(58, "1.5"), noise(5000, 1), "1.5", 58)
+        for what, data, error, options in [
+                ("other key", image(58, "1.5", key=self.place.other_key), "The update is not signed by Palvera.", {}),
+                ("manifest altered", good.replace(b'"build":"58"', b'"build":"59"'), "The update is not signed by Palvera.", {}),
+                ("payload altered", good[:-50] + bytes([good[-50] ^ 1]) + good[-49:], DAMAGED, {}),
+                ("cut short", good[:-1], "The update is incomplete.", {}),
+                ("empty", b"", DAMAGED, {}),
+                ("junk, signed", release.image(junk, noise(5000, 1), key), DAMAGED, {}),
+                ("downgrade", image(56, "1.5"), OLDER, {"build": "56"}),
+                ("current build, other content", image(57, "1.5"), OLDER, {"build": "57"}),
+                ("other system", image(58, "1.5", system="linux-other"), NOT_HERE, {}),
+                ("other product", image(58, "1.5", product="other"), NOT_HERE, {}),
+                ("other build announced", good, NOT_ANNOUNCED, {"build": "60"}),
+                ("other version announced", good, NOT_ANNOUNCED, {"version": "1.6"}),
+                ("a number announced, no text", good, NOT_ANNOUNCED, {"build": 58}),
+                ("nothing announced", good, NOT_ANNOUNCED, {"build": "", "version": ""}),
+                ("file of the manifest's name", image(58, "1.5", file("manifest.json", b"{}")), STRANGE, {}),
+                ("climbs out", image(58, "1.5", file("../../../evil")), STRANGE, {}),
+                ("no program", sealed(release.archive([file("lib", b"x")]), 58, "1.5", key), NOT_RUNNING, {}),
+                ("says another number", image(58, "1.5", script="echo 'Palvera 1.5 (59)'"), NOT_RUNNING, {})]:
+            self.refuse(caller.prepare(self.put("image", data), announced=announced | options), error, what)
+        for kind in "folder", "path", "socket", "zeros", "pipe", "foreign file", "write only":
+            self.refuse(caller.prepare(kind), DAMAGED, kind)
+        self.expect(caller.prepare(self.good), DONE, "and the good one after all that")
+
+    def serves_its_own_root_alone(self):
+        caller, link = self.bus.caller(ONE), self.place.path / "link"
+        link.symlink_to(self.root)
+        for target in ("/etc", f"{self.root}/../root", f"{self.root}/", str(link), "", "root", f"{self.root}/builds/57",
+                       f"/proc/self/root{self.root}", "--root"):
+            self.refuse(caller.prepare(self.good, target=target), FOREIGN, target)
+            self.refuse(caller.install(target=target), FOREIGN, target)
+
+    def installs_nothing_where_nothing_is(self):
+        (self.root / "current").unlink()
+        shutil.rmtree(self.root / "builds")
+        self.expect(self.bus.caller(ONE).install(), "There is no prepared update.", "install")
+
+    def wants_a_root_that_nobody_else_may_write(self):
+        self.root.chmod(0o777)
+        missing = "The installer is missing from this copy of the app."
+        self.refuse(self.bus.caller(ONE).prepare(self.good), missing, "prepare")
+        self.refuse(self.bus.caller(ONE).install(), missing, "install")
+
+    def knows_its_methods_alone(self):
+        for method, image in ("Prepare", None), ("PrepareWithImage", None), ("InstallWithTarget", self.good):
+            answer = self.bus.caller(ONE).start(method, image, announced={}).wait()
+            self.cases += 1
+            assert answer.failure and "No such" in answer.failure, f"{method}: {answer}"
+
+    def asks_who_may(self):
+        if not IS_ROOT:
+            raise Skipped("needs other users")
+        caller, authority = self.bus.caller(ONE), self.bus.authority
+        authority.questions.clear()
+        authority.says = REFUSED
+        refused = "You may not install updates on this computer. Ask whoever looks after it."
+        self.refuse(caller.prepare(self.good), refused, "prepare")
+        self.refuse(caller.install(), refused, "install")
+        authority.go()
+        self.refuse(caller.prepare(self.good), UNANSWERED, "without an authority")
+        authority.come()
+        authority.says = ALLOWED
+        self.expect(caller.prepare(self.good), DONE, "allowed")
+        assert len(authority.questions) == 3
+        for question in authority.questions:
+            assert question == (("system-bus-name", {"name": caller.name}), f"{NAME}.update", {}, 1, ""), question
+        self.expect(self.bus.caller(KEEPER).install(), DONE, "the keeper's own")
+        assert len(authority.questions) == 3, "who has the installer's own rights is not asked about"
+
+    def waits_for_no_authority_for_ever(self):
+        if not IS_ROOT:
+            raise Skipped("needs other users")
+        authority, caller = self.hasty.authority, self.hasty.caller(ONE)
+        authority.says = SILENT
+        first, second = caller.start_prepare(self.good), caller.start_prepare(self.good)
+        self.refuse(second.wait(), BUSY, "while that user is asked about")
+        self.refuse(first.wait(), UNANSWERED, "in the end")
+        assert len(authority.questions) == 1
+        authority.says = ALLOWED
+
+    def proves_what_it_unpacks(self):
+        """The image is written over while it is read, by another build's payload of the same length."""
+        builds = [toy(58, "1.5", file("lib/big", noise(8 << 20, seed))) for seed in range(2)]
+        good, evil = (sealed(build, 58, "1.5", self.place.key) for build in builds)
+        payload, other = (release.compressed(build, 1) for build in builds)
+        assert len(payload) == len(other) and good.endswith(payload)
+        evil = good[:-len(payload)] + other
+        self.refuse(self.bus.caller(ONE).prepare(self.put("evil", evil)), DAMAGED, "another's payload")
+        flips = self.put("flips", good)
+        handle, is_over = os.open(flips, os.O_WRONLY), threading.Event()
+
+        def flip():
+            while not is_over.is_set():
+                os.pwrite(handle, evil, 0)
+                os.pwrite(handle, good, 0)
+
+        thread = threading.Thread(target=flip)
+        thread.start()
+        try:
+            for _ in range(8):
+                make_root(self.root, 57)
+                answer = self.bus.caller(ONE).prepare(flips)
+                self.cases += 1
+                assert answer.error in (DONE, DAMAGED), answer
+                if answer.error == DONE:
+                    assert (self.root / "builds/58/lib/big").read_bytes() == noise(8 << 20, 0), "evil bytes"
+                else:
+                    self.expect_untouched("flipped")
+        finally:
+            is_over.set()
+            thread.join()
+            os.close(handle)
+
+    def ends_a_build_that_hangs(self):
+        answer, _ = self.hang(self.hasty, 1)
+        self.expect(answer.wait(), "The update could not be read in time.", "hangs")
+        self.expect_ended(1)
+        self.expect(self.bus.caller(ONE).prepare(self.good), DONE, "and the next")
+
+    def says_when_a_worker_crashes(self):
+        answer, worker = self.hang(self.bus, 2)
+        variables = {line.split(b"=")[0] for line in pathlib.Path(f"/proc/{worker}/environ").read_bytes().split(b"\0")}
+        assert variables <= {b"PATH", b"LANG", b""}, f"the worker is steered by {variables}"
+        os.kill(worker, signal.SIGKILL)
+        self.expect(answer.wait(), "The update could not be unpacked.", "killed")
+        self.expect_ended(2)
+        self.expect(self.bus.caller(ONE).prepare(self.good), DONE, "and the next")
+
+    def leaves_no_worker_behind(self):
+        answer, _ = self.hang(self.bus, 3)
+        os.kill(self.bus.service(), signal.SIGKILL)
+        self.cases += 1
+        assert answer.wait().failure, f"a refusal, where nobody answered: {answer}"
+        self.expect_ended(3)
+        wait_until(lambda: not self.bus.has_service(), "the bus knows")
+        self.expect(self.bus.caller(ONE).prepare(self.good), DONE, "and the next, by another service")
+
+    def serves_each_user_in_turn(self):
+        one, other = self.bus.caller(ONE), self.bus.caller(OTHER)
+        jobs = [one.start_prepare(self.good)]
+        if IS_ROOT:
+            jobs.append(other.start_prepare(self.good))
+        for job in jobs:
+            self.expect(job.wait(), DONE, "prepare")
+        for job in [caller.start("InstallWithTarget") for caller in {one, other}]:
+            self.expect(job.wait(), DONE, "install")
+        assert current(self.root) == 58
+
+    def lets_no_user_keep_out_another(self):
+        """While one user's build is on trial."""
+        first, worker = self.hang(self.bus, 4)
+        flood = [self.bus.caller(ONE).start_prepare(self.good) for _ in range(200)]
+        other = self.bus.caller(OTHER).start_prepare(self.good) if IS_ROOT else None
+        for answer in flood:
+            assert answer.wait().error == BUSY, answer
+        self.cases += 1
+        assert not other or not other.arrived.is_set(), f"before its turn: {other}"
+        os.kill(worker, signal.SIGKILL)
+        self.expect(first.wait(), "The update could not be unpacked.", "the one that hung")
+        if other:
+            self.expect(other.wait(), DONE, "the other user")
+
+    def keeps_what_runs(self):
+        caller, kept = self.bus.caller(ONE), None
+        for build in 58, 59, 60, 61:
+            image = self.put("image", self.place.image(build, "1.5"))
+            self.expect(caller.prepare(image, build), DONE, f"prepare {build}")
+            self.expect(caller.install(), DONE, f"install {build}")
+            if build == 58:
+                kept = open(self.root / "builds/58/manifest.json")
+                fcntl.flock(kept, fcntl.LOCK_SH)
+        assert names(self.root / "builds") == ["58", "60", "61"], names(self.root / "builds")
+        kept.close()
+        self.expect(caller.install(), DONE, "install once more")
+        assert names(self.root / "builds") == ["60", "61"], names(self.root / "builds")
+
+    def says_what_is_wrong_with_the_disk(self):
+        if not may_mount():
+            raise Skipped("needs the right to mount")
+        # Less than what an update leaves to others, and none at all.
+        for options, error in [
+                ("size=40m", f"There is not enough room for the update on the disk of {self.root}."),
+                ("ro", "The update could not be stored: Read-only file system.")]:
+            owner = f"uid={KEEPER},gid={KEEPER},mode=755"
+            shutil.rmtree(self.root)
+            self.root.mkdir()
+            subprocess.run(["mount", "-t", "tmpfs", "-o", f"{options},{owner}", "tmpfs", self.root], check=True)
+            try:
+                self.expect(self.bus.caller(ONE).prepare(self.good), error, options)
+            finally:
+                subprocess.run(["umount", self.root], check=True)
+
+    def leaves_when_there_is_nothing_to_do(self):
+        brief = Bus(self.place, "brief", "--idle", "1")
+        process = subprocess.Popen([*brief.command, "--idle", "1"])
+        assert process.wait(PATIENCE) == 0, "idle"
+        for _ in range(20):  # also when a call comes just then: what is not served by one is by the next
+            self.expect(brief.caller(KEEPER).install(), DONE, "just then")
+        brief.end()
+        lasting = Bus(self.place, "lasting")
+        process = subprocess.Popen(lasting.command)
+        wait_until(lasting.has_service, "it serves")
+        lasting.end()
+        assert process.wait(PATIENCE) == 0, "its bus has gone"
+        assert subprocess.run(lasting.command, stderr=subprocess.PIPE).returncode == 3, "there is no bus"
+        self.cases += 3
+
+    def run(self, chosen):
+        wrong = 0
+        tests = [name for name, value in vars(Attacks).items() if not name.startswith("_") and name.count("_") > 1
+                 and value.__code__.co_argcount == 1]
+        for name in tests if not chosen else chosen:
+            self.fresh()
+            began, before = time.monotonic(), self.cases
+            try:
+                getattr(self, name)()
+                print(f"ok      {name}: {self.cases - before} cases ({time.monotonic() - began:.1f} s)", flush=True)
+            except Skipped as skipped:
+                print(f"skipped {name}: {skipped}", flush=True)
+            except AssertionError as failure:
+                wrong += 1
+                for worker in self.workers():  # which would make the next ones fail
+                    os.kill(worker, signal.SIGKILL)
+                print(f"FAILED  {name}: {failure}", flush=True)
+        print(f"{self.cases} cases, {wrong} wrong")
+        self.bus.end()
+        self.hasty.end()
+        return wrong
+
+
+def main():
+    enter_own_place()
+    sys.exit(bool(Attacks(Place()).run(sys.argv[1:])))
+
+
+main()

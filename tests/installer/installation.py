@@ -1,0 +1,135 @@
+"""A root with builds in it, images made with the publisher's own program, and the installer under test.
+
+Root is told neither another place nor another key, so the installer runs as a user without privileges here; whoever
+runs the tests as root has them in a mount namespace, on a disk in memory that every user may reach.
+"""
+import hashlib
+import importlib.machinery
+import importlib.util
+import os
+import pathlib
+import pwd
+import shutil
+import subprocess
+import sys
+import tempfile
+
+TOP = pathlib.Path(__file__).resolve().parents[2]
+IS_ROOT = os.geteuid() == 0
+# Who runs the installer, to whom its root belongs, and two who call it: a bus takes only users whom the system knows, and
+# these every Debian has and nothing uses.
+KEEPER, ONE, OTHER = [pwd.getpwnam(name).pw_uid if IS_ROOT else os.geteuid() for name in ("games", "news", "uucp")]
+PLACE, MAY_MOUNT = "PALVERA_INSTALLER_TEST_PLACE", "PALVERA_INSTALLER_TEST_MAY_MOUNT"
+
+
+def load(name, path):
+    loader = importlib.machinery.SourceFileLoader(name, str(path))
+    module = importlib.util.module_from_spec(importlib.util.spec_from_loader(name, loader))
+    loader.exec_module(module)
+    return module
+
+
+release = load("release_image", TOP / "scripts/release-image")
+
+
+def enter_own_place():
+    """Runs the rest of the script in a process with a folder of its own, which may mount there if we may at all."""
+    if PLACE in os.environ:
+        return
+    folder = tempfile.mkdtemp(prefix="palvera-installer-", dir="/var/tmp" if IS_ROOT else None)
+    unshare = ["unshare", "--mount", "--propagation", "private"]
+    if not IS_ROOT or subprocess.run([*unshare, "true"], capture_output=True).returncode:
+        unshare = []
+    variables = {PLACE: folder, MAY_MOUNT: "yes" if unshare else ""}
+    try:
+        sys.exit(subprocess.run([*unshare, sys.executable, "-B", *sys.argv], env=os.environ | variables).returncode)
+    finally:
+        shutil.rmtree(folder, ignore_errors=True)
+
+
+def may_mount():
+    return bool(os.environ[MAY_MOUNT])
+
+
+class Place:
+    """The folder of this run, with copies of the programs that every user may start."""
+
+    def __init__(self):
+        self.path = pathlib.Path(os.environ[PLACE])
+        if may_mount():
+            subprocess.run(["mount", "-t", "tmpfs", "tmpfs", self.path], check=True)
+        self.path.chmod(0o755)
+        self.installer = self.copy(os.environ["PALVERA_INSTALLER"])
+        self.key, self.other_key = self.make_key("key.pem"), self.make_key("other.pem")
+        self.public_key = release.public_key(self.key)
+
+    def copy(self, path):
+        return pathlib.Path(shutil.copy(path, self.path))
+
+    def make_key(self, name):
+        path = self.path / name
+        subprocess.run(["openssl", "genpkey", "-algorithm", "ed25519", "-out", path], check=True)
+        path.chmod(0o644)
+        return path
+
+    def image(self, build, version, *extra, script=None, key=None, **change):
+        return sealed(toy(build, version, *extra, script=script), build, version, key or self.key, **change)
+
+
+def file(name, data=b"", mode=0o644):
+    return release.entry(name, mode, size=len(data)), data
+
+
+def noise(size, seed):
+    return hashlib.shake_128(str(seed).encode()).digest(size)
+
+
+def toy(build, version, *extra, script=None):
+    """The tar of a small build: a program that passes its trial, libraries and a link."""
+    script = script or f"[ \"$1\" = --self-test ] && echo 'Palvera {version} ({build})'"
+    return release.archive([
+        (release.entry("bin", 0o755, release.tarfile.DIRTYPE), b""),
+        file("bin/palvera", f"#!/bin/sh\n{script}\n".encode(), 0o755),
+        (release.entry("lib", 0o755, release.tarfile.DIRTYPE), b""),
+        file("lib/one.so.1", noise(1_500_000, build)),
+        file("lib/two.so.1", noise(3000, build + 1)),
+        (release.entry("lib/one.so", 0o777, release.tarfile.SYMTYPE, "one.so.1"), b""),
+        *extra])
+
+
+def sealed(tar, build, version, key, **change):
+    payload = release.compressed(tar, 1)
+    return release.image(release.manifest_of(tar, payload, version, build) | change, payload, key)
+
+
+def make_root(root, *builds):
+    """What there is before an update: the builds, of which the last is the current one."""
+    shutil.rmtree(root, ignore_errors=True)
+    for build in builds:
+        folder = root / "builds" / str(build)
+        folder.mkdir(parents=True)
+        with release.tarfile.open(fileobj=release.io.BytesIO(toy(build, "1.4"))) as tar:
+            tar.extractall(folder)
+        (folder / "manifest.json").write_text(f'{{"build": "{build}"}}')
+    (root / "current").symlink_to(f"builds/{builds[-1]}")
+    if IS_ROOT and os.geteuid() == 0:
+        for path in [root, *root.rglob("*")]:
+            os.lchown(path, KEEPER, KEEPER)
+
+
+def digest(folder):
+    """Of every name, kind, mode and byte in a folder, save for the manifest."""
+    whole = hashlib.sha256()
+    for path in sorted(folder.rglob("*")):
+        if path.name != "manifest.json":
+            content = os.readlink(path).encode() if path.is_symlink() else path.read_bytes() if path.is_file() else b""
+            whole.update(f"{path.relative_to(folder)} {path.lstat().st_mode:o} {len(content)}\n".encode() + content)
+    return whole.hexdigest()
+
+
+def names(folder):
+    return sorted(path.name for path in folder.iterdir()) if folder.exists() else []
+
+
+def current(root):
+    return int(os.readlink(root / "current").removeprefix("builds/"))
