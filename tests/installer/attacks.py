@@ -26,7 +26,8 @@ NOT_RUNNING = "The update does not run on this computer."
 OLDER = "The update is older than the copy on this computer."
 STRANGE = "The update holds something that does not belong there."
 UNANSWERED = "Nobody could be asked whether updates may be installed on this computer."
-HANGING = "exec sleep 98765.{0}"  # a number by which it can be found
+# Numbers by which they can be found. The one is killed with the worker, the other is not by itself.
+HANGING, HANGING_CHILD = "exec sleep 98765.{0}", "sleep 98765.{0} & wait"
 
 
 class Skipped(Exception):
@@ -76,11 +77,11 @@ class Attacks:
     def workers(self):
         return list(self.processes("--worker", str(self.root)))
 
-    def hang(self, bus, number, user=ONE):
+    def hang(self, bus, number, script=HANGING_CHILD):
         """A job whose build hangs on trial, and its worker."""
-        script = HANGING.format(number)
+        script = script.format(number)
         image = self.put(f"hangs {number}", self.place.image(58, "1.5", script=script))
-        answer = bus.caller(user).start_prepare(image)
+        answer = bus.caller(ONE).start_prepare(image)
         wait_until(lambda: self.processes("sleep", f"98765.{number}"), "the build is on trial")
         return answer, self.workers()[0]
 
@@ -233,7 +234,7 @@ class Attacks:
         self.expect(self.bus.caller(ONE).prepare(self.good), DONE, "and the next")
 
     def leaves_no_worker_behind(self):
-        answer, _ = self.hang(self.bus, 3)
+        answer, _ = self.hang(self.bus, 3, HANGING)
         os.kill(self.bus.service(), signal.SIGKILL)
         self.cases += 1
         assert answer.wait().failure, f"a refusal, where nobody answered: {answer}"
