@@ -2,34 +2,21 @@
 never without its sandbox: where the tests do, the script starts itself over as a user who may do nothing."""
 import json
 import os
-import pathlib
 import shlex
 import shutil
 import subprocess
-import sys
 import tempfile
 import time
 
+import nobody
 import support
+from nobody import skip
 from support import wait_until
 
 PROGRAM = shutil.which("chromium")
-NOBODY = 65534
-# The display's server needs a folder that everybody may use.
-OPEN_TMP = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs -o mode=1777 tmpfs /tmp && exec "$@"', "sh"]
 # It would talk to its makers: nothing leaves this machine.
 ALONE = ("--disable-background-networking --disable-component-update --disable-sync --disable-quic "
          "--host-resolver-rules='MAP * ~NOTFOUND, EXCLUDE localhost'")
-DROP = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"]
-
-
-def skip(reason):
-    print(f"skipped: {reason}")
-    sys.exit(77)
-
-
-def can_run(*command):
-    return subprocess.run([*map(str, command)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
 
 
 def require_sandbox():
@@ -42,30 +29,8 @@ def require_sandbox():
 
 
 def leave_root():
-    """Goes on in another process, with the programs and scripts where that user can read them."""
-    if os.geteuid() != 0:
-        return require_sandbox()
-    here = pathlib.Path(sys.argv[0]).resolve().parent
-    for folder in tempfile.gettempdir(), "/var/tmp", "/dev/shm":
-        place = pathlib.Path(tempfile.mkdtemp(prefix="palvera-nobody-", dir=folder))
-        os.chown(place, NOBODY, NOBODY)
-        if can_run(*DROP, "test", "-w", place):
-            break
-        place.rmdir()
-    else:
-        skip("no folder for temporary files is open to other users")
-    opened = [] if os.stat("/tmp").st_mode & 1 else OPEN_TMP
-    if opened and not can_run(*opened, "true"):
-        skip("/tmp is closed to other users")
-    try:
-        shutil.copytree(here, place / "scripts")
-        moved = {name: shutil.copy(os.environ[name], place) for name in ("PALVERA", "PALVERA_CLI", "PALVERA_LOCAL_PLATFORM")}
-        homes = {"HOME": str(place), "TMPDIR": str(place), "XDG_RUNTIME_DIR": str(place)}
-        command = [*opened, *DROP, sys.executable, "-B", *[f"-W{each}" for each in sys.warnoptions],
-                   place / "scripts" / pathlib.Path(sys.argv[0]).name, *sys.argv[1:]]
-        sys.exit(subprocess.run(command, env=os.environ | homes | moved, cwd=place).returncode)
-    finally:
-        shutil.rmtree(place)
+    nobody.leave_root("PALVERA", "PALVERA_CLI", "PALVERA_LOCAL_PLATFORM")
+    require_sandbox()
 
 
 class Chromium:

@@ -61,14 +61,15 @@ class Desktop:
 
     BUTTON = "push button|button"
 
-    def __init__(self, workspace, address):
-        self.environment = os.environ | support.homes(workspace.path / "home", address) | {
+    def __init__(self, workspace, address, program=DESKTOP, home="home"):
+        self.program = program
+        self.environment = os.environ | support.homes(workspace.path / home, address) | {
             "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QUICK_BACKEND": "software"}
         self.errors = workspace.path / "errors"
 
     def __enter__(self):
         with open(self.errors, "wb") as errors:
-            self.process = subprocess.Popen([DESKTOP], env=self.environment, stderr=errors)
+            self.process = subprocess.Popen([self.program], env=self.environment, stderr=errors)
         # No window manager gives the window the keyboard.
         self.focus()
         return self

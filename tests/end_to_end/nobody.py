@@ -1,0 +1,54 @@
+"""Scripts that are not to run as root: started by root, they go on as a user who may do nothing."""
+import os
+import pathlib
+import shutil
+import subprocess
+import sys
+import tempfile
+
+NOBODY = 65534
+# The display's server needs a folder that everybody may use.
+OPEN_TMP = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs -o mode=1777 tmpfs /tmp && exec "$@"', "sh"]
+SMALL_DISK = pathlib.Path("/tmp/small") # of 16 MiB, for everybody
+WITH_SMALL_DISK = ["unshare", "--mount", "sh", "-c", "mount -t tmpfs -o mode=1777 tmpfs /tmp && mkdir /tmp/small && "
+                   'mount -t tmpfs -o mode=1777,size=16m tmpfs /tmp/small && exec "$@"', "sh"]
+DROP = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"]
+
+
+def skip(reason):
+    print(f"skipped: {reason}")
+    sys.exit(77)
+
+
+def can_run(*command):
+    return subprocess.run([*map(str, command)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
+
+
+def leave_root(*variables, small_disk=False):
+    """Goes on in another process, with the scripts, and the programs that these variables name, where that user can
+    read them. A small disk, if it can be had, is that at SMALL_DISK."""
+    if os.geteuid() != 0:
+        return
+    here = pathlib.Path(sys.argv[0]).resolve().parent
+    for folder in tempfile.gettempdir(), "/var/tmp", "/dev/shm":
+        place = pathlib.Path(tempfile.mkdtemp(prefix="palvera-nobody-", dir=folder))
+        os.chown(place, NOBODY, NOBODY)
+        if can_run(*DROP, "test", "-w", place):
+            break
+        place.rmdir()
+    else:
+        skip("no folder for temporary files is open to other users")
+    opened = [] if os.stat("/tmp").st_mode & 1 else OPEN_TMP
+    if opened and not can_run(*opened, "true"):
+        skip("/tmp is closed to other users")
+    if small_disk and can_run(*WITH_SMALL_DISK, "true"):
+        opened = WITH_SMALL_DISK
+    try:
+        shutil.copytree(here, place / "scripts")
+        moved = {name: shutil.copy(os.environ[name], place) for name in variables}
+        homes = {"HOME": str(place), "TMPDIR": str(place), "XDG_RUNTIME_DIR": str(place)}
+        command = [*opened, *DROP, sys.executable, "-B", *[f"-W{each}" for each in sys.warnoptions],
+                   place / "scripts" / pathlib.Path(sys.argv[0]).name, *sys.argv[1:]]
+        sys.exit(subprocess.run(command, env=os.environ | homes | moved, cwd=place).returncode)
+    finally:
+        shutil.rmtree(place)

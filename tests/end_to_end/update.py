@@ -1,0 +1,283 @@
+#!/usr/bin/python3
+"""The program brings itself up to date, in a copy of a user's own: build 1 runs, build 2 is published. And what can go
+wrong on the way, after each of which there is a program that runs."""
+import importlib.machinery
+import importlib.util
+import json
+import os
+import pathlib
+import shutil
+import signal
+import subprocess
+
+import nobody
+import support
+
+PROGRAMS = "PALVERA", "PALVERA_NEXT", "PALVERA_LAUNCHER", "PALVERA_INSTALLER"
+nobody.leave_root(*PROGRAMS, "PALVERA_CLI", "PALVERA_LOCAL_PLATFORM", "PALVERA_RELEASE_IMAGE", small_disk=True)
+
+from desktop_programs import Desktop, Display, install_portal # noqa: E402: as that user
+from support import Client, Platform, Workspace, expect_filed, wait_until # noqa: E402
+
+CURRENT, NEXT, LAUNCHER, INSTALLER = (pathlib.Path(os.environ[name]) for name in PROGRAMS)
+NAME = "example.palvera.Palvera.Installer"
+PART, ROW = 1 << 20, "salt-row-1"
+
+
+def load(path):
+    loader = importlib.machinery.SourceFileLoader("release_image", str(path))
+    module = importlib.util.module_from_spec(importlib.util.spec_from_loader("release_image", loader))
+    loader.exec_module(module)
+    return module
+
+
+release = load(os.environ["PALVERA_RELEASE_IMAGE"])
+
+
+class Copy:
+    """The root of a copy, the publisher's key, and what they publish. What a build does is in a script before its
+    program, since a trial has an environment of its own."""
+
+    def __init__(self, workspace, name="copy"):
+        self.path, self.root = workspace.path, workspace.path / name
+        self.key = self.path / "key.pem"
+        if not self.key.exists():
+            self.make_key(self.key)
+        self.make_build(self.root / "builds/1", CURRENT)
+        (self.root / "builds/1/manifest.json").write_text(json.dumps({"version": "0.1.0", "build": "1"}))
+        (self.root / "current").symlink_to("builds/1")
+        for program, place in (LAUNCHER, "bin/palvera"), (INSTALLER, "libexec/palvera-installer"):
+            (self.root / place).parent.mkdir()
+            shutil.copy(program, self.root / place)
+        self.offer_installer()
+
+    @staticmethod
+    def make_key(path):
+        subprocess.run(["openssl", "genpkey", "-algorithm", "ed25519", "-out", path], check=True)
+
+    @staticmethod
+    def make_build(folder, program, before=""):
+        (folder / "bin").mkdir(parents=True)
+        subprocess.run(["strip", "-o", folder / "bin/palvera.real", program], check=True)
+        script = folder / "bin/palvera"
+        script.write_text("#!/bin/sh\n"
+                          f"export LSAN_OPTIONS='{os.environ.get('LSAN_OPTIONS', '')}'\n"
+                          '[ "$1" = --self-test ] && export ASAN_OPTIONS=detect_leaks=0\n'
+                          f'{before}\nexec "$0.real" "$@"\n')
+        script.chmod(0o755)
+
+    def publish(self, before="", key=None, name="Palvera-0.2.0.dmg"):
+        """An image of build 2, which does what `before` says before it starts."""
+        folder, image = self.path / "next", self.path / name
+        shutil.rmtree(folder, ignore_errors=True)
+        self.make_build(folder, NEXT, before)
+        tar = release.archive(release.entries_of(folder))
+        payload = release.compressed(tar, level=1)
+        image.write_bytes(release.image(release.manifest_of(tar, payload, "0.2.0", "2"), payload, key or self.key))
+        return image
+
+    def offer_installer(self):
+        """To the bus of a display that is started later."""
+        services = self.path / "share/dbus-1/services"
+        services.mkdir(parents=True, exist_ok=True)
+        (services / f"{NAME}.service").write_text(
+            f"[D-BUS Service]\nName={NAME}\nExec={self.root}/libexec/palvera-installer --session --key "
+            f"{release.public_key(self.key)}\n")
+        if str(self.path) not in os.environ.get("XDG_DATA_DIRS", ""):
+            os.environ["XDG_DATA_DIRS"] = f"{self.path}/share:" + os.environ.get("XDG_DATA_DIRS", "/usr/local/share:/usr/share")
+
+    def hide_installer(self):
+        (self.path / f"share/dbus-1/services/{NAME}.service").unlink()
+        subprocess.run(["dbus-send", "--session", "--dest=org.freedesktop.DBus", "--print-reply", "/org/freedesktop/DBus",
+                        "org.freedesktop.DBus.ReloadConfig"], check=True, stdout=subprocess.DEVNULL)
+
+    def current(self):
+        return os.readlink(self.root / "current")
+
+    def processes(self, program):
+        """Those that run this program of the copy."""
+        def runs(process):
+            try:
+                return os.readlink(process / "exe") == str(self.root / program)
+            except OSError:
+                return False
+        return [int(process.name) for process in pathlib.Path("/proc").iterdir() if process.name.isdigit() and runs(process)]
+
+    def end(self):
+        for program in ("libexec/palvera-installer", *(f"builds/{build}/bin/palvera.real" for build in (1, 2))):
+            for process in self.processes(program):
+                os.kill(process, signal.SIGKILL)
+
+
+class Started(Desktop):
+    """The program, by its launcher. It may be followed by another process."""
+
+    def __init__(self, workspace, copy, platform, **options):
+        super().__init__(workspace, platform.address, program=copy.root / "bin/palvera", **options)
+
+
+def button(desktop, name, *others):
+    """The name of the button that there is in the end, of these."""
+    return wait_until(lambda: next((text for kind, text, _ in desktop.items()
+                                    if kind in desktop.BUTTON.split("|") and text in (name, *others)), None), f"{name} is shown")
+
+
+def update(desktop):
+    """As far as "Restart"; what kept it from that, else."""
+    desktop.activate(desktop.BUTTON, "Install")
+    if button(desktop, "Restart", "Retry update") == "Restart":
+        return "ready"
+    return desktop.find(desktop.BUTTON, "Retry update").get_description()
+
+
+def about(desktop):
+    desktop.activate(desktop.BUTTON, "Account")
+    desktop.activate("menu item", "About Palvera")
+    version = wait_until(lambda: next((text for _, text, _ in desktop.items() if text.startswith("Version ")), None), "About")
+    desktop.activate(desktop.BUTTON, "Close")
+    return version
+
+
+def restarted_in_the_middle_of_an_upload_which_is_resumed():
+    with Workspace() as workspace:
+        copy = Copy(workspace)
+        file = workspace.make_file("film.mov", 60 * PART + 123)
+        install_portal(workspace, file)
+        options = ["--part-size", str(PART), "--update", str(copy.publish()), "--update-build", "2"]
+        try:
+            with (Display(), Platform(workspace, *options, "--bytes-per-second", "700000") as platform,
+                  Started(workspace, copy, platform) as desktop):
+                client = Client(workspace, platform.address)
+                desktop.sign_in(support.EMAIL, support.PASSWORD)
+                desktop.open("Northlight Pictures", "Salt", "Picture master")
+                platform.break_with({"operation": "image", "times": 0, "action": "none", "bytesPerSecond": 200_000_000})
+                assert update(desktop) == "ready"
+                desktop.activate(desktop.BUTTON, "Choose a file")
+                wait_until(lambda: platform.stored_parts(ROW) > 10, "parts in storage")
+                desktop.focus()
+                desktop.activate(desktop.BUTTON, "Restart")
+                desktop.find(".*", "A transfer is still moving. Uploads stop and wait under Interrupted, and pick up from the "
+                                   "part they reached.")
+                desktop.press("Tab", "Return")  # past "Not yet"
+                assert desktop.process.wait(support.PATIENCE) == 0
+                platform.kill()
+                platform.options = options
+                platform.start()
+                desktop.find("heading", "Choose a client")
+                assert about(desktop) == "Version 0.2.0 (2)"
+                assert copy.current() == "builds/2" and not (workspace.path / "home/cache/Palvera/Update").exists()
+                assert (workspace.path / "home/state/Palvera/start").read_text().startswith("2 ")
+                desktop.activate(desktop.BUTTON, "Transfers")
+                desktop.activate("page tab", "Interrupted")
+                desktop.activate(desktop.BUTTON, "Resume")
+                wait_until(lambda: platform.is_filed(ROW, file) and not client.journal(ROW), "the file is filed")
+                assert len(platform.uploads(ROW)) == 1, "it was not resumed but sent again"
+                expect_filed(platform, client, ROW, file)
+                process, = copy.processes("builds/2/bin/palvera.real")
+                desktop.focus()
+                desktop.press("ctrl+q")
+                wait_until(lambda: not pathlib.Path(f"/proc/{process}").exists(), "it ends")
+                assert (workspace.path / "home/state/Palvera/start").read_text() == "2 works\n"
+                assert desktop.errors.read_text() == "", desktop.errors.read_text()
+        finally:
+            copy.end()
+
+
+def what_goes_wrong_is_said_and_leaves_the_build_that_runs():
+    with Workspace() as workspace:
+        copy = Copy(workspace)
+        copy.make_key(workspace.path / "other.pem")
+        image = copy.publish()
+        genuine = image.read_bytes()
+
+        def hang(platform):
+            image.write_bytes(copy.publish('[ "$1" = --self-test ] && sleep 600', name="slow.dmg").read_bytes())
+
+        def forge(platform):
+            image.write_bytes(copy.publish(key=workspace.path / "other.pem", name="forged.dmg").read_bytes())
+
+        def cut(platform):
+            platform.break_with({"operation": "image", "after": 1, "action": "reset-mid-body", "bytes": 1_000_000})
+
+        rows = [("", lambda platform: None, "ready"),
+                ("forged", forge, "The update is not signed by Palvera."),
+                ("cut", cut, "The connection was cut."),
+                ("killed", hang, "The installer did not answer: Message recipient disconnected from message bus without replying"),
+                ("full", lambda platform: None, "There is not enough room on the disk for the update of "),
+                ("missing", lambda platform: copy.hide_installer(), "The installer is missing from this copy of the app.")]
+        try:
+            with Display(), Platform(workspace, "--update", str(image), "--update-build", "2") as platform:
+                for name, prepare, text in rows:
+                    image.write_bytes(genuine)
+                    platform.break_with()
+                    prepare(platform)
+                    desktop = Started(workspace, copy, platform, home=name or "home")
+                    if name == "full":
+                        if not nobody.SMALL_DISK.exists():
+                            print("        no small disk can be had", flush=True)
+                            continue
+                        desktop.environment["XDG_CACHE_HOME"] = str(nobody.SMALL_DISK)
+                    with desktop:
+                        if name == "killed":
+                            desktop.activate(desktop.BUTTON, "Install")
+                            button(desktop, "Checking")
+                            for process in copy.processes("libexec/palvera-installer"):
+                                os.kill(process, signal.SIGKILL)
+                            said = desktop.find(desktop.BUTTON, "Retry update").get_description()
+                        else:
+                            said = update(desktop)
+                        assert said.startswith(text), f"{name}: {said}"
+                        assert copy.current() == "builds/1"
+                        assert desktop.process.poll() is None
+                    shutil.rmtree(copy.root / "builds/2", ignore_errors=True)
+        finally:
+            copy.end()
+
+
+def a_build_that_dies_is_left_for_the_one_before():
+    with Workspace() as workspace:
+        copy = Copy(workspace)
+        image = copy.publish('[ "$1" = --self-test ] || exit 1')
+        try:
+            with Display(), Platform(workspace, "--update", str(image), "--update-build", "2") as platform:
+                with Started(workspace, copy, platform) as desktop:
+                    assert update(desktop) == "ready"
+                    desktop.activate(desktop.BUTTON, "Restart")
+                    failed = desktop.find(desktop.BUTTON, "Retry update")
+                    assert failed.get_description() == "The new build did not start."
+                    assert desktop.process.poll() is None and copy.current() == "builds/2"
+                    desktop.quit()
+                start = [copy.root / "bin/palvera"]
+                assert subprocess.run(start, env=desktop.environment).returncode == 1  # the second time
+                with Started(workspace, copy, platform) as desktop:
+                    desktop.sign_in(support.EMAIL, support.PASSWORD)
+                    desktop.find("heading", "Choose a client")
+                    assert desktop.says("Palvera 0.2.0 did not start on this computer, so 0.1.0 runs instead.")
+                    reads = platform.state()["requests"]["feed"]
+                    assert reads > 0 and not desktop.says("Install"), "it is offered again"
+                    assert desktop.start_again() == 0
+                    desktop.quit()
+                assert (workspace.path / "home/state/Palvera/start").read_text() == "2 2\n"
+        finally:
+            copy.end()
+
+
+def two_programs_of_one_copy_are_updated_one_after_the_other():
+    with Workspace() as workspace:
+        copy = Copy(workspace)
+        try:
+            with (Display(), Platform(workspace, "--update", str(copy.publish()), "--update-build", "2") as platform,
+                  Started(workspace, copy, platform) as one, Started(workspace, copy, platform, home="other") as other):
+                for left in 1, 0:  # of which it does not matter which is found first
+                    wait_until(lambda: len([name for _, name, _ in one.items() if name == "Install"]) == left + 1, "pills")
+                    assert update(one) == "ready"
+                    one.activate(one.BUTTON, "Restart")
+                    wait_until(lambda: len(copy.processes("builds/1/bin/palvera.real")) == left
+                               and len(copy.processes("builds/2/bin/palvera.real")) == 2 - left, "the next build runs")
+                    assert copy.current() == "builds/2" and (copy.root / "builds/1/bin/palvera").exists()
+                assert one.process.wait() == other.process.wait() == 0
+        finally:
+            copy.end()
+
+
+support.main()
