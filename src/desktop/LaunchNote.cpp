@@ -49,7 +49,10 @@ void LaunchNote::forget() const
 
 void LaunchNote::setWorking(long long build) const
 {
-    if (m_isCounted)
+    if (!m_isCounted)
+        return;
+    const auto last = StartRecord::read(StartRecord::path());
+    if (!last || last->build == build) // not of a newer one that was started meanwhile, as the one to follow
         StartRecord::write(StartRecord::path(), StartRecord{.build = build});
 }
 

@@ -77,6 +77,10 @@ TEST(LaunchNoteTest, takesWhatTheLauncherLeftAndAnswersInItsFile)
     EXPECT_EQ(StartRecord::read(path), (StartRecord{57, 1}));
     note.setWorking(57);
     EXPECT_EQ(StartRecord::read(path), (StartRecord{57, 0}));
+    StartRecord::write(path, StartRecord{58, 1}); // of a newer one that was started meanwhile
+    note.setWorking(57);
+    EXPECT_EQ(StartRecord::read(path), (StartRecord{58, 1}));
+    StartRecord::write(path, StartRecord{57, 0});
     const auto none = LaunchNote::take(); // a program that no launcher started says nothing
     none.forget();
     none.setWorking(99);

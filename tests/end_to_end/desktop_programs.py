@@ -196,7 +196,7 @@ def install_portal(workspace, file):
     portal when it is asked for. The file that says what it was asked.
     """
     services, said = workspace.path / "share" / "dbus-1" / "services", workspace.path / "portal"
-    services.mkdir(parents=True)
+    services.mkdir(parents=True, exist_ok=True)
     (services / "org.freedesktop.portal.Desktop.service").write_text(
         "[D-BUS Service]\nName=org.freedesktop.portal.Desktop\n"
         f"Exec=/usr/bin/python3 {pathlib.Path(__file__).with_name('portal.py')} '{file}' '{said}'\n")

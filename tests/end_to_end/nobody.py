@@ -9,9 +9,9 @@ import tempfile
 NOBODY = 65534
 # The display's server needs a folder that everybody may use.
 OPEN_TMP = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs -o mode=1777 tmpfs /tmp && exec "$@"', "sh"]
-SMALL_DISK = pathlib.Path("/tmp/small") # of 16 MiB, for everybody
+SMALL_DISK = pathlib.Path("/tmp/small") # of 4 MiB, for everybody
 WITH_SMALL_DISK = ["unshare", "--mount", "sh", "-c", "mount -t tmpfs -o mode=1777 tmpfs /tmp && mkdir /tmp/small && "
-                   'mount -t tmpfs -o mode=1777,size=16m tmpfs /tmp/small && exec "$@"', "sh"]
+                   'mount -t tmpfs -o mode=1777,size=4m tmpfs /tmp/small && exec "$@"', "sh"]
 DROP = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"]
 
 

@@ -201,7 +201,7 @@ def what_goes_wrong_is_said_and_leaves_the_build_that_runs():
 
         rows = [("", lambda platform: None, "ready"),
                 ("forged", forge, "The update is not signed by Palvera."),
-                ("cut", cut, "The connection was cut."),
+                ("cut", cut, "The connection was lost."),
                 ("killed", hang, "The installer did not answer: Message recipient disconnected from message bus without replying"),
                 ("full", lambda platform: None, "There is not enough room on the disk for the update of "),
                 ("missing", lambda platform: copy.hide_installer(), "The installer is missing from this copy of the app.")]
@@ -276,6 +276,7 @@ def two_programs_of_one_copy_are_updated_one_after_the_other():
                                and len(copy.processes("builds/2/bin/palvera.real")) == 2 - left, "the next build runs")
                     assert copy.current() == "builds/2" and (copy.root / "builds/1/bin/palvera").exists()
                 assert one.process.wait() == other.process.wait() == 0
+                copy.end()
         finally:
             copy.end()
 
