@@ -130,6 +130,12 @@ def update(desktop):
     return desktop.find(desktop.BUTTON, "Retry update").get_description()
 
 
+def window(*command):
+    """Of the main window, what xdotool says of it or does to it."""
+    return subprocess.run(["xdotool", "search", "--onlyvisible", "--name", "Palvera", *command], check=True, text=True,
+                          stdout=subprocess.PIPE, timeout=support.PATIENCE).stdout
+
+
 def about(desktop):
     desktop.activate(desktop.BUTTON, "Account")
     desktop.activate("menu item", "About Palvera")
@@ -155,6 +161,7 @@ def restarted_in_the_middle_of_an_upload_which_is_resumed():
                 desktop.activate(desktop.BUTTON, "Choose a file")
                 wait_until(lambda: platform.stored_parts(ROW) > 10, "parts in storage")
                 desktop.focus()
+                window("windowsize", "--sync", "1001", "701")
                 desktop.activate(desktop.BUTTON, "Restart")
                 desktop.find(".*", "A transfer is still moving. Uploads stop and wait under Interrupted, and pick up from the "
                                    "part they reached.")
@@ -165,6 +172,7 @@ def restarted_in_the_middle_of_an_upload_which_is_resumed():
                 platform.start()
                 desktop.find("heading", "Choose a client")
                 assert about(desktop) == "Version 0.2.0 (2)"
+                assert "1001x701" in window("getwindowgeometry"), "the window is not where it was"
                 assert copy.current() == "builds/2" and not (workspace.path / "home/cache/Palvera/Update").exists()
                 assert (workspace.path / "home/state/Palvera/start").read_text().startswith("2 ")
                 desktop.activate(desktop.BUTTON, "Transfers")
