@@ -56,6 +56,8 @@ void requireDone(int result)
 BuildsFolder::BuildsFolder(const QString& root)
     : m_path(root), m_root(::open(QFile::encodeName(root).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))
 {
+    if (m_root.number() < 0 && errno != ENOENT)
+        throwNotStored();
     requireOwn(m_root);
     m_work = makeFolder(m_root, ".work", 0711); // the build on trial is started from in there by nobody
     m_builds = makeFolder(m_root, "builds", 0755);

@@ -138,7 +138,7 @@ INSTANTIATE_TEST_SUITE_P(Attacks, StrangeContent,
                              {"link that climbs out", {{"lib/out", "../../victim", AE_IFLNK}}},
                              {"link that climbs out behind a name", {{"lib/out", "deep/../../../victim", AE_IFLNK}}},
                              {"link that climbs out from where another leads",
-                              {{"lib/deep/up", "../..", AE_IFLNK}, {"out", "lib/deep/up/../victim", AE_IFLNK}}},
+                              {{"lib/deep/up", "../..", AE_IFLNK}, {"lib/out", "deep/up/../victim", AE_IFLNK}}},
                              {"link to nothing", {{"lib/out", "", AE_IFLNK}}},
                              {"file over a link", {{"lib/link", "new", AE_IFLNK}, {"lib/link", "evil"}}},
                              {"file through a folder's link", {{"link", "lib", AE_IFLNK}, {"link/new", "evil"}}},
@@ -195,6 +195,7 @@ TEST_F(UnpackTest, holdsExactlyAsMuchAsTheManifestSays)
         manifest.files += moreFiles;
         manifest.unpackedSize += moreBytes;
         EXPECT_EQ(unpackAll(manifest, archiveOf(items)), Refusal::strangeContent) << name;
+        EXPECT_LE(namesIn(m_build).size(), manifest.files) << name;
         for (const auto& left : namesIn(m_build))
             QFile::remove(m_build + '/' + left);
     }

@@ -25,9 +25,15 @@ NOT_HERE = "The update is for another kind of computer."
 NOT_RUNNING = "The update does not run on this computer."
 OLDER = "The update is older than the copy on this computer."
 STRANGE = "The update holds something that does not belong there."
+UNSIGNED = "The update is not signed by Palvera."
 UNANSWERED = "Nobody could be asked whether updates may be installed on this computer."
-# Numbers by which they can be found. The one is killed with the worker, the other is not by itself.
-HANGING, HANGING_CHILD = "exec sleep 98765.{0}", "sleep 98765.{0} & wait"
+# How long they hang tells them apart. The one is killed with the worker, the other is not by itself.
+HANGING, HANGING_CHILD = "exec sleep {0}", "sleep {0} & wait"
+
+
+def duration(number):
+    """Of a sleep, unlike that of any other."""
+    return f"9{os.getpid()}.{number}"
 
 
 class Skipped(Exception):
@@ -79,14 +85,14 @@ class Attacks:
 
     def hang(self, bus, number, script=HANGING_CHILD):
         """A job whose build hangs on trial, and its worker."""
-        script = script.format(number)
+        script = script.format(duration(number))
         image = self.put(f"hangs {number}", self.place.image(58, "1.5", script=script))
         answer = bus.caller(ONE).start_prepare(image)
-        wait_until(lambda: self.processes("sleep", f"98765.{number}"), "the build is on trial")
+        wait_until(lambda: self.processes("sleep", duration(number)), "the build is on trial")
         return answer, self.workers()[0]
 
     def expect_ended(self, number):
-        wait_until(lambda: not self.processes("sleep", f"98765.{number}") and not self.workers(), "all of it has ended")
+        wait_until(lambda: not self.processes("sleep", duration(number)) and not self.workers(), "all of it has ended")
 
     # What is tried.
 
@@ -106,8 +112,8 @@ class Attacks:
         caller, announced = self.bus.caller(ONE), {"build": "58", "version": "1.5"}
         junk = release.manifest_of(toy(58, "1.5"), noise(5000, 1), "1.5", 58)
         for what, data, error, options in [
-                ("other key", image(58, "1.5", key=self.place.other_key), "The update is not signed by Palvera.", {}),
-                ("manifest altered", good.replace(b'"build":"58"', b'"build":"59"'), "The update is not signed by Palvera.", {}),
+                ("other key", image(58, "1.5", key=self.place.other_key), UNSIGNED, {}),
+                ("manifest altered", good.replace(b'"build":"58"', b'"build":"59"'), UNSIGNED, {}),
                 ("payload altered", good[:-50] + bytes([good[-50] ^ 1]) + good[-49:], DAMAGED, {}),
                 ("cut short", good[:-1], "The update is incomplete.", {}),
                 ("empty", b"", DAMAGED, {}),
@@ -121,6 +127,8 @@ class Attacks:
                 ("a number announced, no text", good, NOT_ANNOUNCED, {"build": 58}),
                 ("nothing announced", good, NOT_ANNOUNCED, {"build": "", "version": ""}),
                 ("file of the manifest's name", image(58, "1.5", file("manifest.json", b"{}")), STRANGE, {}),
+                ("hard link with bytes", image(58, "1.5", (release.entry(
+                    "lib/hard", 0o644, release.tarfile.LNKTYPE, "bin/palvera", 5), b"bytes")), STRANGE, {}),
                 ("climbs out", image(58, "1.5", file("../../../evil")), STRANGE, {}),
                 ("no program", sealed(release.archive([file("lib", b"x")]), 58, "1.5", key), NOT_RUNNING, {}),
                 ("says another number", image(58, "1.5", script="echo 'Palvera 1.5 (59)'"), NOT_RUNNING, {})]:

@@ -3,6 +3,7 @@
 Root is told neither another place nor another key, so the installer runs as a user without privileges here; whoever
 runs the tests as root has them in a mount namespace, on a disk in memory that every user may reach.
 """
+import errno
 import hashlib
 import importlib.machinery
 import importlib.util
@@ -10,15 +11,19 @@ import os
 import pathlib
 import pwd
 import shutil
+import struct
 import subprocess
 import sys
 import tempfile
+
+from call_classes import CLASSES
 
 TOP = pathlib.Path(__file__).resolve().parents[2]
 IS_ROOT = os.geteuid() == 0
 # Who runs the installer, to whom its root belongs, and two who call it: a bus takes only users whom the system knows, and
 # these every Debian has and nothing uses.
 KEEPER, ONE, OTHER = [pwd.getpwnam(name).pw_uid if IS_ROOT else os.geteuid() for name in ("games", "news", "uucp")]
+IMAGE = 3  # the descriptor on which a worker finds it
 PLACE, MAY_MOUNT = "PALVERA_INSTALLER_TEST_PLACE", "PALVERA_INSTALLER_TEST_MAY_MOUNT"
 
 
@@ -60,6 +65,7 @@ class Place:
             subprocess.run(["mount", "-t", "tmpfs", "tmpfs", self.path], check=True)
         self.path.chmod(0o755)
         self.installer = self.copy(os.environ["PALVERA_INSTALLER"])
+        self.failing_calls = self.copy(os.environ["PALVERA_FAILING_CALLS"])
         self.key, self.other_key = self.make_key("key.pem"), self.make_key("other.pem")
         self.public_key = release.public_key(self.key)
 
@@ -71,6 +77,21 @@ class Place:
         subprocess.run(["openssl", "genpkey", "-algorithm", "ed25519", "-out", path], check=True)
         path.chmod(0o644)
         return path
+
+    def hand_over_image(self):
+        """Opens an image of build 58 where the workers find it."""
+        path = self.path / "image"
+        path.write_bytes(self.image(58, "1.5"))
+        os.dup2(os.open(path, os.O_RDONLY), IMAGE)
+
+    def run_worker(self, root, job, counts, fault=None, **options):
+        """One job of the installer, which meets `fault`; `counts` then says how many calls of each class there were."""
+        counts.write_bytes(bytes(8 * len(CLASSES)))
+        counts.chmod(0o666)
+        faults = {"LD_PRELOAD": str(self.failing_calls), "PALVERA_FAULT_COUNTS": str(counts)}
+        faults |= {"PALVERA_FAULT": fault} if fault else {}
+        words = self.installer, "--worker", job, root, "1.5", "58", "--root", root, "--key", self.public_key
+        return subprocess.run(words, pass_fds=[IMAGE], capture_output=True, text=True, env=os.environ | faults, **options)
 
     def image(self, build, version, *extra, script=None, key=None, **change):
         return sealed(toy(build, version, *extra, script=script), build, version, key or self.key, **change)
@@ -118,17 +139,32 @@ def make_root(root, *builds):
 
 
 def digest(folder):
-    """Of every name, kind, mode and byte in a folder, save for the manifest."""
+    """Of every name, kind, mode and byte in a folder."""
     whole = hashlib.sha256()
     for path in sorted(folder.rglob("*")):
-        if path.name != "manifest.json":
-            content = os.readlink(path).encode() if path.is_symlink() else path.read_bytes() if path.is_file() else b""
-            whole.update(f"{path.relative_to(folder)} {path.lstat().st_mode:o} {len(content)}\n".encode() + content)
+        content = os.readlink(path).encode() if path.is_symlink() else path.read_bytes() if path.is_file() else b""
+        whole.update(f"{path.relative_to(folder)} {path.lstat().st_mode:o} {len(content)}\n".encode() + content)
     return whole.hexdigest()
 
 
 def names(folder):
     return sorted(path.name for path in folder.iterdir()) if folder.exists() else []
+
+
+def read_counts(counts):
+    return dict(zip(CLASSES, struct.unpack(f"{len(CLASSES)}Q", counts.read_bytes())))
+
+
+def faults_at(counts, classes, ways):
+    """Each way of failing at each call that `counts` tells of, as the preloaded library takes it."""
+    return [f"{name}:{number}:{getattr(errno, way, way)}"
+            for name in classes for number in range(1, counts[name] + 1) for way in ways]
+
+
+def check_whole(root, truth):
+    assert digest(root / "current/") == truth[current(root)], "current leads to half a build"
+    for name in names(root / "builds"):
+        assert digest(root / "builds" / name) == truth[int(name)], f"half a build {name}"
 
 
 def current(root):
