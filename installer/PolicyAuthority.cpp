@@ -43,6 +43,7 @@ PolicyAuthority::Verdict verdictOf(const QDBusMessage& reply)
     bool isAllowed = false;
     result.beginStructure();
     result >> isAllowed;
+    result.endStructure(); // frees what the beginning has taken
     return isAllowed ? PolicyAuthority::Verdict::allowed : PolicyAuthority::Verdict::refused;
 }
 

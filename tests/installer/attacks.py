@@ -3,6 +3,7 @@
 answered is a text for them, `current` leads to the build that it led to, and the next one who asks is served.
 """
 import fcntl
+import json
 import os
 import pathlib
 import shutil
@@ -13,8 +14,8 @@ import threading
 import time
 
 from bus import REFUSED, SILENT, ALLOWED, NAME, PATIENCE, Bus, wait_until
-from installation import (IS_ROOT, KEEPER, ONE, OTHER, Place, current, enter_own_place, file, make_root, may_mount, names, noise,
-                          release, sealed, toy)
+from installation import (IS_ROOT, KEEPER, ONE, OTHER, TOP, Place, current, digest, enter_own_place, file, make_root,
+                          may_mount, names, noise, release, sealed, toy)
 
 DONE = ""
 BUSY = "Another update is under way on this computer. Try again in a minute."
@@ -105,6 +106,24 @@ class Attacks:
             self.expect(caller.install(), DONE, "install")
             assert current(self.root) == 58
         self.expect(caller.prepare(self.good), DONE, "prepare what is installed")
+
+    def takes_what_the_publisher_makes(self):
+        folder, made = self.place.path / "folder", []
+        script = "case $1 in --version | --self-test) echo 'Palvera 1.5 (58)' ;; esac"
+        with release.tarfile.open(fileobj=release.io.BytesIO(toy(58, "1.5", script=script))) as tar:
+            tar.extractall(folder)
+        for time_of_change in 1, 2:
+            os.utime(folder / "bin/palvera", (time_of_change, time_of_change))
+            output = self.place.path / f"output {time_of_change}"
+            subprocess.run([TOP / "scripts/release-image", self.place.key, folder, output, "--url",
+                            "https://downloads.example/palvera/"], check=True, stdout=subprocess.DEVNULL)
+            made.append((output / "Palvera-1.5.dmg").read_bytes())
+        assert made[0] == made[1], "the same build gives other bytes"
+        assert json.loads((output / "latest.json").read_text()) == {
+            "version": "1.5", "build": "58", "url": "https://downloads.example/palvera/Palvera-1.5.dmg"}
+        self.expect(self.bus.caller(ONE).prepare(output / "Palvera-1.5.dmg"), DONE, "prepare")
+        (self.root / "builds/58/manifest.json").unlink()
+        assert digest(self.root / "builds/58") == digest(folder), "another build than was published"
 
     def judges_the_image(self):
         image, key = self.place.image, self.place.key
@@ -337,9 +356,9 @@ class Attacks:
                 for worker in self.workers():  # which would make the next ones fail
                     os.kill(worker, signal.SIGKILL)
                 print(f"FAILED  {name}: {failure}", flush=True)
-        print(f"{self.cases} cases, {wrong} wrong")
         self.bus.end()
         self.hasty.end()
+        print(f"{self.cases} cases, {wrong} wrong")
         return wrong
 
 

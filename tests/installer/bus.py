@@ -55,9 +55,11 @@ class Bus:
                         place.public_key, "--bus", self.address]
         words = " ".join(map(str, [*self.command, *options]))
         (self.folder / "services/installer.service").write_text(f"[D-BUS Service]\nName={NAME}\nExec={words}\n")
-        self.daemon = subprocess.Popen(["dbus-daemon", f"--config-file={self.folder}/bus.conf", "--nofork",
-                                        "--print-address"], stdout=subprocess.PIPE,
-                                       env=os.environ | {"STEERED": "yes", "LD_BIND_NOW": "1"})
+        self.errors = self.folder / "errors"  # of the bus and of all that it has started
+        with open(self.errors, "wb") as errors:
+            self.daemon = subprocess.Popen(
+                ["dbus-daemon", f"--config-file={self.folder}/bus.conf", "--nofork", "--print-address"],
+                stdout=subprocess.PIPE, stderr=errors, env=os.environ | {"STEERED": "yes"})
         self.daemon.stdout.readline()
         self.connection = connect(self.address)
         self.authority = Authority(self.connection)
@@ -84,9 +86,13 @@ class Bus:
         for caller in self.callers.values():
             caller.process.stdin.close()
             caller.process.wait()
+        service = pathlib.Path(f"/proc/{self.service()}/cmdline") if self.has_service() else None
         self.connection.close_sync()
-        self.daemon.kill()  # and the installer goes with its bus
+        self.daemon.kill()
         self.daemon.wait()
+        wait_until(lambda: not service or not service.exists() or not service.read_bytes(), "it goes with its bus")
+        said = self.errors.read_text()
+        assert "Sanitizer" not in said and "runtime error:" not in said, said
 
 
 class Authority:

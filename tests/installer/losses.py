@@ -102,7 +102,7 @@ def main():
     for job, fault in faults:
         try:
             lose(disk, truth, job, fault)
-        except AssertionError as failure:
+        except (AssertionError, OSError) as failure:
             wrong += 1
             print(f"{job} {fault or 'done'}: {failure}", flush=True)
     print(f"{len(faults)} losses, {wrong} wrong")
