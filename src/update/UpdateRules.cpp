@@ -65,6 +65,11 @@ bool isNewer(const QString& offered, const QString& running)
     return number && *number > json::parseInteger(running).value_or(0);
 }
 
+QString plainNumber(const QString& build)
+{
+    return QString::number(json::parseInteger(build).value_or(0));
+}
+
 bool isSameBuild(const QString& one, const QString& other)
 {
     const auto number = json::parseInteger(one);

@@ -11,6 +11,8 @@ std::optional<Updater::Release> decodeRelease(const QByteArray& body);
 /// Whether the build `offered` is above the one that runs, by their numbers. An offer that is no number never is; a
 /// running build that is none counts as 0.
 bool isNewer(const QString& offered, const QString& running);
+/// The number of a build as an image spells it: without a sign or zeros before it.
+QString plainNumber(const QString& build);
 /// Whether both are one number.
 bool isSameBuild(const QString& one, const QString& other);
 /// Such as "1.4 (57)"; "0" for what is missing.

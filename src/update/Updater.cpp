@@ -180,7 +180,8 @@ Task<void> Updater::downloadAndPrepare(Release release)
     }
     setPhase(Preparing{});
     const auto error = co_await ask([&](PVInstallerProtocol& installer, PVInstallerProtocol::Reply reply) {
-        installer.prepareWithImage(image, m_environment.target, {release.version, release.build}, std::move(reply));
+        installer.prepareWithImage(image, m_environment.target, {release.version, plainNumber(release.build)},
+                                   std::move(reply));
     });
     co_await callOn(m_environment.disk, [this] { removeImageFolder(imageFolder()); });
     error.isEmpty() ? setPhase(Ready{}) : fail(error);

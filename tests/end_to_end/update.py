@@ -21,7 +21,8 @@ from support import Client, Platform, Workspace, expect_filed, wait_until # noqa
 
 CURRENT, NEXT, LAUNCHER, INSTALLER = (pathlib.Path(os.environ[name]) for name in PROGRAMS)
 NAME = "example.palvera.Palvera.Installer"
-PART, ROW = 1 << 20, "salt-row-1"
+PART = 1 << 20
+ROWS = {"salt-row-1": "Picture master", "salt-row-5": "5.1 surround mix"}
 
 
 def load(path):
@@ -144,7 +145,7 @@ def about(desktop):
     return version
 
 
-def restarted_in_the_middle_of_an_upload_which_is_resumed():
+def restarted_in_the_middle_of_two_uploads_which_are_resumed():
     with Workspace() as workspace:
         copy = Copy(workspace)
         file = workspace.make_file("film.mov", 60 * PART + 123)
@@ -155,15 +156,19 @@ def restarted_in_the_middle_of_an_upload_which_is_resumed():
                   Started(workspace, copy, platform) as desktop):
                 client = Client(workspace, platform.address)
                 desktop.sign_in(support.EMAIL, support.PASSWORD)
-                desktop.open("Northlight Pictures", "Salt", "Picture master")
+                desktop.open("Northlight Pictures", "Salt")
                 platform.break_with({"operation": "image", "times": 0, "action": "none", "bytesPerSecond": 200_000_000})
                 assert update(desktop) == "ready"
-                desktop.activate(desktop.BUTTON, "Choose a file")
-                wait_until(lambda: platform.stored_parts(ROW) > 10, "parts in storage")
+                for row in ROWS.values():
+                    desktop.open(row)
+                    desktop.activate(desktop.BUTTON, "Choose a file")
+                    desktop.find("heading|label|static|text", "Uploading")
+                    desktop.activate(desktop.BUTTON, "Deliverables")
+                wait_until(lambda: all(platform.stored_parts(row) > 5 for row in ROWS), "parts in storage")
                 desktop.focus()
                 window("windowsize", "--sync", "1001", "701")
                 desktop.activate(desktop.BUTTON, "Restart")
-                desktop.find(".*", "A transfer is still moving. Uploads stop and wait under Interrupted, and pick up from the "
+                desktop.find(".*", "2 transfers are still moving. Uploads stop and wait under Interrupted, and pick up from the "
                                    "part they reached.")
                 desktop.press("Tab", "Return")  # past "Not yet"
                 assert desktop.process.wait(support.PATIENCE) == 0
@@ -177,10 +182,12 @@ def restarted_in_the_middle_of_an_upload_which_is_resumed():
                 assert (workspace.path / "home/state/Palvera/start").read_text().startswith("2 ")
                 desktop.activate(desktop.BUTTON, "Transfers")
                 desktop.activate("page tab", "Interrupted")
-                desktop.activate(desktop.BUTTON, "Resume")
-                wait_until(lambda: platform.is_filed(ROW, file) and not client.journal(ROW), "the file is filed")
-                assert len(platform.uploads(ROW)) == 1, "it was not resumed but sent again"
-                expect_filed(platform, client, ROW, file)
+                for _ in ROWS:
+                    desktop.activate(desktop.BUTTON, "Resume")
+                for row in ROWS:
+                    wait_until(lambda: platform.is_filed(row, file) and not client.journal(row), "the file is filed")
+                    assert len(platform.uploads(row)) == 1, "it was not resumed but sent again"
+                    expect_filed(platform, client, row, file)
                 process, = copy.processes("builds/2/bin/palvera.real")
                 desktop.focus()
                 desktop.press("ctrl+q")
