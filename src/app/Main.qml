@@ -46,8 +46,12 @@ Window {
     }
 
     Shortcut {
+        context: Qt.ApplicationShortcut // in the window of the transfers, too
         sequence: "Ctrl+U"
-        onActivated: root.model.about.checkForUpdates()
+        onActivated: {
+            root.requestActivate();
+            root.model.about.checkForUpdates();
+        }
     }
 
     Shortcut {

@@ -114,7 +114,10 @@ TEST_F(UpdatesTest, ctrlUChecksWhereverOneIsAndSaysWhatCameOfIt)
     feed.clear();
     start();
     openClients();
+    transfers().setPanelOpen(true);
+    goToPanel();
     screen.press(Qt::Key_U, Qt::ControlModifier);
+    goToMainWindow();
     expectAlert("Updates of this copy come with those of the system.");
 }
 
