@@ -89,8 +89,8 @@ class Attacks:
         script = script.format(duration(number))
         image = self.put(f"hangs {number}", self.place.image(58, "1.5", script=script))
         answer = bus.caller(ONE).start_prepare(image)
-        wait_until(lambda: self.processes("sleep", duration(number)), "the build is on trial")
-        return answer, self.workers()[0]
+        wait_until(lambda: answer.arrived.is_set() or self.processes("sleep", duration(number)), "the build is on trial")
+        return answer, next(iter(self.workers()), None)
 
     def expect_ended(self, number):
         wait_until(lambda: not self.processes("sleep", duration(number)) and not self.workers(), "all of it has ended")
