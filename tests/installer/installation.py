@@ -64,6 +64,7 @@ class Place:
         if may_mount():
             subprocess.run(["mount", "-t", "tmpfs", "tmpfs", self.path], check=True)
         self.path.chmod(0o755)
+        os.environ.pop("TSAN_OPTIONS", None)  # it names a file that other users may not be able to read
         self.installer = self.copy(os.environ["PALVERA_INSTALLER"])
         self.failing_calls = self.copy(os.environ["PALVERA_FAILING_CALLS"])
         self.key, self.other_key = self.make_key("key.pem"), self.make_key("other.pem")
