@@ -1,4 +1,5 @@
 """A bus of one's own with the installer on it, callers of several users, and an authority that says who may."""
+import atexit
 import itertools
 import json
 import os
@@ -60,6 +61,7 @@ class Bus:
             self.daemon = subprocess.Popen(
                 ["dbus-daemon", f"--config-file={self.folder}/bus.conf", "--nofork", "--print-address"],
                 stdout=subprocess.PIPE, stderr=errors, env=os.environ | {"STEERED": "yes"})
+        atexit.register(self.daemon.kill)
         self.daemon.stdout.readline()
         self.connection = connect(self.address)
         self.authority = Authority(self.connection)
