@@ -85,7 +85,7 @@ bool Succession::take(const QByteArray& message)
     const auto token = QJsonDocument::fromJson(message).object().value(key);
     if (!token.isString())
         return false;
-    if (!m_token.isEmpty() && token.toString().toLatin1() == m_token)
+    if (token.toString().toLatin1() == m_token)
         m_isHere = true;
     return true;
 }
