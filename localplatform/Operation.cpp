@@ -61,4 +61,47 @@ std::optional<Operation> operationNamed(const QString& name)
     return std::nullopt;
 }
 
+bool changesState(Operation operation)
+{
+    switch (operation) {
+    case Operation::password:
+    case Operation::migrate:
+    case Operation::login:
+    case Operation::verify:
+    case Operation::totp:
+    case Operation::passkey:
+    case Operation::redeem:
+    case Operation::logout:
+    case Operation::start:
+    case Operation::binStart:
+    case Operation::complete:
+    case Operation::abort:
+    case Operation::asset:
+        return true;
+    case Operation::unknown:
+    case Operation::methods:
+    case Operation::config:
+    case Operation::me:
+    case Operation::resend:
+    case Operation::forgot:
+    case Operation::passkeyOptions:
+    case Operation::webStart:
+    case Operation::orgs:
+    case Operation::projects:
+    case Operation::deliverables:
+    case Operation::assets:
+    case Operation::bin:
+    case Operation::binDownload:
+    case Operation::assetUrl:
+    case Operation::parts:
+    case Operation::progress:
+    case Operation::put:
+    case Operation::get:
+    case Operation::feed:
+    case Operation::image:
+        break;
+    }
+    return false;
+}
+
 } // namespace palvera::local

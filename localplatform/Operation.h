@@ -48,5 +48,7 @@ enum class Operation {
 /// The name that fault files use, such as "bin-start".
 QByteArray nameOf(Operation operation);
 std::optional<Operation> operationNamed(const QString& name);
+/// Whether it leaves something that must survive a restart of the platform.
+bool changesState(Operation operation);
 
 } // namespace palvera::local

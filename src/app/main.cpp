@@ -105,6 +105,61 @@ QByteArray updateFeed(const API& api)
     return !published.isEmpty() && api.isServiceNamed() ? feedBeside(api.serviceBase().origin) : published;
 }
 
+/// What an updater stands on in this process.
+class UpdateMeans {
+public:
+    UpdateMeans(Clock& clock, const Connections& connections, const LaunchNote& note)
+        : m_clock(clock),
+          m_connections(connections),
+          m_failedBuild(QString::fromLatin1(note.fellBackFrom())),
+          m_copy(QCoreApplication::applicationDirPath()),
+          m_succession(clock),
+          m_workspace(m_succession, m_copy.launcher()),
+          m_http(connections.engine.executor())
+    {
+        m_copy.hold();
+    }
+
+    Updater::Environment environment(const Executor& main, const Folders& folders)
+    {
+        return {.main = main,
+                .disk = m_connections.engine.executor(),
+                .clock = m_clock,
+                .http = m_http,
+                .workspace = m_workspace,
+                .feed = updateFeed(m_connections.api),
+                .version = QStringLiteral(PALVERA_VERSION),
+                .build = QStringLiteral(PALVERA_BUILD),
+                .refusedBuild = m_failedBuild,
+                .caches = folders.caches,
+                .target = m_copy.root(),
+                .connect = [this] { return connectToInstaller(); }};
+    }
+    /// Why it is not the current build that runs; empty where it is.
+    QString remark() const
+    {
+        return m_failedBuild.isEmpty() ? QString() : fallBackText(m_copy.versionOf(m_failedBuild));
+    }
+    const ProgramCopy& copy() const { return m_copy; }
+    Succession& succession() { return m_succession; }
+
+private:
+    std::unique_ptr<InstallerConnection> connectToInstaller() const
+    {
+        using Bus = BusInstallerConnection::Bus;
+        return std::make_unique<BusInstallerConnection>(QStringLiteral(PALVERA_ID),
+                                                        m_copy.isOfSystem() ? Bus::system : Bus::session);
+    }
+
+    Clock& m_clock;
+    const Connections& m_connections;
+    const QString m_failedBuild;
+    ProgramCopy m_copy;
+    Succession m_succession;
+    DesktopWorkspace m_workspace;
+    HttpSession m_http;
+};
+
 int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note)
 {
     loadFonts();
@@ -123,45 +178,24 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
     TransferEngines engines(folders, clock, connections);
     DesktopNotices notices(QStringLiteral(PALVERA_ID));
     DesktopAppearance appearance(isPaletteDark());
-    ProgramCopy copy(QCoreApplication::applicationDirPath());
-    copy.hold();
-    const auto failedBuild = QString::fromLatin1(note.fellBackFrom());
-    Succession succession(clock);
-    DesktopWorkspace workspace(succession, copy.launcher());
-    HttpSession updates(connections.engine.executor());
-    const auto connectToInstaller = [&copy] {
-        const auto bus = copy.isOfSystem() ? BusInstallerConnection::Bus::system : BusInstallerConnection::Bus::session;
-        return std::make_unique<BusInstallerConnection>(QStringLiteral(PALVERA_ID), bus);
-    };
-    Application application(
-        {.api = connections.api,
-         .preferences = preferences,
-         .clock = clock,
-         .main = mainThread.executor(),
-         .isDoorAsked = isAltHeld,
-         .isWatched = [] { return QGuiApplication::focusWindow() != nullptr; },
-         .web = web,
-         .passkey = passkey,
-         .transfers = engines.environment(mainThread.executor()),
-         .updates = {.main = mainThread.executor(),
-                     .disk = connections.engine.executor(),
-                     .clock = clock,
-                     .http = updates,
-                     .workspace = workspace,
-                     .feed = updateFeed(connections.api),
-                     .version = QStringLiteral(PALVERA_VERSION),
-                     .build = QStringLiteral(PALVERA_BUILD),
-                     .refusedBuild = failedBuild,
-                     .caches = folders.caches,
-                     .target = copy.root(),
-                     .connect = connectToInstaller},
-         .notices = notices,
-         .startRemark = failedBuild.isEmpty() ? QString() : fallBackText(copy.versionOf(failedBuild))});
+    UpdateMeans updates(clock, connections, note);
+    Application application({.api = connections.api,
+                             .preferences = preferences,
+                             .clock = clock,
+                             .main = mainThread.executor(),
+                             .isDoorAsked = isAltHeld,
+                             .isWatched = [] { return QGuiApplication::focusWindow() != nullptr; },
+                             .web = web,
+                             .passkey = passkey,
+                             .transfers = engines.environment(mainThread.executor()),
+                             .updates = updates.environment(mainThread.executor(), folders),
+                             .notices = notices,
+                             .startRemark = updates.remark()});
     application.setDark(appearance.isDark());
     QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });
     arrive = [&](const Arrival& arrival) { application.arrive(arrival); };
     instance.listen([&](const QByteArray& message) {
-        if (succession.take(message))
+        if (updates.succession().take(message))
             return;
         if (const auto arrival = arrivalFrom(message))
             arrive(*arrival);
@@ -174,8 +208,8 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
     const EndSignals signals(mainThread.executor(), [] { QGuiApplication::quit(); });
     if (!application.show())
         return 1;
-    const auto setWorking = [&] { note.setWorking(copy.build()); };
-    QTimer::singleShot(provenAfter, &workspace, setWorking);
+    const auto setWorking = [&] { note.setWorking(updates.copy().build()); };
+    QTimer::singleShot(provenAfter, &mainThread, setWorking);
     const int status = QGuiApplication::exec();
     setWorking();
     return status;

@@ -35,7 +35,8 @@ LaunchNote LaunchNote::take()
 {
     LaunchNote note;
     note.m_addresses = takeAddresses();
-    note.m_fellBackFrom = takeVariable(fellBackVariable);
+    if (const auto failed = takeVariable(fellBackVariable); failed.toLongLong() > 0)
+        note.m_fellBackFrom = QByteArray::number(failed.toLongLong());
     note.m_isCounted = qEnvironmentVariableIsSet(recordBeforeVariable);
     note.m_before = StartRecord::parse(takeVariable(recordBeforeVariable).toStdString());
     return note;

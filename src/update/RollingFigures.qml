@@ -22,7 +22,7 @@ Row {
     }
 
     Repeater {
-        model: root.digits.length
+        model: root.visible ? root.digits.length : 0
 
         Item {
             id: place
