@@ -33,8 +33,12 @@ bool isMissing(const QDBusError& error)
 
 class Proxy final : public PVInstallerProtocol {
 public:
-    Proxy(QString program, QString connection, std::function<void(const InstallerTrouble&)> failed)
-        : m_program(std::move(program)), m_connection(std::move(connection)), m_failed(std::move(failed))
+    /// Questions that are open when `context` goes are forgotten.
+    Proxy(QString program, QString connection, QObject* context, std::function<void(const InstallerTrouble&)> failed)
+        : m_program(std::move(program)),
+          m_connection(std::move(connection)),
+          m_context(context),
+          m_failed(std::move(failed))
     {}
 
     void prepareWithImage(const QString& image, const QString& target, const AnnouncedBuild& announced,
@@ -65,7 +69,7 @@ private:
                                                    name + QStringLiteral("1"), operation);
         call.setArguments(arguments);
         call.setInteractiveAuthorizationAllowed(true);
-        auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, patience));
+        auto* watcher = new QDBusPendingCallWatcher(bus.asyncCall(call, patience), m_context);
         QObject::connect(watcher, &QDBusPendingCallWatcher::finished, watcher,
                          [watcher, reply = std::move(reply), failed = m_failed] {
                              watcher->deleteLater();
@@ -78,6 +82,7 @@ private:
 
     const QString m_program;
     const QString m_connection;
+    QObject* const m_context;
     const std::function<void(const InstallerTrouble&)> m_failed;
 };
 
@@ -106,7 +111,7 @@ BusInstallerConnection::~BusInstallerConnection()
 std::unique_ptr<PVInstallerProtocol>
 BusInstallerConnection::remoteObject(std::function<void(const InstallerTrouble&)> failed)
 {
-    return std::make_unique<Proxy>(m_program, m_connection, std::move(failed));
+    return std::make_unique<Proxy>(m_program, m_connection, this, std::move(failed));
 }
 
 void BusInstallerConnection::watch()

@@ -60,6 +60,7 @@ public:
     void finish()
     {
         screen.leave();
+        installer.calls.clear(); // with whoever waits for an answer
         m_running.reset();
     }
     Application& application() { return m_running->application; }

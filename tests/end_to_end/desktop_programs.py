@@ -97,7 +97,7 @@ class Desktop:
     def start_again(self):
         # It ends before Qt's D-Bus has come to what it left for the event loop, and loses track of that.
         quiet = {"ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"}
-        return subprocess.run([DESKTOP], env=self.environment | quiet, timeout=support.PATIENCE).returncode
+        return subprocess.run([self.program], env=self.environment | quiet, timeout=support.PATIENCE).returncode
 
     def items(self):
         """Everything that a screen reader finds in the window, as pairs of role and name."""
