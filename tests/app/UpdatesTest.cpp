@@ -104,9 +104,13 @@ TEST_F(UpdatesTest, aFailureIsWarnedOfAndStaysReadableInTheSheetAboutTheProgram)
 TEST_F(UpdatesTest, ctrlUChecksWhereverOneIsAndSaysWhatCameOfIt)
 {
     feed.replace("latest.json", "none.json");
+    fail(Operation::config, {.latency = 700ms});
     start();
-    screen.find(QAccessible::EditableText, "Work email");
+    screen.waitUntil([&] { return root().key() == "login"; });
     screen.press(Qt::Key_U, Qt::ControlModifier);
+    screen.waitForFocus("OK");
+    screen.find(QAccessible::EditableText, "Work email"); // which comes later, and wants the keyboard
+    screen.settle();
     expectAlert("Could not check for updates");
     screen.choose(button, "Build 1.2.3 (45)"); // the sheet, for whoever is not signed in
     waitForText("None yet: the update feed does not answer.");

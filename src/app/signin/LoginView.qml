@@ -228,7 +228,7 @@ FocusScope {
     }
 
     function takeFocus() {
-        if (face.item)
+        if (face.item && activeFocus) // and no dialog has the keyboard
             (face.item as SignInFace).takeFocus();
     }
 }
