@@ -1,11 +1,9 @@
 """A bus of one's own with the installer on it, callers of several users, and an authority that says who may."""
 import atexit
-import itertools
-import json
 import os
 import pathlib
+import socket
 import subprocess
-import sys
 import threading
 import time
 
@@ -13,9 +11,16 @@ from gi.repository import Gio, GLib
 
 from installation import IS_ROOT, KEEPER
 
-NAME = "example.palvera.Palvera.Installer"
+NAME, PATH = "example.palvera.Palvera.Installer", "/example/palvera/Palvera/Installer"
+AUTHORITY = "org.freedesktop.PolicyKit1"
 ALLOWED, REFUSED, SILENT = "allowed", "refused", "silent"
 PATIENCE = 300  # seconds; who waits longer hangs
+# Descriptors that are no image.
+KINDS = {
+    "folder": lambda: os.open("/", os.O_RDONLY), "path": lambda: os.open("/etc/passwd", os.O_PATH),
+    "socket": lambda: socket.socketpair()[0].detach(), "zeros": lambda: os.open("/dev/zero", os.O_RDONLY),
+    "pipe": lambda: os.pipe()[0], "foreign file": lambda: os.open("/etc/passwd", os.O_RDONLY),
+    "write only": lambda: os.open(f"/proc/self/fd/{os.memfd_create('file')}", os.O_WRONLY)}
 
 CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN"
  "http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd">
@@ -24,9 +29,9 @@ CONFIGURATION = """<!DOCTYPE busconfig PUBLIC "-//freedesktop//DTD D-Bus Bus Con
 <limit name="max_replies_per_connection">1000</limit></busconfig>
 """
 
-AUTHORITY = """<node><interface name="org.freedesktop.PolicyKit1.Authority"><method name="CheckAuthorization">
-<arg type="(sa{sv})" direction="in"/><arg type="s" direction="in"/><arg type="a{ss}" direction="in"/>
-<arg type="u" direction="in"/><arg type="s" direction="in"/><arg type="(bba{ss})" direction="out"/>
+QUESTIONS = f"""<node><interface name="{AUTHORITY}.Authority"><method name="CheckAuthorization">
+<arg type="(sa{{sv}})" direction="in"/><arg type="s" direction="in"/><arg type="a{{ss}}" direction="in"/>
+<arg type="u" direction="in"/><arg type="s" direction="in"/><arg type="(bba{{ss}})" direction="out"/>
 </method></interface></node>"""
 
 
@@ -39,104 +44,70 @@ def wait_until(holds, what):
     return held
 
 
-def connect(address):
-    flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
-    return Gio.DBusConnection.new_for_address_sync(address, flags, None, None)
-
-
 class Bus:
-    """The bus starts the installer at the first call, which is told `options`."""
+    """The bus starts the installer at the first call, which is told `options`. The authority on it says yes, no or
+    nothing, and keeps what it is asked."""
 
     def __init__(self, place, name, *options):
-        self.folder, self.place = place.path / name, place
+        self.folder, self.callers, self.says, self.questions = place.path / name, {}, ALLOWED, []
+        self.root, self.address = str(place.path / "root"), f"unix:path={self.folder}/socket"
         (self.folder / "services").mkdir(parents=True)
-        self.address = f"unix:path={self.folder}/socket"
         (self.folder / "bus.conf").write_text(CONFIGURATION.format(folder=self.folder))
-        self.command = [*as_user(KEEPER), place.installer, "--session", "--root", place.path / "root", "--key",
+        as_keeper = ["/usr/bin/setpriv", "--reuid", str(KEEPER), "--regid", str(KEEPER), "--clear-groups"]
+        self.command = [*(as_keeper if IS_ROOT else []), place.installer, "--session", "--root", self.root, "--key",
                         place.public_key, "--bus", self.address]
         words = " ".join(map(str, [*self.command, *options]))
         (self.folder / "services/installer.service").write_text(f"[D-BUS Service]\nName={NAME}\nExec={words}\n")
-        self.errors = self.folder / "errors"  # of the bus and of all that it has started
-        with open(self.errors, "wb") as errors:
+        with open(self.folder / "errors", "wb") as errors:  # of the bus and of all that it has started
             self.daemon = subprocess.Popen(
                 ["dbus-daemon", f"--config-file={self.folder}/bus.conf", "--nofork", "--print-address"],
                 stdout=subprocess.PIPE, stderr=errors, env=os.environ | {"STEERED": "yes"})
         atexit.register(self.daemon.kill)
         self.daemon.stdout.readline()
-        self.connection = connect(self.address)
-        self.authority = Authority(self.connection)
-        self.callers = {}
+        self.connection = self.connect(os.geteuid())
+        interface = Gio.DBusNodeInfo.new_for_xml(QUESTIONS).interfaces[0]
+        self.connection.register_object(f"/{AUTHORITY.replace('.', '/')}/Authority", interface, self.judge, None, None)
+        self.ask("RequestName", "(su)", AUTHORITY, 0)
 
-    def ask(self, method, *words):
-        values = GLib.Variant(f"({'s' * len(words)})", words) if words else None
-        return self.connection.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-                                         values, None, Gio.DBusCallFlags.NONE, -1, None).unpack()[0]
+    def connect(self, user):
+        os.seteuid(user)  # as whom the bus knows the connection from then on
+        flags = Gio.DBusConnectionFlags.AUTHENTICATION_CLIENT | Gio.DBusConnectionFlags.MESSAGE_BUS_CONNECTION
+        try:
+            return Gio.DBusConnection.new_for_address_sync(self.address, flags, None, None)
+        finally:
+            os.seteuid(os.getuid())
+
+    def judge(self, connection, sender, path, interface, method, words, invocation):
+        self.questions.append(words.unpack())
+        if self.says != SILENT:
+            invocation.return_value(GLib.Variant("((bba{ss}))", ((self.says == ALLOWED, False, {}),)))
+
+    def ask(self, method, signature, *words):
+        answer = self.connection.call_sync(
+            "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
+            GLib.Variant(signature, words), None, Gio.DBusCallFlags.NONE, -1, None)
+        return answer.unpack()[0]
 
     def has_service(self):
-        return self.ask("NameHasOwner", NAME)
+        return self.ask("NameHasOwner", "(s)", NAME)
 
     def service(self):
         """The process of the installer that serves here."""
-        return self.ask("GetConnectionUnixProcessID", NAME)
+        return self.ask("GetConnectionUnixProcessID", "(s)", NAME)
 
     def caller(self, user):
         if user not in self.callers:
-            self.callers[user] = Caller(self, user)
+            self.callers[user] = Caller(self.connect(user), self.root)
         return self.callers[user]
 
     def end(self):
-        for caller in self.callers.values():
-            caller.process.stdin.close()
-            caller.process.wait()
         service = pathlib.Path(f"/proc/{self.service()}/cmdline") if self.has_service() else None
         self.connection.close_sync()
         self.daemon.kill()
         self.daemon.wait()
         wait_until(lambda: not service or not service.exists() or not service.read_bytes(), "it goes with its bus")
-        said = self.errors.read_text()
+        said = (self.folder / "errors").read_text()
         assert "Sanitizer" not in said and "runtime error:" not in said, said
-
-
-class Authority:
-    """Says yes, no or nothing, and keeps what it is asked."""
-
-    def __init__(self, connection):
-        self.connection, self.says, self.questions = connection, ALLOWED, []
-        self.name = None
-        # Gio answers on the thread whose loop runs where the object is registered.
-        self.context, ready = GLib.MainContext.new(), threading.Event()
-        threading.Thread(target=self.serve, args=[ready], daemon=True).start()
-        ready.wait()
-        self.come()
-
-    def serve(self, ready):
-        self.context.push_thread_default()
-        interface = Gio.DBusNodeInfo.new_for_xml(AUTHORITY).interfaces[0]
-        self.connection.register_object("/org/freedesktop/PolicyKit1/Authority", interface, self.answer, None, None)
-        ready.set()
-        GLib.MainLoop.new(self.context, False).run()
-
-    def answer(self, connection, sender, path, interface, method, words, invocation):
-        self.questions.append(words.unpack())
-        if self.says != SILENT:
-            invocation.return_value(GLib.Variant("((bba{ss}))", ((self.says == ALLOWED, False, {}),)))
-
-    def request(self, method, signature, *words):
-        self.connection.call_sync("org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
-                                  GLib.Variant(signature, words), None, Gio.DBusCallFlags.NONE, -1, None)
-
-    def come(self):
-        self.request("RequestName", "(su)", "org.freedesktop.PolicyKit1", 0)
-
-    def go(self):
-        self.request("ReleaseName", "(s)", "org.freedesktop.PolicyKit1")
-
-
-def as_user(user):
-    if user == os.geteuid():
-        return []
-    assert IS_ROOT
-    return ["/usr/bin/setpriv", "--reuid", str(user), "--regid", str(user), "--clear-groups"]
 
 
 class Answer:
@@ -145,8 +116,11 @@ class Answer:
     def __init__(self):
         self.arrived, self.error, self.failure = threading.Event(), None, None
 
-    def take(self, error, failure):
-        self.error, self.failure = error, failure
+    def take(self, connection, result):
+        try:
+            self.error = connection.call_with_unix_fd_list_finish(result)[0].unpack()[0]
+        except GLib.Error as failure:
+            self.failure = failure.message
         self.arrived.set()
 
     def wait(self):
@@ -158,37 +132,31 @@ class Answer:
 
 
 class Caller:
-    def __init__(self, bus, user):
-        self.user, self.target, self.numbers = user, str(bus.place.path / "root"), itertools.count(1)
-        self.answers = {0: Answer()}
-        program = bus.place.copy(pathlib.Path(__file__).with_name("caller.py"))
-        self.process = subprocess.Popen([*as_user(user), sys.executable, "-B", program, bus.address], cwd="/", text=True,
-                                        stdin=subprocess.PIPE, stdout=subprocess.PIPE)
-        threading.Thread(target=self.read, daemon=True).start()
-        self.name = self.answers[0].wait().error
-
-    def read(self):
-        for line in self.process.stdout:
-            words = json.loads(line)
-            self.answers[words["number"]].take(words["error"], words["failure"])
-        for answer in self.answers.values():
-            if not answer.arrived.is_set():
-                answer.take(None, "the caller has ended")
+    def __init__(self, connection, root):
+        self.connection, self.root = connection, root
 
     def start(self, method, image=None, target=None, announced=None):
-        number = next(self.numbers)
-        self.answers[number] = answer = Answer()
-        words = {"number": number, "method": method, "target": self.target if target is None else target,
-                 "image": image and str(image), "announced": announced}
-        self.process.stdin.write(json.dumps(words) + "\n")
-        self.process.stdin.flush()
+        """An image is a path, or a kind of descriptor that is none."""
+        target = self.root if target is None else target
+        files, words, answer = Gio.UnixFDList(), GLib.Variant("(s)", (target,)), Answer()
+        if image:
+            handle = KINDS[image]() if image in KINDS else os.open(image, os.O_RDONLY)
+            kinds = {str: "s", int: "i"}
+            words = GLib.Variant("(hsa{sv})", (files.append(handle), target, {
+                key: GLib.Variant(kinds[type(value)], value) for key, value in announced.items()}))
+            os.close(handle)  # of which the list has a copy
+        self.connection.call_with_unix_fd_list(NAME, PATH, NAME + "1", method, words, None, Gio.DBusCallFlags.NONE,
+                                               600_000, files, None, answer.take)
         return answer
 
-    def start_prepare(self, image, build=58, version="1.5", **options):
-        return self.start("PrepareWithImage", image, **{"announced": {"build": str(build), "version": version}} | options)
+    def start_prepare(self, image, build=58, **options):
+        return self.start("PrepareWithImage", image, **{"announced": {"build": str(build), "version": "1.5"}} | options)
 
     def prepare(self, image, *words, **options):
         return self.start_prepare(image, *words, **options).wait()
 
     def install(self, **options):
         return self.start("InstallWithTarget", **options).wait()
+
+
+threading.Thread(target=GLib.MainLoop().run, daemon=True).start()  # takes the answers, and the authority's questions

@@ -5,16 +5,16 @@ runs the tests as root has them in a mount namespace, on a disk in memory that e
 """
 import errno
 import hashlib
-import importlib.machinery
-import importlib.util
 import os
 import pathlib
 import pwd
+import runpy
 import shutil
 import struct
 import subprocess
 import sys
 import tempfile
+import types
 
 from call_classes import CLASSES
 
@@ -27,14 +27,7 @@ IMAGE = 3  # the descriptor on which a worker finds it
 PLACE, MAY_MOUNT = "PALVERA_INSTALLER_TEST_PLACE", "PALVERA_INSTALLER_TEST_MAY_MOUNT"
 
 
-def load(name, path):
-    loader = importlib.machinery.SourceFileLoader(name, str(path))
-    module = importlib.util.module_from_spec(importlib.util.spec_from_loader(name, loader))
-    loader.exec_module(module)
-    return module
-
-
-release = load("release_image", TOP / "scripts/release-image")
+release = types.SimpleNamespace(**runpy.run_path(str(TOP / "scripts/release-image")))
 
 
 def enter_own_place():
@@ -82,7 +75,7 @@ class Place:
     def hand_over_image(self):
         """Opens an image of build 58 where the workers find it."""
         path = self.path / "image"
-        path.write_bytes(self.image(58, "1.5"))
+        path.write_bytes(self.image(58))
         os.dup2(os.open(path, os.O_RDONLY), IMAGE)
 
     def run_worker(self, root, job, counts, fault=None, **options):
@@ -94,8 +87,8 @@ class Place:
         words = self.installer, "--worker", job, root, "1.5", "58", "--root", root, "--key", self.public_key
         return subprocess.run(words, pass_fds=[IMAGE], capture_output=True, text=True, env=os.environ | faults, **options)
 
-    def image(self, build, version, *extra, script=None, key=None, **change):
-        return sealed(toy(build, version, *extra, script=script), build, version, key or self.key, **change)
+    def image(self, build, *extra, script=None, key=None, **change):
+        return sealed(toy(build, *extra, script=script), build, key or self.key, **change)
 
 
 def file(name, data=b"", mode=0o644):
@@ -106,9 +99,9 @@ def noise(size, seed):
     return hashlib.shake_128(str(seed).encode()).digest(size)
 
 
-def toy(build, version, *extra, script=None):
+def toy(build, *extra, script=None):
     """The tar of a small build: a program that passes its trial, libraries and a link."""
-    script = script or f"[ \"$1\" = --self-test ] && echo 'Palvera {version} ({build})'"
+    script = script or f"[ \"$1\" = --self-test ] && echo 'Palvera 1.5 ({build})'"
     return release.archive([
         (release.entry("bin", 0o755, release.tarfile.DIRTYPE), b""),
         file("bin/palvera", f"#!/bin/sh\n{script}\n".encode(), 0o755),
@@ -119,9 +112,9 @@ def toy(build, version, *extra, script=None):
         *extra])
 
 
-def sealed(tar, build, version, key, **change):
+def sealed(tar, build, key, **change):
     payload = release.compressed(tar, 1)
-    return release.image(release.manifest_of(tar, payload, version, build) | change, payload, key)
+    return release.image(release.manifest_of(tar, payload, "1.5", build) | change, payload, key)
 
 
 def make_root(root, *builds):
@@ -130,7 +123,7 @@ def make_root(root, *builds):
     for build in builds:
         folder = root / "builds" / str(build)
         folder.mkdir(parents=True)
-        with release.tarfile.open(fileobj=release.io.BytesIO(toy(build, "1.4"))) as tar:
+        with release.tarfile.open(fileobj=release.io.BytesIO(toy(build))) as tar:
             tar.extractall(folder)
         (folder / "manifest.json").write_text(f'{{"build": "{build}"}}')
     (root / "current").symlink_to(f"builds/{builds[-1]}")
@@ -166,6 +159,16 @@ def check_whole(root, truth):
     assert digest(root / "current/") == truth[current(root)], "current leads to half a build"
     for name in names(root / "builds"):
         assert digest(root / "builds" / name) == truth[int(name)], f"half a build {name}"
+
+
+def check_next_try(root, truth, run):
+    """Whatever was broken off before, both jobs go through, and nothing is left of it."""
+    check_whole(root, truth)
+    for again in "prepare", "install":
+        assert (second := run(again)).returncode == 0, f"a second {again}: {second}"
+    check_whole(root, truth)
+    left = current(root), names(root / ".work"), names(root / "builds")
+    assert left == (58, ["lock"], ["57", "58"]), left
 
 
 def current(root):

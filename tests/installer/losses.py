@@ -12,8 +12,8 @@ import struct
 import subprocess
 import sys
 
-from installation import (KEEPER, Place, check_whole, current, digest, enter_own_place, faults_at, make_root, may_mount,
-                          names, read_counts)
+from installation import (KEEPER, Place, check_next_try, current, digest, enter_own_place, faults_at, make_root,
+                          may_mount, names, read_counts)
 
 CHANGING = "sync", "rename", "unlink", "mkdir"
 STEP = 1 if os.environ.get("PALVERA_FAULTS_EACH") == "0" else 4
@@ -26,7 +26,7 @@ class Disk:
 
     def __init__(self, place):
         self.place, self.image, self.blank = place, place.path / "disk.image", place.path / "blank.image"
-        self.path, self.root = place.path / "disk", place.path / "disk/root"
+        self.path, self.root, self.counts = place.path / "disk", place.path / "disk/root", place.path / "counts"
         self.path.mkdir()
         with open(self.blank, "wb") as blank:
             blank.truncate(100 << 20)
@@ -58,14 +58,9 @@ class Disk:
         self.mount()
 
     def run(self, job, fault=None):
-        """Gives how often the job has made each call."""
-        counts = self.place.path / "counts"
-        result = self.place.run_worker(self.root, job, counts, fault, user=KEEPER, group=KEEPER, extra_groups=[])
+        result = self.place.run_worker(self.root, job, self.counts, fault, user=KEEPER, group=KEEPER, extra_groups=[])
         assert result.returncode == (-9 if fault else 0), f"{job}: {result}"
-        return read_counts(counts)
-
-    def digests(self):
-        return {int(name): digest(self.root / "builds" / name) for name in names(self.root / "builds")}
+        return result
 
 
 def lose(disk, truth, job, fault):
@@ -75,14 +70,10 @@ def lose(disk, truth, job, fault):
             disk.run("prepare")
         disk.run(job, fault)
         disk.lose_power()
-        check_whole(disk.root, truth)
         if not fault:
             assert "58" in names(disk.root / "builds"), "prepared, it said"
             assert job == "prepare" or current(disk.root) == 58, "installed, it said"
-        for again in "prepare", "install":
-            disk.run(again)
-        check_whole(disk.root, truth)
-        assert current(disk.root) == 58
+        check_next_try(disk.root, truth, disk.run)
 
 
 def main():
@@ -94,9 +85,11 @@ def main():
     place.hand_over_image()
     disk = Disk(place)
     with disk:
-        counts["prepare"] = disk.run("prepare")
-        truth = disk.digests()
-        counts["install"] = disk.run("install")
+        for job in "prepare", "install":
+            disk.run(job)
+            counts[job] = read_counts(disk.counts)
+            if job == "prepare":
+                truth = {build: digest(disk.root / "builds" / str(build)) for build in (OLDER, 57, 58)}
     faults = [(job, fault) for job in counts
               for fault in faults_at(counts[job], CHANGING, ("cut-before", "cut-after"))[::STEP] + [None]]
     for job, fault in faults:
