@@ -2,14 +2,13 @@
 
 #include "async/TaskGroup.h"
 #include "desktop/KeyTalk.h"
+#include "localplatform/softkey/Cryptography.h"
 #include "localplatform/softkey/SoftKey.h"
 #include "tests/support/LoopFixture.h"
 
 #include <boost/asio/bind_cancellation_slot.hpp>
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/io_context.hpp>
-
-#include <QCryptographicHash>
 
 #include <openssl/evp.h>
 
@@ -18,17 +17,13 @@
 namespace palvera {
 namespace {
 
+using local::sha256;
 using local::SoftKey;
 using local::SoftPasskey;
 using Kind = PasskeyPrompt::Kind;
 using namespace std::chrono_literals;
 
 const QByteArray site = "auth.palvera.example";
-
-QByteArray sha256(const QByteArray& data)
-{
-    return QCryptographicHash::hash(data, QCryptographicHash::Sha256);
-}
 
 bool isSignedBy(const PasskeyAnswer& answer, const SoftPasskey& passkey, const QByteArray& clientData)
 {

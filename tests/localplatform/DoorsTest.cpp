@@ -1,11 +1,10 @@
 #include "PlatformHarness.h"
 
+#include "localplatform/softkey/Cryptography.h"
 #include "localplatform/softkey/SoftKey.h"
 
-#include <QCryptographicHash>
 #include <QJsonDocument>
 
-#include <openssl/evp.h>
 #include <openssl/x509.h>
 
 namespace palvera::local {
@@ -16,11 +15,6 @@ using namespace std::chrono_literals;
 QByteArray text(const QByteArray& bytes)
 {
     return bytes.toBase64(QByteArray::Base64UrlEncoding | QByteArray::OmitTrailingEquals);
-}
-
-QByteArray sha256(const QByteArray& data)
-{
-    return QCryptographicHash::hash(data, QCryptographicHash::Sha256);
 }
 
 QByteArray publicKeyOf(const SoftPasskey& passkey)
@@ -50,16 +44,7 @@ struct DoorsTest : testing::Test, PlatformHarness {
                                              R"(","publicKey":")" + text(publicKeyOf(passkey)) + "\"}");
     }
 
-    QByteArray sign(const QByteArray& data) const
-    {
-        const std::unique_ptr<EVP_MD_CTX, decltype(&EVP_MD_CTX_free)> context(EVP_MD_CTX_new(), &EVP_MD_CTX_free);
-        unsigned char made[80];
-        std::size_t size = sizeof made;
-        EVP_DigestSignInit(context.get(), nullptr, EVP_sha256(), nullptr, passkey.key.get());
-        EVP_DigestSign(context.get(), made, &size, reinterpret_cast<const unsigned char*>(data.constData()),
-                       std::size_t(data.size()));
-        return {reinterpret_cast<char*>(made), qsizetype(size)};
-    }
+    QByteArray sign(const QByteArray& data) const { return signature(passkey.key.get(), data); }
     /// The answer to it, by its status and its reason, and for what it counts.
     std::string answerTo(Assertion it, std::chrono::minutes late = {})
     {
