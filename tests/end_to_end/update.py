@@ -1,14 +1,14 @@
 #!/usr/bin/python3
 """The program brings itself up to date, in a copy of a user's own: build 1 runs, build 2 is published. And what can go
 wrong on the way, after each of which there is a program that runs."""
-import importlib.machinery
-import importlib.util
 import json
 import os
 import pathlib
+import runpy
 import shutil
 import signal
 import subprocess
+import types
 
 import nobody
 import support
@@ -23,38 +23,45 @@ CURRENT, NEXT, LAUNCHER, INSTALLER = (pathlib.Path(os.environ[name]) for name in
 NAME = "example.palvera.Palvera.Installer"
 PART = 1 << 20
 ROWS = {"salt-row-1": "Picture master", "salt-row-5": "5.1 surround mix"}
-
-
-def load(path):
-    loader = importlib.machinery.SourceFileLoader("release_image", str(path))
-    module = importlib.util.module_from_spec(importlib.util.spec_from_loader("release_image", loader))
-    loader.exec_module(module)
-    return module
-
-
-release = load(os.environ["PALVERA_RELEASE_IMAGE"])
+release = types.SimpleNamespace(**runpy.run_path(os.environ["PALVERA_RELEASE_IMAGE"]))
 
 
 class Copy:
     """The root of a copy, the publisher's key, and what they publish. What a build does is in a script before its
     program, since a trial has an environment of its own."""
 
-    def __init__(self, workspace, name="copy"):
-        self.path, self.root = workspace.path, workspace.path / name
-        self.key = self.path / "key.pem"
-        if not self.key.exists():
-            self.make_key(self.key)
+    def __init__(self, workspace):
+        self.path, self.root = workspace.path, workspace.path / "copy"
+        self.key = self.make_key("key.pem")
         self.make_build(self.root / "builds/1", CURRENT)
         (self.root / "builds/1/manifest.json").write_text(json.dumps({"version": "0.1.0", "build": "1"}))
         (self.root / "current").symlink_to("builds/1")
         for program, place in (LAUNCHER, "bin/palvera"), (INSTALLER, "libexec/palvera-installer"):
             (self.root / place).parent.mkdir()
             shutil.copy(program, self.root / place)
-        self.offer_installer()
+        # Offered to the bus of a display that is started later.
+        self.service = self.path / f"share/dbus-1/services/{NAME}.service"
+        self.service.parent.mkdir(parents=True, exist_ok=True)
+        self.service.write_text(
+            f"[D-BUS Service]\nName={NAME}\nExec={self.root}/libexec/palvera-installer --session --key "
+            f"{release.public_key(self.key)}\n")
+        others = os.environ.get("XDG_DATA_DIRS", "/usr/local/share:/usr/share")
+        os.environ["XDG_DATA_DIRS"] = f"{self.path}/share:{others}"
 
-    @staticmethod
-    def make_key(path):
-        subprocess.run(["openssl", "genpkey", "-algorithm", "ed25519", "-out", path], check=True)
+    def __enter__(self):
+        return self
+
+    def __exit__(self, *unused):
+        self.end()
+
+    def end(self):
+        for program in ("libexec/palvera-installer", *(f"builds/{build}/bin/palvera.real" for build in (1, 2))):
+            for process in self.processes(program):
+                os.kill(process, signal.SIGKILL)
+
+    def make_key(self, name):
+        subprocess.run(["openssl", "genpkey", "-algorithm", "ed25519", "-out", self.path / name], check=True)
+        return self.path / name
 
     @staticmethod
     def make_build(folder, program, before=""):
@@ -67,9 +74,9 @@ class Copy:
                           f'{before}\nexec "$0.real" "$@"\n')
         script.chmod(0o755)
 
-    def publish(self, before="", key=None, name="Palvera-0.2.0.dmg"):
+    def publish(self, before="", key=None):
         """An image of build 2, which does what `before` says before it starts."""
-        folder, image = self.path / "next", self.path / name
+        folder, image = self.path / "next", self.path / "Palvera-0.2.0.dmg"
         shutil.rmtree(folder, ignore_errors=True)
         self.make_build(folder, NEXT, before)
         tar = release.archive(release.entries_of(folder))
@@ -77,18 +84,8 @@ class Copy:
         image.write_bytes(release.image(release.manifest_of(tar, payload, "0.2.0", "2"), payload, key or self.key))
         return image
 
-    def offer_installer(self):
-        """To the bus of a display that is started later."""
-        services = self.path / "share/dbus-1/services"
-        services.mkdir(parents=True, exist_ok=True)
-        (services / f"{NAME}.service").write_text(
-            f"[D-BUS Service]\nName={NAME}\nExec={self.root}/libexec/palvera-installer --session --key "
-            f"{release.public_key(self.key)}\n")
-        if str(self.path) not in os.environ.get("XDG_DATA_DIRS", ""):
-            os.environ["XDG_DATA_DIRS"] = f"{self.path}/share:" + os.environ.get("XDG_DATA_DIRS", "/usr/local/share:/usr/share")
-
     def hide_installer(self):
-        (self.path / f"share/dbus-1/services/{NAME}.service").unlink()
+        self.service.unlink()
         subprocess.run(["dbus-send", "--session", "--dest=org.freedesktop.DBus", "--print-reply", "/org/freedesktop/DBus",
                         "org.freedesktop.DBus.ReloadConfig"], check=True, stdout=subprocess.DEVNULL)
 
@@ -103,11 +100,6 @@ class Copy:
             except OSError:
                 return False
         return [int(process.name) for process in pathlib.Path("/proc").iterdir() if process.name.isdigit() and runs(process)]
-
-    def end(self):
-        for program in ("libexec/palvera-installer", *(f"builds/{build}/bin/palvera.real" for build in (1, 2))):
-            for process in self.processes(program):
-                os.kill(process, signal.SIGKILL)
 
 
 class Started(Desktop):
@@ -146,153 +138,130 @@ def about(desktop):
 
 
 def restarted_in_the_middle_of_two_uploads_which_are_resumed():
-    with Workspace() as workspace:
-        copy = Copy(workspace)
+    with Workspace() as workspace, Copy(workspace) as copy:
         file = workspace.make_file("film.mov", 60 * PART + 123)
         install_portal(workspace, file)
         options = ["--part-size", str(PART), "--update", str(copy.publish()), "--update-build", "2"]
-        try:
-            with (Display(), Platform(workspace, *options, "--bytes-per-second", "700000") as platform,
-                  Started(workspace, copy, platform) as desktop):
-                client = Client(workspace, platform.address)
-                desktop.sign_in(support.EMAIL, support.PASSWORD)
-                desktop.open("Northlight Pictures", "Salt")
-                platform.break_with({"operation": "image", "times": 0, "action": "none", "bytesPerSecond": 200_000_000})
-                assert update(desktop) == "ready"
-                for row in ROWS.values():
-                    desktop.open(row)
-                    desktop.activate(desktop.BUTTON, "Choose a file")
-                    desktop.find("heading|label|static|text", "Uploading")
-                    desktop.activate(desktop.BUTTON, "Deliverables")
-                wait_until(lambda: all(platform.stored_parts(row) > 5 for row in ROWS), "parts in storage")
-                desktop.focus()
-                window("windowsize", "--sync", "1001", "701")
-                desktop.activate(desktop.BUTTON, "Restart")
-                desktop.find(".*", "2 transfers are still moving. Uploads stop and wait under Interrupted, and pick up from the "
-                                   "part they reached.")
-                desktop.press("Tab", "Return")  # past "Not yet"
-                assert desktop.process.wait(support.PATIENCE) == 0
-                platform.kill()
-                platform.options = options
-                platform.start()
-                desktop.find("heading", "Choose a client")
-                assert about(desktop) == "Version 0.2.0 (2)"
-                assert "1001x701" in window("getwindowgeometry"), "the window is not where it was"
-                assert copy.current() == "builds/2" and not (workspace.path / "home/cache/Palvera/Update").exists()
-                assert (workspace.path / "home/state/Palvera/start").read_text().startswith("2 ")
-                desktop.activate(desktop.BUTTON, "Transfers")
-                desktop.activate("page tab", "Interrupted")
-                for _ in ROWS:
-                    desktop.activate(desktop.BUTTON, "Resume")
-                for row in ROWS:
-                    wait_until(lambda: platform.is_filed(row, file) and not client.journal(row), "the file is filed")
-                    assert len(platform.uploads(row)) == 1, "it was not resumed but sent again"
-                    expect_filed(platform, client, row, file)
-                process, = copy.processes("builds/2/bin/palvera.real")
-                desktop.focus()
-                desktop.press("ctrl+q")
-                wait_until(lambda: not pathlib.Path(f"/proc/{process}").exists(), "it ends")
-                assert (workspace.path / "home/state/Palvera/start").read_text() == "2 works\n"
-                assert desktop.errors.read_text() == "", desktop.errors.read_text()
-        finally:
-            copy.end()
+        with (Display(), Platform(workspace, *options, "--bytes-per-second", "700000") as platform,
+              Started(workspace, copy, platform) as desktop):
+            client = Client(workspace, platform.address)
+            desktop.sign_in(support.EMAIL, support.PASSWORD)
+            desktop.open("Northlight Pictures", "Salt")
+            platform.break_with({"operation": "image", "times": 0, "action": "none", "bytesPerSecond": 200_000_000})
+            assert update(desktop) == "ready"
+            for row in ROWS.values():
+                desktop.open(row)
+                desktop.activate(desktop.BUTTON, "Choose a file")
+                desktop.find("heading|label|static|text", "Uploading")
+                desktop.activate(desktop.BUTTON, "Deliverables")
+            wait_until(lambda: all(platform.stored_parts(row) > 5 for row in ROWS), "parts in storage")
+            desktop.focus()
+            window("windowsize", "--sync", "1001", "701")
+            desktop.activate(desktop.BUTTON, "Restart")
+            desktop.find(".*", "2 transfers are still moving. Uploads stop and wait under Interrupted, and pick up from the "
+                               "part they reached.")
+            desktop.press("Tab", "Return")  # past "Not yet"
+            assert desktop.process.wait(support.PATIENCE) == 0
+            platform.kill()
+            platform.options = options
+            platform.start()
+            desktop.find("heading", "Choose a client")
+            assert about(desktop) == "Version 0.2.0 (2)"
+            assert "1001x701" in window("getwindowgeometry"), "the window is not where it was"
+            assert copy.current() == "builds/2" and not (workspace.path / "home/cache/Palvera/Update").exists()
+            assert (workspace.path / "home/state/Palvera/start").read_text().startswith("2 ")
+            desktop.activate(desktop.BUTTON, "Transfers")
+            desktop.activate("page tab", "Interrupted")
+            for _ in ROWS:
+                desktop.activate(desktop.BUTTON, "Resume")
+            for row in ROWS:
+                wait_until(lambda: platform.is_filed(row, file) and not client.journal(row), "the file is filed")
+                assert len(platform.uploads(row)) == 1, "it was not resumed but sent again"
+                expect_filed(platform, client, row, file)
+            process, = copy.processes("builds/2/bin/palvera.real")
+            desktop.focus()
+            desktop.press("ctrl+q")
+            wait_until(lambda: not pathlib.Path(f"/proc/{process}").exists(), "it ends")
+            assert (workspace.path / "home/state/Palvera/start").read_text() == "2 works\n"
+            assert desktop.errors.read_text() == "", desktop.errors.read_text()
 
 
 def what_goes_wrong_is_said_and_leaves_the_build_that_runs():
-    with Workspace() as workspace:
-        copy = Copy(workspace)
-        copy.make_key(workspace.path / "other.pem")
+    with Workspace() as workspace, Copy(workspace) as copy:
+        slow = copy.publish('[ "$1" = --self-test ] && sleep 600').read_bytes()
+        forged = copy.publish(key=copy.make_key("other.pem")).read_bytes()
         image = copy.publish()
         genuine = image.read_bytes()
-
-        def hang(platform):
-            image.write_bytes(copy.publish('[ "$1" = --self-test ] && sleep 600', name="slow.dmg").read_bytes())
-
-        def forge(platform):
-            image.write_bytes(copy.publish(key=workspace.path / "other.pem", name="forged.dmg").read_bytes())
-
-        def cut(platform):
-            platform.break_with({"operation": "image", "after": 1, "action": "reset-mid-body", "bytes": 1_000_000})
-
-        rows = [("", lambda platform: None, "ready"),
-                ("forged", forge, "The update is not signed by Palvera."),
-                ("cut", cut, "The connection was lost."),
-                ("killed", hang, "The installer did not answer: Message recipient disconnected from message bus without replying"),
-                ("full", lambda platform: None, "There is not enough room on the disk for the update of "),
-                ("missing", lambda platform: copy.hide_installer(), "The installer is missing from this copy of the app.")]
-        try:
-            with Display(), Platform(workspace, "--update", str(image), "--update-build", "2") as platform:
-                for name, prepare, text in rows:
-                    image.write_bytes(genuine)
-                    platform.break_with()
-                    prepare(platform)
-                    desktop = Started(workspace, copy, platform, home=name or "home")
-                    if name == "full":
-                        if not nobody.SMALL_DISK.exists():
-                            print("        no small disk can be had", flush=True)
-                            continue
-                        desktop.environment["XDG_CACHE_HOME"] = str(nobody.SMALL_DISK)
-                    with desktop:
-                        if name == "killed":
-                            desktop.activate(desktop.BUTTON, "Install")
-                            button(desktop, "Checking")
-                            for process in copy.processes("libexec/palvera-installer"):
-                                os.kill(process, signal.SIGKILL)
-                            said = desktop.find(desktop.BUTTON, "Retry update").get_description()
-                        else:
-                            said = update(desktop)
-                        assert said.startswith(text), f"{name}: {said}"
-                        assert copy.current() == "builds/1"
-                        assert desktop.process.poll() is None
-                    shutil.rmtree(copy.root / "builds/2", ignore_errors=True)
-        finally:
-            copy.end()
+        cut = {"operation": "image", "after": 1, "action": "reset-mid-body", "bytes": 1_000_000}
+        rows = [("", genuine, "ready"),
+                ("forged", forged, "The update is not signed by Palvera."),
+                ("cut", genuine, "The connection was lost."),
+                ("killed", slow, "The installer did not answer: Message recipient disconnected from message bus without replying"),
+                ("full", genuine, "There is not enough room on the disk for the update of "),
+                ("missing", genuine, "The installer is missing from this copy of the app.")]
+        with Display(), Platform(workspace, "--update", str(image), "--update-build", "2") as platform:
+            for name, published, text in rows:
+                image.write_bytes(published)
+                platform.break_with(*[cut] if name == "cut" else [])
+                if name == "missing":
+                    copy.hide_installer()
+                desktop = Started(workspace, copy, platform, home=name or "home")
+                if name == "full":
+                    if not nobody.SMALL_DISK.exists():
+                        print("        no small disk can be had", flush=True)
+                        continue
+                    desktop.environment["XDG_CACHE_HOME"] = str(nobody.SMALL_DISK)
+                with desktop:
+                    if name == "killed":
+                        desktop.activate(desktop.BUTTON, "Install")
+                        button(desktop, "Checking")
+                        for process in copy.processes("libexec/palvera-installer"):
+                            os.kill(process, signal.SIGKILL)
+                        said = desktop.find(desktop.BUTTON, "Retry update").get_description()
+                    else:
+                        said = update(desktop)
+                    assert said.startswith(text), f"{name}: {said}"
+                    assert copy.current() == "builds/1"
+                    assert desktop.process.poll() is None
+                shutil.rmtree(copy.root / "builds/2", ignore_errors=True)
 
 
 def a_build_that_dies_is_left_for_the_one_before():
-    with Workspace() as workspace:
-        copy = Copy(workspace)
+    with Workspace() as workspace, Copy(workspace) as copy:
         image = copy.publish('[ "$1" = --self-test ] || exit 1')
-        try:
-            with Display(), Platform(workspace, "--update", str(image), "--update-build", "2") as platform:
-                with Started(workspace, copy, platform) as desktop:
-                    assert update(desktop) == "ready"
-                    desktop.activate(desktop.BUTTON, "Restart")
-                    failed = desktop.find(desktop.BUTTON, "Retry update")
-                    said = failed.get_description()
-                    assert said == "The new build did not start.", said
-                    assert desktop.process.poll() is None and copy.current() == "builds/2"
-                    desktop.quit()
-                assert desktop.start_again() == 1, "the next start, which dies too"
-                with Started(workspace, copy, platform) as desktop:
-                    desktop.sign_in(support.EMAIL, support.PASSWORD)
-                    desktop.find("heading", "Choose a client")
-                    desktop.find(".*", "Palvera 0.2.0 did not start on this computer, so 0.1.0 runs instead.")
-                    reads = platform.state()["requests"]["feed"]
-                    assert reads > 0 and not desktop.says("Install"), "it is offered again"
-                    assert desktop.start_again() == 0, "a second start, which hands over"
-                    desktop.quit()
-                assert (workspace.path / "home/state/Palvera/start").read_text() == "2 2\n"
-        finally:
-            copy.end()
+        with Display(), Platform(workspace, "--update", str(image), "--update-build", "2") as platform:
+            with Started(workspace, copy, platform) as desktop:
+                assert update(desktop) == "ready"
+                desktop.activate(desktop.BUTTON, "Restart")
+                failed = desktop.find(desktop.BUTTON, "Retry update")
+                said = failed.get_description()
+                assert said == "The new build did not start.", said
+                assert desktop.process.poll() is None and copy.current() == "builds/2"
+                desktop.quit()
+            assert desktop.start_again() == 1, "the next start, which dies too"
+            with Started(workspace, copy, platform) as desktop:
+                desktop.sign_in(support.EMAIL, support.PASSWORD)
+                desktop.find("heading", "Choose a client")
+                desktop.find(".*", "Palvera 0.2.0 did not start on this computer, so 0.1.0 runs instead.")
+                reads = platform.state()["requests"]["feed"]
+                assert reads > 0 and not desktop.says("Install"), "it is offered again"
+                assert desktop.start_again() == 0, "a second start, which hands over"
+                desktop.quit()
+            assert (workspace.path / "home/state/Palvera/start").read_text() == "2 2\n"
 
 
 def two_programs_of_one_copy_are_updated_one_after_the_other():
-    with Workspace() as workspace:
-        copy = Copy(workspace)
-        try:
-            with (Display(), Platform(workspace, "--update", str(copy.publish()), "--update-build", "2") as platform,
-                  Started(workspace, copy, platform) as one, Started(workspace, copy, platform, home="other") as other):
-                for left in 1, 0:  # of which it does not matter which is found first
-                    wait_until(lambda: len([name for _, name, _ in one.items() if name == "Install"]) == left + 1, "pills")
-                    assert update(one) == "ready"
-                    one.activate(one.BUTTON, "Restart")
-                    wait_until(lambda: len(copy.processes("builds/1/bin/palvera.real")) == left
-                               and len(copy.processes("builds/2/bin/palvera.real")) == 2 - left, "the next build runs")
-                    assert copy.current() == "builds/2" and (copy.root / "builds/1/bin/palvera").exists()
-                assert one.process.wait() == other.process.wait() == 0
-                copy.end()
-        finally:
+    with Workspace() as workspace, Copy(workspace) as copy:
+        with (Display(), Platform(workspace, "--update", str(copy.publish()), "--update-build", "2") as platform,
+              Started(workspace, copy, platform) as one, Started(workspace, copy, platform, home="other") as other):
+            for left in 1, 0:  # of which it does not matter which is found first
+                wait_until(lambda: len([name for _, name, _ in one.items() if name == "Install"]) == left + 1, "pills")
+                assert update(one) == "ready"
+                one.activate(one.BUTTON, "Restart")
+                wait_until(lambda: len(copy.processes("builds/1/bin/palvera.real")) == left
+                           and len(copy.processes("builds/2/bin/palvera.real")) == 2 - left, "the next build runs")
+                assert copy.current() == "builds/2" and (copy.root / "builds/1/bin/palvera").exists()
+            assert one.process.wait() == other.process.wait() == 0
             copy.end()
 
 
