@@ -71,8 +71,7 @@ struct RootViewTest : TransfersTest {
     int loadsDuring(std::chrono::seconds time)
     {
         auto before = client.requests().size();
-        world.run(world.clock.sleep(time));
-        world.settle();
+        world.pass(time);
         return int(std::count_if(client.requests().begin() + std::ptrdiff_t(before), client.requests().end(),
                                  [](const HttpRequest& request) { return request.url.endsWith("/deliverables"); }));
     }

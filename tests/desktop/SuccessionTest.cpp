@@ -45,41 +45,36 @@ struct SuccessionTest : testing::Test {
             end = failure.text();
         }
     }
-    void pass(std::chrono::nanoseconds time)
-    {
-        world.run(world.clock.sleep(time));
-        world.settle();
-    }
 };
 
 TEST_F(SuccessionTest, endsWithTheWordOfTheOneThatWasStartedAndOfNoOther)
 {
     EXPECT_TRUE(succession.take(Successor{.token = ""}.message())) << "though nobody waits";
     world.start(begin());
-    pass(5s);
+    world.pass(5s);
     for (const char* other : {"another", ""})
         EXPECT_TRUE(succession.take(Successor{.token = other}.message()));
     EXPECT_FALSE(succession.take(R"({"addresses":[],"token":""})"));
-    pass(5s);
+    world.pass(5s);
     EXPECT_EQ(end, std::nullopt);
     EXPECT_TRUE(succession.take(Successor{.token = token}.message()));
-    pass(100ms);
+    world.pass(100ms);
     EXPECT_EQ(end, "");
 }
 
 TEST_F(SuccessionTest, oneThatEndsOrStaysSilentForTwentySecondsDidNotStart)
 {
     world.start(begin());
-    pass(3s);
+    world.pass(3s);
     isAlive = false;
-    pass(100ms);
+    world.pass(100ms);
     EXPECT_EQ(end, "The new build did not start.");
     end.reset();
     isAlive = true;
     world.start(begin());
-    pass(19900ms);
+    world.pass(19900ms);
     EXPECT_EQ(end, std::nullopt);
-    pass(200ms);
+    world.pass(200ms);
     EXPECT_EQ(end, "The new build did not start.");
 }
 

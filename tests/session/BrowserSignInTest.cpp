@@ -57,11 +57,6 @@ struct BrowserSignInTest : testing::Test {
         world.settle();
         EXPECT_TRUE(browser.isWaiting());
     }
-    void wait(std::chrono::nanoseconds time)
-    {
-        world.run(world.clock.sleep(time));
-        world.settle();
-    }
 };
 
 TEST_F(BrowserSignInTest, endsOnceInOneWayAndKnowsWhatComesLater)
@@ -73,7 +68,7 @@ TEST_F(BrowserSignInTest, endsOnceInOneWayAndKnowsWhatComesLater)
     } cases[] = {
         {[&] { EXPECT_EQ(browser.take(callback), Taken::used); }, "palvera://sign-in?grant=g", Taken::again},
         {[&] { browser.cancel(); }, "cancelled", Taken::late},
-        {[&] { wait(15min); }, "The sign-in window closed before it finished.", Taken::late},
+        {[&] { world.pass(15min); }, "The sign-in window closed before it finished.", Taken::late},
     };
     EXPECT_EQ(browser.take(callback), Taken::unasked);
     for (const auto& [end, ended, next] : cases) {
@@ -88,9 +83,9 @@ TEST_F(BrowserSignInTest, endsOnceInOneWayAndKnowsWhatComesLater)
         world.settle();
         EXPECT_THAT(ends, ElementsAre(ended));
         EXPECT_EQ(browser.address(), "");
-        wait(10min - 1s);
+        world.pass(10min - 1s);
         EXPECT_EQ(browser.take(callback), next);
-        wait(1s);
+        world.pass(1s);
         EXPECT_EQ(browser.take(callback), Taken::unasked) << "it was long ago";
     }
     EXPECT_EQ(shown.size(), 3u);
@@ -99,7 +94,7 @@ TEST_F(BrowserSignInTest, endsOnceInOneWayAndKnowsWhatComesLater)
 TEST_F(BrowserSignInTest, waitsForFifteenMinutesWhateverIsShownMeanwhile)
 {
     begin();
-    wait(15min - 1s);
+    world.pass(15min - 1s);
     browser.showAgain();
     EXPECT_THAT(shown, ElementsAre(page, page));
     EXPECT_EQ(browser.take(callback), Taken::used);

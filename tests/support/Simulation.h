@@ -72,6 +72,12 @@ public:
     void runUntil(const std::function<bool()>& reached);
     /// Runs all there is to run without moving the clock.
     void settle();
+    /// Lets that time pass, and runs all there is to run then.
+    void pass(std::chrono::nanoseconds time)
+    {
+        run(clock.sleep(time));
+        settle();
+    }
     /// Drops every operation where it stands, as the end of a process would. Nothing can run here after that.
     void kill() { m_io.reset(); }
 

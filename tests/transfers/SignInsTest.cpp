@@ -24,8 +24,7 @@ struct SignInsTest : TransfersTest {
     }
     std::string stateAfter(const QUuid& id, std::chrono::seconds time)
     {
-        world.run(world.clock.sleep(time));
-        world.settle();
+        world.pass(time);
         return stateOf(id);
     }
 };

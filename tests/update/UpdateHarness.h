@@ -71,11 +71,6 @@ struct UpdateFixture : testing::Test {
         start();
         world.settle();
     }
-    void pass(std::chrono::nanoseconds time)
-    {
-        world.run(world.clock.sleep(time));
-        world.settle();
-    }
     std::ptrdiff_t reads() const
     {
         return std::ranges::count_if(http.requests(), [](const auto& it) { return it.url.endsWith(".json"); });
@@ -91,11 +86,20 @@ struct UpdateFixture : testing::Test {
         return failed ? failed->message : "none";
     }
     QStringList leftInCaches() const { return QDir(disk.path()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot); }
+    void install()
+    {
+        updater->install();
+        world.settle();
+    }
+    void restart()
+    {
+        updater->restart();
+        world.settle();
+    }
     void makeReady()
     {
         begin();
-        updater->install();
-        world.settle();
+        install();
         ASSERT_TRUE(is<Updater::Ready>()) << failure().toStdString();
     }
 };

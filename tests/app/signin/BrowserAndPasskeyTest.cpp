@@ -15,7 +15,7 @@ TEST_F(BrowserAndPasskeyTest, singleSignOnGoesOnInTheBrowserWithTheAddressThatWa
     open();
     view.setEmail(" eve@harbour.example\n");
     view.submit();
-    wait(1s);
+    world.pass(1s);
     EXPECT_TRUE(view.browser()->isWaiting() && view.isBusy());
     EXPECT_THAT(opened, ElementsAre(webStartURL(api, {}, "eve@harbour.example")));
     comeBack(grantedTo("eve%40harbour%2Eexample"));
@@ -54,12 +54,12 @@ TEST_F(BrowserAndPasskeyTest, aBrowserThatComesBackOtherwiseIsToldOf)
     EXPECT_EQ(view.error(), tryAgain);
     network.conditions.listening = true;
     view.signInWith("google");
-    wait(130s);
+    world.pass(130s);
     comeBack(callback);
     EXPECT_EQ(view.error(), "That sign-in has expired. Try again.");
     hasBrowser = false;
     view.signInWith("google");
-    wait(1s);
+    world.pass(1s);
     EXPECT_EQ(view.error(), tryAgain);
 }
 
@@ -67,33 +67,33 @@ TEST_F(BrowserAndPasskeyTest, whileItWaitsForTheBrowserThereAreWaysOut)
 {
     open();
     view.signInWith("google");
-    wait(1s);
+    world.pass(1s);
     view.signInWith("apple");
     view.browser()->openAgain();
     EXPECT_THAT(opened, ElementsAre(webStartURL(api, "google", {}), webStartURL(api, "google", {})));
     EXPECT_FALSE(view.browser()->isUserBack());
     view.browser()->becomeActive();
-    wait(1900ms);
+    world.pass(1900ms);
     EXPECT_FALSE(view.browser()->isUserBack()) << "it may just be on its way";
-    wait(100ms);
+    world.pass(100ms);
     EXPECT_TRUE(view.browser()->isUserBack());
     focused.clear();
     view.goBack();
     EXPECT_FALSE(view.browser()->isWaiting());
-    wait(1s);
+    world.pass(1s);
     EXPECT_EQ(view.error(), "");
     EXPECT_FALSE(view.isBusy());
     EXPECT_THAT(focused, ElementsAre(Field::email));
     view.signInWith("google");
-    wait(15min);
+    world.pass(15min);
     EXPECT_EQ(view.error(), "Google did not finish. Try again, or sign in another way.");
     view.signInWith("google");
-    wait(1s);
+    world.pass(1s);
     EXPECT_FALSE(view.browser()->isUserBack()) << "not yet this time";
     view.open(false);
     EXPECT_FALSE(view.browser()->isWaiting() || view.isBusy()) << "at once: the next one may begin";
     view.signInWith("google");
-    wait(1s);
+    world.pass(1s);
     EXPECT_TRUE(view.browser()->isWaiting());
 }
 
@@ -102,20 +102,20 @@ TEST_F(BrowserAndPasskeyTest, aCallbackThatNobodyWaitsForIsSaidAndSignsNobodyIn)
     open();
     const auto arrive = [&] {
         view.refuse(browser.take(grantedTo("ada%40northlight%2Eexample")));
-        wait(1s);
+        world.pass(1s);
         return view.notice();
     };
     EXPECT_EQ(arrive(), "That sign-in was not started here, so it was not used.");
     view.signInWith("google");
-    wait(1s);
+    world.pass(1s);
     EXPECT_EQ(view.notice(), "");
     view.browser()->cancel();
     EXPECT_EQ(arrive(), "That sign-in was cancelled. Start it again to use it.");
     view.signInWith("google");
-    wait(1s);
+    world.pass(1s);
     comeBack("palvera://done?error=x");
     EXPECT_EQ(arrive(), "") << "the page offers it twice";
-    wait(10min);
+    world.pass(10min);
     EXPECT_EQ(arrive(), "That sign-in was not started here, so it was not used.");
     view.setEmail("ada@northlight.example");
     submit();
@@ -143,14 +143,14 @@ TEST_F(BrowserAndPasskeyTest, aSecurityKeyIsAskedFirstAndTheBrowserStaysOnePress
     keys.plug(true);
     const auto begin = [&] {
         view.signInWithPasskey();
-        wait(1s);
+        world.pass(1s);
         EXPECT_TRUE(view.isBusy());
         EXPECT_FALSE(view.passkey()->isAsking()) << "there is nothing to ask yet";
         keys.ask({.kind = Kind::touch});
         EXPECT_TRUE(view.passkey()->isAsking());
     };
     const auto end = [&] {
-        wait(1s);
+        world.pass(1s);
         EXPECT_FALSE(view.isBusy() || view.passkey()->isAsking());
         return view.error();
     };
@@ -175,7 +175,7 @@ TEST_F(BrowserAndPasskeyTest, aSecurityKeyIsAskedFirstAndTheBrowserStaysOnePress
     begin();
     EXPECT_THAT(opened, IsEmpty());
     view.passkey()->useBrowser();
-    wait(1s);
+    world.pass(1s);
     EXPECT_TRUE(view.browser()->isWaiting());
     EXPECT_FALSE(view.passkey()->isAsking());
     comeBack(grantedTo("ada%40northlight%2Eexample"));

@@ -61,18 +61,13 @@ struct LoginViewTest : testing::Test {
     void open(bool developerDoor = false)
     {
         view.open(developerDoor);
-        wait(1s);
-    }
-    void wait(std::chrono::milliseconds time)
-    {
-        world.run(world.clock.sleep(time));
-        world.settle();
+        world.pass(1s);
     }
     void submit()
     {
         view.submit();
         EXPECT_TRUE(view.isBusy());
-        wait(1s);
+        world.pass(1s);
         EXPECT_FALSE(view.isBusy());
     }
     /// Enters an account's e-mail address and password.
@@ -94,7 +89,7 @@ struct LoginViewTest : testing::Test {
     {
         world.settle();
         EXPECT_EQ(browser.take(callback), BrowserSignIn::Taken::used);
-        wait(1s);
+        world.pass(1s);
     }
     QString user() const { return session.me() ? session.me()->user.email : QString(); }
     /// What the platform was asked that begins so, such as "POST auth/login".

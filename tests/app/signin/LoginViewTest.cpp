@@ -54,10 +54,10 @@ TEST_F(LoginViewTest, noDoorIsThereUntilThePlatformHasSaidWhich)
         view.open(false);
         world.run(world.clock.sleep(1499ms));
         EXPECT_EQ(view.waitText(), "");
-        wait(1ms);
+        world.pass(1ms);
         EXPECT_EQ(view.waitText(), words);
         EXPECT_TRUE(view.isConfigLoading());
-        wait(3s);
+        world.pass(3s);
         EXPECT_FALSE(view.isConfigLoading());
         EXPECT_EQ(view.face(), Face::Email);
     }
@@ -73,14 +73,14 @@ TEST_F(LoginViewTest, theDoorIsAskedForAgainWhileNobodyTypesAndBeforeItsFirstReq
     };
     openUnreached();
     network.conditions.listening = true;
-    wait(3s);
+    world.pass(3s);
     EXPECT_EQ(view.face(), Face::Email);
 
     openUnreached();
     view.setEmail("hana@kestrel.example");
     view.setPassword("open-sesame");
     network.conditions.listening = true;
-    wait(100s);
+    world.pass(100s);
     EXPECT_EQ(view.face(), Face::Login) << "under the hands";
     submit();
     EXPECT_EQ(view.face(), Face::Email);
@@ -92,9 +92,9 @@ TEST_F(LoginViewTest, theDoorIsAskedForAgainWhileNobodyTypesAndBeforeItsFirstReq
     network.conditions.latency = 600ms;
     fail(Operation::config, {.kind = Fault::Kind::status, .status = 503});
     open();
-    wait(2100ms); // the second question is under way
+    world.pass(2100ms); // the second question is under way
     view.setEmail("h");
-    wait(10s);
+    world.pass(10s);
     EXPECT_EQ(view.face(), Face::Login) << "its answer is not welcome any more";
     EXPECT_FALSE(view.isIdentityProviderShown());
     network.conditions.latency = 1ms;
@@ -114,16 +114,16 @@ TEST_F(LoginViewTest, anotherSiteBeginsAfreshButForTheAddress)
     view.chooseSite(true);
     EXPECT_TRUE(view.isConfigLoading());
     EXPECT_EQ(view.code(), "");
-    wait(1s);
+    world.pass(1s);
     EXPECT_EQ(view.face(), Face::Email);
     EXPECT_EQ(view.email(), "ben@northlight.example");
     view.setEmail("b");
     network.conditions.listening = false;
     view.chooseSite(false);
-    wait(1s);
+    world.pass(1s);
     EXPECT_EQ(view.face(), Face::Login);
     network.conditions.listening = true;
-    wait(3s);
+    world.pass(3s);
     EXPECT_EQ(view.face(), Face::Email) << "nothing was typed since";
 }
 
@@ -238,7 +238,7 @@ TEST_F(LoginViewTest, nothingIsTakenBackToTheFirstDoorButTheAddress)
     view.setCode("000000");
     const auto places = focused.size();
     view.resendCode();
-    wait(1s);
+    world.pass(1s);
     EXPECT_TRUE(view.isResent());
     EXPECT_EQ(view.code(), "");
     EXPECT_EQ(focused.size(), places + 1) << "the link that had the keyboard is gone";
@@ -270,7 +270,7 @@ TEST_F(LoginViewTest, nothingElseIsDoneWhileAnActionRuns)
     view.forgotPassword();
     view.backToSignIn();
     EXPECT_EQ(view.face(), Face::Email);
-    wait(20s);
+    world.pass(20s);
     EXPECT_EQ(view.face(), Face::Password);
     EXPECT_EQ(network.seen().size(), before + 1);
     EXPECT_THAT(opened, IsEmpty());
@@ -287,7 +287,7 @@ TEST_F(LoginViewTest, beginsAfreshWheneverItIsOpened)
     EXPECT_EQ(view.face(), Face::Email);
     EXPECT_EQ(view.email() + view.password() + view.code() + view.error(), "");
     EXPECT_FALSE(view.isBusy());
-    wait(20s);
+    world.pass(20s);
     EXPECT_EQ(user(), "") << "what was under way is cut off";
 }
 
@@ -303,16 +303,16 @@ TEST_F(LoginViewTest, theOtherSiteIsAskedForItsOwnWaysIn)
     EXPECT_EQ(view.title(), "Sign in to Staging");
     auto before = network.seen(Operation::config).size();
     view.chooseSite(false);
-    wait(100ms);
+    world.pass(100ms);
     EXPECT_EQ(network.seen(Operation::config).size(), before) << "that is the site already";
     network.conditions.latency = 1ms;
     view.chooseSite(true);
-    wait(500ms);
+    world.pass(500ms);
     EXPECT_EQ(network.seen(Operation::config).size(), before + 1);
     EXPECT_TRUE(view.isLiveSite());
     EXPECT_EQ(view.title(), "Sign in to Live");
     EXPECT_EQ(view.face(), Face::Email);
-    wait(5s);
+    world.pass(5s);
     EXPECT_EQ(view.face(), Face::Email) << "the ways in of the site that was left";
 }
 

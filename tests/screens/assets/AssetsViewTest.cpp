@@ -61,11 +61,6 @@ struct AssetsViewTest : TransfersTest {
         world.runUntil([&] { return view.face() != AssetsView::Loading && !view.isLoadingMore(); });
         world.settle();
     }
-    void passTime(std::chrono::milliseconds time)
-    {
-        world.run(world.clock.sleep(time));
-        world.settle();
-    }
     void loadMore()
     {
         view.loadMore();
@@ -142,21 +137,21 @@ TEST_F(AssetsViewTest, aSearchWaitsForAPauseAndOnlyTheLatestIsShown)
     takeRequests();
     for (const char* typed : {"r", "re", "reel 12"}) {
         view.setSearch(typed);
-        passTime(200ms);
+        world.pass(200ms);
     }
     EXPECT_EQ(takeRequests(), 0);
-    passTime(100ms);
+    world.pass(100ms);
     EXPECT_EQ(takeRequests(), 1);
     settle();
     EXPECT_EQ(view.rowCount(), 10);
     client.latency = 10s;
     view.setSearch("reel 1");
     view.searchNow();
-    passTime(1s);
+    world.pass(1s);
     client.latency = 1s;
     view.setSearch("reel 099");
     view.searchNow();
-    passTime(20s);
+    world.pass(20s);
     EXPECT_EQ(view.rowCount(), 1);
     EXPECT_EQ(view.nameAt(0), "Reel 099 of 230.mov");
 }
@@ -244,23 +239,23 @@ TEST_F(AssetsViewTest, aFileThatIsAddedStandsOnTopUntilTheListHasIt)
     uploads.requests.at(0).onProgress({.sent = 2, .total = 4});
     world.settle();
     EXPECT_EQ(at(0, "note"), "Uploading 50%");
-    passTime(1200ms);
+    world.pass(1200ms);
     EXPECT_EQ(at(0, "note"), "Done") << "the list does not have it yet";
     added = R"({"key":"new.mov","size":5},)";
-    passTime(500ms);
+    world.pass(500ms);
     EXPECT_EQ(takeRequests(), 2) << "both pages, half a second after it has come";
     EXPECT_EQ(view.rowCount(), 203) << "it stands where the platform lists it, alone";
     EXPECT_EQ(at(2, "name"), "new.mov");
     EXPECT_EQ(view.downloadCount(), 1) << "the selection is kept";
     EXPECT_THAT(faces, testing::Each(AssetsView::Table)) << "without a spinner";
-    passTime(100s);
+    world.pass(100s);
     EXPECT_EQ(takeRequests(), 2) << "once more";
 
     view.drop({source("late.mov")});
     world.settle();
     enter("Rushes 2025");
     takeRequests();
-    passTime(2s);
+    world.pass(2s);
     EXPECT_EQ(takeRequests(), 0) << "it went to another folder";
 }
 

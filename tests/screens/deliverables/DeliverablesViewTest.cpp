@@ -41,11 +41,6 @@ struct DeliverablesViewTest : TransfersTest {
                             .arg(id, filed.contains(id) ? R"(,"spec":{"assetObject":"o"})" : ""));
         return R"({"deliverables":[)" + list.join(',').toUtf8() + "]}";
     }
-    void passTime(std::chrono::seconds time)
-    {
-        world.run(world.clock.sleep(time));
-        world.settle();
-    }
     QVariant at(int row, const QByteArray& role) const { return valueAt(view, row, role); }
     std::vector<std::string> takeChanges() { return std::exchange(watch.changes, {}); }
 };
@@ -55,7 +50,7 @@ TEST_F(DeliverablesViewTest, loadsEveryThirtySecondsAndTwiceAfterAnUploadUntilIt
     EXPECT_EQ(titlesOf(view), "a b c");
     uploads.ends = {nullptr, nullptr, nullptr};
     auto loadsAfter = [this](std::chrono::seconds time) {
-        passTime(time);
+        world.pass(time);
         return std::ranges::count_if(client.requests(), [](const HttpRequest& request) {
             return request.url.endsWith("/projects/salt/deliverables");
         });
@@ -78,12 +73,12 @@ TEST_F(DeliverablesViewTest, loadsEveryThirtySecondsAndTwiceAfterAnUploadUntilIt
 TEST_F(DeliverablesViewTest, aRefreshTouchesWhatDiffersAlone)
 {
     auto first = view.cards();
-    passTime(30s);
+    world.pass(30s);
     EXPECT_THAT(takeChanges(), IsEmpty());
     EXPECT_EQ(view.cards(), first) << "the very same objects";
     rows = {"a", "c", "d"};
     filed = {"c"};
-    passTime(30s);
+    world.pass(30s);
     EXPECT_THAT(takeChanges(), ElementsAre("-1-1", "+2-2", "*1-1 filed"));
     EXPECT_TRUE(view.isRefreshing());
     EXPECT_TRUE(at(1, "filed").toBool());
@@ -96,7 +91,7 @@ TEST_F(DeliverablesViewTest, aRefreshTouchesWhatDiffersAlone)
 TEST_F(DeliverablesViewTest, aFailureKeepsTheRowsAndALaterLoadHealsIt)
 {
     status = 500;
-    passTime(30s);
+    world.pass(30s);
     EXPECT_EQ(view.error(), "The platform answered 500.");
     EXPECT_EQ(titlesOf(view), "a b c");
     EXPECT_FALSE(view.isLoading()) << "there is something to show";
@@ -114,10 +109,10 @@ TEST_F(DeliverablesViewTest, anAnswerThatIsOvertakenDoesNotComeBack)
     client.latency = 1s;
     rows = {"new"};
     view.load();
-    passTime(2s);
+    world.pass(2s);
     EXPECT_EQ(titlesOf(view), "new");
     rows = {"old"};
-    passTime(10s);
+    world.pass(10s);
     EXPECT_EQ(titlesOf(view), "new");
 }
 
@@ -142,7 +137,7 @@ TEST_F(DeliverablesViewTest, theFiltersAreClearedWithoutTheSearchAndByAnotherPro
     EXPECT_EQ(view.search(), "");
     EXPECT_FALSE(view.anyFilter());
     EXPECT_EQ(titlesOf(view), "");
-    passTime(20s);
+    world.pass(20s);
     EXPECT_EQ(titlesOf(view), "x");
     EXPECT_EQ(client.requests().back().url, "https://service.test/api/orgs/org/projects/tide/deliverables");
 }
