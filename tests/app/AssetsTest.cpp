@@ -198,9 +198,8 @@ TEST_F(AssetsTest, theMenuOfARowOffersWhatTheKeysDo)
     view().cancelPicking();
     screen.click(button, "Where downloads go");
     screen.click(QAccessible::MenuItem, "Choose another folder…");
-    screen.waitUntil([this] {
-        return view().isPickingFolder() && !screen.shows(QAccessible::MenuItem, "Choose another folder…");
-    });
+    screen.waitUntil(
+        [this] { return view().isPickingFolder() && !screen.shows(QAccessible::MenuItem, "Choose another folder…"); });
     view().cancelPicking();
     choose("Rushes 2025", "Open");
     waitForRow("Day 1.mov");
