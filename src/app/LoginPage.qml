@@ -11,6 +11,7 @@ LoginView {
     required property RootModel model
 
     buildText: model.buildText
+    covered: model.about.open || model.about.alertTitle !== "" || model.updatePill.confirming
     login: model.login
     onAboutAsked: model.about.open = true
 

@@ -92,7 +92,8 @@ class Desktop:
     def quit(self):
         self.focus()
         self.press("ctrl+q")
-        assert self.process.wait(support.PATIENCE) == 0, "it ends with a failure"
+        status = self.process.wait(support.PATIENCE)
+        assert status == 0, f"it ends with {status}: {self.errors.read_text()}"
 
     def start_again(self):
         # It ends before Qt's D-Bus has come to what it left for the event loop, and loses track of that.

@@ -1,6 +1,7 @@
 """Scripts that are not to run as root: started by root, they go on as a user who may do nothing."""
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 import sys
@@ -46,6 +47,9 @@ def leave_root(*variables, small_disk=False):
     try:
         shutil.copytree(here, place / "scripts")
         moved = {name: shutil.copy(os.environ[name], place) for name in variables}
+        sanitizer = os.environ.get("LSAN_OPTIONS", "")
+        if named := re.search("suppressions=([^:]+)", sanitizer):
+            moved["LSAN_OPTIONS"] = sanitizer.replace(named[1], shutil.copy(named[1], place))
         homes = {"HOME": str(place), "TMPDIR": str(place), "XDG_RUNTIME_DIR": str(place)}
         command = [*opened, *DROP, sys.executable, "-B", *[f"-W{each}" for each in sys.warnoptions],
                    place / "scripts" / pathlib.Path(sys.argv[0]).name, *sys.argv[1:]]

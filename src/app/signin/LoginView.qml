@@ -8,6 +8,8 @@ FocusScope {
 
     required property LoginModel login
     required property string buildText
+    property bool covered: false ///< a dialog has the keyboard
+    property bool wantsFocus: false ///< once it is not covered
     readonly property bool waits: login.configLoading
 
     signal aboutAsked()
@@ -41,6 +43,10 @@ FocusScope {
     }
 
     Component.onCompleted: showFace()
+    onCoveredChanged: {
+        if (!covered && wantsFocus)
+            takeFocus();
+    }
     Keys.onEscapePressed: login.goBack()
     onWaitsChanged: focusSoon.restart()
 
@@ -228,7 +234,8 @@ FocusScope {
     }
 
     function takeFocus() {
-        if (face.item && activeFocus) // and no dialog has the keyboard
+        wantsFocus = covered;
+        if (face.item && !covered)
             (face.item as SignInFace).takeFocus();
     }
 }
