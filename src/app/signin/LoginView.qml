@@ -235,7 +235,7 @@ FocusScope {
 
     function takeFocus() {
         wantsFocus = covered;
-        if (face.item && !covered)
+        if (face.item && enabled && !covered) // and not on its way out
             (face.item as SignInFace).takeFocus();
     }
 }
