@@ -22,7 +22,7 @@ def dragged_killed_resumed_filed_downloaded_and_replaced():
         with Display(), Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "700000") as platform:
             deliver(workspace, platform, file)
             hurry(platform)
-            resume_and_replace(workspace, platform, file, chosen)
+            resume_and_replace(workspace, platform, file, chosen, asked)
         assert asked.read_text() == "Choose a file to send\n"
 
 
@@ -52,7 +52,7 @@ def deliver(workspace, platform, file):
         desktop.process.kill()
 
 
-def resume_and_replace(workspace, platform, file, chosen):
+def resume_and_replace(workspace, platform, file, chosen, asked):
     client, folder = Client(workspace, platform.address), workspace.path / "Downloads"
     folder.mkdir()
     expect(DONE, client.run("downloads-folder", folder))
@@ -71,7 +71,7 @@ def resume_and_replace(workspace, platform, file, chosen):
         desktop.activate(desktop.BUTTON, "Download")
         wait_until(lambda: (folder / file.name).exists() and len(list(folder.iterdir())) == 1
                    and digest(folder / file.name) == digest(file), "the same bytes come down")
-        desktop.activate(desktop.BUTTON, "Choose a file")
+        desktop.activate_until(desktop.BUTTON, "Choose a file", asked.exists)
         wait_until(lambda: platform.is_filed(ROW, chosen), "the chosen file is filed")
         desktop.activate(desktop.BUTTON, "Deliverables")
         desktop.sign_out()

@@ -177,17 +177,22 @@ class Desktop:
 
         wait_until(press, f"{name} can be pressed")
 
-    def sign_out(self):
-        """The menu may have been that of a screen that was just fading away, and went with it."""
-        def ask():
-            self.activate(self.BUTTON, "Account")
-            shown = time.monotonic() + 2
-            while time.monotonic() < shown:
-                if any((kind, text) == ("menu item", "Sign out") for kind, text, _ in self.items()):
+    def activate_until(self, role, name, holds):
+        """Again, when nothing comes of it in a few seconds: what was pressed may have been about to go, as on a screen
+        that fades away."""
+        def press():
+            self.activate(role, name)
+            limit = time.monotonic() + 3
+            while time.monotonic() < limit:
+                if holds():
                     return True
             return False
 
-        wait_until(ask, "the account's menu")
+        wait_until(press, f"{name} does something")
+
+    def sign_out(self):
+        self.activate_until(self.BUTTON, "Account",
+                            lambda: any((kind, text) == ("menu item", "Sign out") for kind, text, _ in self.items()))
         self.activate("menu item", "Sign out")
         self.find("text|entry", "Work email")
 

@@ -26,7 +26,8 @@ def call(connection, sender, path, interface, method, arguments, invocation):
     request = f"/org/freedesktop/portal/desktop/request/{caller}/{token}"
     invocation.return_value(GLib.Variant("(o)", (request,)))
     answer = GLib.Variant("(ua{sv})", (0, {"uris": GLib.Variant("as", [pathlib.Path(sys.argv[1]).as_uri()])}))
-    GLib.timeout_add(100, lambda: connection.emit_signal(sender, request, "org.freedesktop.portal.Request", "Response",
+    # As a person would, no sooner than the program listens for it, which it does once it has the first answer.
+    GLib.timeout_add(1000, lambda: connection.emit_signal(sender, request, "org.freedesktop.portal.Request", "Response",
                                                          answer) and False)
 
 
