@@ -8,7 +8,6 @@
 
 #include <list>
 #include <optional>
-#include <vector>
 
 namespace palvera {
 
