@@ -3,6 +3,7 @@
 
 #include <QGuiApplication>
 #include <QQmlIncubationController>
+#include <QSettings>
 #include <QSignalSpy>
 
 namespace palvera {
@@ -22,8 +23,11 @@ TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWas)
     start();
     signIn();
     waitForText("Choose a client");
+    const auto stored = [this] {
+        return QSettings(disk.filePath("palvera.conf"), QSettings::IniFormat).value("pv.window");
+    };
     screen.window().setGeometry(60, 50, 770, 590);
-    screen.settle();
+    screen.waitUntil([&] { return stored() == "58,48,770,590"; }); // within its frame; a crash may come
     start();
     EXPECT_EQ(screen.window().geometry(), QRect(60, 50, 770, 590));
     waitForText("Choose a client");

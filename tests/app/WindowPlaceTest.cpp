@@ -14,24 +14,25 @@ TEST(WindowPlaceTest, takesWhatMakesSense)
         EXPECT_FALSE(WindowPlace::parse(nonsense)) << nonsense;
 }
 
-TEST(WindowPlaceTest, knowsAPlaceThatNobodyCouldReach)
+TEST(WindowPlaceTest, putsTheTitleBarWhereOneCanReachIt)
 {
     const QList<QRect> screens = {{0, 0, 1920, 1080}, {1920, 0, 1280, 720}};
-    const std::tuple<const char*, int, int, bool> cases[] = {
-        {"in the middle", 100, 100, true},
-        {"its title on the second screen", 1900, 600, true},
-        {"on a screen that is gone", 4000, 100, false},
-        {"its title above the top", 100, -300, false},
-        {"half of its title above the top", 100, -20, true},
-        {"too little of its title below the top", 100, -21, false},
-        {"enough of its title at the left", -680, 100, true},
-        {"a narrow sliver at the left", -681, 100, false},
-        {"a narrow sliver at the right", 3200 - 119, 100, false},
-        {"too little of its title above the bottom", 100, 1080 - 19, false},
+    const std::tuple<const char*, int, int, std::optional<QPoint>> cases[] = {
+        {"in the middle", 100, 100, QPoint(100, 100)},
+        {"its title on the second screen", 1900, 600, QPoint(1900, 600)},
+        {"on a screen that is gone", 4000, 100, {}},
+        {"its title far above the top", 100, -300, {}},
+        {"its title a little above the top", 100, -20, QPoint(100, 0)},
+        {"enough of its title at the left", -680, 100, QPoint(-680, 100)},
+        {"a narrow sliver at the left", -681, 100, {}},
+        {"a narrow sliver at the right", 3200 - 119, 100, {}},
+        {"too little of its title above the bottom", 100, 1080 - 19, {}},
     };
-    for (const auto& [where, x, y, isReachable] : cases)
-        EXPECT_EQ(WindowPlace::isReachable({x, y, 800, 600}, screens), isReachable) << where;
-    EXPECT_FALSE(WindowPlace::isReachable({0, 0, 800, 600}, {}));
+    for (const auto& [where, x, y, wanted] : cases) {
+        const auto found = WindowPlace::reachable({x, y, 800, 600}, screens);
+        EXPECT_EQ(found ? std::optional(found->topLeft()) : std::nullopt, wanted) << where;
+    }
+    EXPECT_FALSE(WindowPlace::reachable({0, 0, 800, 600}, {}));
 }
 
 } // namespace
