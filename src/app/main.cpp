@@ -13,6 +13,7 @@
 #include "desktop/ProgramCopy.h"
 #include "desktop/SecurityKeys.h"
 #include "desktop/SingleInstance.h"
+#include "desktop/SleepInhibitor.h"
 #include "desktop/Succession.h"
 #include "desktop/Workspace.h"
 #include "files/Folders.h"
@@ -38,6 +39,31 @@ namespace palvera {
 namespace {
 
 constexpr std::chrono::seconds provenAfter{10}; // with a window
+constexpr std::chrono::seconds longestEnd{5};   // of a program that has been told to quit
+
+/// Ends the program when the session does: what moves is cut off such that it can be gone on with, so nobody is asked.
+class SessionEnd final : public QObject {
+public:
+    SessionEnd()
+        : m_shutdown(QStringLiteral("Transfers are cut off such that they can go on."),
+                     [] { QGuiApplication::exit(0); })
+    {
+        qGuiApp->installEventFilter(this);
+    }
+
+    /// Qt's own way to quit asks the windows, and the main one has a question while files move. It is taken when a
+    /// session manager says that the session is over, and when the last window has been closed.
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() != QEvent::Quit)
+            return QObject::eventFilter(watched, event);
+        QGuiApplication::exit(0);
+        return true;
+    }
+
+private:
+    const ShutdownWatch m_shutdown;
+};
 
 bool isAltHeld()
 {
@@ -76,8 +102,10 @@ bool leaveToOthers(int argc, char** argv, std::optional<SingleInstance>& instanc
         return true;
     if (!instance->isFirst() && instance->send(toMessage(arrival)))
         return true;
-    if (!isOpened)
+    if (!isOpened) {
+        instance->succeed(longestEnd);
         return false;
+    }
     instance.reset(); // the lock
     const auto launcher = ProgramCopy(QCoreApplication::applicationDirPath()).launcher();
     return QProcess::startDetached(launcher.isEmpty() ? QCoreApplication::applicationFilePath() : launcher, {});
@@ -179,6 +207,7 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
     DesktopNotices notices(QStringLiteral(PALVERA_ID));
     DesktopAppearance appearance(isPaletteDark());
     UpdateMeans updates(clock, connections, note);
+    const SessionEnd sessionEnd; // lets a shutdown go on once the application is gone
     Application application({.api = connections.api,
                              .preferences = preferences,
                              .clock = clock,
@@ -205,12 +234,13 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
         if (isOurs) // and not of another program that waits
             arrive(arrival);
     });
-    const EndSignals signals(mainThread.executor(), [] { QGuiApplication::quit(); });
+    const EndSignals signals(mainThread.executor(), [] { QGuiApplication::exit(0); });
     if (!application.show())
         return 1;
     const auto setWorking = [&] { note.setWorking(updates.copy().build()); };
     QTimer::singleShot(provenAfter, &mainThread, setWorking);
     const int status = QGuiApplication::exec();
+    instance.close();
     setWorking();
     return status;
 }

@@ -41,6 +41,11 @@ void SingleInstance::listen(std::function<void(const QByteArray&)> onMessage)
         m_socket = std::make_unique<MessageSocket>(m_path, std::move(onMessage));
 }
 
+void SingleInstance::close()
+{
+    m_socket.reset();
+}
+
 bool SingleInstance::succeed(std::chrono::milliseconds limit)
 {
     m_isFirst = m_isFirst || m_lock->tryLock(int(limit.count()));

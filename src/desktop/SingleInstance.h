@@ -27,11 +27,13 @@ public:
     bool isFirst() const { return m_isFirst; }
     /// For a later one: hands `message` over to the first one; see MessageSocket::send.
     bool send(const QByteArray& message) const;
-    /// For a later one that is to take the first one's place: waits until that one is gone, or for `limit`, for which
-    /// it blocks. Whether this is the first one then.
+    /// For a later one that is to take the place of a first one that ends: waits until that one is gone, or for
+    /// `limit`, for which it blocks. Whether this is the first one then.
     bool succeed(std::chrono::milliseconds limit);
     /// For the first one, once there is an event loop: has `onMessage` called with each message.
     void listen(std::function<void(const QByteArray&)> onMessage);
+    /// For the first one, about to end: takes no message any more, and keeps the lock. Who starts from here on waits.
+    void close();
 
 private:
     QString m_path; // of the socket

@@ -42,14 +42,29 @@ int millisecondsUntil(std::uint64_t microseconds)
 
 } // namespace
 
-/// The login manager, and the lock it gave: an open file, which lets the machine sleep when it is closed.
+/// A lock of the login manager's, and what it says of what the lock is against.
+struct LoginLock {
+    const char* against;
+    const char* mode;
+    const char* signal;
+    int heeded; ///< the announcement that is passed on: 1 that it begins, 0 that it is over
+};
+
+namespace {
+
+constexpr LoginLock sleepLock{"sleep:idle", "block", "PrepareForSleep", 0};
+constexpr LoginLock shutdownLock{"shutdown", "delay", "PrepareForShutdown", 1};
+
+} // namespace
+
+/// The login manager, and the lock it gave: an open file, which lets the machine go on when it is closed.
 ///
 /// A thread of its own talks to the bus, over a connection that never blocks: one that accepts and stays silent costs
 /// nobody anything. It starts at the first `hold` or `watch`. Apart from that thread, operations are called on the main
 /// thread.
 class LoginManager final : public QObject {
 public:
-    explicit LoginManager(const QString& address) : m_address(address.toUtf8()) {}
+    LoginManager(const QString& address, const LoginLock& lock) : m_address(address.toUtf8()), m_kind(lock) {}
     ~LoginManager() override
     {
         tell([this] { m_ends = true; });
@@ -72,14 +87,14 @@ public:
         tell([this] { m_wanted = false; });
     }
 
-    /// Has `woken` called from here on, whether or not anything is held.
+    /// Has `heeded` called from here on, whether or not anything is held.
     void watch()
     {
         tell([this] { m_watches = true; });
         startThread();
     }
 
-    std::function<void()> woken;
+    std::function<void()> heeded;
 
 private:
     void startThread()
@@ -135,7 +150,7 @@ private:
         if (!m_bus && !connect())
             return;
         sd_bus_call_method_async(m_bus.get(), nullptr, service, path, managerInterface, "Inhibit", &taken, this, "ssss",
-                                 "sleep:idle", "Palvera", m_why.constData(), "block");
+                                 m_kind.against, "Palvera", m_why.constData(), m_kind.mode);
     }
 
     bool connect()
@@ -145,8 +160,8 @@ private:
         m_bus.reset(made);
         if (!isOpen)
             m_bus.reset();
-        return m_bus && sd_bus_match_signal_async(m_bus.get(), nullptr, service, path, managerInterface,
-                                                  "PrepareForSleep", &preparing, nullptr, this) >= 0;
+        return m_bus && sd_bus_match_signal_async(m_bus.get(), nullptr, service, path, managerInterface, m_kind.signal,
+                                                  &preparing, nullptr, this) >= 0;
     }
 
     bool open(sd_bus** made) const
@@ -194,18 +209,19 @@ private:
 
     static int preparing(sd_bus_message* signal, void* self, sd_bus_error*)
     {
-        int begins = 1;
-        if (sd_bus_message_read(signal, "b", &begins) < 0 || begins)
-            return 0;
         auto* manager = static_cast<LoginManager*>(self);
+        int begins = 0;
+        if (sd_bus_message_read(signal, "b", &begins) < 0 || begins != manager->m_kind.heeded)
+            return 0;
         QMetaObject::invokeMethod(manager, [manager] {
-            if (manager->woken)
-                manager->woken();
+            if (manager->heeded)
+                manager->heeded();
         });
         return 0;
     }
 
     const QByteArray m_address; // empty: the system's bus
+    const LoginLock m_kind;
     const FileDescriptor m_wake{::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)};
     std::thread m_thread;
 
@@ -224,17 +240,27 @@ private:
 };
 
 WakeWatch::WakeWatch(std::function<void()> woken, const QString& busAddress)
-    : m_manager(std::make_unique<LoginManager>(busAddress))
+    : m_manager(std::make_unique<LoginManager>(busAddress, sleepLock))
 {
-    m_manager->woken = std::move(woken);
+    m_manager->heeded = std::move(woken);
     m_manager->watch();
 }
 
 WakeWatch::~WakeWatch() = default;
 
+ShutdownWatch::ShutdownWatch(const QString& why, std::function<void()> ending, const QString& busAddress)
+    : m_manager(std::make_unique<LoginManager>(busAddress, shutdownLock))
+{
+    m_manager->heeded = std::move(ending);
+    m_manager->hold(why);
+}
+
+ShutdownWatch::~ShutdownWatch() = default;
+
 SystemSleepInhibitor::SystemSleepInhibitor() : SystemSleepInhibitor(QString()) {}
 
-SystemSleepInhibitor::SystemSleepInhibitor(const QString& address) : m_manager(std::make_unique<LoginManager>(address))
+SystemSleepInhibitor::SystemSleepInhibitor(const QString& address)
+    : m_manager(std::make_unique<LoginManager>(address, sleepLock))
 {}
 
 SystemSleepInhibitor::~SystemSleepInhibitor() = default;
@@ -251,7 +277,7 @@ void SystemSleepInhibitor::release()
 
 void SystemSleepInhibitor::onWake(std::function<void()> woken)
 {
-    m_manager->woken = std::move(woken);
+    m_manager->heeded = std::move(woken);
 }
 
 } // namespace palvera

@@ -39,6 +39,20 @@ private:
     const std::unique_ptr<LoginManager> m_manager;
 };
 
+/// Has the login manager (logind) wait with a shutdown of the machine until this object is gone, which it does for some
+/// seconds, and says when one begins. Else as WakeWatch.
+class ShutdownWatch {
+public:
+    /// `why` is shown to users who list what a shutdown waits for. `ending` is called from the event loop.
+    ShutdownWatch(const QString& why, std::function<void()> ending, const QString& busAddress = {});
+    ~ShutdownWatch();
+    ShutdownWatch(const ShutdownWatch&) = delete;
+    ShutdownWatch& operator=(const ShutdownWatch&) = delete;
+
+private:
+    const std::unique_ptr<LoginManager> m_manager;
+};
+
 /// The login manager's (logind) lock against sleep and idling, over the system's message bus. Where there is no bus or
 /// no login manager it does nothing. Never blocks on either.
 class SystemSleepInhibitor final : public SleepInhibitor {

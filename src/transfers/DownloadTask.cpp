@@ -27,15 +27,14 @@ DownloadPlace claimOnDisk(const Download& download)
 
 } // namespace
 
-DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<CancelFlag> flag,
-                           std::shared_ptr<CancelFlag> cut)
+DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download, const Transfers::Live& live)
     : m_model(&model),
       m_environment(model.m_environment),
       m_disk(model.m_places),
       m_id(id),
       m_download(std::move(download)),
-      m_flag(std::move(flag)),
-      m_cut(std::move(cut)),
+      m_flag(live.flag),
+      m_cut(live.cut),
       m_turns(model.m_downloadTurns),
       m_signIn(m_environment.signIns)
 {}

@@ -9,8 +9,7 @@ namespace palvera {
 class DownloadTask {
 public:
     /// For an item of `model` that is listed and registered as live.
-    DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<CancelFlag> flag,
-                 std::shared_ptr<CancelFlag> cut);
+    DownloadTask(Transfers& model, const QUuid& id, Download download, const Transfers::Live& live);
 
     /// Runs `task` to its end, in a frame of which it lives. Ends quietly when the model is gone.
     static Task<void> run(DownloadTask task);

@@ -19,6 +19,13 @@ namespace palvera {
 
 namespace asio = boost::asio;
 
+namespace {
+
+/// How long the end of the program waits for the platform to hear that uploads were stopped.
+constexpr std::chrono::milliseconds untilCut{500};
+
+} // namespace
+
 Transfers::Transfers(Environment environment) : Transfers(std::move(environment), Settings{}) {}
 
 Transfers::Transfers(Environment environment, Settings settings, QObject* parent)
@@ -143,8 +150,8 @@ QUuid Transfers::begin(Item item, UploadSource source)
     item.kind = Item::Kind::upload;
     item.file = source.file;
     item.name = QFileInfo(source.file).fileName();
-    auto flag = add(item);
-    m_tasks.start(UploadTask::run(UploadTask(*this, item, std::move(source), std::move(flag))));
+    add(item);
+    m_tasks.start(UploadTask::run(UploadTask(*this, item, std::move(source), m_live.value(item.id))));
     return item.id;
 }
 
@@ -156,24 +163,19 @@ QUuid Transfers::addDownload(Download download)
               .name = download.name = safeFileName(download.name),
               .label = download.label,
               .titleName = download.titleName};
-    auto flag = add(item);
-    auto cut = std::make_shared<CancelFlag>();
-    m_live[item.id].cut = cut;
-    m_tasks.start(
-        DownloadTask::run(DownloadTask(*this, item.id, std::move(download), std::move(flag), std::move(cut))));
+    add(item);
+    m_tasks.start(DownloadTask::run(DownloadTask(*this, item.id, std::move(download), m_live.value(item.id))));
     return item.id;
 }
 
-std::shared_ptr<CancelFlag> Transfers::add(Item item)
+void Transfers::add(Item item)
 {
     auto id = item.id;
-    auto flag = std::make_shared<CancelFlag>();
-    m_live.insert(id, {.flag = flag, .journalKey = item.journalKey, .number = ++m_begun});
+    m_live.insert(id, {.journalKey = item.journalKey, .number = ++m_begun});
     item.state = Item::Running{};
     m_items.append(std::move(item));
     updateInFlight(+1);
     Q_EMIT itemAdded(id);
-    return flag;
 }
 
 void Transfers::stop(const QUuid& id)
@@ -189,13 +191,16 @@ void Transfers::stop(const QUuid& id)
 Task<void> Transfers::suspend()
 {
     for (auto live = m_live.begin(); live != m_live.end(); ++live) {
-        if (live->cut)
-            live->cut->stop(); // a stopped one, too, whose last chunks are under way
+        if (!live->journalKey)
+            live->cut->stop(); // a stopped download, too, whose last chunks are under way
         if (live->flag->isStopped())
             continue;
         live->isSuspended = true;
         live->flag->stop();
     }
+    co_await firstOf(m_tasks.untilIdle(), m_environment.clock.sleep(untilCut));
+    for (auto live = m_live.begin(); live != m_live.end(); ++live)
+        live->cut->stop();
     co_await m_tasks.untilIdle();
 }
 

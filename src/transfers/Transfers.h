@@ -114,8 +114,9 @@ public:
     /// Forgets the items that are not in flight.
     void clearFinished();
     /// Cuts off all that is in flight at once, such that it can be gone on with: journals and records stay, and the
-    /// platform is told nothing. Ends when nothing is under way any more, the giving up of stopped uploads and readings
-    /// of the journals included. Items keep their states. Nothing may be begun from then on.
+    /// platform is told nothing. Ends when nothing is under way any more, readings of the journals included; the giving
+    /// up of stopped uploads is cut off after half a second, and then their journals stay. Items keep their states.
+    /// Nothing may be begun from then on.
     Task<void> suspend();
 
 Q_SIGNALS:
@@ -137,11 +138,12 @@ private:
 
     /// What is kept of a transfer while its task runs.
     struct Live {
-        std::shared_ptr<CancelFlag> flag;
         std::optional<QString> journalKey;
         qint64 number = 0; ///< in the order in which they began
+        std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
+        /// Ends what goes on after the flag is stopped: the chunks in flight, and telling the platform.
+        std::shared_ptr<CancelFlag> cut = std::make_shared<CancelFlag>();
         bool isSuspended = false;
-        std::shared_ptr<CancelFlag> cut = {}; ///< of a download: ends it with what is in flight, and not after that
     };
     /// What an upload is made of besides its item.
     struct UploadSource {
@@ -153,7 +155,7 @@ private:
 
     /// Lists an upload to where `item.target` says as running, and starts it.
     QUuid begin(Item item, UploadSource source);
-    std::shared_ptr<CancelFlag> add(Item item);
+    void add(Item item);
     static Task<void> readJournals(QPointer<Transfers> model, const JournalStore& store, const API& api, Executor disk);
 
     /// Ends when that item may run, and shows it as waiting until then. Throws a cancellation once it is stopped or the

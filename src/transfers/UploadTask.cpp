@@ -18,8 +18,7 @@ namespace palvera {
 
 namespace asio = boost::asio;
 
-UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source,
-                       std::shared_ptr<CancelFlag> flag)
+UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source, const Transfers::Live& live)
     : m_model(&model),
       m_environment(model.m_environment),
       m_retries(std::clamp(model.m_settings.retries, 0, mostRetries)),
@@ -29,7 +28,8 @@ UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSour
       m_key(item.journalKey.value_or(QString())),
       m_api(m_environment.api.pinned()),
       m_source(std::move(source)),
-      m_flag(std::move(flag)),
+      m_flag(live.flag),
+      m_cut(live.cut),
       m_turns(m_target.asBin() ? model.m_binTurns : nullptr),
       m_signIn(m_environment.signIns)
 {}
@@ -184,21 +184,26 @@ Task<void> UploadTask::end()
 Task<void> UploadTask::giveUp()
 {
     m_model->setState(m_id, Item::Stopped{});
-    co_await outcomeOf(discardUpload(*m_api, m_environment.journals, m_disk, m_key));
+    co_await outcomeOf(runUntilStopped(m_cut, discard()));
     if (m_model)
         co_await sendStopReport();
     if (m_model)
         m_model->ended(m_id);
 }
 
+Task<void> UploadTask::discard()
+{
+    co_await discardUpload(*m_api, m_environment.journals, m_disk, m_key);
+}
+
 Task<void> UploadTask::sendStopReport()
 {
     const auto* item = m_model->find(m_id);
-    if (!item || !m_target.asDeliverable())
+    if (!item || !m_target.asDeliverable() || m_cut->isStopped())
         co_return;
     ProgressBody body{
         .bytesSent = item->sent, .bytesTotal = std::max<qint64>(item->total, 1), .status = QStringLiteral("stopped")};
-    co_await outcomeOf(reportProgress(*m_api, m_target, body));
+    co_await outcomeOf(runUntilStopped(m_cut, reportProgress(*m_api, m_target, body)));
 }
 
 } // namespace palvera

@@ -8,7 +8,7 @@ namespace palvera {
 class UploadTask {
 public:
     /// For an item of `model` that is listed and registered as live.
-    UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source, std::shared_ptr<CancelFlag> flag);
+    UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source, const Transfers::Live& live);
 
     /// Runs `task` to its end, in a frame of which it lives. Ends quietly when the model is gone.
     static Task<void> run(UploadTask task);
@@ -32,6 +32,7 @@ private:
     /// Of a stopped or suspended upload.
     Task<void> end();
     Task<void> giveUp();
+    Task<void> discard();
     Task<void> sendStopReport();
 
     const QPointer<Transfers> m_model;
@@ -44,6 +45,7 @@ private:
     const std::shared_ptr<API> m_api; // of the service where it began
     Transfers::UploadSource m_source;
     const std::shared_ptr<CancelFlag> m_flag;
+    const std::shared_ptr<CancelFlag> m_cut; // ends the telling of the platform, too
     const std::shared_ptr<Turns> m_turns;
     SignInWait m_signIn;
 };

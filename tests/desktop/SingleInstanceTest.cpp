@@ -105,6 +105,17 @@ TEST_F(SingleInstanceTest, theNextTakesOverFromOneThatIsGoneOrWasKilled)
     expectTheNextTakesOver();
 }
 
+TEST_F(SingleInstanceTest, oneThatEndsTakesNothingAnyMoreAndHasTheNextWait)
+{
+    auto first = start(folder.path());
+    first->close();
+    SingleInstance second("/data", folder.path());
+    EXPECT_FALSE(second.send("raise"));
+    EXPECT_FALSE(second.succeed(std::chrono::milliseconds(1)));
+    first.reset();
+    EXPECT_TRUE(second.succeed(std::chrono::milliseconds(1)));
+}
+
 TEST_F(SingleInstanceTest, withoutAPlaceForTheLockTheProgramStillStarts)
 {
     EXPECT_TRUE(SingleInstance("/data", folder.filePath("nowhere")).isFirst());

@@ -44,6 +44,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
     void PrepareForSleep(bool begins);
+    void PrepareForShutdown(bool begins);
 
 private:
     std::vector<int> m_ends;
@@ -84,6 +85,23 @@ TEST_F(SleepInhibitorTest, holdsOneLockTellsOfWakingAloneAndLetsTheLockGoAtOnce)
         pumpUntil([&] { return woken > 0 && wokenToo > 0; })); // and what came before this has arrived: the lock
     EXPECT_EQ(manager.held(), 1);
     inhibitor.release();
+    EXPECT_TRUE(untilHeld(0));
+}
+
+TEST_F(SleepInhibitorTest, aShutdownIsAnnouncedAndWaitsForTheEnd)
+{
+    int announced = 0;
+    {
+        const ShutdownWatch watch("Transfers are cut off.", [&] { ++announced; }, address);
+        ASSERT_TRUE(untilHeld(1));
+        EXPECT_EQ(manager.asked, QStringList("shutdown|Palvera|Transfers are cut off.|delay"));
+        Q_EMIT manager.PrepareForSleep(true);
+        Q_EMIT manager.PrepareForShutdown(false);
+        Q_EMIT manager.PrepareForShutdown(true);
+        EXPECT_TRUE(pumpUntil([&] { return announced > 0; }));
+        EXPECT_EQ(announced, 1);
+        EXPECT_EQ(manager.held(), 1);
+    }
     EXPECT_TRUE(untilHeld(0));
 }
 

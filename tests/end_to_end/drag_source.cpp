@@ -1,5 +1,5 @@
 // A stand-in for a file manager: a window in which pressing and moving the pointer drags the files that the program was
-// given. Says what became of each drag.
+// given, to be moved if nothing else is asked for. Says what became of each drag.
 
 #include <QBackingStore>
 #include <QDrag>
@@ -27,7 +27,8 @@ private:
         data->setUrls(m_files);
         auto* drag = new QDrag(this);
         drag->setMimeData(data);
-        std::cout << (drag->exec(Qt::CopyAction) == Qt::CopyAction ? "copied" : "refused") << std::endl;
+        const auto done = drag->exec(Qt::CopyAction | Qt::MoveAction | Qt::LinkAction, Qt::MoveAction);
+        std::cout << (done == Qt::CopyAction ? "copied" : done == Qt::IgnoreAction ? "refused" : "moved") << std::endl;
     }
     void paintEvent(QPaintEvent*) override { QPainter(this).fillRect(0, 0, width(), height(), Qt::darkGreen); }
 

@@ -115,15 +115,16 @@ TEST_F(ResumeTest, suspendingLeavesWhatCanBeGoneOnWith)
     world.settle();
     client.latency = 5s;
     model->stop(stopped);
+    world.settle();
     QList<QUuid> ended;
     QObject::connect(&*model, &Transfers::itemEnded, [&](const QUuid& id) { ended.append(id); });
     auto before = elapsed();
     world.run(model->suspend());
     EXPECT_THAT(ended, UnorderedElementsAre(retrying, running, stopped));
-    EXPECT_EQ(elapsed() - before, 10) << "the abort and the report of the one that the user has stopped";
-    EXPECT_THAT(asked(), SizeIs(2)) << "the platform hears of no other";
-    EXPECT_TRUE(journals.loadJournal("row-1") && journals.loadJournal("row-2"));
-    EXPECT_EQ(journals.loadJournal("row-3"), std::nullopt);
+    EXPECT_EQ(elapsed() - before, 0.5) << "the platform is slow to hear of the one that the user has stopped";
+    EXPECT_THAT(asked(), SizeIs(1)) << "it hears of no other";
+    for (const auto* row : {"row-1", "row-2", "row-3"})
+        EXPECT_TRUE(journals.loadJournal(row)) << row;
     EXPECT_EQ(stateOf(running), "running");
     world.run(model->suspend());
 }
