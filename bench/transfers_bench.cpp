@@ -93,6 +93,7 @@ private:
     NoNetwork m_client;
     API m_api{{.client = m_client, .executor = m_io.get_executor()}};
     JournalStore m_journals{m_folder.path()};
+    DownloadIndex m_index{m_folder.path()};
     NoSleep m_sleep;
     AlwaysUsable m_path;
     std::vector<ProgressReporter::OnProgress> m_reports;
@@ -102,6 +103,7 @@ private:
                        .clock = m_clock,
                        .api = m_api,
                        .journals = m_journals,
+                       .index = m_index,
                        .upload =
                            [this](UploadRequest request) {
                                m_reports.push_back(request.onProgress);

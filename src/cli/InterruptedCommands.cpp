@@ -24,8 +24,10 @@ FileError noSuchUpload(const QString& key)
 /// In the order of their keys.
 Task<std::vector<Journal>> interruptedUploads(Workbench& bench)
 {
-    co_await bench.transfers.loadJournals();
-    auto journals = bench.transfers.interruptedJournals();
+    co_await bench.transfers.interrupted().load();
+    std::vector<Journal> journals;
+    for (const auto& upload : bench.transfers.interrupted().uploads())
+        journals.push_back(upload.journal);
     std::sort(journals.begin(), journals.end(), [](const Journal& a, const Journal& b) { return a.key < b.key; });
     co_return journals;
 }

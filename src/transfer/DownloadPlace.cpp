@@ -5,7 +5,6 @@
 #include "files/FileError.h"
 #include "text/VisibleText.h"
 #include "transfer/DownloadRules.h"
-#include "transfer/Partial.h"
 
 #include <QDir>
 #include <QFile>
@@ -41,15 +40,6 @@ QString numbered(const QString& name, int number)
         return name;
     auto dot = extensionOf(name);
     return name.left(dot) + u' ' + QString::number(number) + name.mid(dot);
-}
-
-bool isUnfinished(const QString& path, const QString& source)
-{
-    if (!DestinationFile::isSoleFile(path))
-        return false;
-    auto partial = loadPartial(path);
-    auto file = identityOf(path);
-    return partial && file && recordBinds(*partial, source, file->handle, file->size);
 }
 
 bool isTaken(const QString& path)
@@ -95,7 +85,7 @@ DownloadPlace DownloadPlace::claim(const QString& folder, const QString& name, c
     const auto safe = safeFileName(name);
     for (int number = 1; number <= mostNames; ++number) {
         const auto path = QDir(folder).filePath(numbered(safe, number));
-        if (isUnfinished(path, source))
+        if (progressOf(path, source))
             return DownloadPlace(path);
         if (isTaken(path))
             continue;
@@ -109,6 +99,29 @@ DownloadPlace DownloadPlace::claim(const QString& folder, const QString& name, c
             return *std::move(made);
     }
     throw FileError(QStringLiteral("There are too many files named “%1” in that folder.").arg(safe));
+}
+
+std::optional<Partial> DownloadPlace::progressOf(const QString& path, const QString& source)
+{
+    if (!DestinationFile::isSoleFile(path))
+        return {};
+    auto partial = loadPartial(path);
+    const auto file = identityOf(path);
+    if (!partial || !file || !recordBinds(*partial, source, file->handle, file->size))
+        return {};
+    return partial;
+}
+
+void DownloadPlace::discard(const QString& path, const QString& source)
+{
+    if (!progressOf(path, source))
+        return;
+    const auto held = DestinationFile::open(path);
+    if (!progressOf(path, source))
+        return;
+    if (!QFile::remove(path))
+        throw FileError(QStringLiteral("“%1” cannot be removed.").arg(QFileInfo(path).fileName()));
+    removePartial(path);
 }
 
 std::optional<DownloadPlace> DownloadPlace::create(const QString& path)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "files/SourceIdentity.h"
+#include "transfer/Partial.h"
 
 #include <QString>
 
@@ -21,6 +22,13 @@ public:
     /// Claims a place in `folder`, which must exist, creating an empty file and its record if it is new. Throws
     /// FileError.
     static DownloadPlace claim(const QString& folder, const QString& name, const QString& source);
+
+    /// What is on the disk of the unfinished download of `source` to `path`; nothing where that is another file, or
+    /// none.
+    static std::optional<Partial> progressOf(const QString& path, const QString& source);
+    /// Removes such a file and its record, unless another program writes it. Does nothing to any other file. Throws
+    /// FileError.
+    static void discard(const QString& path, const QString& source);
 
     const QString& path() const { return m_path; }
     /// Removes the file and its record again if this claim made them and no chunk is on the disk: a download that never

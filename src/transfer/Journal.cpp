@@ -104,6 +104,9 @@ QByteArray encodeJournal(const Journal& journal)
         object.insert(QStringLiteral("target"), journal.target->toJson());
     json::put(object, QStringLiteral("sessionId"), journal.sessionId);
     json::put(object, QStringLiteral("service"), journal.service);
+    json::put(object, QStringLiteral("account"), journal.account);
+    json::put(object, QStringLiteral("label"), journal.label);
+    json::put(object, QStringLiteral("client"), journal.client);
     QByteArray text = QJsonDocument(object).toJson(QJsonDocument::Compact);
     text.chop(1);
     text.append(",\"done\":");
@@ -131,7 +134,10 @@ Journal decodeJournal(const QByteArray& bytes)
                     .done = decodeDone(reader.required<QJsonObject>(QStringLiteral("done"))),
                     .target = reader.optional<TransferTarget>(QStringLiteral("target")),
                     .sessionId = reader.optional<QString>(QStringLiteral("sessionId")),
-                    .service = reader.optional<QString>(QStringLiteral("service"))};
+                    .service = reader.optional<QString>(QStringLiteral("service")),
+                    .account = reader.optional<QString>(QStringLiteral("account")),
+                    .label = reader.optional<QString>(QStringLiteral("label")),
+                    .client = reader.optional<QString>(QStringLiteral("client"))};
     if (!isUsableKey(journal.key))
         throw DecodingError(QStringLiteral("key"), QStringLiteral("“key” cannot name a journal."));
     checkParts(journal, partCount);

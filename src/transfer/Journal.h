@@ -29,6 +29,10 @@ struct Journal {
     std::optional<TransferTarget> target;
     std::optional<QString> sessionId; ///< of an upload into the bin
     std::optional<QString> service;   ///< the service address that it was begun at; nothing in earlier versions
+    // Nothing in earlier versions, and where it is not known.
+    std::optional<QString> account; ///< id of the user who began it
+    std::optional<QString> label;   ///< what its place is called
+    std::optional<QString> client;  ///< the organisation's name
 
     bool operator==(const Journal&) const = default;
 

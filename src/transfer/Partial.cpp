@@ -17,6 +17,11 @@ constexpr qint64 largestRecord = 16LL << 20;
 
 } // namespace
 
+qint64 Partial::received(qint64 chunkSize) const
+{
+    return std::min(total, qint64(done.size()) * chunkSize);
+}
+
 QByteArray encodePartial(const Partial& partial)
 {
     QJsonArray done;

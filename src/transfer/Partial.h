@@ -16,6 +16,9 @@ struct Partial {
     QString source = {};   ///< the object that is downloaded, as whoever asked for it names it
     QByteArray file = {};  ///< the kernel's handle of the destination, see SourceIdentity; empty where it has none
 
+    /// Bytes on the disk, of chunks of `chunkSize` bytes.
+    qint64 received(qint64 chunkSize) const;
+
     bool operator==(const Partial&) const = default;
 };
 

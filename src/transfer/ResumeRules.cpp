@@ -27,7 +27,9 @@ QString fileStamp(const SourceIdentity& identity)
 
 JournalFit fitOf(const Journal& journal, const UploadSubject& subject)
 {
-    if (journal.destination() != subject.target || journal.service.value_or(subject.service) != subject.service)
+    const bool isAnothers = journal.account && subject.account && journal.account != subject.account;
+    if (isAnothers || journal.destination() != subject.target ||
+        journal.service.value_or(subject.service) != subject.service)
         return JournalFit::otherPlace;
     auto kept = journal.bookmark ? bookmark::read(*journal.bookmark) : std::nullopt;
     auto known = kept ? kept->identity : std::nullopt;

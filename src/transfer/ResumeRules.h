@@ -11,6 +11,7 @@ struct UploadSubject {
     SourceIdentity identity;
     TransferTarget target;
     QString service; ///< the service address
+    std::optional<QString> account = {}; ///< id of the user
 
     bool operator==(const UploadSubject&) const = default;
 };
@@ -24,7 +25,7 @@ enum class JournalFit {
     fits,        ///< it is of this very upload, which can go on
     fileChanged, ///< of this file as it was before somebody wrote into it: what was sent is worth nothing any more
     otherFile,   ///< of another file on its way to the same place
-    otherPlace,  ///< on its way to another place, or through another platform
+    otherPlace,  ///< on its way to another place, through another platform, or another user's
 };
 /// A file is the same that has the same path or the same handle; it is unchanged when size and time are the same, to
 /// the nanosecond where the journal's bookmark knows them.

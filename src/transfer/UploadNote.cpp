@@ -8,7 +8,7 @@ namespace palvera {
 
 QByteArray encodeNote(const UploadNote& note)
 {
-    const auto& [path, identity, target, service] = note.subject;
+    const auto& [path, identity, target, service, account] = note.subject;
     const QJsonObject object{{QStringLiteral("file"), path},
                              {QStringLiteral("handle"), QString::fromLatin1(identity.handle.toBase64())},
                              {QStringLiteral("size"), identity.size},

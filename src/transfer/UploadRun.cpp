@@ -29,7 +29,8 @@ UploadRun::UploadRun(const Uploader::Environment& environment, const Uploader::S
       m_subject{.path = m_request.file,
                 .identity = {},
                 .target = m_request.target,
-                .service = QString::fromUtf8(m_request.api->makeURL(QString()))}
+                .service = QString::fromUtf8(m_request.api->makeURL(QString())),
+                .account = m_request.account}
 {}
 
 Task<void> UploadRun::perform()
@@ -169,7 +170,7 @@ void UploadRun::refreshBookmark()
 
 Task<void> UploadRun::startAfresh()
 {
-    const auto& [path, identity, target, service] = m_subject;
+    const auto& [path, identity, target, service, account] = m_subject;
     QString filename = QFileInfo(path).fileName();
     if (filename != QFileInfo(m_request.file).fileName()) // nothing is sent under a name that nobody gave
         throw CannotSend(QStringLiteral("“%1” has another name by now, “%2”, and must be sent anew.")
@@ -208,7 +209,10 @@ Task<void> UploadRun::startAfresh()
                         .done = {},
                         .target = target,
                         .sessionId = sessionId,
-                        .service = service};
+                        .service = service,
+                        .account = account,
+                        .label = m_request.label,
+                        .client = m_request.client};
     co_await record({});
 }
 

@@ -17,6 +17,9 @@ struct UploadRequest {
     QString file;                            ///< its path
     std::optional<QByteArray> bookmark = {}; ///< finds the file again should it have been renamed
     QString key;                             ///< of the journal, see isUsableKey
+    std::optional<QString> account = {};     ///< id of the user whose upload it is; others' journals are let alone
+    std::optional<QString> label = {};       ///< for the journal: what the place is called
+    std::optional<QString> client = {};      ///< and the organisation
     bool confirmed = false;                  ///< the user has answered the platform's question about this delivery
     std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
     ProgressReporter::OnProgress onProgress = {}; ///< called from the engine, on any of its threads, one at a time

@@ -7,6 +7,7 @@
 #include "files/Quantities.h"
 #include "http/HttpAddress.h"
 
+#include <QDir>
 #include <QFileInfo>
 
 #include <boost/asio/post.hpp>
@@ -36,6 +37,8 @@ DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download,
       m_flag(live.flag),
       m_cut(live.cut),
       m_turns(model.m_downloadTurns),
+      m_account(model.account()),
+      m_service(QString::fromUtf8(m_environment.api.makeURL(QString()))),
       m_signIn(m_environment.signIns)
 {}
 
@@ -47,12 +50,15 @@ Task<void> DownloadTask::run(DownloadTask task)
 Task<void> DownloadTask::perform()
 {
     auto failure = (co_await outcomeOf(bringDown())).failure;
-    if (failure && m_place)
-        co_await giveBackPlace();
+    const bool isStopped = m_model && m_flag->isStopped() && !m_model->isSuspended(m_id);
+    if (m_place)
+        co_await outcomeOf(callOn(m_disk, [this, failure, isStopped] { leavePlace(!failure, isStopped); }));
     if (!m_model)
         co_return;
     if (m_place)
         m_model->m_paths.remove(m_place->path());
+    for (const auto& path : {m_place ? m_place->path() : QString(), QDir(m_download.folder).filePath(m_download.name)})
+        m_model->m_interrupted.show(path);
     if (!failure)
         m_model->setState(m_id, Item::Done{});
     else if (!m_flag->isStopped() && !isCancellation(failure))
@@ -145,7 +151,26 @@ Task<void> DownloadTask::claimPlace()
     }
     m_model->m_paths.insert(claimed->path(), m_id);
     m_model->change(m_id, [&](Item& item) { item.file = claimed->path(); });
+    m_model->m_interrupted.hide(claimed->path());
     m_place = std::move(claimed);
+    co_await outcomeOf(callOn(m_disk, [this] { enter(); }));
+}
+
+void DownloadTask::enter()
+{
+    const auto& object = m_download.object;
+    m_hold.emplace(m_environment.index.lockOf(m_place->path()));
+    m_hold->tryLock();
+    m_environment.index.save({.path = m_place->path(),
+                              .source = object.identity,
+                              .target = object.target,
+                              .object = object.key,
+                              .listedSize = m_download.listedSize,
+                              .label = m_download.label,
+                              .titleName = m_download.titleName,
+                              .client = m_download.client.isEmpty() ? std::nullopt : std::optional(m_download.client),
+                              .account = m_account ? std::optional(m_account->userId) : std::nullopt,
+                              .service = m_service});
 }
 
 Task<void> DownloadTask::waitFor(const QUuid& stopped)
@@ -157,9 +182,14 @@ Task<void> DownloadTask::waitFor(const QUuid& stopped)
     m_model->setState(m_id, Item::Running{});
 }
 
-Task<void> DownloadTask::giveBackPlace()
+void DownloadTask::leavePlace(bool isDone, bool isStopped)
 {
-    co_await outcomeOf(callOn(m_disk, [this] { m_place->removeIfEmpty(); }));
+    const auto path = m_place->path();
+    if (!isDone)
+        m_place->removeIfEmpty();
+    if (isDone || isStopped || !DownloadPlace::progressOf(path, m_download.object.identity))
+        m_environment.index.remove(path);
+    m_hold.reset();
 }
 
 } // namespace palvera

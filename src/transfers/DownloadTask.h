@@ -27,7 +27,10 @@ private:
     /// Throws FileError where storage has less than the platform lists; says so where it has more.
     Task<void> checkTotal(qint64 total);
     void remark(const QString& text);
-    Task<void> giveBackPlace();
+    /// Enters it in the index. Throws FileError where it cannot be; then it is only not listed, should it be cut off.
+    void enter();
+    /// When it is over: it stays in the index if it can be gone on with and the user has not stopped it.
+    void leavePlace(bool isDone, bool isStopped);
 
     const QPointer<Transfers> m_model;
     const Transfers::Environment m_environment;
@@ -38,7 +41,10 @@ private:
     const std::shared_ptr<CancelFlag> m_cut; // ends it at once, with what is in flight
     const std::shared_ptr<Turns> m_turns;
     QByteArray m_address;
+    const std::optional<Account> m_account; // whose it is
+    const QString m_service;                // where it began
     std::optional<DownloadPlace> m_place;
+    std::optional<LockFile> m_hold; // on its entry in the index; nothing where no lock can be had
     SignInWait m_signIn;
 };
 

@@ -55,6 +55,7 @@ struct Item {
     QString file = {};                     ///< path of what is sent, or of what is written once that is known
     QString label = {};                    ///< caption
     std::optional<QString> titleName = {}; ///< second caption
+    QString client = {};                   ///< the organisation's name; empty where it is not known
     State state = Waiting{};
     std::optional<Trouble> trouble = {};          ///< why it does not move, while it runs and does not
     QString remark = {};                          ///< the latest that the user should know although it goes on

@@ -41,6 +41,7 @@ StoredObject deliveredFile(API& api, const TransferTarget::Deliverable& delivera
     return {
         .target = deliverable,
         .identity = identityOf(deliverable, object),
+        .key = object,
         .address = [api = api.pinned(), deliverable, object] { return deliveredAddress(api, deliverable, object); },
         .listedSize = [api = api.pinned(), deliverable, object] { return deliveredSize(api, deliverable, object); }};
 }
@@ -48,7 +49,7 @@ StoredObject deliveredFile(API& api, const TransferTarget::Deliverable& delivera
 StoredObject binObject(API& api, const QString& orgId, const QString& key)
 {
     TransferTarget bin = TransferTarget::Bin{.orgId = orgId, .folder = {}};
-    return {.target = bin, .identity = identityOf(bin, key), .address = [api = api.pinned(), orgId, key] {
+    return {.target = bin, .identity = identityOf(bin, key), .key = key, .address = [api = api.pinned(), orgId, key] {
                 return binAddress(api, orgId, key);
             }};
 }

@@ -19,6 +19,7 @@ struct StoredObject {
 
     TransferTarget target; ///< where it belongs
     QString identity;      ///< the same text for the same object only
+    QString key;           ///< in storage
     AddressSource address;
     SizeSource listedSize = {}; ///< nothing where nobody can say
 };

@@ -27,6 +27,7 @@ private:
     API& m_api;
     const Executor m_engine;
     JournalStore m_journals;
+    DownloadIndex m_index;
     Uploader m_uploader;
     Downloader m_downloader;
     SystemSleepInhibitor m_sleep;

@@ -16,6 +16,7 @@ struct DeliverableUpload {
     QString orgId;
     QString projectId;
     Deliverable deliverable;
+    QString client = {};    ///< the organisation's name, where it is known
     bool confirmed = false; ///< the user has answered the platform's question about it
 };
 
@@ -23,6 +24,7 @@ struct DeliverableUpload {
 struct BinUploads {
     QStringList files; ///< paths
     QString orgId;
+    QString client = {}; ///< the organisation's name, where it is known
     std::optional<QString> caption = {};
     std::optional<QString> folder = {}; ///< nothing is the bin's top level
 };
@@ -42,7 +44,8 @@ struct Download {
     QString name;                          ///< for the file; only its last component counts
     QString label = {};
     std::optional<QString> titleName = {};
-    QString folder; ///< path of an existing folder
+    QString client = {}; ///< the organisation's name, where it is known
+    QString folder;      ///< path of an existing folder
 };
 
 /// A file that the platform wants confirmed before it takes it.
@@ -53,6 +56,7 @@ struct Doubt {
     QString orgId;
     QString projectId;
     Deliverable deliverable;
+    QString client = {};
 
     bool operator==(const Doubt&) const = default;
 };

@@ -33,13 +33,18 @@ Transfers::Transfers(Environment environment, Settings settings, QObject* parent
       m_environment(std::move(environment)),
       m_settings(settings),
       m_places(asio::make_strand(m_environment.background)),
-      m_reading(asio::make_strand(m_environment.background)),
       m_tasks(m_environment.main),
       m_binTurns(std::make_shared<Turns>(m_environment.main, settings.binUploads)),
-      m_downloadTurns(std::make_shared<Turns>(m_environment.main, settings.downloads))
+      m_downloadTurns(std::make_shared<Turns>(m_environment.main, settings.downloads)),
+      m_interrupted({.disk = asio::make_strand(m_environment.background),
+                     .api = m_environment.api,
+                     .journals = m_environment.journals,
+                     .index = m_environment.index,
+                     .account = m_environment.signIns.now,
+                     .isBusy = [this](const QString& key) { return isBusy(key); }})
 {
     m_environment.sleep.onWake([this] { retryAtOnce(); });
-    loadJournalsSoon();
+    loadInterruptedSoon();
 }
 
 Transfers::~Transfers()
@@ -93,6 +98,7 @@ QUuid Transfers::addUpload(DeliverableUpload upload)
     return begin({.target = TransferTarget::Deliverable{upload.orgId, upload.projectId, deliverable.id},
                   .label = deliverable.label,
                   .titleName = deliverable.contextLine(),
+                  .client = upload.client,
                   .journalKey = deliverable.id},
                  {.file = upload.file, .confirmed = upload.confirmed, .deliverable = deliverable});
 }
@@ -125,23 +131,50 @@ Task<BinUploadsBegun> Transfers::addBinUploads(BinUploads uploads)
         begun.items.append(begin({.target = TransferTarget::Bin{uploads.orgId, uploads.folder},
                                   .label = QStringLiteral("Assets"),
                                   .titleName = uploads.caption,
+                                  .client = uploads.client,
                                   .journalKey = key},
                                  {.file = file}));
     }
     co_return begun;
 }
 
-std::optional<QUuid> Transfers::resume(const Journal& journal)
+std::optional<QUuid> Transfers::resume(Journal journal)
 {
     if (isBusy(journal.key))
         return {};
-    m_resuming.insert(journal.key);
+    m_interrupted.hide(journal.key);
     auto target = journal.destination();
     UploadSource source{.file = journal.filePath, .bookmark = journal.bookmark};
-    if (const auto* row = target.asDeliverable())
-        source.deliverable = Deliverable{.id = row->deliverableId, .label = journal.filename};
-    const auto label = source.deliverable ? journal.filename : QStringLiteral("Assets");
-    return begin({.target = std::move(target), .label = label, .journalKey = journal.key}, std::move(source));
+    const auto* row = target.asDeliverable();
+    const auto label = journal.label.value_or(row ? journal.filename : QStringLiteral("Assets"));
+    if (row)
+        source.deliverable = Deliverable{.id = row->deliverableId, .label = label};
+    return begin({.target = std::move(target),
+                  .label = label,
+                  .client = journal.client.value_or(QString()),
+                  .journalKey = journal.key},
+                 std::move(source));
+}
+
+Task<void> Transfers::sendInstead(QString key, QString path)
+{
+    const auto* left = m_interrupted.findUpload(key);
+    if (!left)
+        co_return;
+    const auto journal = left->journal;
+    co_await m_interrupted.discardUpload(key);
+    const auto to = journal.destination();
+    const auto client = journal.client.value_or(QString());
+    if (const auto* bin = to.asBin()) {
+        co_await addBinUploads({.files = {path}, .orgId = bin->orgId, .client = client, .folder = bin->folder});
+        co_return;
+    }
+    const auto& row = *to.asDeliverable();
+    addUpload({.file = path,
+               .orgId = row.orgId,
+               .projectId = row.projectId,
+               .deliverable = {.id = row.deliverableId, .label = journal.label.value_or(journal.filename)},
+               .client = client});
 }
 
 QUuid Transfers::begin(Item item, UploadSource source)
@@ -162,10 +195,25 @@ QUuid Transfers::addDownload(Download download)
               .target = download.object.target,
               .name = download.name = safeFileName(download.name),
               .label = download.label,
-              .titleName = download.titleName};
+              .titleName = download.titleName,
+              .client = download.client};
     add(item);
     m_tasks.start(DownloadTask::run(DownloadTask(*this, item.id, std::move(download), m_live.value(item.id))));
     return item.id;
+}
+
+QUuid Transfers::resume(const UnfinishedDownload& download)
+{
+    m_interrupted.hide(download.path);
+    const auto* row = download.target.asDeliverable();
+    return addDownload({.object = row ? deliveredFile(m_environment.api, *row, download.object)
+                                      : binObject(m_environment.api, download.target.orgId(), download.object),
+                        .listedSize = download.listedSize,
+                        .name = QFileInfo(download.path).fileName(),
+                        .label = download.label,
+                        .titleName = download.titleName,
+                        .client = download.client.value_or(QString()),
+                        .folder = QFileInfo(download.path).path()});
 }
 
 void Transfers::add(Item item)
@@ -188,7 +236,7 @@ void Transfers::stop(const QUuid& id)
     setState(id, Item::Stopped{});
 }
 
-Task<void> Transfers::suspend()
+void Transfers::cutOffInFlight()
 {
     for (auto live = m_live.begin(); live != m_live.end(); ++live) {
         if (!live->journalKey)
@@ -198,10 +246,41 @@ Task<void> Transfers::suspend()
         live->isSuspended = true;
         live->flag->stop();
     }
+}
+
+Task<void> Transfers::suspend()
+{
+    cutOffInFlight();
     co_await firstOf(m_tasks.untilIdle(), m_environment.clock.sleep(untilCut));
     for (auto live = m_live.begin(); live != m_live.end(); ++live)
         live->cut->stop();
     co_await m_tasks.untilIdle();
+}
+
+void Transfers::cutOff()
+{
+    cutOffInFlight();
+    while (!items().empty())
+        remove(items().back().id);
+    if (!std::exchange(m_doubts, {}).isEmpty())
+        Q_EMIT doubtChanged();
+    m_interrupted.showAll();
+    setPanelOpen(false);
+}
+
+std::optional<Account> Transfers::account() const
+{
+    return m_environment.signIns.now ? m_environment.signIns.now() : std::nullopt;
+}
+
+void Transfers::followAccount()
+{
+    if (auto now = account()) {
+        if (m_account && m_account != now)
+            cutOff();
+        m_account = now;
+    }
+    m_interrupted.update();
 }
 
 void Transfers::clearFinished()
@@ -271,9 +350,8 @@ void Transfers::remove(const QUuid& id)
 
 void Transfers::ended(const QUuid& id)
 {
-    auto live = m_live.take(id);
-    if (live.journalKey)
-        loadJournalsSoon();
+    m_live.remove(id);
+    loadInterruptedSoon();
     Q_EMIT itemEnded(id);
 }
 
@@ -290,7 +368,7 @@ void Transfers::updateInFlight(int difference)
         m_environment.sleep.hold(QStringLiteral("Files are being transferred."));
     else
         m_environment.sleep.release();
-    updateInterrupted();
+    m_interrupted.update();
     Q_EMIT inFlightChanged();
 }
 
@@ -317,6 +395,7 @@ std::optional<QUuid> Transfers::confirmDoubt()
                       .orgId = answered->orgId,
                       .projectId = answered->projectId,
                       .deliverable = answered->deliverable,
+                      .client = answered->client,
                       .confirmed = true});
 }
 
@@ -328,47 +407,9 @@ void Transfers::dismissDoubt()
     Q_EMIT doubtChanged();
 }
 
-Task<void> Transfers::loadJournals()
+void Transfers::loadInterruptedSoon()
 {
-    return readJournals(this, m_environment.journals, m_environment.api, m_reading);
-}
-
-Task<void> Transfers::readJournals(QPointer<Transfers> model, const JournalStore& store, const API& api, Executor disk)
-{
-    std::vector<Journal> journals;
-    auto service = QString::fromUtf8(api.makeURL(QString()));
-    co_await callOn(disk, [&] {
-        journals = store.loadJournals();
-        std::erase_if(journals, [&](const Journal& journal) {
-            return journal.service.value_or(service) != service || store.isRunning(journal.key);
-        });
-    });
-    if (!model)
-        co_return;
-    model->m_journals = std::move(journals);
-    model->updateInterrupted();
-}
-
-void Transfers::loadJournalsSoon()
-{
-    m_tasks.start(loadJournals());
-}
-
-void Transfers::mayBeResumedAgain(const QString& key)
-{
-    m_resuming.remove(key);
-}
-
-void Transfers::updateInterrupted()
-{
-    std::vector<Journal> interrupted;
-    std::ranges::copy_if(m_journals, std::back_inserter(interrupted), [this](const Journal& journal) {
-        return !m_resuming.contains(journal.key) && !isBusy(journal.key);
-    });
-    if (interrupted == m_interrupted)
-        return;
-    m_interrupted = std::move(interrupted);
-    Q_EMIT journalsChanged();
+    m_tasks.start(m_interrupted.load());
 }
 
 bool Transfers::isBusy(const QString& journalKey) const

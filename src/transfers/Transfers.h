@@ -5,8 +5,8 @@
 #include "async/TaskScope.h"
 #include "async/Turns.h"
 #include "transfer/Downloader.h"
-#include "transfer/Journal.h"
 #include "transfer/Uploader.h"
+#include "transfers/Interrupted.h"
 #include "transfers/ItemList.h"
 #include "transfers/RetryRules.h"
 #include "transfers/SignIns.h"
@@ -15,7 +15,6 @@
 #include <QHash>
 #include <QObject>
 #include <QPointer>
-#include <QSet>
 
 namespace palvera {
 
@@ -39,6 +38,7 @@ public:
         Clock& clock;
         API& api;
         const JournalStore& journals;
+        const DownloadIndex& index;
         std::function<Task<void>(UploadRequest)> upload;     ///< as Uploader::upload
         std::function<Task<void>(DownloadRequest)> download; ///< as Downloader::download
         SleepInhibitor& sleep;
@@ -83,14 +83,13 @@ public:
     /// already, and says so. Looks at each file in the background, which a cancellation does not cut short.
     Task<BinUploadsBegun> addBinUploads(BinUploads uploads);
 
-    /// Reads the folder of journals, in the background. The model does so by itself when it is made and whenever an
-    /// upload ends; await this to have the list at a certain moment.
-    Task<void> loadJournals();
-    /// Uploads to the platform in use that were cut off, as of the last reading: their journals, but for those that are
-    /// on their way again, here or in another program.
-    const std::vector<Journal>& interruptedJournals() const { return m_interrupted; }
+    /// What was cut off. It is read anew when the model is made and whenever an upload or a download ends.
+    Interrupted& interrupted() { return m_interrupted; }
+    const Interrupted& interrupted() const { return m_interrupted; }
     /// Goes on with an upload that was cut off and gives its item's id; nothing when it is on its way already.
-    std::optional<QUuid> resume(const Journal& journal);
+    std::optional<QUuid> resume(Journal journal);
+    /// Gives up what was cut off under that journal key, and sends the file at `path` to the same place in its stead.
+    Task<void> sendInstead(QString key, QString path);
 
     /// What the platform wants confirmed; a further question waits until this one is answered.
     std::optional<Doubt> doubt() const;
@@ -105,6 +104,8 @@ public:
     /// others wait. An existing file is never touched unless it is the unfinished
     /// download of the same object, which is gone on with.
     QUuid addDownload(Download download);
+    /// Goes on with a download that was cut off and gives its item's id.
+    QUuid resume(const UnfinishedDownload& download);
 
     // Both.
 
@@ -113,6 +114,11 @@ public:
     void stop(const QUuid& id);
     /// Forgets the items that are not in flight.
     void clearFinished();
+    /// Somebody else may be signed in: cuts off what is another user's.
+    void followAccount();
+    /// Cuts off all that is in flight such that it can be gone on with, and forgets every item and every question, as
+    /// for a user who signs out. What still ends does so in the background.
+    void cutOff();
     /// Cuts off all that is in flight at once, such that it can be gone on with: journals and records stay, and the
     /// platform is told nothing. Ends when nothing is under way any more, readings of the journals included; the giving
     /// up of stopped uploads is cut off after half a second, and then their journals stay. Items keep their states.
@@ -127,7 +133,6 @@ Q_SIGNALS:
     void itemEnded(const QUuid& id);
     void inFlightChanged();
     void uploadsFinishedChanged();
-    void journalsChanged();
     void doubtChanged();
     void panelOpenChanged();
 
@@ -156,7 +161,6 @@ private:
     /// Lists an upload to where `item.target` says as running, and starts it.
     QUuid begin(Item item, UploadSource source);
     void add(Item item);
-    static Task<void> readJournals(QPointer<Transfers> model, const JournalStore& store, const API& api, Executor disk);
 
     /// Ends when that item may run, and shows it as waiting until then. Throws a cancellation once it is stopped or the
     /// model is gone.
@@ -176,8 +180,8 @@ private:
     void countUpload();
     /// Puts a question to the user in the place of an item.
     void raise(const QUuid& id, Doubt doubt);
-    void mayBeResumedAgain(const QString& key);
-    void loadJournalsSoon();
+    void loadInterruptedSoon();
+    void cutOffInFlight();
 
     /// Whether an upload with that key is in flight or still being given up.
     bool isBusy(const QString& journalKey) const;
@@ -188,14 +192,13 @@ private:
     /// Ends once the task of that item is over, or the model gone.
     Task<void> untilEnded(QUuid id);
     void updateInFlight(int difference);
-    void updateInterrupted();
+    std::optional<Account> account() const;
     /// Has every retry that waits made at once.
     void retryAtOnce();
 
     const Environment m_environment;
     const Settings m_settings;
     const Executor m_places;  // a strand: a place is not claimed while another is given back
-    const Executor m_reading; // a strand: the latest reading comes last
     TaskScope m_tasks;        // the transfers, and readings of the journals
     // Shared with the transfers, which may outlive the model.
     const std::shared_ptr<Turns> m_binTurns;
@@ -204,9 +207,8 @@ private:
     QHash<QUuid, Live> m_live;
     QHash<QUuid, std::shared_ptr<Event>> m_waits; // set to end a wait for a retry
     QHash<QString, QUuid> m_paths;                // files that downloads write, by their items' ids
-    std::vector<Journal> m_journals;
-    std::vector<Journal> m_interrupted;
-    QSet<QString> m_resuming; // keys
+    std::optional<Account> m_account;             // the last one that was signed in, whose all items are
+    Interrupted m_interrupted;
     QList<Doubt> m_doubts;
     qint64 m_begun = 0; // transfers so far
     int m_inFlight = 0;

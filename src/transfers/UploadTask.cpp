@@ -26,6 +26,9 @@ UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSour
       m_id(item.id),
       m_target(item.target),
       m_key(item.journalKey.value_or(QString())),
+      m_label(item.label),
+      m_client(item.client),
+      m_account(model.account()),
       m_api(m_environment.api.pinned()),
       m_source(std::move(source)),
       m_flag(live.flag),
@@ -111,6 +114,9 @@ Task<void> UploadTask::attempt()
                           .file = m_source.file,
                           .bookmark = m_source.bookmark,
                           .key = m_key,
+                          .account = m_account ? std::optional(m_account->userId) : std::nullopt,
+                          .label = m_label,
+                          .client = m_client.isEmpty() ? std::nullopt : std::optional(m_client),
                           .confirmed = m_source.confirmed,
                           .flag = m_flag};
     request.onProgress = [main = m_environment.main, model = m_model, id = m_id](const UploadProgress& now) {
@@ -153,21 +159,22 @@ void UploadTask::succeed()
 
 void UploadTask::raiseDoubt(const std::exception_ptr& failure)
 {
-    m_model->mayBeResumedAgain(m_key);
+    m_model->m_interrupted.show(m_key);
     m_model->raise(m_id, {.id = QUuid::createUuid(),
                           .message = describe(failure),
                           .file = m_source.file,
                           .orgId = m_target.orgId(),
                           .projectId = m_target.projectId(),
-                          .deliverable = *m_source.deliverable});
+                          .deliverable = *m_source.deliverable,
+                          .client = m_client});
     m_model->ended(m_id);
 }
 
 Task<void> UploadTask::fail(std::exception_ptr failure)
 {
-    m_model->mayBeResumedAgain(m_key);
+    m_model->m_interrupted.show(m_key);
     m_model->setState(m_id, Item::Failed{.message = describe(failure), .failure = failure});
-    m_model->loadJournalsSoon();
+    m_model->loadInterruptedSoon();
     co_await sendStopReport();
     if (m_model)
         m_model->ended(m_id);

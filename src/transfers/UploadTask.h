@@ -42,6 +42,9 @@ private:
     const QUuid m_id;
     const TransferTarget m_target;
     const QString m_key;
+    const QString m_label;
+    const QString m_client;
+    const std::optional<Account> m_account; // whose it is
     const std::shared_ptr<API> m_api; // of the service where it began
     Transfers::UploadSource m_source;
     const std::shared_ptr<CancelFlag> m_flag;

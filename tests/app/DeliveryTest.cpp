@@ -156,7 +156,7 @@ TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
              goToPanel();
              screen.click(QAccessible::Button, "Stop");
          },
-         [&] { return !isMoving() && transfers().interruptedJournals().empty(); }},
+         [&] { return !isMoving() && transfers().interrupted().count() == 0; }},
         {"Check this file before it goes", "Cancel",
          [&] {
              drop({sparseFile("draft.mov", 1'000'000)});

@@ -11,7 +11,8 @@ const QByteArray bare = R"({"key":"row-1","orgId":"org","projectId":"project","o
     "uploadId":"upload","partSize":10,"partCount":12,"byteSize":115,"filePath":"/films/über.mov","filename":"über.mov",
     "fileStamp":"115-1731772800","done":{}})";
 const QByteArray full = QByteArray(bare).replace(R"("done":{}})", R"("done":{"1":"a","2":"b\"\\\n\u0001","10":"ten"},
-    "bookmark":"AP8Q","target":{"bin":{"orgId":"org","folder":"folder"}},"sessionId":"s 1/a+b","service":"https://api"})");
+    "bookmark":"AP8Q","target":{"bin":{"orgId":"org","folder":"folder"}},"sessionId":"s 1/a+b","service":"https://api","account":"user",
+    "label":"Picture master","client":"Northlight"})");
 Journal sample()
 {
     return decodeJournal(full);

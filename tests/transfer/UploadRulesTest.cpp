@@ -57,7 +57,7 @@ const SourceIdentity film{.handle = "film", .size = 100, .changed = 7'000'000'12
 const SourceIdentity sameSecond{.handle = "film", .size = 100, .changed = 7'000'000'456};
 const SourceIdentity anotherFile{.handle = "stem", .size = 100, .changed = 7'000'000'123};
 const TransferTarget row = TransferTarget::Deliverable{"o", "p", "d"};
-const UploadSubject subject{.path = "/f/a.mov", .identity = film, .target = row, .service = "https://one/api"};
+const UploadSubject subject{.path = "/f/a.mov", .identity = film, .target = row, .service = "https://one/api", .account = "her"};
 
 Journal journalOf(const QString& path, const SourceIdentity& identity)
 {
@@ -86,6 +86,9 @@ TEST(ResumeRulesTest, aJournalFitsTheSameUnchangedFileOnItsWayToTheSamePlace)
     auto elsewhere = journalOf("/f/a.mov", film), otherService = elsewhere;
     elsewhere.target = TransferTarget::Deliverable{"o2", "p", "d"};
     otherService.service = "https://two/api";
+    auto ofHers = journalOf("/f/a.mov", film), ofAnother = ofHers;
+    ofHers.account = "her";
+    ofAnother.account = "another";
     const std::tuple<const char*, Journal, JournalFit> cases[] = {
         {"the same", journalOf("/f/a.mov", film), JournalFit::fits},
         {"renamed", journalOf("/f/before.mov", film), JournalFit::fits},
@@ -98,6 +101,8 @@ TEST(ResumeRulesTest, aJournalFitsTheSameUnchangedFileOnItsWayToTheSamePlace)
         {"another on a disk without handles", journalOf("/f/b.mov", nameless), JournalFit::otherFile},
         {"to another place", elsewhere, JournalFit::otherPlace},
         {"through another platform", otherService, JournalFit::otherPlace},
+        {"of the same user", ofHers, JournalFit::fits},
+        {"of another user", ofAnother, JournalFit::otherPlace},
         {"of an earlier version", before("/f/a.mov", "100-7"), JournalFit::fits},
         {"of an earlier version, another path", before("/f/b.mov", "100-7"), JournalFit::otherFile},
         {"of an earlier version, another second", before("/f/a.mov", "100-6"), JournalFit::fileChanged},

@@ -1,6 +1,8 @@
 #include "TransfersHarness.h"
 
 #include "files/Bookmark.h"
+#include "transfer/Partial.h"
+#include "transfer/ResumeRules.h"
 
 namespace palvera {
 namespace {
@@ -20,7 +22,7 @@ TEST_F(ResumeTest, listsWhatAnEarlierRunLeftAndGoesOnWithItOnce)
     EXPECT_THAT(interruptedKeys(), UnorderedElementsAre("bin-1", "row-1"));
     EXPECT_THAT(uploads.requests, IsEmpty()) << "nothing is resumed by itself";
     int announced = 0;
-    QObject::connect(&*model, &Transfers::journalsChanged, [&] { ++announced; });
+    QObject::connect(&model->interrupted(), &Interrupted::changed, [&] { ++announced; });
     for (const auto& [left, label] : {std::pair(intoBin, "Assets"), std::pair(toRow, "master.mov")}) {
         auto id = model->resume(left);
         ASSERT_TRUE(id);
@@ -39,7 +41,7 @@ TEST_F(ResumeTest, whatIsInFlightIsNotInterrupted)
     auto id = addUpload();
     journal();
     journal("row-2");
-    world.run(model->loadJournals());
+    world.run(model->interrupted().load());
     EXPECT_EQ(interruptedKeys(), QStringList("row-2"));
     EXPECT_EQ(model->resume(*journals.loadJournal("row-1")), std::nullopt);
     model->stop(id);
@@ -93,7 +95,7 @@ TEST_F(ResumeTest, aStopDoesNotDiscardWhatAnotherProcessHasGoneOnWith)
     journal();
     auto other = journals.lockOf("row-1");
     ASSERT_EQ(other.tryLock(), LockFile::Outcome::taken);
-    world.run(model->loadJournals());
+    world.run(model->interrupted().load());
     EXPECT_THAT(interruptedKeys(), IsEmpty());
     auto id = addUpload();
     world.settle();
@@ -127,6 +129,190 @@ TEST_F(ResumeTest, suspendingLeavesWhatCanBeGoneOnWith)
         EXPECT_TRUE(journals.loadJournal(row)) << row;
     EXPECT_EQ(stateOf(running), "running");
     world.run(model->suspend());
+}
+
+TEST_F(ResumeTest, signingOutCutsOffAndEmptiesEverythingAndOnlyTheSameUserFindsItAgain)
+{
+    uploads.ends = {platformSays(403), platformSays(409, "delivery_doubt")};
+    runUntilState(addUpload("row-1"), "failed: The platform says 403.");
+    addUpload("row-2");
+    world.runUntil([&] { return model->doubt().has_value(); });
+    auto id = model->addUpload({.file = file("master.mov"),
+                                .orgId = "org",
+                                .projectId = "salt",
+                                .deliverable = {.id = "row-3", .label = "Picture master"},
+                                .client = "Northlight"});
+    world.settle();
+    auto theirs = journal("row-3"), anothers = journal("row-4"), nobodys = journal("row-5");
+    theirs.account = uploads.requests.back().account;
+    theirs.label = uploads.requests.back().label;
+    theirs.client = uploads.requests.back().client;
+    anothers.account = "another";
+    journals.saveJournal(theirs);
+    journals.saveJournal(anothers);
+    model->setPanelOpen(true);
+    model->followAccount();
+    const auto told = asked();
+
+    model->cutOff();
+    const auto user = std::exchange(account, std::nullopt);
+    model->followAccount();
+    world.settle();
+    EXPECT_THAT(model->items(), IsEmpty());
+    EXPECT_EQ(model->inFlightCount(), 0);
+    EXPECT_FALSE(model->isPanelOpen());
+    EXPECT_FALSE(model->doubt());
+    EXPECT_EQ(model->interrupted().count(), 0) << "nobody is there to see it";
+    EXPECT_EQ(asked(), told) << "the platform hears nothing of it";
+
+    account = Account{.service = user->service, .userId = "another"};
+    model->followAccount();
+    EXPECT_THAT(interruptedKeys(), UnorderedElementsAre("row-4", "row-5"));
+    addUpload("row-6");
+    account = user; // a browser may have signed in somebody else
+    model->followAccount();
+    world.settle();
+    EXPECT_THAT(model->items(), IsEmpty());
+    EXPECT_THAT(interruptedKeys(), UnorderedElementsAre("row-3", "row-5"));
+    id = model->resume(*journals.loadJournal("row-3")).value();
+    EXPECT_EQ(model->find(id)->label, "Picture master");
+    EXPECT_EQ(model->find(id)->client, "Northlight");
+    account.reset(); // the sign-in expires
+    model->followAccount();
+    account = user;
+    model->followAccount();
+    EXPECT_EQ(model->inFlightCount(), 1);
+}
+
+TEST_F(ResumeTest, aSourceThatIsGoneIsFoundElsewhereByItsSizeAndTimeAlone)
+{
+    auto left = journal();
+    left.fileStamp = fileStamp(*identityOf(left.filePath));
+    left.byteSize = 4;
+    left.partSize = 2;
+    left.label = "Picture master";
+    journals.saveJournal(left);
+    auto& list = model->interrupted();
+    const auto isGone = [&] {
+        world.run(list.load());
+        return list.findUpload("row-1")->isSourceGone;
+    };
+    EXPECT_FALSE(isGone());
+    QDir().mkpath(disk.filePath("elsewhere"));
+    const auto copy = disk.filePath("elsewhere/copy.mov"), other = file("other.mov");
+    QDir().rename(left.filePath, copy);
+    EXPECT_TRUE(isGone());
+    writeFile(other, "another film");
+    EXPECT_FALSE(world.run(list.isSource("row-1", other)));
+    EXPECT_FALSE(world.run(list.moveSource("row-1", other)));
+    EXPECT_FALSE(world.run(list.isSource("row-1", left.filePath)));
+    EXPECT_TRUE(world.run(list.isSource("row-1", copy)));
+    EXPECT_TRUE(world.run(list.moveSource("row-1", copy)));
+    EXPECT_FALSE(isGone());
+    const auto moved = *journals.loadJournal("row-1");
+    EXPECT_EQ(fitOf(moved, {.path = copy, .identity = *identityOf(copy), .target = moved.destination()}),
+              JournalFit::fits);
+
+    world.run(model->sendInstead("row-1", other));
+    world.settle();
+    EXPECT_EQ(journals.loadJournal("row-1"), std::nullopt);
+    EXPECT_EQ(uploads.requests.back().file, other);
+    EXPECT_EQ(uploads.requests.back().target, left.destination());
+    EXPECT_EQ(uploads.requests.back().label, "Picture master");
+}
+
+struct InterruptedDownloadsTest : TransfersTest {
+    /// Downloads "a.mov", of which a chunk arrives before it ends as the script says.
+    QUuid downloadAChunk()
+    {
+        const auto runs = downloads.requests.size();
+        auto asked = download();
+        asked.label = "Picture master";
+        asked.object.key = "deliveries/a.mov";
+        asked.object.identity = deliveredFile(*api, *asked.object.target.asDeliverable(), asked.object.key).identity;
+        const auto id = model->addDownload(std::move(asked));
+        world.runUntil([&] { return downloads.requests.size() > runs; });
+        const auto& request = downloads.requests.back();
+        writeFile(request.destination, "half");
+        savePartial(request.destination, {.done = {0},
+                                          .total = 4,
+                                          .source = request.source,
+                                          .file = identityOf(request.destination)->handle});
+        return id;
+    }
+    QStringList interruptedPaths()
+    {
+        QStringList paths;
+        for (const auto& found : model->interrupted().downloads())
+            paths.append(found.download.path);
+        return paths;
+    }
+    QString path() const { return downloadsFolder + "/a.mov"; }
+};
+
+TEST_F(InterruptedDownloadsTest, whatWasCutOffOrFailedIsListedUntilItIsGoneOnWithDoneOrStopped)
+{
+    struct {
+        const char* how;
+        std::deque<std::exception_ptr> ends;
+        std::function<void(const QUuid&)> end;
+        bool isListed;
+    } const cases[] = {
+        {"done", {nullptr}, {}, false},
+        {"failed", {platformSays(503)}, {}, true},
+        {"done then", {nullptr}, {}, false},
+        {"stopped", {}, [this](const QUuid& id) { model->stop(id); }, false},
+        {"signed out", {}, [this](const QUuid&) { model->cutOff(); }, true},
+        {"the end of the program", {}, [this](const QUuid&) { world.run(model->suspend()); }, true},
+    };
+    for (const auto& [how, ends, end, isListed] : cases) {
+        SCOPED_TRACE(how);
+        downloads.ends = ends;
+        const auto id = downloadAChunk();
+        EXPECT_THAT(interruptedPaths(), IsEmpty());
+        world.run(model->interrupted().load());
+        EXPECT_THAT(interruptedPaths(), IsEmpty()) << "it is on its way";
+        if (end)
+            end(id);
+        else
+            world.runUntil([&] { return !model->find(id)->isInFlight(); });
+        world.settle();
+        EXPECT_EQ(interruptedPaths(), isListed ? QStringList(path()) : QStringList());
+        EXPECT_TRUE(QFile::exists(path()));
+    }
+    makeModel({});
+    ASSERT_EQ(interruptedPaths(), QStringList(path()));
+    const auto found = model->interrupted().downloads().front();
+    EXPECT_EQ(found.received, 4);
+    client.handler = [](const HttpRequest&) {
+        return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/a"})"};
+    };
+    const auto runs = downloads.requests.size();
+    const auto id = model->resume(found.download);
+    EXPECT_THAT(interruptedPaths(), IsEmpty());
+    world.runUntil([&] { return downloads.requests.size() > runs; });
+    EXPECT_EQ(downloads.requests.back().destination, path());
+    EXPECT_EQ(downloads.requests.back().source, found.download.source);
+    EXPECT_EQ(model->find(id)->label, "Picture master");
+}
+
+TEST_F(InterruptedDownloadsTest, discardingRemovesWhatIsThereAndNoOtherFile)
+{
+    for (bool isReplaced : {false, true}) {
+        downloadAChunk();
+        model->cutOff();
+        world.settle();
+        if (isReplaced) {
+            QFile::remove(path());
+            writeFile(downloadsFolder + "/keeps its inode", {});
+            writeFile(path(), "the user's own");
+        }
+        world.run(model->interrupted().discardDownload(path()));
+        world.settle();
+        EXPECT_EQ(QFile::exists(path()), isReplaced);
+        EXPECT_THAT(interruptedPaths(), IsEmpty());
+        EXPECT_THAT(index.load(), IsEmpty());
+    }
 }
 
 } // namespace

@@ -36,7 +36,7 @@ TEST_F(ThreadsTest, engineReportsAndDiskWorkComeBackToTheModelsThread)
         return runOn(asio::make_strand(pool), work(std::move(request), ++begun % 2));
     };
     model.emplace(Transfers::Environment{
-        main.get_executor(), pool.get_executor(), world.clock, *api, journals, onThePool, {}, sleep, network});
+        main.get_executor(), pool.get_executor(), world.clock, *api, journals, index, onThePool, {}, sleep, network});
     QObject::connect(&*model, &Transfers::itemChanged, [&](const QUuid& id) {
         const auto* item = model->find(id);
         if (item->sent == 100 && item->isInFlight() && item->lastSample)

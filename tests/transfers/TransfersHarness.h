@@ -68,11 +68,12 @@ struct TransfersTest : ServiceTest {
     Simulation& world = simulation;
     QTemporaryDir disk;
     JournalStore journals{disk.path()};
+    DownloadIndex index{disk.path()};
     ScriptedEngine<UploadRequest> uploads{world.clock};
     ScriptedEngine<DownloadRequest> downloads{world.clock};
     FakeSleep sleep;
     FakeNetworkPath network{world.clock};
-    std::optional<Account> account; ///< that is signed in
+    std::optional<Account> account{{.service = "https://platform.test/api/", .userId = "user"}}; ///< that is signed in
     bool isKnown = false;           ///< the platform knows it, whatever else it refuses
     QString downloadsFolder = disk.filePath("Downloads");
     QString address = "https://storage.test/object?signature=a%2Fb"; ///< of every object
@@ -105,7 +106,7 @@ struct TransfersTest : ServiceTest {
         SignIns signIns{.now = [this] { return account; },
                         .until = [this](const Account& wanted) { return untilSignedIn(wanted); }};
         return {world.executor(), world.executor(), world.clock, *api,    journals,
-                runUpload,        runDownload,      sleep,       network, signIns};
+                index, runUpload,        runDownload,      sleep,       network, signIns};
     }
     Task<bool> untilSignedIn(Account wanted)
     {
@@ -195,11 +196,11 @@ struct TransfersTest : ServiceTest {
         world.runUntil([&] { return stateOf(id) == state; });
     }
     double elapsed() const { return std::chrono::duration<double>(world.clock.elapsed()).count(); }
-    QStringList interruptedKeys() const
+    QStringList interruptedKeys()
     {
         QStringList keys;
-        for (const auto& one : model->interruptedJournals())
-            keys.append(one.key);
+        for (const auto& one : model->interrupted().uploads())
+            keys.append(one.journal.key);
         return keys;
     }
 };
