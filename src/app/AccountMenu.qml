@@ -19,13 +19,16 @@ IconButton {
         // Where it leads once it has closed and given the keyboard back.
         property bool leadsToAbout: false
         property bool leadsToCheck: false
+        property bool leadsOut: false
 
-        onAboutToShow: leadsToAbout = leadsToCheck = false
+        onAboutToShow: leadsToAbout = leadsToCheck = leadsOut = false
         onClosed: {
             if (leadsToAbout)
                 root.model.about.open = true;
             else if (leadsToCheck)
                 root.model.about.checkForUpdates();
+            else if (leadsOut)
+                root.model.signOut();
         }
 
         MenuRow {
@@ -57,7 +60,7 @@ IconButton {
 
         MenuRow {
             text: qsTr("Sign out")
-            onTriggered: root.model.signOut()
+            onTriggered: menu.leadsOut = true
         }
     }
 }

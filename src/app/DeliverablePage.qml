@@ -23,5 +23,14 @@ DeliverableView {
             model: root.model
         }
     ]
+    onDiscarded: key => cutOff.askToDiscard(key)
     onLeaving: model.back()
+    onLocated: key => cutOff.locate(key)
+    onResumed: key => model.transfers.interrupted.resume(key)
+
+    InterruptedDialogs {
+        id: cutOff
+
+        interrupted: root.model.transfers.interrupted
+    }
 }

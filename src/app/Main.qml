@@ -18,7 +18,7 @@ Window {
     title: root.model.windowTitle
     width: 1080
     onClosing: close => {
-        close.accepted = question.answered || root.model.transfers.badge === "";
+        close.accepted = question.answered || !root.model.transfers.moving;
         if (!close.accepted)
             question.open();
     }
@@ -77,7 +77,7 @@ Window {
         cancelText: qsTr("Keep going")
         confirmText: qsTr("Quit")
         destructive: true
-        message: qsTr("Uploads wait under Interrupted and go on from the part they had reached. Downloads go on when you start them again.")
+        message: qsTr("They wait under Interrupted and go on from where they were.")
         title: qsTr("Quit while files are moving?")
         onAccepted: {
             answered = true;

@@ -23,6 +23,10 @@ OrgPickerView {
             model: root.model
         }
     ]
+    notices: InterruptedLine {
+        transfers: root.model.transfers
+        width: parent.width
+    }
     onChosen: row => model.orgPicker.choose(row)
     onRetried: model.reloadOrgs()
 }

@@ -10,6 +10,7 @@ FocusScope {
     required property OrgPickerModel orgs
     property string error ///< why there may be none, for the user
     property bool loading: false ///< they are on their way
+    property alias notices: above.data
     property alias toolbarItems: bar.trailing
 
     signal chosen(int row)
@@ -42,10 +43,18 @@ FocusScope {
             text: qsTr("Choose a client")
         }
 
+        Column {
+            id: above
+
+            anchors.top: heading.bottom
+            anchors.topMargin: height > 0 ? Theme.spaceLarge : 0
+            width: parent.width
+        }
+
         Card {
             id: card
 
-            anchors.top: heading.bottom
+            anchors.top: above.bottom
             anchors.topMargin: Theme.spaceLarge
             height: Math.min(list.contentHeight + 2 * Theme.spaceSmall, parent.height - y - Theme.spaceHuge)
             visible: list.count > 0

@@ -3,6 +3,7 @@
 #include "service/API.h"
 #include "session/Session.h"
 #include "text/VisibleText.h"
+#include "transfers/Transfers.h"
 
 namespace palvera {
 
@@ -49,6 +50,7 @@ RootView::RootView(Environment environment, QObject* parent)
     connect(&m_session, &Session::stateChanged, this, &RootView::userChanged);
     connect(&m_session, &Session::errorChanged, this, &RootView::errorChanged);
     connect(&m_session, &Session::orgsLoadingChanged, this, &RootView::orgsLoadingChanged);
+    connect(&m_session, &Session::accountChanged, &m_environment.transfers, &Transfers::followAccount);
     connect(&m_session, &Session::remarkChanged, this, &RootView::remarkChanged);
     connect(&m_session, &Session::signInDoubted, this, [this] { m_tasks.start(confirmIn(m_session)); });
     connect(&m_deliverables, &DeliverablesView::refreshed, this, &RootView::updateDeliverable);
@@ -120,7 +122,32 @@ void RootView::start()
 
 void RootView::signOut()
 {
+    const int moving = m_environment.transfers.inFlightCount();
+    if (moving == 0)
+        return confirmSignOut();
+    setSignOutQuestion(moving == 1 ? tr("One file is moving. It waits under Interrupted and goes on from where it was once "
+                                        "you are signed in again.")
+                                   : tr("%1 files are moving. They wait under Interrupted and go on from where they were "
+                                        "once you are signed in again.")
+                                         .arg(moving));
+}
+
+void RootView::confirmSignOut()
+{
+    setSignOutQuestion({});
+    m_environment.transfers.cutOff();
     m_tasks.start(m_session.signOut());
+}
+
+void RootView::staySignedIn()
+{
+    setSignOutQuestion({});
+}
+
+void RootView::setSignOutQuestion(const QString& question)
+{
+    if (std::exchange(m_signOutQuestion, question) != question)
+        Q_EMIT signOutQuestionChanged();
 }
 
 void RootView::chooseAnotherClient()
@@ -231,6 +258,7 @@ void RootView::changeScreen()
 
 void RootView::openLogin()
 {
+    setSignOutQuestion({}); // the platform has answered it
     if (!m_session.hasExpired())
         leaveOrg();
     m_login.open(m_environment.isDoorAsked(),

@@ -33,6 +33,7 @@ class RootView : public QObject {
     Q_PROPERTY(QString userEmail READ userEmail NOTIFY userChanged)
     Q_PROPERTY(QString error READ error NOTIFY errorChanged)
     Q_PROPERTY(bool orgsLoading READ areOrgsLoading NOTIFY orgsLoadingChanged)
+    Q_PROPERTY(QString signOutQuestion READ signOutQuestion NOTIFY signOutQuestionChanged)
     Q_PROPERTY(QString remark READ remark NOTIFY remarkChanged)
     Q_PROPERTY(QString buildText READ buildText CONSTANT)
     Q_PROPERTY(palvera::UpdatePill* updatePill READ updatePill CONSTANT)
@@ -77,6 +78,8 @@ public:
     /// What failed last while the session was looked up, for the user.
     QString error() const;
     bool areOrgsLoading() const;
+    /// What is asked before signing out; empty when nothing is.
+    QString signOutQuestion() const { return m_signOutQuestion; }
     /// What the user should know although all is well.
     QString remark() const;
     QString buildText() const;
@@ -87,7 +90,11 @@ public:
 
     /// Finds out who is signed in, unless that is known.
     Q_INVOKABLE void start();
+    /// Signs out, or asks first while files move.
     Q_INVOKABLE void signOut();
+    /// The user's answer.
+    Q_INVOKABLE void confirmSignOut();
+    Q_INVOKABLE void staySignedIn();
     /// Closes the organisation that is open: the picker comes back.
     Q_INVOKABLE void chooseAnotherClient();
     /// Opens the project of that row of `projects`, or the client's assets.
@@ -115,6 +122,7 @@ Q_SIGNALS:
     void errorChanged();
     void orgsLoadingChanged();
     void remarkChanged();
+    void signOutQuestionChanged();
 
 private:
     void changeScreen();
@@ -124,6 +132,7 @@ private:
     void reload();
     void goTo(Page page);
     void updateDeliverable();
+    void setSignOutQuestion(const QString& question);
 
     const Environment m_environment;
     Session& m_session;
@@ -138,6 +147,7 @@ private:
     UpdatePill m_updatePill;
     AboutView m_about;
     QString m_startRemark;
+    QString m_signOutQuestion;
     QString m_key;
     std::optional<BrowserSignIn::Taken> m_refused; // to be said once the sign-in screen is there
     QString m_orgKey;                              // the key of the organisation that the models show

@@ -89,6 +89,17 @@ FocusScope {
         onRejected: root.model.transfers.dismissDoubt()
     }
 
+    ConfirmDialog {
+        cancelText: qsTr("Stay signed in")
+        confirmText: qsTr("Sign out")
+        destructive: true
+        message: root.model.signOutQuestion
+        title: qsTr("Sign out while files are moving?")
+        visible: root.model.signOutQuestion !== ""
+        onAccepted: root.model.confirmSignOut()
+        onRejected: root.model.staySignedIn()
+    }
+
     UpdateDialogs {
         about: root.model.about
         anchors.fill: parent

@@ -8,6 +8,8 @@ T.Button {
 
     required property string symbol
     property string badge: ""
+    property color badgeColor: Theme.accentFill
+    property string badgeText: badge ///< for assistants
     property alias symbolColor: glyph.color
     property bool outlined: false
     property int symbolSize: Theme.symbolLarge
@@ -19,7 +21,7 @@ T.Button {
     implicitWidth: Theme.controlHeight
     opacity: enabled ? 1 : Theme.disabledOpacity
 
-    Accessible.name: badge === "" ? text : qsTr("%1, %2").arg(text).arg(badge)
+    Accessible.name: badge === "" ? text : qsTr("%1, %2").arg(text).arg(badgeText)
     Accessible.onPressAction: if (root.enabled)
         root.clicked()
     Keys.onEnterPressed: root.clicked()
@@ -63,6 +65,7 @@ T.Button {
             anchors.verticalCenterOffset: root.filled ? Theme.spaceTiny : 0
             border.color: Theme.bar
             border.width: root.filled ? 1.5 : 0
+            color: root.badgeColor
             spoken: false
             text: root.badge
             visible: root.badge !== ""

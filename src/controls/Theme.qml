@@ -40,6 +40,7 @@ QtObject {
     readonly property color brandBottom: "#0b4fd0"
     readonly property color paper: "#ffffff" ///< behind what a camera reads
     readonly property color accentSoft: dark ? "#22344d" : "#e4eefd"
+    readonly property color warningFill: dark ? "#9a5a0c" : "#a35200"
     readonly property color warningSoft: dark ? "#40331d" : "#fdf0dc"
     readonly property color successSoft: dark ? "#1d3a2a" : "#e1f3e7"
     readonly property color dangerSoft: dark ? "#452726" : "#fce6e4"

@@ -30,14 +30,14 @@ constexpr double forText = 4.5; // level AA
 constexpr double forShapes = 3;
 
 const std::tuple<const char*, QList<const char*>, double> pairs[] = {
-    {"text", {"window", "bar", "surface", "raised", "field", "hover", "pressed", "chosen"}, forText},
+    {"text", {"window", "bar", "surface", "raised", "field", "hover", "pressed", "chosen", "warningSoft"}, forText},
     {"secondary", {"window", "bar", "surface", "raised", "field", "hover"}, forText},
     {"placeholder", {"field"}, forText},
-    {"accent", {"window", "surface", "raised", "accentSoft"}, forText},
+    {"accent", {"window", "surface", "raised", "accentSoft", "warningSoft"}, forText},
     {"danger", {"window", "surface", "raised", "dangerSoft"}, forText},
     {"success", {"surface", "raised", "successSoft"}, forText},
     {"warning", {"surface", "raised", "warningSoft"}, forText},
-    {"onFill", {"accentFill", "accentFillHover", "dangerFill", "dangerFillHover"}, forText},
+    {"onFill", {"accentFill", "accentFillHover", "dangerFill", "dangerFillHover", "warningFill"}, forText},
     {"focusRing", {"window", "bar", "surface", "raised"}, forShapes},
 };
 

@@ -540,14 +540,16 @@ std::optional<Download> AssetsView::downloadOf(const AssetLine& line) const
         return Download{.object = binObject(m_environment.api, m_org.id, line.path),
                         .listedSize = line.bytes,
                         .name = line.name,
-                        .label = QStringLiteral("Assets")};
+                        .label = QStringLiteral("Assets"),
+                        .client = m_org.name};
     const auto& deliverable = line.row->deliverable;
     const TransferTarget::Deliverable target{m_org.id, line.row->projectId, deliverable.id};
     return Download{.object = deliveredFile(m_environment.api, target, line.file->object),
                     .listedSize = line.bytes,
                     .name = line.name,
                     .label = deliverable.label,
-                    .titleName = deliverable.contextLine()};
+                    .titleName = deliverable.contextLine(),
+                    .client = m_org.name};
 }
 
 void AssetsView::downloadSelected()
@@ -629,6 +631,7 @@ bool AssetsView::drop(const QList<QUrl>& files)
     else
         m_tasks.start(add({.files = paths,
                            .orgId = m_org.id,
+                           .client = m_org.name,
                            .folder = m_query.prefix.isEmpty() ? std::nullopt : std::optional(m_query.prefix)},
                           paths.size() < files.size()));
     return !paths.isEmpty();
@@ -649,7 +652,7 @@ void AssetsView::tryAgain(int row)
     if (row < 0 || row >= rowCount() || !rows()[row].line->item)
         return;
     const auto& item = *rows()[row].line->item;
-    m_tasks.start(add({.files = {item.file}, .orgId = m_org.id, .folder = item.target.asBin()->folder}, false));
+    m_tasks.start(add({.files = {item.file}, .orgId = m_org.id, .client = m_org.name, .folder = item.target.asBin()->folder}, false));
 }
 
 void AssetsView::setNotice(const QString& notice)

@@ -45,6 +45,7 @@ DeliverableView::DeliverableView(const Environment& environment, QObject* parent
     connect(&transfers, &Transfers::itemAdded, this, &DeliverableView::updateTransfer);
     connect(&transfers, &Transfers::itemChanged, this, &DeliverableView::updateTransfer);
     connect(&transfers, &Transfers::itemRemoved, this, &DeliverableView::updateTransfer);
+    connect(&transfers.interrupted(), &Interrupted::changed, this, &DeliverableView::updateCutOff);
 }
 
 void DeliverableView::open(const Org& org, const Project& project, const Deliverable& deliverable)
@@ -57,6 +58,7 @@ void DeliverableView::open(const Org& org, const Project& project, const Deliver
     m_isFindingFolder = false;
     update(deliverable);
     updateTransfer();
+    updateCutOff();
 }
 
 void DeliverableView::update(const Deliverable& deliverable)
@@ -166,7 +168,7 @@ void DeliverableView::sendFile(const QUrl& file)
     if (path.isEmpty())
         refuse(tr("That is not a file on this computer. Save it here first, then drop it."));
     else
-        m_tasks.start(send({.file = path, .orgId = m_org.id, .projectId = m_project.id, .deliverable = m_deliverable}));
+        m_tasks.start(send({.file = path, .orgId = m_org.id, .projectId = m_project.id, .deliverable = m_deliverable, .client = m_org.name}));
 }
 
 Task<void> DeliverableView::send(DeliverableUpload intended)
@@ -250,7 +252,8 @@ Download DeliverableView::downloadOfFiled() const
             .listedSize = m_deliverable.expectedBytes(),
             .name = m_filed->saveName,
             .label = m_deliverable.label,
-            .titleName = m_deliverable.contextLine()};
+            .titleName = m_deliverable.contextLine(),
+            .client = m_org.name};
 }
 
 Task<void> DeliverableView::bringDown(Download filed)
@@ -312,6 +315,26 @@ void DeliverableView::updateTransfer()
     Q_EMIT transferChanged();
     if (hadItem != m_item.has_value())
         Q_EMIT faceChanged();
+}
+
+void DeliverableView::updateCutOff()
+{
+    const auto* found = m_environment.transfers.interrupted().findUploadTo(m_deliverable.id);
+    auto cutOff = found ? std::optional(*found) : std::nullopt;
+    if (cutOff == m_cutOff)
+        return;
+    m_cutOff = std::move(cutOff);
+    Q_EMIT cutOffChanged();
+}
+
+QString DeliverableView::cutOffText() const
+{
+    if (!m_cutOff)
+        return {};
+    const auto name = visibleText(m_cutOff->journal.filename);
+    const auto parts = tr("%1 of %2 parts done").arg(m_cutOff->journal.done.size()).arg(m_cutOff->journal.partCount);
+    return m_cutOff->isSourceGone ? tr("The upload of “%1” was cut off, and the file is not where it was. %2.").arg(name, parts)
+                                  : tr("The upload of “%1” was cut off. %2.").arg(name, parts);
 }
 
 } // namespace palvera

@@ -3,6 +3,7 @@
 #include "async/TaskScope.h"
 #include "screens/deliverables/FiledFile.h"
 #include "service/Organisations.h"
+#include "transfers/Interrupted.h"
 #include "transfers/Item.h"
 #include "transfers/TransferRequests.h"
 
@@ -45,6 +46,9 @@ class DeliverableView : public QObject {
     Q_PROPERTY(QString leftText READ leftText NOTIFY transferChanged)
     Q_PROPERTY(QString trouble READ trouble NOTIFY transferChanged)
     Q_PROPERTY(QString refusal READ refusal NOTIFY refusalChanged)
+    Q_PROPERTY(QString cutOffKey READ cutOffKey NOTIFY cutOffChanged)
+    Q_PROPERTY(QString cutOffText READ cutOffText NOTIFY cutOffChanged)
+    Q_PROPERTY(bool cutOffSourceGone READ isCutOffSourceGone NOTIFY cutOffChanged)
     Q_PROPERTY(QString doubtfulMessage READ doubtfulMessage NOTIFY doubtfulChanged)
     Q_PROPERTY(bool picking READ isPicking NOTIFY pickingChanged)
     Q_PROPERTY(bool pickingFolder READ isPickingFolder NOTIFY pickingChanged)
@@ -92,6 +96,11 @@ public:
     QString trouble() const;
     /// Why the last file was not taken, for the user; empty when it was.
     const QString& refusal() const { return m_refusal; }
+    /// The journal key of an upload to here that was cut off; empty when there is none.
+    QString cutOffKey() const { return m_cutOff ? m_cutOff->journal.key : QString(); }
+    /// What there is to say of it, for the user.
+    QString cutOffText() const;
+    bool isCutOffSourceGone() const { return m_cutOff && m_cutOff->isSourceGone; }
     /// The question about a file that looks too long for this deliverable; empty when there is none.
     QString doubtfulMessage() const;
     /// The desktop's dialog is wanted: for a file, or for a folder.
@@ -118,6 +127,7 @@ Q_SIGNALS:
     void faceChanged();
     void transferChanged();
     void refusalChanged();
+    void cutOffChanged();
     void doubtfulChanged();
     void pickingChanged();
 
@@ -137,6 +147,7 @@ private:
     void ask(Asking asking);
     void setDoubtful(std::optional<Doubtful> doubtful);
     void updateTransfer();
+    void updateCutOff();
 
     const Environment m_environment;
     const Executor m_disk; // a strand
@@ -146,6 +157,7 @@ private:
     Deliverable m_deliverable;
     std::optional<FiledFile> m_filed;
     std::optional<Item> m_item; // in flight for this deliverable
+    std::optional<InterruptedUpload> m_cutOff;
     std::optional<Doubtful> m_doubtful;
     Asking m_asking = Asking::nothing;
     bool m_isFindingFolder = false;

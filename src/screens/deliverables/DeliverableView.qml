@@ -12,6 +12,9 @@ FocusScope {
     property alias toolbarItems: bar.trailing
 
     signal leaving()
+    signal resumed(string key) ///< what was cut off
+    signal located(string key)
+    signal discarded(string key)
 
     Keys.onEscapePressed: root.leaving()
 
@@ -120,6 +123,15 @@ FocusScope {
                 width: parent.width
                 onChoosing: root.deliverable.chooseFile()
                 onDropped: files => root.deliverable.drop(files)
+            }
+
+            CutOffCard {
+                deliverable: root.deliverable
+                visible: root.deliverable.cutOffText !== "" && root.deliverable.face !== DeliverableModel.InFlight
+                width: parent.width
+                onDiscarded: root.discarded(root.deliverable.cutOffKey)
+                onLocated: root.located(root.deliverable.cutOffKey)
+                onResumed: root.resumed(root.deliverable.cutOffKey)
             }
 
             Rectangle {

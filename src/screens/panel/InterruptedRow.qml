@@ -1,38 +1,44 @@
 import QtQuick
 import Palvera.Controls
 
-/// An upload that was cut off, and the way to go on with it.
+/// A transfer that was cut off, and what can become of it.
 Item {
     id: root
 
+    required property string symbol
     required property string filename
+    required property string place
     required property string progress
+    required property string spoken
+    required property bool sourceGone
 
     signal resumed()
+    signal located()
+    signal discarded()
 
     implicitHeight: texts.implicitHeight + 18
 
-    Accessible.name: qsTr("%1, %2").arg(filename).arg(progress)
+    Accessible.name: spoken
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
 
     SymbolIcon {
-        id: symbol
+        id: glyph
 
         anchors.left: parent.left
         anchors.leftMargin: Theme.spaceMedium
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.orange
         height: Theme.symbolLarge
-        name: "arrow.clockwise.circle.fill"
+        name: root.symbol
         width: height
     }
 
     Column {
         id: texts
 
-        anchors.left: symbol.right
+        anchors.left: glyph.right
         anchors.leftMargin: 10
         anchors.right: resume.left
         anchors.rightMargin: 10
@@ -46,24 +52,50 @@ Item {
             width: parent.width
         }
 
-        Figures {
+        Label {
             Accessible.ignored: true
             color: Theme.secondary
             font.pixelSize: Theme.textSmall
+            text: root.place
+            visible: text !== ""
+            width: parent.width
+        }
+
+        Figures {
+            Accessible.ignored: true
+            color: root.sourceGone ? Theme.warning : Theme.secondary
+            font.pixelSize: Theme.textSmall
+            maximumLineCount: 2
             text: root.progress
             width: parent.width
+            wrapMode: Text.Wrap
         }
     }
 
     AppButton {
         id: resume
 
-        anchors.right: parent.right
-        anchors.rightMargin: Theme.spaceMedium
+        Accessible.name: qsTr("%1 %2").arg(text).arg(root.filename)
+        anchors.right: discard.left
+        anchors.rightMargin: Theme.spaceTiny
         anchors.verticalCenter: parent.verticalCenter
         implicitHeight: Theme.controlHeight - Theme.spaceTiny
-        text: qsTr("Resume")
-        onClicked: root.resumed()
+        text: root.sourceGone ? qsTr("Locate…") : qsTr("Resume")
+        onClicked: root.sourceGone ? root.located() : root.resumed()
+    }
+
+    IconButton {
+        id: discard
+
+        Accessible.name: qsTr("%1 %2").arg(text).arg(root.filename)
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.spaceTiny
+        anchors.verticalCenter: parent.verticalCenter
+        symbol: "trash"
+        symbolColor: Theme.secondary
+        symbolSize: Theme.symbolMedium
+        text: qsTr("Discard")
+        onClicked: root.discarded()
     }
 
     Rectangle {

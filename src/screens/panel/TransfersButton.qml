@@ -9,7 +9,9 @@ IconButton {
     required property TransfersModel transfers
 
     badge: transfers.badge
-    filled: badge !== ""
+    badgeColor: transfers.moving ? Theme.accentFill : Theme.warningFill
+    badgeText: transfers.badgeText
+    filled: transfers.moving
     symbol: "arrow.up.arrow.down"
     text: qsTr("Transfers")
     onClicked: transfers.panelOpen = !transfers.panelOpen

@@ -24,10 +24,9 @@ std::optional<int> overallPercent(const std::vector<Item>& items)
 TransfersView::TransfersView(Transfers& transfers, Clock& clock, const Executor& main, QObject* parent)
     : QObject(parent),
       m_transfers(transfers),
-      m_tasks(main),
       m_inFlight(transfers, clock, TransferRows::Which::inFlight),
       m_finished(transfers, clock, TransferRows::Which::finished),
-      m_interrupted(transfers)
+      m_interrupted(transfers, main)
 {
     m_tick.setInterval(1s);
     connect(&m_tick, &QTimer::timeout, &m_inFlight, &TransferRows::tick);
@@ -35,6 +34,7 @@ TransfersView::TransfersView(Transfers& transfers, Clock& clock, const Executor&
     connect(&transfers, &Transfers::itemChanged, this, &TransfersView::update);
     connect(&transfers, &Transfers::itemRemoved, this, &TransfersView::update);
     connect(&transfers, &Transfers::inFlightChanged, this, &TransfersView::badgeChanged);
+    connect(&m_interrupted, &InterruptedView::countChanged, this, &TransfersView::badgeChanged);
     connect(&transfers, &Transfers::panelOpenChanged, this, &TransfersView::panelOpenChanged);
     connect(&transfers, &Transfers::doubtChanged, this, &TransfersView::doubtChanged);
 }
@@ -44,7 +44,7 @@ void TransfersView::setTab(Tab tab)
     if (std::exchange(m_tab, tab) == tab)
         return;
     if (tab == Interrupted)
-        m_tasks.start(m_transfers.loadJournals());
+        m_interrupted.load();
     Q_EMIT tabChanged();
 }
 
@@ -53,15 +53,34 @@ bool TransfersView::isPanelOpen() const
     return m_transfers.isPanelOpen();
 }
 
+/// It opens where there is something to see.
 void TransfersView::setPanelOpen(bool open)
 {
+    if (open && !isPanelOpen() && (isMoving() || m_interrupted.count() > 0))
+        setTab(isMoving() ? InFlight : Interrupted);
     m_transfers.setPanelOpen(open);
+}
+
+void TransfersView::showInterrupted()
+{
+    setPanelOpen(true);
+    setTab(Interrupted);
+}
+
+bool TransfersView::isMoving() const
+{
+    return m_transfers.inFlightCount() > 0;
 }
 
 QString TransfersView::badge() const
 {
-    auto count = m_transfers.inFlightCount();
+    const auto count = isMoving() ? m_transfers.inFlightCount() : m_interrupted.count();
     return count == 0 ? QString() : QString::number(count);
+}
+
+QString TransfersView::badgeText() const
+{
+    return isMoving() || badge().isEmpty() ? badge() : tr("%1 cut off").arg(badge());
 }
 
 QString TransfersView::doubtText() const
@@ -77,15 +96,6 @@ QString TransfersView::doubtText() const
 void TransfersView::stop(const QString& key)
 {
     m_transfers.stop(QUuid(key));
-}
-
-void TransfersView::resume(const QString& key)
-{
-    const auto& journals = m_transfers.interruptedJournals();
-    auto found = std::ranges::find(journals, key, &Journal::key);
-    if (found == journals.end())
-        return;
-    m_transfers.resume(Journal(*found)); // a copy: resuming changes the list
 }
 
 void TransfersView::clearFinished()

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "async/TaskScope.h"
-#include "screens/panel/InterruptedRows.h"
+#include "screens/panel/InterruptedView.h"
 #include "screens/panel/TransferRows.h"
 
 #include <QTimer>
@@ -19,10 +18,12 @@ class TransfersView : public QObject {
     QML_UNCREATABLE("the program makes it")
     Q_PROPERTY(palvera::TransferRows* inFlight READ inFlight CONSTANT)
     Q_PROPERTY(palvera::TransferRows* finished READ finished CONSTANT)
-    Q_PROPERTY(palvera::InterruptedRows* interrupted READ interrupted CONSTANT)
+    Q_PROPERTY(palvera::InterruptedView* interrupted READ interrupted CONSTANT)
     Q_PROPERTY(Tab tab READ tab WRITE setTab NOTIFY tabChanged)
     Q_PROPERTY(bool panelOpen READ isPanelOpen WRITE setPanelOpen NOTIFY panelOpenChanged)
+    Q_PROPERTY(bool moving READ isMoving NOTIFY badgeChanged)
     Q_PROPERTY(QString badge READ badge NOTIFY badgeChanged)
+    Q_PROPERTY(QString badgeText READ badgeText NOTIFY badgeChanged)
     Q_PROPERTY(QString overallText READ overallText NOTIFY overallChanged)
     Q_PROPERTY(QString doubtText READ doubtText NOTIFY doubtChanged)
 
@@ -35,26 +36,31 @@ public:
 
     TransferRows* inFlight() { return &m_inFlight; }
     TransferRows* finished() { return &m_finished; }
-    InterruptedRows* interrupted() { return &m_interrupted; }
+    InterruptedView* interrupted() { return &m_interrupted; }
     Tab tab() const { return m_tab; }
     void setTab(Tab tab);
     bool isPanelOpen() const;
     void setPanelOpen(bool open);
-    /// How many are in flight; empty for none.
+    /// Whether anything is in flight.
+    bool isMoving() const;
+    /// How many are in flight, else how many were cut off; empty for none.
     QString badge() const;
+    /// The same with what it counts, for users who cannot see it.
+    QString badgeText() const;
     /// How much of all that is in flight has gone, such as "42%"; empty while nothing moves or nobody knows.
     QString overallText() const { return m_overall; }
     /// The question about a doubtful file; empty when there is none.
     QString doubtText() const;
 
     Q_INVOKABLE void stop(const QString& key);
-    Q_INVOKABLE void resume(const QString& key);
+    /// Opens the panel on what was cut off.
+    Q_INVOKABLE void showInterrupted();
     Q_INVOKABLE void clearFinished();
     /// "Send anyway".
     Q_INVOKABLE void confirmDoubt();
     Q_INVOKABLE void dismissDoubt();
     /// Cuts off what is under way; see TaskScope.
-    Task<void> close() { return m_tasks.close(); }
+    Task<void> close() { return m_interrupted.close(); }
 
 Q_SIGNALS:
     void tabChanged();
@@ -68,10 +74,9 @@ private:
     void update();
 
     Transfers& m_transfers;
-    TaskScope m_tasks;
     TransferRows m_inFlight;
     TransferRows m_finished;
-    InterruptedRows m_interrupted;
+    InterruptedView m_interrupted;
     QTimer m_tick; // while something is about to be tried again
     Tab m_tab = InFlight;
     QString m_overall;

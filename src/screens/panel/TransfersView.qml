@@ -61,14 +61,16 @@ FocusScope {
         RowList {
             anchors.fill: parent
             label: qsTr("Interrupted")
-            model: root.transfers.interrupted
+            model: root.transfers.interrupted.rows
             visible: root.transfers.tab === TransfersModel.Interrupted
 
             delegate: InterruptedRow {
                 required property string key
 
                 width: ListView.view.width
-                onResumed: root.transfers.resume(key)
+                onDiscarded: interruptedDialogs.askToDiscard(key)
+                onLocated: interruptedDialogs.locate(key)
+                onResumed: root.transfers.interrupted.resume(key)
             }
         }
 
@@ -84,10 +86,12 @@ FocusScope {
     Rectangle {
         id: footer
 
+        readonly property bool finished: root.transfers.tab === TransfersModel.Finished
+
         anchors.bottom: parent.bottom
         color: Theme.bar
         height: clear.height + 20
-        visible: root.transfers.tab === TransfersModel.Finished && root.transfers.finished.count > 0
+        visible: finished ? root.transfers.finished.count > 0 : root.transfers.tab === TransfersModel.Interrupted && root.transfers.interrupted.count > 0
         width: parent.width
 
         Rectangle {
@@ -103,9 +107,15 @@ FocusScope {
             anchors.rightMargin: 10
             anchors.verticalCenter: parent.verticalCenter
             kind: AppButton.Kind.Link
-            text: qsTr("Clear")
-            onClicked: root.transfers.clearFinished()
+            text: footer.finished ? qsTr("Clear") : qsTr("Resume all")
+            onClicked: footer.finished ? root.transfers.clearFinished() : root.transfers.interrupted.resumeAll()
         }
+    }
+
+    InterruptedDialogs {
+        id: interruptedDialogs
+
+        interrupted: root.transfers.interrupted
     }
 
     ConfirmDialog {

@@ -78,13 +78,14 @@ TEST_F(TransfersViewTest, anInterruptedUploadIsResumedAndLeavesTheListAtOnce)
     journal("row-1");
     view.setTab(TransfersView::Interrupted);
     world.settle();
-    auto* rows = view.interrupted();
-    ASSERT_EQ(rows->count(), 1) << "the folder is read again when the list is shown";
+    auto* interrupted = view.interrupted();
+    auto* rows = interrupted->rows();
+    ASSERT_EQ(interrupted->count(), 1) << "the folder is read again when the list is shown";
     EXPECT_EQ(valueAt(*rows, 0, "filename"), "master.mov");
     EXPECT_EQ(valueAt(*rows, 0, "progress"), "0 of 2 parts done");
-    view.resume("nonsense");
-    view.resume("row-1");
-    EXPECT_EQ(rows->count(), 0);
+    interrupted->resume("nonsense");
+    interrupted->resume("row-1");
+    EXPECT_EQ(interrupted->count(), 0);
     EXPECT_EQ(titlesOf(*view.inFlight()), "master.mov");
 }
 

@@ -1,0 +1,65 @@
+import QtQuick
+import Palvera.Controls
+import Palvera.Deliverables
+
+/// An upload to the deliverable that was cut off.
+Rectangle {
+    id: root
+
+    required property DeliverableModel deliverable
+
+    signal resumed()
+    signal located()
+    signal discarded()
+
+    color: Theme.warningSoft
+    height: Math.max(words.height, row.height) + 2 * Theme.spaceMedium
+    radius: Theme.radiusMedium
+
+    SymbolIcon {
+        id: glyph
+
+        anchors.left: parent.left
+        anchors.leftMargin: Theme.spaceMedium
+        anchors.verticalCenter: parent.verticalCenter
+        color: Theme.orange
+        height: Theme.symbolLarge
+        name: "arrow.clockwise.circle.fill"
+        width: height
+    }
+
+    Label {
+        id: words
+
+        Accessible.role: Accessible.AlertMessage
+        anchors.left: glyph.right
+        anchors.leftMargin: Theme.spaceSmall
+        anchors.right: row.left
+        anchors.rightMargin: Theme.spaceMedium
+        anchors.verticalCenter: parent.verticalCenter
+        elide: Text.ElideRight
+        maximumLineCount: 4
+        text: root.deliverable.cutOffText
+        wrapMode: Text.Wrap
+    }
+
+    Row {
+        id: row
+
+        anchors.right: parent.right
+        anchors.rightMargin: Theme.spaceMedium
+        anchors.verticalCenter: parent.verticalCenter
+        spacing: Theme.spaceSmall
+
+        AppButton {
+            kind: AppButton.Kind.Primary
+            text: root.deliverable.cutOffSourceGone ? qsTr("Locate…") : qsTr("Resume")
+            onClicked: root.deliverable.cutOffSourceGone ? root.located() : root.resumed()
+        }
+
+        AppButton {
+            text: qsTr("Discard")
+            onClicked: root.discarded()
+        }
+    }
+}

@@ -1,0 +1,235 @@
+#include "screens/panel/InterruptedView.h"
+
+#include "async/Failure.h"
+#include "async/TaskGroup.h"
+#include "files/Quantities.h"
+#include "files/SourcePath.h"
+#include "screens/LocalPath.h"
+#include "text/VisibleText.h"
+#include "transfers/Transfers.h"
+
+#include <QFileInfo>
+
+namespace palvera {
+
+namespace {
+
+QString placeText(QStringList names)
+{
+    names.removeAll(QString());
+    return visibleText(names.join(QStringLiteral(" · ")));
+}
+
+QString spokenOf(const InterruptedRow& row)
+{
+    QStringList words{row.filename, row.place, row.progress};
+    words.removeAll(QString());
+    return words.join(QStringLiteral(", "));
+}
+
+QString receivedText(const InterruptedDownload& found)
+{
+    return QStringLiteral("%1 of %2").arg(byteCountText(found.received), byteCountText(found.total));
+}
+
+InterruptedRow rowOf(const InterruptedUpload& upload)
+{
+    const auto& journal = upload.journal;
+    InterruptedRow row{.key = journal.key,
+                       .symbol = QStringLiteral("arrow.clockwise.circle.fill"),
+                       .filename = visibleText(journal.filename),
+                       .place = placeText({journal.label.value_or(QString()), journal.client.value_or(QString())}),
+                       .progress = partsDoneText(upload),
+                       .isSourceGone = upload.isSourceGone};
+    if (row.isSourceGone)
+        row.progress += QStringLiteral(" · The file is not where it was.");
+    row.spoken = spokenOf(row);
+    return row;
+}
+
+InterruptedRow rowOf(const InterruptedDownload& found)
+{
+    const auto& download = found.download;
+    InterruptedRow row{.key = download.path,
+                       .symbol = QStringLiteral("arrow.down.circle.fill"),
+                       .filename = visibleText(QFileInfo(download.path).fileName()),
+                       .place = placeText({download.label, download.client.value_or(QString())}),
+                       .progress = QStringLiteral("%1 downloaded").arg(receivedText(found))};
+    row.spoken = spokenOf(row);
+    return row;
+}
+
+QString counted(qsizetype count, const QString& one, const QString& several)
+{
+    return count == 1 ? QStringLiteral("1 ") + one : QStringLiteral("%1 %2").arg(count).arg(several);
+}
+
+} // namespace
+
+QString partsDoneText(const InterruptedUpload& upload)
+{
+    return QStringLiteral("%1 of %2 parts done").arg(upload.journal.done.size()).arg(upload.journal.partCount);
+}
+
+QString cutOffText(qsizetype uploads, qsizetype downloads)
+{
+    QStringList kinds;
+    if (uploads > 0)
+        kinds.append(counted(uploads, QStringLiteral("upload"), QStringLiteral("uploads")));
+    if (downloads > 0)
+        kinds.append(counted(downloads, QStringLiteral("download"), QStringLiteral("downloads")));
+    if (kinds.isEmpty())
+        return {};
+    return kinds.join(QStringLiteral(" and ")) + (uploads + downloads == 1 ? QStringLiteral(" was cut off.")
+                                                                           : QStringLiteral(" were cut off."));
+}
+
+InterruptedRows::InterruptedRows()
+    : RowsModel({{"key", &InterruptedRow::key},
+                 {"symbol", &InterruptedRow::symbol},
+                 {"filename", &InterruptedRow::filename},
+                 {"place", &InterruptedRow::place},
+                 {"progress", &InterruptedRow::progress},
+                 {"spoken", &InterruptedRow::spoken},
+                 {"sourceGone", &InterruptedRow::isSourceGone}})
+{}
+
+InterruptedView::InterruptedView(Transfers& transfers, const Executor& main, QObject* parent)
+    : QObject(parent), m_transfers(transfers), m_tasks(main)
+{
+    connect(&transfers.interrupted(), &Interrupted::changed, this, &InterruptedView::update);
+    update();
+}
+
+void InterruptedView::update()
+{
+    QList<InterruptedRow> rows;
+    for (const auto& upload : m_transfers.interrupted().uploads())
+        rows.append(rowOf(upload));
+    for (const auto& found : m_transfers.interrupted().downloads())
+        rows.append(rowOf(found));
+    m_rows.setRows(rows);
+    Q_EMIT countChanged();
+}
+
+QString InterruptedView::summary() const
+{
+    const auto& list = m_transfers.interrupted();
+    return cutOffText(qsizetype(list.uploads().size()), qsizetype(list.downloads().size()));
+}
+
+void InterruptedView::load()
+{
+    m_tasks.start(m_transfers.interrupted().load());
+}
+
+void InterruptedView::resume(const QString& key)
+{
+    const auto& list = m_transfers.interrupted();
+    // Copies: resuming changes the list.
+    if (const auto* upload = list.findUpload(key))
+        m_transfers.resume(Journal(upload->journal));
+    else if (const auto* found = list.findDownload(key))
+        m_transfers.resume(UnfinishedDownload(found->download));
+}
+
+void InterruptedView::resumeAll()
+{
+    QStringList keys;
+    for (const auto& row : std::as_const(m_rows).rows())
+        if (!row.isSourceGone)
+            keys.append(row.key);
+    for (const auto& key : keys)
+        resume(key);
+}
+
+QString InterruptedView::discardTitle(const QString& key) const
+{
+    return m_transfers.interrupted().findUpload(key) ? tr("Discard this upload?") : tr("Discard this download?");
+}
+
+QString InterruptedView::discardMessage(const QString& key) const
+{
+    const auto& list = m_transfers.interrupted();
+    if (const auto* upload = list.findUpload(key))
+        return tr("“%1”: %2. They are thrown away in storage; your file stays as it is.")
+            .arg(visibleText(upload->journal.filename), partsDoneText(*upload));
+    if (const auto* found = list.findDownload(key))
+        return tr("“%1”: %2 downloaded. That is removed from “%3”.")
+            .arg(visibleText(QFileInfo(found->download.path).fileName()), receivedText(*found),
+                 visibleText(QFileInfo(found->download.path).path()));
+    return {};
+}
+
+void InterruptedView::discard(const QString& key)
+{
+    if (m_transfers.interrupted().findUpload(key))
+        m_tasks.start(discardUpload(key));
+    else
+        m_tasks.start(discardDownload(key));
+}
+
+Task<void> InterruptedView::discardUpload(QString key)
+{
+    co_await m_transfers.interrupted().discardUpload(key);
+}
+
+Task<void> InterruptedView::discardDownload(QString path)
+{
+    const auto discarded = co_await outcomeOf(m_transfers.interrupted().discardDownload(path));
+    if (discarded.failure && !isCancellation(discarded.failure))
+        Q_EMIT failed(describe(discarded.failure));
+}
+
+void InterruptedView::locate(const QString& key, const QUrl& file)
+{
+    const auto path = localPath(file);
+    if (path.isEmpty())
+        Q_EMIT failed(tr("That is not a file on this computer."));
+    else
+        m_tasks.start(look({.key = key, .path = path}));
+}
+
+Task<void> InterruptedView::look(Located located)
+{
+    const bool isSame = co_await m_transfers.interrupted().isSource(located.key, located.path);
+    m_located = located;
+    const auto name = readableName(located.path), folder = readableName(QFileInfo(located.path).path());
+    Q_EMIT this->located(
+        located.key, isSame,
+        isSame ? tr("“%1” in “%2” has the size and the time of the file that was being sent. Only the rest of it is sent.")
+                     .arg(name, folder)
+               : tr("“%1” in “%2” is not as the file that was being sent: its size or the time of its last change is "
+                    "another one. It can be sent from the start; what had gone up is thrown away then.")
+                     .arg(name, folder));
+}
+
+void InterruptedView::resumeLocated()
+{
+    m_tasks.start(moveAndResume(m_located));
+}
+
+Task<void> InterruptedView::moveAndResume(Located located)
+{
+    const auto moved = co_await outcomeOf(m_transfers.interrupted().moveSource(located.key, located.path));
+    if (isCancellation(moved.failure))
+        co_return;
+    if (moved.failure)
+        Q_EMIT failed(describe(moved.failure));
+    else if (!*moved.value)
+        Q_EMIT failed(tr("That file has changed meanwhile."));
+    else
+        resume(located.key);
+}
+
+void InterruptedView::sendLocated()
+{
+    m_tasks.start(discardAndSend(m_located));
+}
+
+Task<void> InterruptedView::discardAndSend(Located located)
+{
+    co_await m_transfers.sendInstead(located.key, located.path);
+}
+
+} // namespace palvera
