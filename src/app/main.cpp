@@ -93,19 +93,20 @@ void useDesktopDialogs()
 bool leaveToOthers(int argc, char** argv, std::optional<SingleInstance>& instance, const Arrival& arrival,
                    const LaunchNote& note)
 {
-    const bool isOpened = !arrival.addresses.isEmpty();
-    if (instance->isFirst() && !isOpened)
-        return false;
+    if (arrival.addresses.isEmpty()) {
+        if (instance->isFirst())
+            return false;
+        if (!instance->send(toMessage(arrival))) { // it is about to end
+            instance->succeed(longestEnd);
+            return false;
+        }
+        note.forget();
+        return true;
+    }
     const QCoreApplication application(argc, argv); // needs no display
     note.forget();
-    if (isOpened && handOver(arrival) == HandOver::done)
+    if (handOver(arrival) == HandOver::done || (!instance->isFirst() && instance->send(toMessage(arrival))))
         return true;
-    if (!instance->isFirst() && instance->send(toMessage(arrival)))
-        return true;
-    if (!isOpened) {
-        instance->succeed(longestEnd);
-        return false;
-    }
     instance.reset(); // the lock
     const auto launcher = ProgramCopy(QCoreApplication::applicationDirPath()).launcher();
     return QProcess::startDetached(launcher.isEmpty() ? QCoreApplication::applicationFilePath() : launcher, {});

@@ -1,11 +1,18 @@
 #include "desktop/MessageSocket.h"
 
-#include <QDeadlineTimer>
+#include "files/FileDescriptor.h"
+
+#include <QFile>
 #include <QLocalServer>
 #include <QLocalSocket>
 #include <QTimer>
 
+#include <algorithm>
 #include <chrono>
+
+#include <sys/socket.h>
+#include <sys/time.h>
+#include <sys/un.h>
 
 namespace palvera {
 
@@ -13,7 +20,7 @@ using namespace std::chrono_literals;
 
 namespace {
 
-constexpr auto patience = 2s;                                      // with a program that does not answer
+constexpr auto patience = 2s;                                      // with a program that takes nothing
 constexpr auto longestTalk = 5s;                                   // of one that has something to say
 constexpr qint64 longestWhole = MessageSocket::longestMessage + 1; // with the line end that marks it whole
 
@@ -65,21 +72,20 @@ void MessageSocket::serve(QLocalSocket* peer)
 
 bool MessageSocket::send(const QString& path, const QByteArray& message)
 {
-    if (message.size() > longestMessage)
+    const auto name = QFile::encodeName(path);
+    sockaddr_un address{};
+    if (message.size() > longestMessage || name.size() >= qsizetype(sizeof address.sun_path))
         return false;
-    const QDeadlineTimer limit(patience);
-    const auto left = [&limit] { return int(limit.remainingTime()); }; // milliseconds
-    QLocalSocket socket;
-    socket.connectToServer(path);
-    if (!socket.waitForConnected(left()))
+    address.sun_family = AF_UNIX;
+    std::ranges::copy(name, address.sun_path);
+    const FileDescriptor socket(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0));
+    const timeval limit{.tv_sec = std::chrono::seconds(patience).count(), .tv_usec = 0};
+    ::setsockopt(socket.number(), SOL_SOCKET, SO_SNDTIMEO, &limit, sizeof limit);
+    if (::connect(socket.number(), reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
         return false;
     // The end is marked: a connection that breaks ends just like one that is closed.
-    socket.write(message + '\n');
-    while (socket.bytesToWrite() > 0)
-        if (!socket.waitForBytesWritten(left()))
-            return false;
-    socket.disconnectFromServer();
-    return socket.state() == QLocalSocket::UnconnectedState || socket.waitForDisconnected(left());
+    const auto whole = message + '\n';
+    return ::send(socket.number(), whole.constData(), std::size_t(whole.size()), MSG_NOSIGNAL) == whole.size();
 }
 
 } // namespace palvera

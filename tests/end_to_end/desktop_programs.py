@@ -79,8 +79,10 @@ class Desktop:
         self.process.wait()
 
     def focus(self):
-        subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "Palvera", "windowfocus", "--sync"],
-                       check=True, timeout=support.PATIENCE, stdout=subprocess.DEVNULL)
+        give = ["xdotool", "search", "--sync", "--onlyvisible", "--name", "Palvera", "windowfocus", "--sync"]
+        wait_until(lambda: subprocess.run(give, timeout=support.PATIENCE, stdout=subprocess.DEVNULL,
+                                          stderr=subprocess.DEVNULL).returncode == 0,  # a window may just have gone
+                   "the window has the keyboard")
 
     def is_active(self):
         def look():

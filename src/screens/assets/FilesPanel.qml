@@ -31,4 +31,8 @@ Item {
         else
             files.open();
     }
+    Component.onDestruction: {
+        files.close(); // one that Qt draws would stay
+        folder.close();
+    }
 }

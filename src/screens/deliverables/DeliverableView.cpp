@@ -59,6 +59,7 @@ void DeliverableView::open(const Org& org, const Project& project, const Deliver
     update(deliverable);
     updateTransfer();
     updateCutOff();
+    m_tasks.start(m_environment.transfers.interrupted().load()); // its file may have been moved since
 }
 
 void DeliverableView::update(const Deliverable& deliverable)

@@ -30,4 +30,8 @@ Item {
         else
             file.open();
     }
+    Component.onDestruction: {
+        file.close(); // one that Qt draws would stay
+        folder.close();
+    }
 }

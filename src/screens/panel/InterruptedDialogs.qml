@@ -1,6 +1,4 @@
-pragma ComponentBehavior: Bound
 import QtQuick
-import QtQuick.Dialogs
 import Palvera.Controls
 import Palvera.Panel
 
@@ -24,14 +22,26 @@ Item {
     function locate(key: string) {
         root.key = key;
         locating = true;
-        picker.active = true;
+        picker.setSource("LocatePanel.qml", {
+            owner: root
+        });
+    }
+
+    function pick(file: url) {
+        picker.source = "";
+        interrupted.locate(key, file);
+    }
+
+    function cancelPicking() {
+        picker.source = "";
+        locating = false;
     }
 
     Connections {
         function onLocated(key, isSame, message) {
             if (!root.locating || key !== root.key)
                 return;
-            root.locating = false;
+            root.cancelPicking();
             const dialog = isSame ? same : other;
             dialog.message = message;
             dialog.open();
@@ -87,20 +97,5 @@ Item {
     // Made when it is wanted: few files are ever moved.
     Loader {
         id: picker
-
-        active: false
-
-        sourceComponent: FileDialog {
-            title: qsTr("Where is the file?")
-            Component.onCompleted: open()
-            onAccepted: {
-                root.interrupted.locate(root.key, selectedFile);
-                picker.active = false;
-            }
-            onRejected: {
-                root.locating = false;
-                picker.active = false;
-            }
-        }
     }
 }
