@@ -22,6 +22,7 @@ using namespace std::chrono_literals;
 constexpr auto button = QAccessible::Button;
 constexpr auto listItem = QAccessible::ListItem;
 constexpr auto tab = QAccessible::PageTab;
+constexpr auto menuItem = QAccessible::MenuItem;
 
 class Photographer : Desktop {
 public:
@@ -302,15 +303,7 @@ private:
         screen.click(tab, "Interrupted");
         take("transfers-none-interrupted");
         goToMainWindow();
-        deliver("Picture master", "Salt_feature_UHD.mov", 2'000'000'000);
-        letPass(3s);
-        begin();
-        openDeliverables();
-        transfers().setPanelOpen(true);
-        goToPanel();
-        screen.click(tab, "Interrupted");
-        take("transfers-interrupted", "Resume");
-        goToMainWindow();
+        cutOff();
         fail(Operation::complete, {.kind = Fault::Kind::status,
                                    .status = 409,
                                    .error = "delivery_doubt",
@@ -318,6 +311,30 @@ private:
                                               "this film would be about 900 MB."});
         deliver("Stereo mix", "Salt_stereo_v2.wav", 30'000'000);
         take("doubt", "Check this file before it goes");
+    }
+    void cutOff()
+    {
+        deliver("5.1 surround mix", "Salt_feature_UHD.mov", 2'000'000'000);
+        deliver("Music and effects", "Salt_music_effects_v3.wav", 1'410'000'000);
+        letPass(3s);
+        screen.click(button, "Account");
+        screen.click(menuItem, "Sign out");
+        take("sign-out-moving", "Sign out while files are moving?");
+        QFile::remove(disk.filePath("Salt_music_effects_v3.wav"));
+        begin();
+        openClients();
+        take("clients-cut-off", "2 uploads were cut off.");
+        openDeliverables();
+        openRow("5.1 surround mix");
+        take("deliverable-cut-off", "was cut off");
+        transfers().setPanelOpen(true);
+        goToPanel();
+        take("transfers-interrupted", "Locate…");
+        screen.click(button, "Discard Salt_feature_UHD.mov");
+        take("transfers-discard", "Discard this upload?");
+        screen.press(Qt::Key_Escape);
+        goToMainWindow();
+        goBack();
     }
     void updates()
     {
@@ -378,6 +395,8 @@ private:
     {
         openRow(row);
         drop({sparseFile(name, bytes)});
+        screen.waitUntil([&] { return transfers().isPanelOpen(); });
+        goToMainWindow();
         goBack();
     }
 

@@ -59,10 +59,9 @@ def resume_and_replace(workspace, platform, file, chosen, asked):
     assert client.journal(ROW), "no journal is left"
     with Desktop(workspace, platform.address) as desktop:
         desktop.find("heading", "Choose a client")
-        desktop.activate(desktop.BUTTON, "Transfers")
-        desktop.activate("page tab", "Interrupted")
-        assert desktop.says("of 61 parts done")
-        desktop.activate(desktop.BUTTON, "Resume")
+        desktop.activate(desktop.BUTTON, "Show")
+        wait_until(lambda: desktop.says("of 61 parts done"), "the panel says how far it has come")
+        desktop.activate(desktop.BUTTON, f"Resume {file.name}")
         wait_until(lambda: platform.is_filed(ROW, file) and not client.journal(ROW), "the file is filed")
         assert len(platform.uploads(ROW)) == 1, "it was not resumed but sent again"
         expect_filed(platform, client, ROW, file)
@@ -132,10 +131,9 @@ def two_masters_added_to_uploads_killed_resumed_and_downloaded():
             expect(DONE, client.run("downloads-folder", folder))
             with Desktop(workspace, platform.address) as desktop:
                 desktop.find("heading", "Choose a client")
-                desktop.activate(desktop.BUTTON, "Transfers")
-                desktop.activate("page tab", "Interrupted")
-                for _ in files:
-                    desktop.activate(desktop.BUTTON, "Resume")
+                desktop.activate(desktop.BUTTON, "Show")
+                for file in files:
+                    desktop.activate(desktop.BUTTON, f"Resume {file.name}")
                 desktop.open(*FOLDER)
                 listed = wait_until(lambda: not list(client.journals().glob("*.json")) and [
                     record for record in client.run("bin", ORG, "--folder", "Rushes 2025/", "--json").records()

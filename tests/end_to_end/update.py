@@ -170,10 +170,7 @@ def restarted_in_the_middle_of_two_uploads_which_are_resumed():
             assert "1001x701" in window("getwindowgeometry"), "the window is not where it was"
             assert copy.current() == "builds/2" and not (workspace.path / "home/cache/Palvera/Update").exists()
             assert (workspace.path / "home/state/Palvera/start").read_text().startswith("2 ")
-            desktop.activate(desktop.BUTTON, "Transfers")
-            desktop.activate("page tab", "Interrupted")
-            for _ in ROWS:
-                desktop.activate(desktop.BUTTON, "Resume")
+            desktop.activate(desktop.BUTTON, "Resume all")
             for row in ROWS:
                 wait_until(lambda: platform.is_filed(row, file) and not client.journal(row), "the file is filed")
                 assert len(platform.uploads(row)) == 1, "it was not resumed but sent again"

@@ -24,7 +24,7 @@ QString spokenOf(const InterruptedRow& row)
 {
     QStringList words{row.filename, row.place, row.progress};
     words.removeAll(QString());
-    return words.join(QStringLiteral(", "));
+    return words.join(QStringLiteral(", ")).replace(u'\n', QStringLiteral(", "));
 }
 
 QString receivedText(const InterruptedDownload& found)
@@ -42,7 +42,7 @@ InterruptedRow rowOf(const InterruptedUpload& upload)
                        .progress = partsDoneText(upload),
                        .isSourceGone = upload.isSourceGone};
     if (row.isSourceGone)
-        row.progress += QStringLiteral(" · The file is not where it was.");
+        row.progress += QStringLiteral("\nThe file is not where it was.");
     row.spoken = spokenOf(row);
     return row;
 }

@@ -35,7 +35,7 @@ TransfersView::TransfersView(Transfers& transfers, Clock& clock, const Executor&
     connect(&transfers, &Transfers::itemRemoved, this, &TransfersView::update);
     connect(&transfers, &Transfers::inFlightChanged, this, &TransfersView::badgeChanged);
     connect(&m_interrupted, &InterruptedView::countChanged, this, &TransfersView::badgeChanged);
-    connect(&transfers, &Transfers::panelOpenChanged, this, &TransfersView::panelOpenChanged);
+    connect(&transfers, &Transfers::panelOpenChanged, this, &TransfersView::noteOpen);
     connect(&transfers, &Transfers::doubtChanged, this, &TransfersView::doubtChanged);
 }
 
@@ -53,12 +53,17 @@ bool TransfersView::isPanelOpen() const
     return m_transfers.isPanelOpen();
 }
 
-/// It opens where there is something to see.
 void TransfersView::setPanelOpen(bool open)
 {
-    if (open && !isPanelOpen() && (isMoving() || m_interrupted.count() > 0))
-        setTab(isMoving() ? InFlight : Interrupted);
     m_transfers.setPanelOpen(open);
+}
+
+/// It opens where there is something to see.
+void TransfersView::noteOpen()
+{
+    if (isPanelOpen() && (isMoving() || m_interrupted.count() > 0))
+        setTab(isMoving() ? InFlight : Interrupted);
+    Q_EMIT panelOpenChanged();
 }
 
 void TransfersView::showInterrupted()

@@ -71,6 +71,7 @@ Q_SIGNALS:
 
 private:
     void added();
+    void noteOpen();
     void update();
 
     Transfers& m_transfers;
