@@ -96,7 +96,7 @@ def run_apart(chosen, count, down):
     words = ["--build", chosen.build, "--one", str(count), *(["--down"] if down else [])]
     said = subprocess.run([sys.executable, "-W", "ignore::DeprecationWarning", __file__, *words], stdout=subprocess.PIPE,
                           text=True, check=True).stdout
-    return [float(word) for word in said.split()]
+    return [float(word) for word in said.splitlines()[-1].split()]
 
 
 def main():

@@ -125,11 +125,12 @@ void RootView::signOut()
     const int moving = m_environment.transfers.inFlightCount();
     if (moving == 0)
         return confirmSignOut();
-    setSignOutQuestion(moving == 1 ? tr("One file is moving. It waits under Interrupted and goes on from where it was once "
-                                        "you are signed in again.")
-                                   : tr("%1 files are moving. They wait under Interrupted and go on from where they were "
-                                        "once you are signed in again.")
-                                         .arg(moving));
+    setSignOutQuestion(moving == 1
+                           ? tr("One file is moving. It waits under Interrupted and goes on from where it was once "
+                                "you are signed in again.")
+                           : tr("%1 files are moving. They wait under Interrupted and go on from where they were "
+                                "once you are signed in again.")
+                                 .arg(moving));
 }
 
 void RootView::confirmSignOut()

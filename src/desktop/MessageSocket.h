@@ -24,8 +24,8 @@ public:
     MessageSocket(const MessageSocket&) = delete;
     MessageSocket& operator=(const MessageSocket&) = delete;
 
-    /// Leaves `message` with whoever listens at `path`. False when it is too long, nobody listens, or nothing of it could
-    /// be left within two seconds, for which it blocks. Needs no application object.
+    /// Leaves `message` with whoever listens at `path`. False when it is too long, nobody listens, or nothing of it
+    /// could be left within two seconds, for which it blocks. Needs no application object.
     static bool send(const QString& path, const QByteArray& message);
 
 private:

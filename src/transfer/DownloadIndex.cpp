@@ -36,9 +36,10 @@ std::optional<LockFile> holdOf(LockFile lock)
 
 QByteArray encodeUnfinishedDownload(const UnfinishedDownload& download)
 {
-    QJsonObject object{{QStringLiteral("path"), download.path},     {QStringLiteral("source"), download.source},
-                       {QStringLiteral("object"), download.object}, {QStringLiteral("target"), download.target.toJson()},
-                       {QStringLiteral("label"), download.label},   {QStringLiteral("service"), download.service}};
+    QJsonObject object{
+        {QStringLiteral("path"), download.path},     {QStringLiteral("source"), download.source},
+        {QStringLiteral("object"), download.object}, {QStringLiteral("target"), download.target.toJson()},
+        {QStringLiteral("label"), download.label},   {QStringLiteral("service"), download.service}};
     json::put(object, QStringLiteral("listedSize"), download.listedSize);
     json::put(object, QStringLiteral("titleName"), download.titleName);
     json::put(object, QStringLiteral("client"), download.client);

@@ -10,7 +10,7 @@ struct UploadSubject {
     QString path; ///< of the file, absolute
     SourceIdentity identity;
     TransferTarget target;
-    QString service; ///< the service address
+    QString service;                     ///< the service address
     std::optional<QString> account = {}; ///< id of the user
 
     bool operator==(const UploadSubject&) const = default;

@@ -80,8 +80,8 @@ Task<void> Interrupted::read(QPointer<Interrupted> self, Environment environment
     if (!self)
         co_return;
     for (auto& upload : uploads) {
-        const auto* known = findIn(
-            self->m_allUploads, [&](const auto& earlier) { return earlier.journal.key == upload.journal.key; });
+        const auto* known =
+            findIn(self->m_allUploads, [&](const auto& earlier) { return earlier.journal.key == upload.journal.key; });
         upload.isSourceGone = known && known->isSourceGone;
     }
     self->m_allUploads = uploads;

@@ -198,8 +198,8 @@ private:
 
     const Environment m_environment;
     const Settings m_settings;
-    const Executor m_places;  // a strand: a place is not claimed while another is given back
-    TaskScope m_tasks;        // the transfers, and readings of the journals
+    const Executor m_places; // a strand: a place is not claimed while another is given back
+    TaskScope m_tasks;       // the transfers, and readings of the journals
     // Shared with the transfers, which may outlive the model.
     const std::shared_ptr<Turns> m_binTurns;
     const std::shared_ptr<Turns> m_downloadTurns;

@@ -45,7 +45,7 @@ private:
     const QString m_label;
     const QString m_client;
     const std::optional<Account> m_account; // whose it is
-    const std::shared_ptr<API> m_api; // of the service where it began
+    const std::shared_ptr<API> m_api;       // of the service where it began
     Transfers::UploadSource m_source;
     const std::shared_ptr<CancelFlag> m_flag;
     const std::shared_ptr<CancelFlag> m_cut; // ends the telling of the platform, too

@@ -57,7 +57,8 @@ const SourceIdentity film{.handle = "film", .size = 100, .changed = 7'000'000'12
 const SourceIdentity sameSecond{.handle = "film", .size = 100, .changed = 7'000'000'456};
 const SourceIdentity anotherFile{.handle = "stem", .size = 100, .changed = 7'000'000'123};
 const TransferTarget row = TransferTarget::Deliverable{"o", "p", "d"};
-const UploadSubject subject{.path = "/f/a.mov", .identity = film, .target = row, .service = "https://one/api", .account = "her"};
+const UploadSubject subject{
+    .path = "/f/a.mov", .identity = film, .target = row, .service = "https://one/api", .account = "her"};
 
 Journal journalOf(const QString& path, const SourceIdentity& identity)
 {

@@ -234,10 +234,9 @@ struct InterruptedDownloadsTest : TransfersTest {
         world.runUntil([&] { return downloads.requests.size() > runs; });
         const auto& request = downloads.requests.back();
         writeFile(request.destination, "half");
-        savePartial(request.destination, {.done = {0},
-                                          .total = 4,
-                                          .source = request.source,
-                                          .file = identityOf(request.destination)->handle});
+        savePartial(
+            request.destination,
+            {.done = {0}, .total = 4, .source = request.source, .file = identityOf(request.destination)->handle});
         return id;
     }
     QStringList interruptedPaths()

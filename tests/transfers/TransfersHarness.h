@@ -74,7 +74,7 @@ struct TransfersTest : ServiceTest {
     FakeSleep sleep;
     FakeNetworkPath network{world.clock};
     std::optional<Account> account{{.service = "https://platform.test/api/", .userId = "user"}}; ///< that is signed in
-    bool isKnown = false;           ///< the platform knows it, whatever else it refuses
+    bool isKnown = false; ///< the platform knows it, whatever else it refuses
     QString downloadsFolder = disk.filePath("Downloads");
     QString address = "https://storage.test/object?signature=a%2Fb"; ///< of every object
     std::exception_ptr noAddress;                                    ///< why there is none
@@ -105,8 +105,8 @@ struct TransfersTest : ServiceTest {
         auto runDownload = [this](DownloadRequest request) { return downloads.run(std::move(request)); };
         SignIns signIns{.now = [this] { return account; },
                         .until = [this](const Account& wanted) { return untilSignedIn(wanted); }};
-        return {world.executor(), world.executor(), world.clock, *api,    journals,
-                index, runUpload,        runDownload,      sleep,       network, signIns};
+        return {world.executor(), world.executor(), world.clock, *api,    journals, index,
+                runUpload,        runDownload,      sleep,       network, signIns};
     }
     Task<bool> untilSignedIn(Account wanted)
     {

@@ -652,7 +652,8 @@ void AssetsView::tryAgain(int row)
     if (row < 0 || row >= rowCount() || !rows()[row].line->item)
         return;
     const auto& item = *rows()[row].line->item;
-    m_tasks.start(add({.files = {item.file}, .orgId = m_org.id, .client = m_org.name, .folder = item.target.asBin()->folder}, false));
+    m_tasks.start(add(
+        {.files = {item.file}, .orgId = m_org.id, .client = m_org.name, .folder = item.target.asBin()->folder}, false));
 }
 
 void AssetsView::setNotice(const QString& notice)

@@ -169,7 +169,11 @@ void DeliverableView::sendFile(const QUrl& file)
     if (path.isEmpty())
         refuse(tr("That is not a file on this computer. Save it here first, then drop it."));
     else
-        m_tasks.start(send({.file = path, .orgId = m_org.id, .projectId = m_project.id, .deliverable = m_deliverable, .client = m_org.name}));
+        m_tasks.start(send({.file = path,
+                            .orgId = m_org.id,
+                            .projectId = m_project.id,
+                            .deliverable = m_deliverable,
+                            .client = m_org.name}));
 }
 
 Task<void> DeliverableView::send(DeliverableUpload intended)
@@ -334,8 +338,9 @@ QString DeliverableView::cutOffText() const
         return {};
     const auto name = visibleText(m_cutOff->journal.filename);
     const auto parts = tr("%1 of %2 parts done").arg(m_cutOff->journal.done.size()).arg(m_cutOff->journal.partCount);
-    return m_cutOff->isSourceGone ? tr("The upload of “%1” was cut off, and the file is not where it was. %2.").arg(name, parts)
-                                  : tr("The upload of “%1” was cut off. %2.").arg(name, parts);
+    return m_cutOff->isSourceGone
+               ? tr("The upload of “%1” was cut off, and the file is not where it was. %2.").arg(name, parts)
+               : tr("The upload of “%1” was cut off. %2.").arg(name, parts);
 }
 
 } // namespace palvera

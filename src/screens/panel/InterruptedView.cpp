@@ -80,8 +80,8 @@ QString cutOffText(qsizetype uploads, qsizetype downloads)
         kinds.append(counted(downloads, QStringLiteral("download"), QStringLiteral("downloads")));
     if (kinds.isEmpty())
         return {};
-    return kinds.join(QStringLiteral(" and ")) + (uploads + downloads == 1 ? QStringLiteral(" was cut off.")
-                                                                           : QStringLiteral(" were cut off."));
+    return kinds.join(QStringLiteral(" and ")) +
+           (uploads + downloads == 1 ? QStringLiteral(" was cut off.") : QStringLiteral(" were cut off."));
 }
 
 InterruptedRows::InterruptedRows()
@@ -197,11 +197,12 @@ Task<void> InterruptedView::look(Located located)
     const auto name = readableName(located.path), folder = readableName(QFileInfo(located.path).path());
     Q_EMIT this->located(
         located.key, isSame,
-        isSame ? tr("“%1” in “%2” has the size and the time of the file that was being sent. Only the rest of it is sent.")
-                     .arg(name, folder)
-               : tr("“%1” in “%2” is not as the file that was being sent: its size or the time of its last change is "
-                    "another one. It can be sent from the start; what had gone up is thrown away then.")
-                     .arg(name, folder));
+        isSame
+            ? tr("“%1” in “%2” has the size and the time of the file that was being sent. Only the rest of it is sent.")
+                  .arg(name, folder)
+            : tr("“%1” in “%2” is not as the file that was being sent: its size or the time of its last change is "
+                 "another one. It can be sent from the start; what had gone up is thrown away then.")
+                  .arg(name, folder));
 }
 
 void InterruptedView::resumeLocated()
