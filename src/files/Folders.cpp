@@ -30,12 +30,12 @@ Folders Folders::ofUser()
             .config = folderFrom("XDG_CONFIG_HOME", ".config")};
 }
 
-void makePrivateFolder(const QString& path)
+QString makePrivateFolder(const QString& path)
 {
     constexpr mode_t ownerOnly = 0700, others = 0077;
     const auto name = QFile::encodeName(path);
     if (::mkdir(name.constData(), ownerOnly) == 0)
-        return;
+        return path;
     struct stat there{};
     const auto above = QFileInfo(path).path();
     if (errno == ENOENT && above != path) {
@@ -45,6 +45,7 @@ void makePrivateFolder(const QString& path)
     } else if (errno == EEXIST && ::stat(name.constData(), &there) == 0 && (there.st_mode & others)) {
         ::chmod(name.constData(), ownerOnly);
     }
+    return path;
 }
 
 } // namespace palvera

@@ -21,7 +21,7 @@ struct Folders {
 };
 
 /// Makes the folder at `path`, and those above it that are missing, for their owner alone (0700), and closes one that
-/// is there to others. A failure shows when something is to be kept there.
-void makePrivateFolder(const QString& path);
+/// is there to others. A failure shows when something is to be kept there. Gives `path`.
+QString makePrivateFolder(const QString& path);
 
 } // namespace palvera

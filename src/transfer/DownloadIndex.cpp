@@ -112,16 +112,12 @@ LockFile DownloadIndex::lockOf(const QString& path) const
 
 QString DownloadIndex::folder() const
 {
-    QString folder = m_home + QStringLiteral("/Downloads");
-    makePrivateFolder(folder);
-    return folder;
+    return makePrivateFolder(m_home + QStringLiteral("/Downloads"));
 }
 
 QString DownloadIndex::stagingFolder() const
 {
-    QString folder = m_home + QStringLiteral("/Staging");
-    makePrivateFolder(folder);
-    return folder;
+    return makePrivateFolder(m_home + QStringLiteral("/Staging"));
 }
 
 } // namespace palvera

@@ -37,16 +37,12 @@ JournalStore::JournalStore(const QString& applicationSupport) : m_home(applicati
 
 QString JournalStore::journalFolder() const
 {
-    QString folder = m_home + QStringLiteral("/Uploads");
-    makePrivateFolder(folder);
-    return folder;
+    return makePrivateFolder(m_home + QStringLiteral("/Uploads"));
 }
 
 QString JournalStore::stagingFolder() const
 {
-    QString folder = m_home + QStringLiteral("/Staging");
-    makePrivateFolder(folder);
-    return folder;
+    return makePrivateFolder(m_home + QStringLiteral("/Staging"));
 }
 
 QString JournalStore::pathOf(const QString& key) const
