@@ -152,7 +152,7 @@ QString InterruptedView::discardMessage(const QString& key) const
 {
     const auto& list = m_transfers.interrupted();
     if (const auto* upload = list.findUpload(key))
-        return tr("“%1”: %2. They are thrown away in storage; your file stays as it is.")
+        return tr("“%1”: %2. What storage has of it is thrown away; your file stays as it is.")
             .arg(visibleText(upload->journal.filename), partsDoneText(*upload));
     if (const auto* found = list.findDownload(key))
         return tr("“%1”: %2 downloaded. That is removed from “%3”.")
