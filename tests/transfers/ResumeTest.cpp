@@ -194,6 +194,7 @@ TEST_F(ResumeTest, aSourceThatIsGoneIsFoundElsewhereByItsSizeAndTimeAlone)
 {
     auto left = journal();
     left.fileStamp = fileStamp(*identityOf(left.filePath));
+    left.bookmark = bookmark::make(left.filePath);
     left.byteSize = 4;
     left.partSize = 2;
     left.label = "Picture master";
@@ -213,9 +214,14 @@ TEST_F(ResumeTest, aSourceThatIsGoneIsFoundElsewhereByItsSizeAndTimeAlone)
     copied.close();
     QFile::remove(left.filePath);
     EXPECT_TRUE(isGone());
-    writeFile(other, "another film");
-    EXPECT_FALSE(world.run(list.isSource("row-1", other)));
-    EXPECT_FALSE(world.run(list.moveSource("row-1", other)));
+    for (const char* content : {"FILM", "another film"}) {
+        writeFile(other, content);
+        QFile file(other);
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite) &&
+                    file.setFileTime(QDateTime::fromSecsSinceEpoch(1'000'000'000), QFile::FileModificationTime));
+        EXPECT_FALSE(world.run(list.isSource("row-1", other)));
+        EXPECT_FALSE(world.run(list.moveSource("row-1", other)));
+    }
     EXPECT_FALSE(world.run(list.isSource("row-1", left.filePath)));
     EXPECT_TRUE(world.run(list.isSource("row-1", copy)));
     EXPECT_TRUE(world.run(list.moveSource("row-1", copy)));
@@ -311,6 +317,21 @@ TEST_F(InterruptedDownloadsTest, whatWasCutOffOrFailedIsListedUntilItIsGoneOnWit
     EXPECT_EQ(downloads.requests.back().destination, path());
     EXPECT_EQ(downloads.requests.back().source, found.download.source);
     EXPECT_EQ(model->find(id)->label, "Picture master");
+}
+
+TEST_F(InterruptedDownloadsTest, whatTheUserRemovedIsForgottenUnlessItsDiskIsAway)
+{
+    const auto entries = [this] { return entriesOf(disk.filePath("Palvera/Downloads")).size(); };
+    downloadAChunk();
+    model->cutOff();
+    world.settle();
+    QDir().rename(downloadsFolder, disk.filePath("away"));
+    world.run(model->interrupted().load());
+    EXPECT_THAT(interruptedPaths(), IsEmpty());
+    EXPECT_EQ(entries(), 1);
+    QDir().mkpath(downloadsFolder);
+    world.run(model->interrupted().load());
+    EXPECT_EQ(entries(), 0);
 }
 
 TEST_F(InterruptedDownloadsTest, discardingRemovesWhatIsThereAndNoOtherFile)
