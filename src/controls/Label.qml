@@ -8,7 +8,7 @@ Text {
     elide: wrapMode === Text.NoWrap ? Text.ElideRight : Text.ElideNone
     font.family: Theme.family
     font.pixelSize: Theme.textBody
-    lineHeight: lineCount < 2 ? 1 : 1.3
+    lineHeight: wrapMode === Text.NoWrap ? 1 : 1.3
     linkColor: Theme.accent
     textFormat: Text.PlainText
     Accessible.role: Accessible.StaticText

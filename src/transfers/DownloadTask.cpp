@@ -12,6 +12,8 @@
 
 #include <boost/asio/post.hpp>
 
+#include <thread>
+
 namespace palvera {
 
 namespace asio = boost::asio;
@@ -158,9 +160,18 @@ Task<void> DownloadTask::claimPlace()
 
 void DownloadTask::enter()
 {
+    constexpr int tries = 20;
+    constexpr std::chrono::milliseconds aLook{5}; // for which whoever reads the index holds the lock
+    auto outcome = LockFile::Outcome::held;
+    for (int i = 0; i < tries && outcome != LockFile::Outcome::taken; ++i) {
+        if (i > 0)
+            std::this_thread::sleep_for(aLook);
+        m_hold.emplace(m_environment.index.lockOf(m_place->path()));
+        outcome = m_hold->tryLock();
+    }
+    if (outcome != LockFile::Outcome::taken) // another program writes that file, as the engine will say
+        return m_hold.reset();
     const auto& object = m_download.object;
-    m_hold.emplace(m_environment.index.lockOf(m_place->path()));
-    m_hold->tryLock();
     m_environment.index.save({.path = m_place->path(),
                               .source = object.identity,
                               .target = object.target,
@@ -187,6 +198,8 @@ void DownloadTask::leavePlace(bool isDone, bool isStopped)
     const auto path = m_place->path();
     if (!isDone)
         m_place->removeIfEmpty();
+    if (!m_hold)
+        return;
     if (isDone || isStopped || !DownloadPlace::progressOf(path, m_download.object.identity))
         m_environment.index.remove(path);
     m_hold.reset();

@@ -38,6 +38,7 @@ Rectangle {
         anchors.rightMargin: Theme.spaceMedium
         anchors.verticalCenter: parent.verticalCenter
         elide: Text.ElideRight
+        lineHeight: 1
         maximumLineCount: 4
         text: root.deliverable.cutOffText
         wrapMode: Text.Wrap

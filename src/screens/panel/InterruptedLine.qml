@@ -35,6 +35,7 @@ Rectangle {
         anchors.verticalCenter: parent.verticalCenter
         elide: Text.ElideRight
         font.weight: Font.Medium
+        lineHeight: 1
         maximumLineCount: 2
         text: root.transfers.interrupted.summary
         wrapMode: Text.Wrap
