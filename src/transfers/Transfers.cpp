@@ -162,6 +162,10 @@ Task<void> Transfers::sendInstead(QString key, QString path)
     if (!left)
         co_return;
     const auto journal = left->journal;
+    QString objection;
+    co_await callOn(m_environment.background, [&] { objection = objectionToSource(path); });
+    if (!objection.isEmpty())
+        throw CannotSend(objection);
     co_await m_interrupted.discardUpload(key);
     const auto to = journal.destination();
     const auto client = journal.client.value_or(QString());

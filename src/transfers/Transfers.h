@@ -89,6 +89,7 @@ public:
     /// Goes on with an upload that was cut off and gives its item's id; nothing when it is on its way already.
     std::optional<QUuid> resume(Journal journal);
     /// Gives up what was cut off under that journal key, and sends the file at `path` to the same place in its stead.
+    /// Throws CannotSend before anything is given up.
     Task<void> sendInstead(QString key, QString path);
 
     /// What the platform wants confirmed; a further question waits until this one is answered.

@@ -3,6 +3,7 @@
 #include "files/Bookmark.h"
 #include "transfer/Partial.h"
 #include "transfer/ResumeRules.h"
+#include "transfer/UploadFailures.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -230,6 +231,8 @@ TEST_F(ResumeTest, aSourceThatIsGoneIsFoundElsewhereByItsSizeAndTimeAlone)
     EXPECT_EQ(fitOf(moved, {.path = copy, .identity = *identityOf(copy), .target = moved.destination()}),
               JournalFit::fits);
 
+    EXPECT_TRUE(failureAs<CannotSend>(world.run(outcomeOf(model->sendInstead("row-1", disk.path()))).failure));
+    EXPECT_TRUE(journals.loadJournal("row-1")) << "nothing is given up for a folder";
     world.run(model->sendInstead("row-1", other));
     world.settle();
     EXPECT_EQ(journals.loadJournal("row-1"), std::nullopt);

@@ -230,7 +230,9 @@ void InterruptedView::sendLocated()
 
 Task<void> InterruptedView::discardAndSend(Located located)
 {
-    co_await m_transfers.sendInstead(located.key, located.path);
+    const auto sent = co_await outcomeOf(m_transfers.sendInstead(located.key, located.path));
+    if (sent.failure && !isCancellation(sent.failure))
+        Q_EMIT failed(describe(sent.failure));
 }
 
 } // namespace palvera
