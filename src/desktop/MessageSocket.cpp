@@ -74,7 +74,8 @@ bool MessageSocket::send(const QString& path, const QByteArray& message)
 {
     const auto name = QFile::encodeName(path);
     sockaddr_un address{};
-    if (message.size() > longestMessage || name.size() >= qsizetype(sizeof address.sun_path))
+    // An empty name would be an address of its own, at which anybody may listen.
+    if (message.size() > longestMessage || name.isEmpty() || name.size() >= qsizetype(sizeof address.sun_path))
         return false;
     address.sun_family = AF_UNIX;
     std::ranges::copy(name, address.sun_path);

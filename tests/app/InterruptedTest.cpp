@@ -103,6 +103,11 @@ TEST_F(InterruptedTest, aDeliverableGoesOnWithItsOwnAndAFileThatWasMovedIsLocate
     screen.find(QAccessible::AlertMessage, {});
     screen.choose(QAccessible::Button, "Locate…"); // as of the last reading it need not be gone
     auto& interrupted = *root().transfers()->interrupted();
+    interrupted.locate("salt-row-1", QUrl("https://elsewhere.test/film.mov"));
+    waitForText("That is not a file on this computer.");
+    screen.press(Qt::Key_Return);
+    screen.waitUntil([&] { return !screen.reads("That did not work"); });
+    screen.choose(QAccessible::Button, "Locate…");
     interrupted.locate("salt-row-1", sparseFile("another.mov", 5));
     waitForText("That is another file");
     screen.waitForFocus("Cancel");

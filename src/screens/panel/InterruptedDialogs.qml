@@ -47,10 +47,10 @@ Item {
             dialog.open();
         }
 
-        function onFailed(why) {
-            if (!root.locating && !root.Window.active)
+        function onFailed(key, why) {
+            if (key !== root.key)
                 return;
-            root.locating = false;
+            root.cancelPicking();
             failure.message = why;
             failure.open();
         }

@@ -47,13 +47,20 @@ Rectangle {
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceLarge
         anchors.verticalCenter: parent.verticalCenter
-        spacing: Theme.spaceLarge
+        spacing: Theme.spaceSmall
 
         AppButton {
             anchors.verticalCenter: parent.verticalCenter
             kind: AppButton.Kind.Link
             text: qsTr("Resume all")
             onClicked: root.transfers.interrupted.resumeAll()
+        }
+
+        Label {
+            Accessible.ignored: true
+            anchors.verticalCenter: parent.verticalCenter
+            color: Theme.secondary
+            text: "·"
         }
 
         AppButton {

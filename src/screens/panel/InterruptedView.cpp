@@ -178,14 +178,14 @@ Task<void> InterruptedView::discardDownload(QString path)
 {
     const auto discarded = co_await outcomeOf(m_transfers.interrupted().discardDownload(path));
     if (discarded.failure && !isCancellation(discarded.failure))
-        Q_EMIT failed(describe(discarded.failure));
+        Q_EMIT failed(path, describe(discarded.failure));
 }
 
 void InterruptedView::locate(const QString& key, const QUrl& file)
 {
     const auto path = localPath(file);
     if (path.isEmpty())
-        Q_EMIT failed(tr("That is not a file on this computer."));
+        Q_EMIT failed(key, tr("That is not a file on this computer."));
     else
         m_tasks.start(look({.key = key, .path = path}));
 }
@@ -216,9 +216,9 @@ Task<void> InterruptedView::moveAndResume(Located located)
     if (isCancellation(moved.failure))
         co_return;
     if (moved.failure)
-        Q_EMIT failed(describe(moved.failure));
+        Q_EMIT failed(located.key, describe(moved.failure));
     else if (!*moved.value)
-        Q_EMIT failed(tr("That file has changed meanwhile."));
+        Q_EMIT failed(located.key, tr("That file has changed meanwhile."));
     else
         resume(located.key);
 }
@@ -232,7 +232,7 @@ Task<void> InterruptedView::discardAndSend(Located located)
 {
     const auto sent = co_await outcomeOf(m_transfers.sendInstead(located.key, located.path));
     if (sent.failure && !isCancellation(sent.failure))
-        Q_EMIT failed(describe(sent.failure));
+        Q_EMIT failed(located.key, describe(sent.failure));
 }
 
 } // namespace palvera

@@ -82,7 +82,7 @@ Q_SIGNALS:
     /// `message` says what was found out of the file, for the user.
     void located(const QString& key, bool isSame, const QString& message);
     /// What was asked for could not be done; a sentence.
-    void failed(const QString& why);
+    void failed(const QString& key, const QString& why);
 
 private:
     struct Located {
