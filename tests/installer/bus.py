@@ -44,6 +44,13 @@ def wait_until(holds, what):
     return held
 
 
+def has_ended(process):
+    try:
+        return not pathlib.Path(f"/proc/{process}/cmdline").read_bytes()  # empty while its parent does not look
+    except (FileNotFoundError, ProcessLookupError):
+        return True
+
+
 class Bus:
     """The bus starts the installer at the first call, which is told `options`. The authority on it says yes, no or
     nothing, and keeps what it is asked."""
@@ -92,8 +99,13 @@ class Bus:
         return self.ask("NameHasOwner", "(s)", NAME)
 
     def service(self):
-        """The process of the installer that serves here."""
-        return self.ask("GetConnectionUnixProcessID", "(s)", NAME)
+        """The process of the installer that serves here, None when there is none: an idle one may go at any moment."""
+        try:
+            return self.ask("GetConnectionUnixProcessID", "(s)", NAME)
+        except GLib.Error as failure:
+            if Gio.DBusError.get_remote_error(failure) != "org.freedesktop.DBus.Error.NameHasNoOwner":
+                raise
+            return None
 
     def caller(self, user):
         if user not in self.callers:
@@ -101,11 +113,11 @@ class Bus:
         return self.callers[user]
 
     def end(self):
-        service = pathlib.Path(f"/proc/{self.service()}/cmdline") if self.has_service() else None
+        service = self.service()
         self.connection.close_sync()
         self.daemon.kill()
         self.daemon.wait()
-        wait_until(lambda: not service or not service.exists() or not service.read_bytes(), "it goes with its bus")
+        wait_until(lambda: not service or has_ended(service), "it goes with its bus")
         said = (self.folder / "errors").read_text()
         assert "Sanitizer" not in said and "runtime error:" not in said, said
 
