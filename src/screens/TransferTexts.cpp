@@ -89,6 +89,21 @@ QString technicalReason(const Item::State& state)
     return QStringLiteral("%1 (HTTP %2)").arg(messageOf(state)).arg(error->status());
 }
 
+QString stopTitle(const Item& item)
+{
+    return item.kind == Item::Kind::upload ? QStringLiteral("Stop this upload?")
+                                           : QStringLiteral("Stop this download?");
+}
+
+QString stopMessage(const Item& item)
+{
+    auto sent = byteCountText(item.sent);
+    if (item.kind == Item::Kind::download)
+        return sent + QStringLiteral(" has come down already. It is kept on disk.");
+    return sent + QStringLiteral(" has gone up already. Stopping throws it away, so nothing half delivered is left in "
+                                 "storage.");
+}
+
 QString countdownText(Clock::WallTime until, Clock::WallTime now)
 {
     auto left = std::max<qint64>(0, std::chrono::ceil<std::chrono::seconds>(until - now).count());

@@ -20,6 +20,9 @@ QString troubleOf(const Item& item);
 QString waitingText(const Item::Waiting& waiting);
 /// What went wrong as precisely as it is known.
 QString technicalReason(const Item::State& state);
+/// What is asked before a transfer in flight is stopped.
+QString stopTitle(const Item& item);
+QString stopMessage(const Item& item);
 /// "42 sec", "3 min, 5 sec": how long until `until`.
 QString countdownText(Clock::WallTime until, Clock::WallTime now);
 

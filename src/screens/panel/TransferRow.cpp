@@ -35,15 +35,6 @@ struct Status {
     QString operator()(const Item::Stopped&) const { return QStringLiteral("Stopped"); }
 };
 
-QString stopMessageOf(const Item& item)
-{
-    auto sent = byteCountText(item.sent);
-    if (item.kind == Item::Kind::download)
-        return sent + QStringLiteral(" has come down already. It is kept on disk.");
-    return sent + QStringLiteral(" has gone up already. Stopping throws it away, so nothing half delivered is left in "
-                                 "storage.");
-}
-
 QString spokenOf(const TransferRow& row, const Item& item)
 {
     auto what = item.kind == Item::Kind::upload ? QStringLiteral("upload") : QStringLiteral("download");
@@ -74,8 +65,8 @@ TransferRow transferRow(const Item& item, Clock::WallTime now)
                     .figures = isRunning ? figuresOf(item) : QString(),
                     .status = std::visit(Status{.item = item, .now = now}, item.state),
                     .detail = technicalReason(item.state),
-                    .stopTitle = isUpload ? QStringLiteral("Stop this upload?") : QStringLiteral("Stop this download?"),
-                    .stopMessage = stopMessageOf(item)};
+                    .stopTitle = stopTitle(item),
+                    .stopMessage = stopMessage(item)};
     if (item.trace.samples.size() >= 2)
         row.samples = item.trace.samples;
     row.graphFraction = isRunning ? row.fraction : 1;
