@@ -33,6 +33,7 @@ public:
         Transfers::Environment transfers;
         Updater::Environment updates;
         Notices& notices;
+        TransfersView::Files files;
         QString startRemark = {}; ///< see RootView
     };
 

@@ -114,7 +114,7 @@ TEST_F(DeliveryTest, aFileIsChosenOrDroppedAndSeenFiledAndWhatIsNoneIsRefused)
     EXPECT_EQ(notices.shown, QStringList("Transfers finished: “Salt – 100% ünïcode #1.mov” is done."));
     EXPECT_TRUE(transfers().isPanelOpen()) << "it opens by itself";
     goToPanel();
-    screen.click(QAccessible::PageTab, "Finished");
+    screen.click(QAccessible::PageTab, "Finished (1)");
     screen.waitUntil([&] { return rows().size() == 1; });
     EXPECT_TRUE(rows().first().contains("done")) << rows().first().toStdString();
     screen.click(QAccessible::Button, "Clear");
@@ -154,7 +154,7 @@ TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
         {"Stop this upload?", "Keep going",
          [&] {
              goToPanel();
-             screen.click(QAccessible::Button, "Stop");
+             screen.click(QAccessible::Button, "Stop too long.mov");
          },
          [&] { return !isMoving() && transfers().interrupted().count() == 0; }},
         {"Check this file before it goes", "Cancel",
