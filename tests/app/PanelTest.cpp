@@ -33,7 +33,6 @@ protected:
                                .projectId = "salt",
                                .deliverable = {.id = row.isEmpty() ? label : row, .label = label}});
         goToPanel();
-        screen.find(QAccessible::ListItem, {});
     }
     /// The labels of the rows, from the top, with how they stand.
     QString rowsText()
