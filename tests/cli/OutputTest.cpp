@@ -63,16 +63,6 @@ TEST_F(OutputTest, redrawsProgressOnATerminalOnlyAndClearsItBeforeAnythingElse)
     EXPECT_EQ(shown(), "Done\nMore\n");
 }
 
-TEST_F(OutputTest, keepsShowingTheRateOfTheSameUploadWhileItIsMeasuredAfresh)
-{
-    error.cells = 100;
-    text.progress("k", {.name = "a", .sent = 1000, .total = 2000, .bytesPerSecond = 5e6});
-    text.progress("k", half);
-    EXPECT_EQ(shownAsError().count("5.0 MB/s"), 2);
-    text.progress("other", half);
-    EXPECT_EQ(shownAsError().count("5.0 MB/s"), 1) << "of the first";
-}
-
 TEST_F(OutputTest, showsOneLineForEachTransferUntilItEnds)
 {
     error.cells = 60;
@@ -109,6 +99,8 @@ TEST(ProgressLine, showsWhatThereIsRoomFor)
         EXPECT_EQ(progressLine({.name = "Reel 1.mov", .sent = sent, .total = total, .bytesPerSecond = rate}, cells),
                   text);
     EXPECT_TRUE(progressLine({.name = {}, .sent = 0, .total = 0}, 80).contains("  0%"));
+    EXPECT_TRUE(progressLine({.name = {}, .sent = 0, .total = total, .bytesPerSecond = 1, .pace = 100e6}, 80)
+                    .endsWith("20s left"));
 }
 
 TEST(ProgressLine, isNeverTooWideForItsTerminal)

@@ -55,6 +55,9 @@ TEST(TransferRowTest, saysHowFarARunningTransferIsOrWhyItDoesNotRun)
         auto state = QString(QMetaEnum::fromType<TransferState::Value>().valueToKey(int(row.state)));
         EXPECT_EQ(state.toLower(), nameOf(shown.state));
     }
+    auto even = item(running, 0, 1'000'000'000, 10e6);
+    even.pace = 20e6;
+    EXPECT_TRUE(transferRow(even, now).figures.endsWith("10.0 MB/s · 50s left"));
 }
 
 TEST(TransferRowTest, theGraphGrowsWithTheProgressAndTheRestSaysWhatAStopMeans)
