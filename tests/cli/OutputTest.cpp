@@ -83,17 +83,17 @@ TEST(ProgressLine, showsWhatThereIsRoomFor)
     constexpr qint64 total = 2'000'000'000, quarter = total / 4;
     const std::tuple<int, qint64, std::optional<double>, const char*> cases[] = {
         {100, 580'000'000, 100e6,
-         "Reel 1.mov  [==========>                          ]   29%  580.0 MB of 2.00 GB  100.0 MB/s  14s left"},
-        {79, quarter, 100e6, "Reel 1.mov  [====>           ]   25%  500.0 MB of 2.00 GB  100.0 MB/s  15s left"},
+         "Reel 1.mov  [===========>                          ]   29%  580.0 MB of 2.0 GB  100.0 MB/s  14s left"},
+        {79, quarter, 100e6, "Reel 1.mov  [====>            ]   25%  500.0 MB of 2.0 GB  100.0 MB/s  15s left"},
         {69, quarter, 100e6, "Reel 1.mov  [======>                    ]   25%  100.0 MB/s  15s left"},
         {50, quarter, 100e6, "Reel 1.mov  [=====>              ]   25%  15s left"},
         {30, quarter, 100e6, "[===>        ]   25%  15s left"},
         {10, quarter, 100e6, "25%"},
         {2, quarter, 100e6, ""},
-        {70, 0, {}, "Reel 1.mov  [>                                ]    0%  0 KB of 2.00 GB"},
-        {70, quarter, 0.0, "Reel 1.mov  [=====>               ]   25%  500.0 MB of 2.00 GB  0 KB/s"},
-        {70, total - 1, {}, "Reel 1.mov  [=============================>]   99%  2.00 GB of 2.00 GB"},
-        {70, total, {}, "Reel 1.mov  [==============================]  100%  2.00 GB of 2.00 GB"},
+        {70, 0, {}, "Reel 1.mov  [>                                 ]    0%  0 KB of 2.0 GB"},
+        {70, quarter, 0.0, "Reel 1.mov  [=====>                ]   25%  500.0 MB of 2.0 GB  0 KB/s"},
+        {70, total - 1, {}, "Reel 1.mov  [===============================>]   99%  2.0 GB of 2.0 GB"},
+        {70, total, {}, "Reel 1.mov  [================================]  100%  2.0 GB of 2.0 GB"},
     };
     for (const auto& [cells, sent, rate, text] : cases)
         EXPECT_EQ(progressLine({.name = "Reel 1.mov", .sent = sent, .total = total, .bytesPerSecond = rate}, cells),

@@ -37,9 +37,9 @@ TEST(TransferRowTest, saysHowFarARunningTransferIsOrWhyItDoesNotRun)
     auto retrying = [](std::chrono::seconds wait) { return Item::Retrying{.message = "No.", .until = now + wait}; };
     const std::tuple<Item, QString, QString, QString> cases[] = {
         {item(running), "0%", "0 KB of 0 KB", ""},
-        {item(running, 290'000'000, 1'000'000'000), "29%", "290.0 MB of 1.00 GB", ""},
-        {item(running, 290'000'000, 1'000'000'000, 0.0), "29%", "290.0 MB of 1.00 GB · —", ""},
-        {item(running, 290'000'000, 1'000'000'000, 10e6), "29%", "290.0 MB of 1.00 GB · 10.0 MB/s · 1m 11s left", ""},
+        {item(running, 290'000'000, 1'000'000'000), "29%", "290.0 MB of 1.0 GB", ""},
+        {item(running, 290'000'000, 1'000'000'000, 0.0), "29%", "290.0 MB of 1.0 GB · —", ""},
+        {item(running, 290'000'000, 1'000'000'000, 10e6), "29%", "290.0 MB of 1.0 GB · 10.0 MB/s · 1m 11s left", ""},
         {item(running, 1'000'000, 1'000'000, 10e6), "100%", "1.0 MB of 1.0 MB · 10.0 MB/s", ""},
         {item(Item::Waiting{}), "0%", "", "Waiting"},
         {item(Item::Done{}, 4'000'000, 4'000'000, 5.0), "100%", "", "Done · 4.0 MB"},
