@@ -110,7 +110,7 @@ Task<void> sessionLane(HttpSession& session, const Plan& plan)
     while (--partsLeft >= 0) {
         body.rewind();
         HttpRequest request{.method = "PUT", .url = QByteArray::fromStdString(plan.url + "/part"), .source = &body};
-        request.onSent = [](qint64) {};
+        request.onSent = [](qint64, qint64) {};
         auto response = co_await session.send(std::move(request));
         if (response.status != 200)
             fail("storage refused a part");

@@ -290,6 +290,8 @@ private:
         letPass(6s);
         transfers().pause(transfers().inFlight().at(3).id);
         take("transfers");
+        screen.tabTo(QAccessible::PageTabList, "Transfers");
+        screen.press(Qt::Key_Tab);
         screen.press(Qt::Key_Menu);
         take("transfers-menu", "Show deliverable");
         screen.press(Qt::Key_Escape);

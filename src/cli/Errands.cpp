@@ -108,9 +108,11 @@ void Errands::show(const QUuid& id)
     bool isMoving = std::holds_alternative<Item::Running>(item->state) && item->total > 0;
     auto figures = [](const Item& one) { return std::tuple(one.sent, one.total, one.rate); };
     if (isMoving && (!before || figures(*before) != figures(*item)))
-        m_environment.output.progress(
-            begun->errand->key(),
-            {.name = nameOf(*item), .sent = item->sent, .total = item->total, .bytesPerSecond = item->rate});
+        m_environment.output.progress(begun->errand->key(), {.name = nameOf(*item),
+                                                             .sent = item->sent,
+                                                             .total = item->total,
+                                                             .bytesPerSecond = item->rate,
+                                                             .pace = item->pace});
 }
 
 void Errands::conclude(const QUuid& id)

@@ -120,11 +120,7 @@ void Output::progress(const QString& key, const ProgressView& view)
         json(progressEvent(key, view));
         return;
     }
-    auto& line = lineOf(key);
-    auto lastRate = line.shown ? line.shown->bytesPerSecond : std::nullopt; // while the engine measures afresh
-    line.shown = view;
-    if (!view.bytesPerSecond)
-        line.shown->bytesPerSecond = lastRate;
+    lineOf(key).shown = view;
     drawProgress();
 }
 

@@ -30,7 +30,8 @@ QString timeLeftText(const ProgressView& progress)
 {
     if (!progress.bytesPerSecond || *progress.bytesPerSecond <= 0)
         return {};
-    return durationText(double(progress.total - progress.sent) / *progress.bytesPerSecond) + QStringLiteral(" left");
+    const auto pace = progress.pace.value_or(*progress.bytesPerSecond);
+    return durationText(double(progress.total - progress.sent) / pace) + QStringLiteral(" left");
 }
 
 QString barOf(double fraction, int cells)

@@ -12,6 +12,7 @@ struct ProgressView {
     qint64 sent = 0;  ///< bytes
     qint64 total = 0; ///< bytes
     std::optional<double> bytesPerSecond = {};
+    std::optional<double> pace = {}; ///< the same over a longer time, by which the time left goes where it is known
 };
 
 /// One line of at most `cells` terminal cells that shows `progress`: its name, a bar, the percentage, the sizes, the

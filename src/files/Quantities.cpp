@@ -14,7 +14,7 @@ struct Unit {
     double bytes;
     int decimals;
 };
-constexpr std::array units{Unit{"KB", 1e3, 0}, Unit{"MB", 1e6, 1}, Unit{"GB", 1e9, 2}, Unit{"TB", 1e12, 2}};
+constexpr std::array units{Unit{"KB", 1e3, 0}, Unit{"MB", 1e6, 1}, Unit{"GB", 1e9, 1}, Unit{"TB", 1e12, 1}};
 
 /// Whether `bytes` come to a thousand of `unit` once they are rounded to its decimals.
 bool isTooMuchFor(const Unit& unit, double bytes)

@@ -6,9 +6,8 @@ namespace palvera {
 
 // Quantities as the screens show them, in the user's number format.
 
-/// Decimal units from KB (1000 bytes) to TB, each with as many decimals as its figures need and always the same, so
-/// that a figure that changes keeps its width: "850 KB", "12.4 MB", "1.07 GB". Anything below 1 KB but nothing is "1
-/// KB".
+/// Decimal units from KB (1000 bytes) to TB. KB have no decimals, all others have one, so that a figure that changes
+/// keeps its width: "850 KB", "12.4 MB", "38.0 GB", "1.1 TB". Anything below 1 KB but nothing is "1 KB".
 QString byteCountText(qint64 bytes);
 /// The byte count of the whole part, and "/s".
 QString rateText(double bytesPerSecond);

@@ -88,13 +88,13 @@ void CurlMulti::remove(CURL* easy, Leave leave)
             socket->user = nullptr;
 }
 
-int CurlMulti::queuedInKernel(const CURL* easy) const
+std::optional<int> CurlMulti::queuedInKernel(const CURL* easy) const
 {
-    int sum = 0;
+    std::optional<int> sum;
     for (const auto& [number, socket] : m_sockets) {
         int queued = 0;
         if (socket->user == easy && ::ioctl(socket->duplicate.native_handle(), SIOCOUTQ, &queued) == 0)
-            sum += queued;
+            sum = sum.value_or(0) + queued;
     }
     return sum;
 }

@@ -9,6 +9,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <unordered_map>
 
 namespace palvera {
@@ -46,8 +47,9 @@ public:
     void add(CURL* easy);
     /// Forgets the transfer, ended or not.
     void remove(CURL* easy, Leave leave);
-    /// Bytes that the kernel holds for the transfer's connection and that the peer has not acknowledged.
-    int queuedInKernel(const CURL* easy) const;
+    /// Bytes that the kernel holds for the transfer's connection and that the peer has not acknowledged. Nothing while
+    /// the transfer's socket is not known, as at the beginning on a connection that served another one before.
+    std::optional<int> queuedInKernel(const CURL* easy) const;
     /// Whether the transfer's connection starts from an address of which `has` says that the machine has it. True
     /// before there is a connection.
     bool hasLocalAddress(const CURL* easy, const std::function<bool(const sockaddr&)>& has) const;

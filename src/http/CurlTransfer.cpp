@@ -26,6 +26,8 @@ constexpr qsizetype longestRefusal = 64 << 10;
 constexpr qsizetype longestUnread = 16 << 10;
 /// What a connection gets over by itself in no time: after a longer one TCP waits for as long again.
 constexpr std::chrono::seconds shortOutage{1};
+/// As often as progress is shown. libcurl tells of bytes that leave only, and a full queue first drains by a third.
+constexpr std::chrono::milliseconds countEvery{200};
 
 std::chrono::milliseconds totalLimit(const HttpRequest& request, const HttpSessionOptions& options)
 {
@@ -262,8 +264,10 @@ int CurlTransfer::takeProgress(void* self, curl_off_t, curl_off_t received, curl
         return 0;
     transfer.m_watch.moved(transfer.now());
     transfer.m_received = received;
-    if (std::exchange(transfer.m_sent, sent) < sent)
+    if (std::exchange(transfer.m_sent, sent) < sent) {
+        transfer.countAcknowledged();
         transfer.reportSent();
+    }
     return transfer.m_failure ? 1 : 0;
 }
 
@@ -272,7 +276,7 @@ void CurlTransfer::reportSent()
     if (!m_request.onSent)
         return;
     try {
-        m_request.onSent(m_sent);
+        m_request.onSent(m_sent, m_acknowledged);
     } catch (...) {
         m_failure = std::current_exception();
     }
@@ -332,7 +336,9 @@ Task<void> CurlTransfer::untilEnded()
 {
     while (!hasEnded()) {
         const auto present = now();
-        m_wake.expires_after(m_watch.nextLook(present) - present);
+        const bool isCounting = m_request.onSent && m_acknowledged < bodySize();
+        const auto interval = m_watch.nextLook(present) - present;
+        m_wake.expires_after(isCounting ? std::min<RequestWatch::Moment::duration>(interval, countEvery) : interval);
         boost::system::error_code woken;
         co_await m_wake.async_wait(asio::redirect_error(asio::use_awaitable, woken));
         auto state = co_await asio::this_coro::cancellation_state;
@@ -357,11 +363,20 @@ void CurlTransfer::look()
 
 void CurlTransfer::noteDraining()
 {
-    auto queued = m_multi.queuedInKernel(m_easy.get());
-    if (std::exchange(m_queuedInKernel, queued) == queued)
+    if (!countAcknowledged())
         return;
     m_watch.moved(now());
     reportSent();
+}
+
+/// Says whether something has changed. What the kernel holds is more than the body by headers and encryption, so that
+/// the count is never too high.
+bool CurlTransfer::countAcknowledged()
+{
+    const auto queued = m_multi.queuedInKernel(m_easy.get());
+    const auto count = queued ? std::max(m_acknowledged, m_sent - *queued) : m_acknowledged;
+    const bool hasGrown = std::exchange(m_acknowledged, count) != count;
+    return std::exchange(m_queuedInKernel, queued.value_or(0)) != queued.value_or(0) || hasGrown;
 }
 
 RequestWatch::Moment CurlTransfer::now() const

@@ -71,6 +71,7 @@ private:
     bool hasEnded() const { return m_result || m_failure; }
     void look();
     void noteDraining();
+    bool countAcknowledged();
     void reportSent();
     bool isRefusedHalfWay() const;
     int status() const;
@@ -90,6 +91,7 @@ private:
     QByteArray m_unread; // what stood in the receive queue when the connection broke in the middle of the body
     qint64 m_offset = 0; // of the body, where libcurl reads next
     qint64 m_sent = 0;
+    qint64 m_acknowledged = 0; // of these, as last counted
     qint64 m_received = 0;
     qint64 m_handedOver = 0; // of the answer by libcurl, headers too
     int m_queuedInKernel = 0;

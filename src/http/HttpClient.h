@@ -59,9 +59,9 @@ struct HttpRequest {
     /// what went wrong, 64 KiB are kept and the rest is not waited for.
     qint64 answerLimit = 64LL << 20;
     bool asksForCompression = false; ///< in the encodings that libcurl knows; the answer's body is decoded
-    /// Called on the session's strand with the body bytes handed to the network so far whenever the count grows or
-    /// bytes already handed over have drained.
-    std::function<void(qint64 sent)> onSent = {};
+    /// Called on the session's strand with the body bytes handed to the network so far, and how many of them the other
+    /// machine has acknowledged, whenever the first count grows or bytes already handed over have drained.
+    std::function<void(qint64 sent, qint64 acknowledged)> onSent = {};
     BodySink* sink = nullptr; ///< for the body of a 2xx answer, instead of `HttpResponse::body`
     /// Asked on the session's strand before the first byte of a body is taken, with status and headers. False ends the
     /// request at once with these; the connection is given up, since the rest of the body is still on it.

@@ -28,8 +28,8 @@ struct HttpSessionOptions {
     QByteArray congestionControl = {};
     QByteArray loopbackCongestionControl = {};
     std::chrono::milliseconds totalTimeout{0}; ///< for requests that set none; 0 is for ever
-    /// By what the time-outs of a transfer are counted; it is asked every second, oftener where they are shorter than
-    /// four seconds. Empty: the machine's own clock.
+    /// By what the time-outs of a transfer are counted; it is asked every second at least, oftener where they are
+    /// shorter than four seconds. Empty: the machine's own clock.
     std::function<std::chrono::steady_clock::time_point()> now = {};
     bool verifyPeer = true;
     /// A file of certificate authorities to trust. Empty: what CURL_CA_BUNDLE or SSL_CERT_FILE names, else the

@@ -57,7 +57,7 @@ std::optional<double> secondsLeft(const Item& item)
 {
     if (item.rate.value_or(0) <= 0 || item.sent >= item.total)
         return {};
-    return double(item.total - item.sent) / *item.rate;
+    return double(item.total - item.sent) / item.pace.value_or(*item.rate);
 }
 
 QString plainReason(const Item::State& state)

@@ -10,7 +10,8 @@ namespace palvera {
 
 /// "1.2 MB of 3.4 GB", or that the size is not known yet.
 QString amountText(const Item& item);
-/// How long the rest takes at the present speed, in seconds; nothing without a speed or a rest.
+/// How long the rest takes, in seconds: at the pace, or at the present speed before that is known. Nothing without a
+/// speed or a rest.
 std::optional<double> secondsLeft(const Item& item);
 /// What went wrong, in words for somebody who knows nothing of networks; empty when nothing did.
 QString plainReason(const Item::State& state);

@@ -190,7 +190,7 @@ qint64 Board::sent() const
     std::lock_guard guard(m_lock);
     qint64 sum = m_settled;
     for (const auto& [part, one] : m_inFlight)
-        sum += one.sending.watcher->state().sent;
+        sum += one.sending.watcher->state().acknowledged;
     return std::min(sum, m_byteSize);
 }
 

@@ -58,7 +58,8 @@ public:
     /// Takes every remaining part away, so that the lanes end after the parts they have.
     void clearQueue();
 
-    /// Bytes settled or in flight, never more than the file has.
+    /// Bytes settled, or acknowledged of the parts in flight, never more than the file has. What only fills the
+    /// kernel's send queues has not gone up: at the beginning that is many times what the line carries.
     qint64 sent() const;
     /// Why nothing moves: what the latest attempt failed with, once no part has got any further since its own did, or
     /// the silence of storage. Nothing while something moves.

@@ -6,10 +6,10 @@ namespace palvera {
 
 using namespace std::chrono_literals;
 
-void PaceMeter::begin(Clock::Moment now)
+void PaceMeter::begin(Clock::Moment now, qint64 bytes)
 {
     m_began = now;
-    m_earlier = m_later = {.at = now};
+    m_earlier = m_later = {.at = now, .bytes = bytes};
 }
 
 std::optional<PaceMeter::Pace> PaceMeter::pace(Clock::Moment now, qint64 bytes)

@@ -10,8 +10,8 @@ namespace palvera {
 /// How fast one attempt to send or fetch something moves at present. One thread at a time.
 class PaceMeter {
 public:
-    /// An attempt begins.
-    void begin(Clock::Moment now);
+    /// An attempt begins, with `bytes` counted already.
+    void begin(Clock::Moment now, qint64 bytes = 0);
     /// It is over. There is no pace between attempts.
     void end() { m_began.reset(); }
     struct Pace {
@@ -23,11 +23,14 @@ public:
     std::optional<Pace> pace(Clock::Moment now, qint64 bytes);
     /// When the present attempt began.
     std::optional<Clock::Moment> began() const { return m_began; }
+    bool operator==(const PaceMeter&) const = default;
 
 private:
     struct Mark {
         Clock::Moment at;
         qint64 bytes = 0;
+
+        bool operator==(const Mark&) const = default;
     };
 
     std::optional<Clock::Moment> m_began;

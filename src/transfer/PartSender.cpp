@@ -75,12 +75,13 @@ Task<PartSender::Attempt> PartSender::attempt(int part, PartBody& body, std::sha
 
 Task<Outcome<HttpResponse>> PartSender::put(QByteArray address, PartBody& body, std::shared_ptr<SendWatcher> watcher)
 {
-    HttpRequest request{.method = "PUT",
-                        .url = std::move(address),
-                        .source = &body,
-                        .idleTimeout = 60s,
-                        .totalTimeout = 3600s,
-                        .onSent = [watcher](qint64 sent) { watcher->progressed(sent); }};
+    HttpRequest request{
+        .method = "PUT",
+        .url = std::move(address),
+        .source = &body,
+        .idleTimeout = 60s,
+        .totalTimeout = 3600s,
+        .onSent = [watcher](qint64 sent, qint64 acknowledged) { watcher->progressed(sent, acknowledged); }};
     auto sending = m_environment.session.send(std::move(request));
     auto first = co_await firstOf(std::move(sending), watchStall(watcher, body.size(), m_environment.clock));
     if (auto* answer = std::get_if<0>(&first))

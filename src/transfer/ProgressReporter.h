@@ -12,7 +12,7 @@ namespace palvera {
 
 /// How far an upload is.
 struct UploadProgress {
-    qint64 sent = 0;  ///< bytes settled or in flight, never more than `total`
+    qint64 sent = 0;  ///< bytes settled or acknowledged, never more than `total`
     qint64 total = 0; ///< bytes of the file
     std::optional<double> bytesPerSecond =
         {}; ///< absent while the window it is measured over is half a second or younger

@@ -9,7 +9,7 @@ SendWatcher::SendWatcher(Clock& clock) : m_clock(clock), m_state{.moved = clock.
 void SendWatcher::reset()
 {
     std::lock_guard guard(m_lock);
-    m_state = {.sent = 0, .moved = m_clock.now()};
+    m_state = {.moved = m_clock.now()};
     m_grown = m_state.moved;
     m_pace.begin(m_state.moved);
 }
@@ -22,13 +22,13 @@ void SendWatcher::rest()
     m_pace.end();
 }
 
-void SendWatcher::progressed(qint64 sent)
+void SendWatcher::progressed(qint64 sent, qint64 acknowledged)
 {
     std::lock_guard guard(m_lock);
     const auto now = m_clock.now();
     if (sent > m_state.sent)
         m_grown = now;
-    m_state = {.sent = sent, .moved = now};
+    m_state = {.sent = sent, .acknowledged = acknowledged, .moved = now};
 }
 
 SendWatcher::State SendWatcher::state() const

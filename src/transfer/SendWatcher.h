@@ -10,21 +10,23 @@
 
 namespace palvera {
 
-/// Counts the bytes of one part's body that have left, and notes when that last moved. Written by the lane's session,
-/// read by the stall watch and the progress reporter: any thread.
+/// Counts the bytes of one part's body that have left, and those that have arrived, and notes when that last moved.
+/// Written by the lane's session, read by the stall watch and the progress reporter: any thread.
 class SendWatcher {
 public:
     explicit SendWatcher(Clock& clock);
 
     struct State {
-        qint64 sent = 0;
+        qint64 sent = 0;         ///< handed to the network
+        qint64 acknowledged = 0; ///< of these, what has come to the other machine
         Clock::Moment moved;
     };
 
     /// Starts over, at the beginning of each attempt of the part.
     void reset();
-    /// `sent` bytes have left so far. The same count again means that bytes handed over earlier are still draining.
-    void progressed(qint64 sent);
+    /// `sent` bytes have left so far, of which the other machine has `acknowledged`. The same `sent` again means that
+    /// bytes handed over earlier are still draining.
+    void progressed(qint64 sent, qint64 acknowledged);
     State state() const;
     /// How long the count has not grown. What was handed over may be draining all the while.
     std::chrono::nanoseconds standing() const;

@@ -5,6 +5,10 @@ namespace palvera {
 namespace {
 
 constexpr std::chrono::seconds sampleEvery{1};
+/// An engine that is at work reports once a second at least.
+constexpr std::chrono::seconds longestGap{3};
+/// At first a line gets up to speed and receivers fill their buffers, which tells nothing of what follows.
+constexpr std::chrono::seconds firstWindow{2};
 
 template <class... Cases>
 struct Overloaded : Cases... {
@@ -25,15 +29,27 @@ void Item::apply(qint64 sentNow, qint64 totalNow, std::optional<double> rateNow,
         return;
     if (std::holds_alternative<Retrying>(state))
         state = Running{};
+    if (!rate || !lastReport || now - *lastReport >= longestGap) {
+        rate.reset();
+        pace.reset();
+        meter.end();
+        steadyFrom = now + firstWindow;
+    }
+    lastReport = now;
+    const bool hasFallen = sentNow < sent; // by what a failed attempt had sent
     sent = sentNow;
     total = totalNow;
-    rate = rateNow;
-    if (!rate || !(*rate > 0))
+    rate = rateNow ? rateNow : rate;
+    if (now < steadyFrom)
         return;
-    if (lastSample && now - *lastSample < sampleEvery)
+    if (hasFallen || rate == 0.0 || !meter.began())
+        meter.begin(now, sent);
+    const auto measured = meter.pace(now, sent);
+    pace = measured && measured->bytesPerSecond > 0 ? std::optional(measured->bytesPerSecond) : std::nullopt;
+    if (!rateNow || !(*rateNow > 0) || (lastSample && now - *lastSample < sampleEvery))
         return;
     lastSample = now;
-    trace.add(*rate);
+    trace.add(*rateNow);
 }
 
 QString nameOf(const Item::State& state)

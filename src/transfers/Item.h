@@ -1,6 +1,7 @@
 #pragma once
 
 #include "async/Clock.h"
+#include "transfer/Pace.h"
 #include "transfer/TransferTarget.h"
 #include "transfer/Trouble.h"
 #include "transfers/Trace.h"
@@ -66,14 +67,20 @@ struct Item {
     qint64 sent = 0;                              ///< bytes transferred so far
     qint64 total = 0;                             ///< bytes in all; 0 while nobody knows
     std::optional<double> rate = {};              ///< bytes per second, as last reported
+    std::optional<double> pace = {};              ///< over five to ten seconds, once it is known and while it moves
     Trace trace = {};                             ///< the speed so far
     std::optional<Clock::Moment> lastSample = {}; ///< when `trace` last took a reading
+    std::optional<Clock::Moment> lastReport = {}; ///< when an engine last reported
+    Clock::Moment steadyFrom = {};                ///< when the first window of rates is over
+    PaceMeter meter = {};                         ///< of `pace`
     std::optional<QString> journalKey = {};       ///< of an upload
 
     /// Whether it waits, runs, is about to be tried again or is paused.
     bool isInFlight() const;
     bool isPaused() const { return std::holds_alternative<Paused>(state); }
-    /// Takes in what an engine reports at `now`. The trace takes one reading a second at most, and none without speed.
+    /// Takes in what an engine reports at `now`. A report without a rate leaves the last one, as at the start of each
+    /// of an engine's windows, unless reports begin or have paused. From the first window over, the pace is measured,
+    /// and the trace takes one reading a second at most, and none without speed.
     void apply(qint64 sentNow, qint64 totalNow, std::optional<double> rateNow, Clock::Moment now);
 
     bool operator==(const Item&) const = default;

@@ -92,9 +92,11 @@ TEST_F(ControlsTest, aLongTextFromElsewhereNeitherCoversItsNeighboursNorPushesTh
 TEST_F(ControlsTest, aTextFromElsewhereIsShownAndNeverObeyed)
 {
     screen.showContent("Column { Label { text: '<b>bold</b><img src=\"file:///etc/passwd\">' }\n"
-                       "ProgressLine { label: 'Master.mov'; value: 0.429 } }");
+                       "ProgressLine { label: 'Master.mov'; value: 0.429 }"
+                       "ProgressLine { label: 'Trailer.mov'; value: 0.29 } }");
     EXPECT_TRUE(screen.reads("<b>bold</b>"));
     EXPECT_TRUE(screen.shows(QAccessible::ProgressBar, "Master.mov, 42 percent"));
+    EXPECT_TRUE(screen.shows(QAccessible::ProgressBar, "Trailer.mov, 29 percent"));
 }
 
 } // namespace

@@ -52,7 +52,7 @@ TEST_F(DestinationFileTest, reservesRealRoomAndSaysHowMuchIsMissing)
     ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
     EXPECT_GE(status.st_blocks * 512, size);
     EXPECT_THAT(failureOf([&] { file.reset(1LL << 60); }),
-                HasSubstr("There is not enough room for “master.mov”: it needs 1152921.50 TB, and "));
+                HasSubstr("There is not enough room for “master.mov”: it needs 1152921.5 TB, and "));
     EXPECT_EQ(file.identity().size, 0);
 }
 

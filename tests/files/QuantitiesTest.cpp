@@ -18,14 +18,15 @@ TEST(QuantitiesTest, bytesKeepTheirDecimals)
                                                 {999'500, "1.0 MB"},
                                                 {12'400'000, "12.4 MB"},
                                                 {999'949'999, "999.9 MB"},
-                                                {999'950'000, "1.00 GB"},
-                                                {2'500'000'000'000, "2.50 TB"},
-                                                {most, "9223372.04 TB"}};
+                                                {999'950'000, "1.0 GB"},
+                                                {999'949'999'999, "999.9 GB"},
+                                                {1'070'000'000'000, "1.1 TB"},
+                                                {most, "9223372.0 TB"}};
     for (const auto& [bytes, text] : cases)
         EXPECT_EQ(byteCountText(bytes), text);
     EXPECT_EQ(rateText(98'400'000.9), "98.4 MB/s");
     EXPECT_EQ(rateText(-1), "0 KB/s");
-    EXPECT_EQ(rateText(1e30), "9000000.00 TB/s");
+    EXPECT_EQ(rateText(1e30), "9000000.0 TB/s");
 }
 
 TEST(QuantitiesTest, durationsAreRoundedDown)

@@ -130,13 +130,20 @@ TEST_F(HttpSessionFailureTest, takesADrainingSendQueueForActivity)
         },
         nullptr, 64 << 10);
     const auto body = patterned(2'000'000); // fits into the kernel's send queue as a whole
-    std::vector<qint64> sent;
+    std::vector<qint64> sent, acknowledged;
     HttpRequest request{.method = "PUT", .url = server.url("/"), .body = body, .idleTimeout = 150ms};
-    request.onSent = [&](qint64 count) { sent.push_back(count); };
+    request.onSent = [&](qint64 count, qint64 ofThese) {
+        sent.push_back(count);
+        acknowledged.push_back(ofThese);
+    };
     auto options = HttpSessionOptions::storage();
     options.now = time.clock();
     EXPECT_EQ(send(std::move(request), options).status, 200);
     EXPECT_GT(std::ranges::count(sent, body.size()), 1) << "draining is reported with the count unchanged";
+    const auto out = std::ranges::find(sent, body.size()) - sent.begin();
+    EXPECT_LT(acknowledged[std::size_t(out)], body.size() / 2) << "most of it fills the queue only";
+    EXPECT_TRUE(std::ranges::is_sorted(acknowledged));
+    EXPECT_GT(acknowledged.back(), body.size() / 2);
 }
 
 TEST_F(HttpSessionFailureTest, refusesABodyBeyondItsLimitOrTheRoomOfItsSinkAndKeepsTheBeginningOfARefusal)

@@ -60,7 +60,7 @@ TEST_F(HttpSessionTest, sendsBodiesWholeAndReportsWhatHasLeft)
     for (auto* streamed : {static_cast<BodySource*>(nullptr), static_cast<BodySource*>(&source)}) {
         std::vector<qint64> sent;
         HttpRequest request{.method = "PUT", .url = server.url("/"), .body = source.bytes, .source = streamed};
-        request.onSent = [&](qint64 count) { sent.push_back(count); };
+        request.onSent = [&](qint64 count, qint64) { sent.push_back(count); };
         EXPECT_EQ(send(std::move(request), HttpSessionOptions::storage()).status, 200);
         EXPECT_TRUE(received == source.bytes);
         EXPECT_TRUE(std::ranges::is_sorted(sent));

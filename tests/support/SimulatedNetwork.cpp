@@ -133,7 +133,7 @@ private:
             if (receiver)
                 receiver->write(slice);
             if (m_request.onSent)
-                m_request.onSent(sent);
+                m_request.onSent(sent, sent);
         }
         if (m_fault.kind == Kind::resetMidBody)
             cut();

@@ -13,7 +13,7 @@ struct BoardTest : testing::Test {
     {
         Board::Sending sending{.part = part, .bytes = size, .watcher = std::make_shared<SendWatcher>(clock)};
         sending.watcher->reset();
-        sending.watcher->progressed(bytes);
+        sending.watcher->progressed(bytes, bytes);
         board.watch(sending);
         return sending;
     }
@@ -32,6 +32,8 @@ TEST_F(BoardTest, countsAPartOnceWhetherInFlightOrSettledAndNotWhenGivenUp)
     EXPECT_EQ(board.nextPart(), std::nullopt);
     auto first = send(board, 1, 7);
     EXPECT_EQ(board.sent(), 7);
+    first.watcher->progressed(10, 8);
+    EXPECT_EQ(board.sent(), 8) << "the rest fills the kernel's queue";
     board.settle(first, "a");
     send(board, 2, 3);
     EXPECT_EQ(board.sent(), 13);
@@ -51,8 +53,8 @@ TEST_F(BoardTest, aPartThatCrawlsIsTakenOverTwiceAndSettledByItsLastSenderOnly)
     auto quick = send(board, 1, 0, 1000);
     auto slow = send(board, 2, 0, 1000);
     clock.advance(10s);
-    quick.watcher->progressed(1000);
-    slow.watcher->progressed(100);
+    quick.watcher->progressed(1000, 0);
+    slow.watcher->progressed(100, 0);
     EXPECT_EQ(board.takeOver(), 2);
     EXPECT_EQ(board.takeOver(), std::nullopt) << "a body that is out may be confirmed at any moment";
     end(board, quick);
@@ -74,11 +76,11 @@ TEST_F(BoardTest, aPartThatIsOutIsTakenOverWhenItsAnswerTakesLongerThanThreePart
     auto quick = send(board, 1, 0, 1000);
     auto silent = send(board, 2, 0, 1000);
     clock.advance(10s);
-    quick.watcher->progressed(1000);
+    quick.watcher->progressed(1000, 0);
     end(board, quick);
-    silent.watcher->progressed(1000);
+    silent.watcher->progressed(1000, 0);
     clock.advance(20s);
-    silent.watcher->progressed(1000); // it still drains
+    silent.watcher->progressed(1000, 0); // it still drains
     clock.advance(10s);
     EXPECT_EQ(board.takeOver(), std::nullopt);
     clock.advance(1s);
@@ -132,7 +134,7 @@ TEST_F(BoardTest, saysWhyNothingMovesAndNothingWhileSomethingDoes)
     for (auto* sending : {&first, &second})
         sending->watcher->rest();
     EXPECT_EQ(board.trouble(clock.now()), (Trouble{"reset", 3})) << "between attempts nobody has to answer";
-    second.watcher->progressed(1);
+    second.watcher->progressed(1, 0);
     EXPECT_EQ(board.trouble(clock.now()), std::nullopt);
 }
 

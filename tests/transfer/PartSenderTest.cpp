@@ -138,7 +138,7 @@ TEST(UploadTroubleTest, aStallIsNoticedBetweenTwentyAndTwentyTwoSecondsAfterTheL
     world.start([](SendWatcher& moving, Clock& clock) -> Task<void> {
         for (int i = 0; i < 4; ++i) { // until 60 s; a count that stays while the connection drains is movement too
             co_await clock.sleep(15s);
-            moving.progressed(50);
+            moving.progressed(50, 0);
         }
     }(*watcher, world.clock));
     EXPECT_THROW(world.run(watchStall(watcher, 100, world.clock)), Stalled);

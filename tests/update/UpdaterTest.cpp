@@ -219,7 +219,7 @@ TEST_F(UpdaterTest, aDownloadThatFailsSaysWhyAndLeavesNothing)
         {{.status = 200}, "The download failed."},
         {{.status = 302, .headers = {{"Location", "http://cdn.test/q.dmg"}}},
          "The server sends on to an address that is not encrypted."},
-        {large((1LL << 30) + 1), "The update is too large: 1.07 GB."},
+        {large((1LL << 30) + 1), "The update is too large: 1.1 GB."},
     };
     for (const auto& [answer, text] : rows) {
         image = answer;

@@ -39,8 +39,11 @@ Footing footingOf(const std::vector<Item>& items)
             continue;
         }
         ++footing.moving;
-        if (std::holds_alternative<Item::Running>(item.state))
-            footing.rate += std::max(0.0, item.rate.value_or(0));
+        if (std::holds_alternative<Item::Running>(item.state)) {
+            const double rate = std::max(0.0, item.rate.value_or(0));
+            footing.rate += rate;
+            footing.pace += item.pace.value_or(rate);
+        }
         if (item.total < 1)
             footing.isMoreLeft = true;
         else
@@ -59,7 +62,7 @@ QString footingText(const Footing& footing, Clock::WallTime now)
     if (footing.left > 0)
         texts.append((footing.isMoreLeft ? QStringLiteral("more than %1 left") : QStringLiteral("%1 left"))
                          .arg(byteCountText(footing.left)));
-    const double seconds = footing.rate > 0 ? double(footing.left) / footing.rate : longest;
+    const double seconds = footing.pace > 0 ? double(footing.left) / footing.pace : longest;
     if (footing.left > 0 && !footing.isMoreLeft && seconds < longest) {
         const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(now.time_since_epoch());
         const auto then = QDateTime::fromMSecsSinceEpoch(milliseconds.count());

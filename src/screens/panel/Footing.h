@@ -11,6 +11,7 @@ struct Footing {
     int moving = 0; ///< of those in flight, without the paused ones
     int paused = 0;
     double rate = 0;         ///< bytes per second
+    double pace = 0;         ///< the same over a longer time
     qint64 left = 0;         ///< bytes of those that move and whose size is known
     bool isMoreLeft = false; ///< there are others, too
     qint64 sent = 0;         ///< bytes of all those in flight whose size is known

@@ -14,7 +14,10 @@ AppMenu {
     /// Once it has closed and given the keyboard back.
     signal chosen(string key, int action)
 
-    onAboutToShow: choice = TransferAction.None
+    onAboutToShow: {
+        choice = TransferAction.None;
+        currentIndex = -1;
+    }
     onClosed: {
         if (choice !== TransferAction.None)
             chosen(key, choice);

@@ -42,6 +42,7 @@ Rectangle {
 
         IconButton {
             symbol: root.transfers.allPaused ? "play.fill" : "pause.fill"
+            symbolColor: Theme.secondary
             symbolSize: Theme.symbolMedium
             text: root.transfers.allPaused ? qsTr("Resume all") : qsTr("Pause all")
             visible: root.moving
@@ -50,6 +51,7 @@ Rectangle {
 
         IconButton {
             symbol: "stop.fill"
+            symbolColor: Theme.secondary
             symbolSize: Theme.symbolMedium
             text: qsTr("Stop all")
             visible: root.moving

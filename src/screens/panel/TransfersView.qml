@@ -1,5 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
+import QtQuick.Window
 import Palvera.Controls
 import Palvera.Panel
 
@@ -9,10 +10,15 @@ FocusScope {
 
     required property TransfersModel transfers
     readonly property int count: [transfers.inFlight.count, transfers.finished.count, transfers.interrupted.count][transfers.tab]
+    readonly property list<Item> lists: [moving, finished, interrupted]
     property string stopping: "" ///< key of the transfer that the user is asked about
 
     implicitHeight: 240
     implicitWidth: 320
+    onActiveFocusChanged: {
+        if (activeFocus && Window.activeFocusItem === root) // the window has just come
+            (count === 0 ? tabs : lists[transfers.tab]).forceActiveFocus(Qt.OtherFocusReason);
+    }
 
     Segmented {
         id: tabs
@@ -45,6 +51,8 @@ FocusScope {
         width: parent.width
 
         TransferList {
+            id: moving
+
             anchors.fill: parent
             label: qsTr("In flight")
             model: root.transfers.inFlight
@@ -54,6 +62,8 @@ FocusScope {
         }
 
         TransferList {
+            id: finished
+
             anchors.fill: parent
             label: qsTr("Finished")
             model: root.transfers.finished
@@ -62,6 +72,8 @@ FocusScope {
         }
 
         RowList {
+            id: interrupted
+
             anchors.fill: parent
             label: qsTr("Interrupted")
             model: root.transfers.interrupted.rows

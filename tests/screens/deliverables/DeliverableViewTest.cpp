@@ -113,7 +113,7 @@ TEST_F(DeliverableViewTest, aFullLengthFileForTextlessElementsIsAskedAbout)
         view.stop();
         world.settle();
     }
-    EXPECT_EQ(view.doubtfulMessage(), "feature.mov is 4.00 GB. Textless elements are usually a few minutes long. The "
+    EXPECT_EQ(view.doubtfulMessage(), "feature.mov is 4.0 GB. Textless elements are usually a few minutes long. The "
                                       "picture master row is probably the right place.");
     view.dismissDoubtful();
     view.confirmDoubtful(); // too late
