@@ -54,6 +54,7 @@ protected:
     }
     void tabToRow(const QString& label)
     {
+        screen.waitForFrame(); // which makes the rows
         for (int i = 0; i < 30 && Screen::roleOf(screen.focused()) != QAccessible::ListItem; ++i)
             screen.press(Qt::Key_Tab);
         screen.press(Qt::Key_Home);
