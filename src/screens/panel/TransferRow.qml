@@ -45,6 +45,7 @@ Item {
 
     Accessible.name: spoken
     Accessible.role: Accessible.ListItem
+    Accessible.onPressAction: mainChosen()
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
     Keys.onPressed: event => {
