@@ -121,6 +121,47 @@ TEST_F(DeliveryTest, aFileIsChosenOrDroppedAndSeenFiledAndWhatIsNoneIsRefused)
     waitForText("Nothing finished yet");
 }
 
+TEST_F(DeliveryTest, aFileDroppedOnARowIsSentThereOnceItIsMeant)
+{
+    openDeliverables();
+    const QList<QUrl> files = {sparseFile("a.mov", 3'000'000), sparseFile("b.mov", 1), sparseFile("c.mov", 1)};
+    enter("Find a deliverable", "textless");
+    screen.waitUntil([&] { return rows().size() == 2; });
+    auto* row = screen.find(QAccessible::ListItem, "Textless elements");
+    screen.waitForFrame();
+    EXPECT_EQ(screen.drag(row, files, Qt::MoveAction), Qt::CopyAction) << "a move deletes the file";
+    EXPECT_TRUE(row->property("aimedAt").toBool());
+    EXPECT_EQ(screen.drop(screen.find(QAccessible::List, {}), files), Qt::IgnoreAction) << "beside the rows";
+    EXPECT_FALSE(row->property("aimedAt").toBool());
+    EXPECT_FALSE(screen.reads("Send “"));
+    for (const auto key : {Qt::Key_Escape, Qt::Key_Return}) {
+        EXPECT_EQ(screen.drop(row, files, Qt::MoveAction), Qt::CopyAction);
+        waitForText("Send “a.mov” to Textless elements?");
+        EXPECT_TRUE(screen.reads("Salt\nOne file goes to it. Left out: “b.mov” and “c.mov”."));
+        screen.waitForFocus("Send");
+        EXPECT_EQ(transfers().inFlightCount(), 0);
+        screen.press(key);
+        screen.waitUntil([&] { return !screen.reads("Send “"); });
+    }
+    screen.waitUntil([&] { return transfers().inFlightCount() == 1; });
+    EXPECT_EQ(rows().size(), 2) << "the list stays as it is";
+    screen.drop(row, files);
+    waitForText("“a.mov” is on its way already.");
+    screen.waitUntil([&] { return isLatestDone(); });
+}
+
+TEST_F(DeliveryTest, aDeliverableThatIsGoneSaysSoUntilItIsBack)
+{
+    openDeliverable("Picture master");
+    fail(Operation::deliverables, {.kind = Fault::Kind::overwrite, .members = {{"deliverables", QJsonArray()}}});
+    root().deliverables()->load();
+    waitForText("The platform no longer has this deliverable");
+    EXPECT_FALSE(screen.shows(QAccessible::Button, "Choose a file"));
+    root().deliverables()->load();
+    screen.find(QAccessible::Button, "Choose a file");
+    EXPECT_FALSE(screen.reads("no longer has"));
+}
+
 TEST_F(DeliveryTest, thousandsOfRowsAreFilteredWithoutHoldingUpTheWindow)
 {
     QJsonArray many;
@@ -143,6 +184,7 @@ TEST_F(DeliveryTest, thousandsOfRowsAreFilteredWithoutHoldingUpTheWindow)
 TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
 {
     const auto isMoving = [&] { return transfers().inFlightCount() == 1; };
+    bool isPanelNext = false;
     struct Question {
         const char* title;
         const char* no;
@@ -153,7 +195,8 @@ TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
          [&] { drop({sparseFile("too long.mov", 4'000'000'001)}); }, isMoving},
         {"Stop this upload?", "Keep going",
          [&] {
-             goToPanel();
+             if (std::exchange(isPanelNext, !isPanelNext)) // both ask
+                 goToPanel();
              screen.click(QAccessible::Button, "Stop");
          },
          [&] { return !isMoving() && transfers().interrupted().count() == 0; }},

@@ -74,7 +74,8 @@ QString movingText(const Item& item)
 } // namespace
 
 DeliverablesView::DeliverablesView(const Environment& environment, QObject* parent)
-    : RowsModel({{"title", [](const auto& row) { return row.card->title; }},
+    : RowsModel({{"key", [](const auto& row) { return row.key; }},
+                 {"title", [](const auto& row) { return row.card->title; }},
                  {"details", [](const auto& row) { return row.card->details; }},
                  {"symbol", [](const auto& row) { return familySymbol(row.card->deliverable.family); }},
                  {"tint", [](const auto& row) { return familyTint(row.card->deliverable.family); }},
@@ -170,8 +171,10 @@ Task<void> DeliverablesView::loadOnce()
     m_loadTaken = number;
     m_loading = false;
     m_failure = outcome.failure;
-    if (outcome.value)
+    if (outcome.value) {
         take(*std::move(outcome.value));
+        Q_EMIT loaded();
+    }
     Q_EMIT loadChanged();
 }
 
@@ -185,7 +188,6 @@ void DeliverablesView::take(DeliverableCards cards)
     m_statuses.setValues(values.statuses);
     m_languages.setValues(values.languages);
     showRows(true);
-    Q_EMIT refreshed();
 }
 
 void DeliverablesView::clear()

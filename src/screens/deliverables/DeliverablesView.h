@@ -121,8 +121,8 @@ Q_SIGNALS:
     void filterChanged();
     void countChanged();
     void refreshingChanged();
-    /// The rows are others than before the last load.
-    void refreshed();
+    /// The platform has answered which rows there are, others or the same.
+    void loaded();
 
 private:
     Task<void> loadOnce();
