@@ -113,6 +113,8 @@ TEST_F(DeliveryTest, aFileIsChosenOrDroppedAndSeenFiledAndWhatIsNoneIsRefused)
     EXPECT_TRUE(screen.reads("Salt – 100% ünïcode #1.mov"));
     EXPECT_EQ(notices.shown, QStringList("Transfers finished: “Salt – 100% ünïcode #1.mov” is done."));
     EXPECT_TRUE(transfers().isPanelOpen()) << "it opens by itself";
+    const auto& window = *application().window();
+    EXPECT_GT(application().panel()->y(), window.y() + window.property("barHeight").toInt()) << "no button is covered";
     goToPanel();
     screen.click(QAccessible::PageTab, "Finished");
     screen.waitUntil([&] { return rows().size() == 1; });

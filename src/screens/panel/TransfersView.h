@@ -3,6 +3,7 @@
 #include "screens/panel/InterruptedView.h"
 #include "screens/panel/TransferRows.h"
 
+#include <QSet>
 #include <QTimer>
 
 namespace palvera {
@@ -70,7 +71,7 @@ Q_SIGNALS:
     void doubtChanged();
 
 private:
-    void added();
+    void added(const QUuid& id);
     void noteOpen();
     void update();
 
@@ -81,6 +82,7 @@ private:
     QTimer m_tick; // while something is about to be tried again
     Tab m_tab = InFlight;
     QString m_overall;
+    QSet<QString> m_openFor; // ids of deliverables, and of organisations for their bins; kept when the user closes it
 };
 
 /// How much of what is in flight has gone, in whole percent; nothing while nothing is, or no size is known.
