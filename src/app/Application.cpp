@@ -1,6 +1,7 @@
 #include "app/Application.h"
 
 #include "desktop/WindowActivation.h"
+#include "files/Preferences.h"
 
 #include <boost/asio/co_spawn.hpp>
 
@@ -11,6 +12,26 @@
 
 namespace palvera {
 
+namespace {
+
+int countIn(const Preferences& preferences, const QString& key, int otherwise)
+{
+    constexpr int most = 16;
+    bool isNumber = false;
+    const int count = preferences.string(key).value_or(QString()).toInt(&isNumber);
+    return isNumber ? std::clamp(count, 1, most) : otherwise;
+}
+
+Transfers::Settings settingsIn(const Preferences& preferences)
+{
+    Transfers::Settings settings;
+    settings.uploads = countIn(preferences, QStringLiteral("pv.uploadsAtOnce"), settings.uploads);
+    settings.downloads = countIn(preferences, QStringLiteral("pv.downloadsAtOnce"), settings.downloads);
+    return settings;
+}
+
+} // namespace
+
 Application::Application(Environment environment)
     : m_environment(std::move(environment)),
       m_session({.main = m_environment.main,
@@ -19,7 +40,7 @@ Application::Application(Environment environment)
                  .api = m_environment.api,
                  .preferences = m_environment.preferences,
                  .network = m_environment.transfers.network}),
-      m_transfers(transfersWithSignIns()),
+      m_transfers(transfersWithSignIns(), settingsIn(m_environment.preferences)),
       m_updater(m_environment.updates),
       m_endNotice(m_transfers, m_environment.notices, m_environment.isWatched),
       m_root(

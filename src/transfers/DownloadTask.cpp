@@ -30,15 +30,15 @@ DownloadPlace claimOnDisk(const Download& download)
 
 } // namespace
 
-DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download, const Transfers::Live& live)
+DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<LiveTransfer> live)
     : m_model(&model),
       m_environment(model.m_environment),
       m_disk(model.m_places),
       m_id(id),
       m_download(std::move(download)),
-      m_flag(live.flag),
-      m_cut(live.cut),
-      m_turns(model.m_downloadTurns),
+      m_live(std::move(live)),
+      m_queue(model.m_downloadQueue),
+      m_run(m_live->run()),
       m_account(model.account()),
       m_service(QString::fromUtf8(m_environment.api.makeURL(QString()))),
       m_signIn(m_environment.signIns)
@@ -52,7 +52,7 @@ Task<void> DownloadTask::run(DownloadTask task)
 Task<void> DownloadTask::perform()
 {
     auto failure = (co_await outcomeOf(bringDown())).failure;
-    const bool isStopped = m_model && m_flag->isStopped() && !m_model->isSuspended(m_id);
+    const bool isStopped = m_model && m_live->isStopped() && !m_live->isSuspended();
     if (m_place)
         co_await outcomeOf(callOn(m_disk, [this, failure, isStopped] { leavePlace(!failure, isStopped); }));
     if (!m_model)
@@ -63,9 +63,9 @@ Task<void> DownloadTask::perform()
         m_model->m_interrupted.show(path);
     if (!failure)
         m_model->setState(m_id, Item::Done{});
-    else if (!m_flag->isStopped() && !isCancellation(failure))
+    else if (!m_live->isStopped() && !isCancellation(failure))
         m_model->setState(m_id, Item::Failed{.message = describe(failure), .failure = failure});
-    else if (!m_model->isSuspended(m_id))
+    else if (!m_live->isSuspended())
         m_model->setState(m_id, Item::Stopped{});
     m_model->ended(m_id);
 }
@@ -73,24 +73,33 @@ Task<void> DownloadTask::perform()
 Task<void> DownloadTask::bringDown()
 {
     for (;;) {
+        co_await m_live->whilePaused();
+        m_run = m_live->run();
         auto failure = (co_await outcomeOf(attempt())).failure;
+        m_queue->leave(m_id);
         if (!failure)
             co_return;
-        if (!co_await m_signIn.mayGoOnAfter(failure, m_model, m_id, m_flag))
+        if (!m_model || m_live->isStopped())
+            std::rethrow_exception(failure);
+        if (m_run->isStopped()) // paused
+            continue;
+        const auto renewed = co_await outcomeOf(m_signIn.mayGoOnAfter(failure, m_model, m_id, m_run));
+        if (renewed.failure ? !m_model || m_live->isStopped() : !*renewed.value)
             std::rethrow_exception(failure);
     }
 }
 
 Task<void> DownloadTask::attempt()
 {
-    const auto turn = co_await Transfers::takeTurn(m_model, m_id, m_turns, m_flag);
-    co_await runUntilStopped(m_flag, askForAddress());
+    const auto cut = m_live->cutFlag();
+    co_await Transfers::takeSlot(m_model, m_id, m_queue, m_run);
+    co_await runUntilStopped(m_run, askForAddress());
     if (!m_place)
         co_await claimPlace();
-    if (m_flag->isStopped() || !m_model)
+    if (m_run->isStopped() || !m_model)
         throwCancelled();
     DownloadRequest request{
-        .address = m_address, .destination = m_place->path(), .source = m_download.object.identity, .flag = m_flag};
+        .address = m_address, .destination = m_place->path(), .source = m_download.object.identity, .flag = m_run};
     request.renewAddress = [this] { return freshAddress(); };
     request.checkTotal = [this](qint64 total) { return checkTotal(total); };
     request.onRemark = [this](const QString& text) { remark(text); };
@@ -100,7 +109,7 @@ Task<void> DownloadTask::attempt()
                 model->apply(id, now.received, now.total, now.bytesPerSecond, now.trouble);
         });
     };
-    co_await runUntilStopped(m_cut, m_environment.download(std::move(request)));
+    co_await runUntilStopped(cut, m_environment.download(std::move(request)));
 }
 
 Task<void> DownloadTask::askForAddress()
@@ -147,7 +156,7 @@ Task<void> DownloadTask::claimPlace()
         auto holder = m_model->m_paths.constFind(claimed->path());
         if (holder == m_model->m_paths.constEnd())
             break;
-        if (!m_model->isBeingStopped(*holder))
+        if (!m_model->m_live.isBeingStopped(*holder))
             throw FileError(QStringLiteral("“%1” is being downloaded to that folder already.").arg(m_download.name));
         co_await waitFor(*holder);
     }
@@ -186,11 +195,10 @@ void DownloadTask::enter()
 
 Task<void> DownloadTask::waitFor(const QUuid& stopped)
 {
-    m_model->setState(m_id, Item::Waiting{});
-    co_await runUntilStopped(m_flag, m_model->untilEnded(stopped));
-    if (!m_model)
-        throwCancelled();
-    m_model->setState(m_id, Item::Running{});
+    m_queue->leave(m_id);
+    m_model->showMoving(m_id, Item::Waiting{});
+    co_await runUntilStopped(m_run, m_model->untilEnded(stopped));
+    co_await Transfers::takeSlot(m_model, m_id, m_queue, m_run);
 }
 
 void DownloadTask::leavePlace(bool isDone, bool isStopped)

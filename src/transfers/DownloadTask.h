@@ -9,7 +9,7 @@ namespace palvera {
 class DownloadTask {
 public:
     /// For an item of `model` that is listed and registered as live.
-    DownloadTask(Transfers& model, const QUuid& id, Download download, const Transfers::Live& live);
+    DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<LiveTransfer> live);
 
     /// Runs `task` to its end, in a frame of which it lives. Ends quietly when the model is gone.
     static Task<void> run(DownloadTask task);
@@ -37,9 +37,9 @@ private:
     const Executor m_disk; // a strand that all downloads share
     const QUuid m_id;
     const Download m_download;
-    const std::shared_ptr<CancelFlag> m_flag;
-    const std::shared_ptr<CancelFlag> m_cut; // ends it at once, with what is in flight
-    const std::shared_ptr<Turns> m_turns;
+    const std::shared_ptr<LiveTransfer> m_live;
+    const std::shared_ptr<TransferQueue> m_queue;
+    std::shared_ptr<CancelFlag> m_run; // of the attempt under way
     QByteArray m_address;
     const std::optional<Account> m_account; // whose it is
     const QString m_service;                // where it began

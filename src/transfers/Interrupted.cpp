@@ -144,6 +144,7 @@ void Interrupted::showAll()
 Task<void> Interrupted::discardUpload(QString key)
 {
     hide(key);
+    Q_EMIT discarded(key);
     const auto api = m_environment.api.pinned();
     co_await palvera::discardUpload(*api, m_environment.journals, m_environment.disk, key);
     co_await load();

@@ -78,6 +78,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// The upload of that journal was given up.
+    void discarded(const QString& key);
 
 private:
     static Task<void> read(QPointer<Interrupted> self, Environment environment);

@@ -16,11 +16,13 @@ struct Overloaded : Cases... {
 bool Item::isInFlight() const
 {
     return std::holds_alternative<Waiting>(state) || std::holds_alternative<Running>(state) ||
-           std::holds_alternative<Retrying>(state);
+           std::holds_alternative<Retrying>(state) || isPaused();
 }
 
 void Item::apply(qint64 sentNow, qint64 totalNow, std::optional<double> rateNow, Clock::Moment now)
 {
+    if (isPaused()) // what its engine says while it ends
+        return;
     if (std::holds_alternative<Retrying>(state))
         state = Running{};
     sent = sentNow;
@@ -39,6 +41,7 @@ QString nameOf(const Item::State& state)
     return std::visit(Overloaded{[](const Item::Waiting&) { return QStringLiteral("waiting"); },
                                  [](const Item::Running&) { return QStringLiteral("running"); },
                                  [](const Item::Retrying&) { return QStringLiteral("retrying"); },
+                                 [](const Item::Paused&) { return QStringLiteral("paused"); },
                                  [](const Item::Failed&) { return QStringLiteral("failed"); },
                                  [](const Item::Done&) { return QStringLiteral("done"); },
                                  [](const Item::Stopped&) { return QStringLiteral("stopped"); }},

@@ -34,6 +34,10 @@ struct Item {
 
         bool operator==(const Retrying&) const = default;
     };
+    /// By the user, until they have it go on.
+    struct Paused {
+        bool operator==(const Paused&) const = default;
+    };
     struct Failed {
         QString message;
         std::exception_ptr failure = {}; ///< for callers that must tell kinds apart; see failureAs
@@ -46,7 +50,7 @@ struct Item {
     struct Stopped {
         bool operator==(const Stopped&) const = default;
     };
-    using State = std::variant<Waiting, Running, Retrying, Failed, Done, Stopped>;
+    using State = std::variant<Waiting, Running, Retrying, Paused, Failed, Done, Stopped>;
 
     QUuid id;
     Kind kind = Kind::upload;
@@ -60,21 +64,22 @@ struct Item {
     std::optional<Trouble> trouble = {};          ///< why it does not move, while it runs and does not
     QString remark = {};                          ///< the latest that the user should know although it goes on
     qint64 sent = 0;                              ///< bytes transferred so far
-    qint64 total = 0;                             ///< bytes in all; 0 until the engine says
+    qint64 total = 0;                             ///< bytes in all; 0 while nobody knows
     std::optional<double> rate = {};              ///< bytes per second, as last reported
     Trace trace = {};                             ///< the speed so far
     std::optional<Clock::Moment> lastSample = {}; ///< when `trace` last took a reading
     std::optional<QString> journalKey = {};       ///< of an upload
 
-    /// Whether it waits, runs or is about to be tried again.
+    /// Whether it waits, runs, is about to be tried again or is paused.
     bool isInFlight() const;
+    bool isPaused() const { return std::holds_alternative<Paused>(state); }
     /// Takes in what an engine reports at `now`. The trace takes one reading a second at most, and none without speed.
     void apply(qint64 sentNow, qint64 totalNow, std::optional<double> rateNow, Clock::Moment now);
 
     bool operator==(const Item&) const = default;
 };
 
-/// The state in one word: "waiting", "running", "retrying", "failed", "done" or "stopped".
+/// The state in one word: "waiting", "running", "retrying", "paused", "failed", "done" or "stopped".
 QString nameOf(const Item::State& state);
 /// "Storage answers 503. Third try."
 QString troubleText(const Trouble& trouble);

@@ -19,8 +19,8 @@ Task<bool> SignInWait::mayGoOnAfter(std::exception_ptr failure, QPointer<Transfe
 {
     if (!m_account || !asksToSignIn(failure))
         co_return false;
-    if (model && !flag->isStopped())
-        model->setState(id, Item::Waiting{.why = QStringLiteral("Waiting for you to sign in")});
+    if (model)
+        model->showMoving(id, Item::Waiting{.why = QStringLiteral("Waiting for you to sign in")});
     bool isRenewed = false;
     co_await runUntilStopped(flag, keep(m_signIns.until(*m_account), isRenewed));
     if (!model)
@@ -29,7 +29,7 @@ Task<bool> SignInWait::mayGoOnAfter(std::exception_ptr failure, QPointer<Transfe
     if (!isRenewed && std::exchange(m_wasKnown, true))
         co_return false;
     m_wasKnown = !isRenewed;
-    model->setState(id, Item::Running{});
+    model->showMoving(id, Item::Running{});
     co_return true;
 }
 

@@ -26,16 +26,25 @@ constexpr std::chrono::milliseconds untilCut{500};
 
 } // namespace
 
+/// For the queues, which may outlive the model.
+std::function<std::ptrdiff_t(const QUuid&)> Transfers::placesOf(QPointer<Transfers> model)
+{
+    return [model](const QUuid& id) { return model ? model->placeOf(id) : 0; };
+}
+
 Transfers::Transfers(Environment environment) : Transfers(std::move(environment), Settings{}) {}
 
 Transfers::Transfers(Environment environment, Settings settings, QObject* parent)
-    : QObject(parent),
+    : TransferItems(environment.clock, parent),
       m_environment(std::move(environment)),
       m_settings(settings),
       m_places(asio::make_strand(m_environment.background)),
       m_tasks(m_environment.main),
-      m_binTurns(std::make_shared<Turns>(m_environment.main, settings.binUploads)),
-      m_downloadTurns(std::make_shared<Turns>(m_environment.main, settings.downloads)),
+      m_uploadQueue(std::make_shared<TransferQueue>(m_environment.main, std::max(1, settings.uploads),
+                                                    placesOf(QPointer<Transfers>(this)))),
+      m_downloadQueue(std::make_shared<TransferQueue>(m_environment.main, std::max(1, settings.downloads),
+                                                      placesOf(QPointer<Transfers>(this)))),
+      m_live(m_environment.main),
       m_interrupted({.disk = asio::make_strand(m_environment.background),
                      .api = m_environment.api,
                      .journals = m_environment.journals,
@@ -44,6 +53,9 @@ Transfers::Transfers(Environment environment, Settings settings, QObject* parent
                      .isBusy = [this](const QString& key) { return isBusy(key); }})
 {
     m_environment.sleep.onWake([this] { retryAtOnce(); });
+    connect(&m_interrupted, &Interrupted::discarded, this, &Transfers::forgetFailure);
+    connect(this, &Transfers::inFlightChanged, this, &Transfers::followInFlight);
+    connect(this, &Transfers::itemRemoved, this, [this](const QUuid& id) { m_origins.remove(id); });
     loadInterruptedSoon();
 }
 
@@ -53,37 +65,10 @@ Transfers::~Transfers()
     m_environment.sleep.release();
 }
 
-std::vector<Item> Transfers::inFlight() const
+std::optional<Item> Transfers::failedUpload(const QString& deliverableId) const
 {
-    std::vector<Item> found;
-    std::ranges::copy_if(items(), std::back_inserter(found), &Item::isInFlight);
-    return found;
-}
-
-std::vector<Item> Transfers::finished() const
-{
-    std::vector<Item> found;
-    std::ranges::copy_if(items(), std::back_inserter(found), [](const Item& item) { return !item.isInFlight(); });
-    return found;
-}
-
-std::optional<Item> Transfers::activeItem(const QString& deliverableId) const
-{
-    auto found = std::ranges::find_if(items(), [&](const Item& item) {
-        const auto* deliverable = item.target.asDeliverable();
-        return deliverable && deliverable->deliverableId == deliverableId && item.isInFlight();
-    });
-    return found == items().end() ? std::nullopt : std::optional(*found);
-}
-
-std::vector<Item> Transfers::binUploads(const QString& orgId) const
-{
-    std::vector<Item> found;
-    std::ranges::copy_if(items(), std::back_inserter(found), [&](const Item& item) {
-        const auto* bin = item.target.asBin();
-        return item.kind == Item::Kind::upload && bin && bin->orgId == orgId && item.isInFlight();
-    });
-    return found;
+    auto failed = m_failedUploads.find(deliverableId);
+    return failed == m_failedUploads.end() ? std::nullopt : std::optional(failed->item);
 }
 
 void Transfers::setPanelOpen(bool open)
@@ -187,8 +172,11 @@ QUuid Transfers::begin(Item item, UploadSource source)
     item.kind = Item::Kind::upload;
     item.file = source.file;
     item.name = QFileInfo(source.file).fileName();
-    add(item);
-    m_tasks.start(UploadTask::run(UploadTask(*this, item, std::move(source), m_live.value(item.id))));
+    if (const auto* row = item.target.asDeliverable())
+        forgetFailure(row->deliverableId);
+    m_origins.insert(item.id, source);
+    const auto live = add(item);
+    m_tasks.start(UploadTask::run(UploadTask(*this, item, std::move(source), live)));
     return item.id;
 }
 
@@ -200,9 +188,11 @@ QUuid Transfers::addDownload(Download download)
               .name = download.name = safeFileName(download.name),
               .label = download.label,
               .titleName = download.titleName,
-              .client = download.client};
-    add(item);
-    m_tasks.start(DownloadTask::run(DownloadTask(*this, item.id, std::move(download), m_live.value(item.id))));
+              .client = download.client,
+              .total = std::max<qint64>(0, download.listedSize.value_or(0))};
+    m_origins.insert(item.id, download);
+    const auto live = add(item);
+    m_tasks.start(DownloadTask::run(DownloadTask(*this, item.id, std::move(download), live)));
     return item.id;
 }
 
@@ -220,14 +210,18 @@ QUuid Transfers::resume(const UnfinishedDownload& download)
                         .folder = QFileInfo(download.path).path()});
 }
 
-void Transfers::add(Item item)
+std::shared_ptr<LiveTransfer> Transfers::add(Item item)
 {
-    auto id = item.id;
-    m_live.insert(id, {.journalKey = item.journalKey, .number = ++m_begun});
-    item.state = Item::Running{};
-    m_items.append(std::move(item));
-    updateInFlight(+1);
-    Q_EMIT itemAdded(id);
+    auto live = m_live.add(item.id, item.journalKey);
+    if (queueOf(item.kind)->enter(item.id))
+        item.state = Item::Running{};
+    append(std::move(item));
+    return live;
+}
+
+const std::shared_ptr<TransferQueue>& Transfers::queueOf(Item::Kind kind) const
+{
+    return kind == Item::Kind::upload ? m_uploadQueue : m_downloadQueue;
 }
 
 void Transfers::stop(const QUuid& id)
@@ -235,37 +229,129 @@ void Transfers::stop(const QUuid& id)
     const auto* item = find(id);
     if (!item || !item->isInFlight())
         return;
-    if (auto live = m_live.constFind(id); live != m_live.constEnd())
-        live->flag->stop();
+    if (const auto live = m_live.find(id))
+        live->stop();
     setState(id, Item::Stopped{});
 }
 
-void Transfers::cutOffInFlight()
+void Transfers::stopAll()
 {
-    for (auto live = m_live.begin(); live != m_live.end(); ++live) {
-        if (!live->journalKey)
-            live->cut->stop(); // a stopped download, too, whose last chunks are under way
-        if (live->flag->isStopped())
-            continue;
-        live->isSuspended = true;
-        live->flag->stop();
-    }
+    for (const auto& item : inFlight())
+        stop(item.id);
+}
+
+void Transfers::pause(const QUuid& id)
+{
+    const auto* item = find(id);
+    const auto live = m_live.find(id);
+    if (!item || !live || !item->isInFlight() || live->isStopped())
+        return;
+    live->pause();
+    change(id, [](Item& paused) {
+        paused.state = Item::Paused{};
+        paused.rate.reset();
+        paused.trouble.reset();
+    });
+}
+
+void Transfers::goOn(const QUuid& id)
+{
+    const auto* item = find(id);
+    const auto live = m_live.find(id);
+    if (!item || !live || !item->isPaused())
+        return;
+    live->goOn();
+    setState(id, Item::Waiting{}); // until its task has a slot
+}
+
+void Transfers::pauseAll()
+{
+    for (const auto& item : inFlight())
+        pause(item.id);
+}
+
+void Transfers::goOnAll()
+{
+    for (const auto& item : inFlight())
+        goOn(item.id);
+}
+
+void Transfers::startNow(const QUuid& id)
+{
+    const auto* item = find(id);
+    if (!item)
+        return;
+    const auto* waiting = std::get_if<Item::Waiting>(&item->state);
+    const bool isRetrying = std::holds_alternative<Item::Retrying>(item->state);
+    if (!isRetrying && !(waiting && waiting->why.isEmpty()))
+        return;
+    queueOf(item->kind)->startNow(id);
+    if (isRetrying)
+        retryAtOnce(id);
+}
+
+std::optional<QUuid> Transfers::tryAgain(const QUuid& id)
+{
+    const auto* listed = find(id);
+    const auto failed = std::ranges::find(m_failedUploads, id, [](const FailedUpload& one) { return one.item.id; });
+    if (!(listed && !listed->isInFlight()) && failed == m_failedUploads.end())
+        return {};
+    auto item = listed ? *listed : failed->item;
+    if (std::holds_alternative<Item::Done>(item.state) || (item.journalKey && isBusy(*item.journalKey)))
+        return {};
+    auto origin = listed ? m_origins.value(id) : failed->source;
+    remove(id);
+    if (auto* download = std::get_if<Download>(&origin))
+        return addDownload(std::move(*download));
+    auto& source = std::get<UploadSource>(origin);
+    if (const auto* left = m_interrupted.findUpload(*item.journalKey))
+        source.bookmark = left->journal.bookmark; // it leads to the file, wherever that is by now
+    m_interrupted.hide(*item.journalKey);
+    return begin({.target = item.target,
+                  .label = item.label,
+                  .titleName = item.titleName,
+                  .client = item.client,
+                  .journalKey = item.journalKey},
+                 std::move(source));
+}
+
+void Transfers::noteFailure(const QUuid& id)
+{
+    const auto* item = find(id);
+    const auto* row = item ? item->target.asDeliverable() : nullptr;
+    if (!row)
+        return;
+    m_failedUploads.insert(row->deliverableId, {.item = *item, .source = std::get<UploadSource>(m_origins.value(id))});
+    Q_EMIT failedUploadsChanged();
+}
+
+void Transfers::forgetFailure(const QString& deliverableId)
+{
+    if (m_failedUploads.remove(deliverableId) > 0)
+        Q_EMIT failedUploadsChanged();
+}
+
+void Transfers::forget(const QUuid& id)
+{
+    if (const auto* item = find(id); item && !item->isInFlight())
+        remove(id);
 }
 
 Task<void> Transfers::suspend()
 {
-    cutOffInFlight();
+    m_live.suspendAll();
     co_await firstOf(m_tasks.untilIdle(), m_environment.clock.sleep(untilCut));
-    for (auto live = m_live.begin(); live != m_live.end(); ++live)
-        live->cut->stop();
+    m_live.cutAll();
     co_await m_tasks.untilIdle();
 }
 
 void Transfers::cutOff()
 {
-    cutOffInFlight();
+    m_live.suspendAll();
     while (!items().empty())
         remove(items().back().id);
+    m_failedUploads.clear();
+    Q_EMIT failedUploadsChanged();
     if (!std::exchange(m_doubts, {}).isEmpty())
         Q_EMIT doubtChanged();
     m_interrupted.showAll();
@@ -293,63 +379,22 @@ void Transfers::clearFinished()
         remove(item.id);
 }
 
-Task<Turns::Turn> Transfers::takeTurn(QPointer<Transfers> model, QUuid id, std::shared_ptr<Turns> turns,
-                                      std::shared_ptr<CancelFlag> flag)
+Task<void> Transfers::takeSlot(QPointer<Transfers> model, QUuid id, std::shared_ptr<TransferQueue> queue,
+                               std::shared_ptr<CancelFlag> run)
 {
-    if (!turns->areFree() && model && !flag->isStopped())
-        model->setState(id, Item::Waiting{});
-    auto first = co_await firstOf(turns->take(), untilStopped(flag));
-    auto* taken = std::get_if<0>(&first);
-    if (flag->isStopped() || !taken || !taken->value || !model)
+    if (model && !run->isStopped() && !queue->enter(id))
+        model->showMoving(id, Item::Waiting{});
+    co_await runUntilStopped(run, queue->untilGranted(id));
+    if (!model)
         throwCancelled();
-    model->setState(id, Item::Running{});
-    co_return std::move(*taken->value);
+    model->showMoving(id, Item::Running{});
 }
 
-void Transfers::change(const QUuid& id, const std::function<void(Item&)>& change)
+void Transfers::showMoving(const QUuid& id, Item::State state)
 {
-    // Taken from the change itself: whoever hears of it may change the item again before this goes on.
-    bool wasInFlight = false;
-    bool isInFlight = false;
-    bool differs = m_items.change(id, [&](Item& item) {
-        wasInFlight = item.isInFlight();
-        change(item);
-        isInFlight = item.isInFlight();
-    });
-    if (!differs)
-        return;
-    if (isInFlight != wasInFlight)
-        updateInFlight(isInFlight ? +1 : -1);
-    Q_EMIT itemChanged(id);
-}
-
-void Transfers::setState(const QUuid& id, Item::State state)
-{
-    change(id, [&](Item& item) {
-        item.state = std::move(state);
-        item.trouble.reset();
-    });
-}
-
-void Transfers::apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate,
-                      const std::optional<Trouble>& trouble)
-{
-    change(id, [&](Item& item) {
-        item.apply(sent, total, rate, m_environment.clock.now());
-        item.trouble = trouble;
-    });
-}
-
-void Transfers::remove(const QUuid& id)
-{
-    const auto* item = find(id);
-    if (!item)
-        return;
-    bool wasInFlight = item->isInFlight();
-    m_items.remove(id);
-    if (wasInFlight)
-        updateInFlight(-1);
-    Q_EMIT itemRemoved(id);
+    const auto live = m_live.find(id);
+    if (live && !live->isStopped() && !live->isPaused())
+        setState(id, std::move(state));
 }
 
 void Transfers::ended(const QUuid& id)
@@ -363,17 +408,6 @@ void Transfers::countUpload()
 {
     ++m_uploadsFinished;
     Q_EMIT uploadsFinishedChanged();
-}
-
-void Transfers::updateInFlight(int difference)
-{
-    m_inFlight += difference;
-    if (m_inFlight > 0)
-        m_environment.sleep.hold(QStringLiteral("Files are being transferred."));
-    else
-        m_environment.sleep.release();
-    m_interrupted.update();
-    Q_EMIT inFlightChanged();
 }
 
 std::optional<Doubt> Transfers::doubt() const
@@ -416,30 +450,21 @@ void Transfers::loadInterruptedSoon()
     m_tasks.start(m_interrupted.load());
 }
 
+void Transfers::followInFlight()
+{
+    if (inFlightCount() > pausedCount())
+        m_environment.sleep.hold(QStringLiteral("Files are being transferred."));
+    else
+        m_environment.sleep.release();
+    m_interrupted.update();
+}
+
 bool Transfers::isBusy(const QString& journalKey) const
 {
-    for (auto live = m_live.begin(); live != m_live.end(); ++live) {
-        if (live->journalKey != journalKey)
-            continue;
-        const auto* item = find(live.key());
-        if (live->flag->isStopped() || (item && item->isInFlight()))
-            return true;
-    }
-    return false;
-}
-
-bool Transfers::isBeingGivenUp(const QString& journalKey, const QUuid& id) const
-{
-    auto number = m_live.value(id).number;
-    return std::ranges::any_of(m_live, [&](const Live& other) {
-        return other.number < number && other.journalKey == journalKey && other.flag->isStopped();
+    return m_live.isBusy(journalKey, [this](const QUuid& id) {
+        const auto* item = find(id);
+        return item && item->isInFlight();
     });
-}
-
-bool Transfers::isBeingStopped(const QUuid& id) const
-{
-    auto live = m_live.constFind(id);
-    return live != m_live.constEnd() && live->flag->isStopped();
 }
 
 Task<void> Transfers::untilEnded(QUuid id)
@@ -449,21 +474,25 @@ Task<void> Transfers::untilEnded(QUuid id)
     QObject listener;
     connect(this, &Transfers::itemEnded, &listener, [&changed] { changed.set(); });
     connect(this, &QObject::destroyed, &listener, [&changed] { changed.set(); });
-    while (self && self->m_live.contains(id))
+    while (self && self->m_live.find(id))
         co_await changed.wait();
 }
 
 void Transfers::retryAtOnce()
 {
-    auto now = m_environment.clock.wallNow();
-    const auto waits = m_waits;
-    for (auto wait = waits.begin(); wait != waits.end(); ++wait) {
-        change(wait.key(), [now](Item& item) {
-            if (auto* retrying = std::get_if<Item::Retrying>(&item.state))
-                retrying->until = now;
-        });
-        (*wait)->set();
-    }
+    for (const auto& item : inFlight())
+        if (std::holds_alternative<Item::Retrying>(item.state))
+            retryAtOnce(item.id);
+}
+
+void Transfers::retryAtOnce(const QUuid& id)
+{
+    change(id, [now = m_environment.clock.wallNow()](Item& item) {
+        if (auto* retrying = std::get_if<Item::Retrying>(&item.state))
+            retrying->until = now;
+    });
+    if (const auto live = m_live.find(id))
+        live->hurry();
 }
 
 } // namespace palvera

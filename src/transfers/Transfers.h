@@ -3,17 +3,17 @@
 #include "async/Clock.h"
 #include "async/Event.h"
 #include "async/TaskScope.h"
-#include "async/Turns.h"
 #include "transfer/Downloader.h"
 #include "transfer/Uploader.h"
 #include "transfers/Interrupted.h"
-#include "transfers/ItemList.h"
+#include "transfers/LiveTransfer.h"
 #include "transfers/RetryRules.h"
 #include "transfers/SignIns.h"
+#include "transfers/TransferItems.h"
+#include "transfers/TransferQueue.h"
 #include "transfers/TransferRequests.h"
 
 #include <QHash>
-#include <QObject>
 #include <QPointer>
 
 namespace palvera {
@@ -27,7 +27,7 @@ class SleepInhibitor;
 /// Lives on the main thread. Operations return at once and what they start goes on in coroutines there; nothing comes
 /// out of these but changes of this object, and they end quietly once it is gone. Disk work happens in the background.
 /// At the end of the program `suspend` cuts off what is in flight.
-class Transfers final : public QObject {
+class Transfers final : public TransferItems {
     Q_OBJECT
 
 public:
@@ -47,7 +47,7 @@ public:
     };
     struct Settings {
         int retries = mostRetries; ///< of a failed upload; 0 makes one attempt only
-        int binUploads = 3;        ///< into bins, at once; each has up to eight connections
+        int uploads = 3;           ///< at once; each has up to eight connections
         int downloads = 3;         ///< at once; the same
     };
 
@@ -55,20 +55,8 @@ public:
     Transfers(Environment environment, Settings settings, QObject* parent = nullptr);
     ~Transfers() override;
 
-    // What there is.
-
-    const std::vector<Item>& items() const { return m_items.all(); }
-    /// Null when no item has that id. Valid until the next change.
-    const Item* find(const QUuid& id) const { return m_items.find(id); }
-    /// What waits, runs or is about to be tried again, in the order added.
-    std::vector<Item> inFlight() const;
-    int inFlightCount() const { return m_inFlight; }
-    /// What has failed, is done or was stopped, in the order added.
-    std::vector<Item> finished() const;
-    /// The first item in flight, of either kind, of that deliverable.
-    std::optional<Item> activeItem(const QString& deliverableId) const;
-    /// The uploads in flight into that organisation's bin, in the order added.
-    std::vector<Item> binUploads(const QString& orgId) const;
+    /// The last upload to that deliverable, when it failed and none was begun since.
+    std::optional<Item> failedUpload(const QString& deliverableId) const;
     /// How many uploads were completed in this run.
     int uploadsFinished() const { return m_uploadsFinished; }
     bool isPanelOpen() const { return m_panelOpen; }
@@ -76,11 +64,12 @@ public:
 
     // Uploads.
 
+    // So many run at once as the settings say, in the order of the items; the others wait.
+
     /// Begins an upload and gives its item's id.
     QUuid addUpload(DeliverableUpload upload);
-    /// Lists uploads, in their order, and begins a few; of an organisation's bin so many run at once as `binUploads` of
-    /// the settings says, and the others wait. Leaves out folders, what cannot be sent and what is on its way there
-    /// already, and says so. Looks at each file in the background, which a cancellation does not cut short.
+    /// Begins uploads, in their order. Leaves out folders, what cannot be sent and what is on its way there already,
+    /// and says so. Looks at each file in the background, which a cancellation does not cut short.
     Task<BinUploadsBegun> addBinUploads(BinUploads uploads);
 
     /// What was cut off. It is read anew when the model is made and whenever an upload or a download ends.
@@ -101,8 +90,7 @@ public:
 
     // Downloads.
 
-    /// Begins a download and gives its item's id; so many run at once as `downloads` of the settings says, and the
-    /// others wait. An existing file is never touched unless it is the unfinished
+    /// Begins a download and gives its item's id. An existing file is never touched unless it is the unfinished
     /// download of the same object, which is gone on with.
     QUuid addDownload(Download download);
     /// Goes on with a download that was cut off and gives its item's id.
@@ -113,6 +101,20 @@ public:
     /// Stops a transfer in flight, at once; of an upload nothing is left, neither on the platform nor here. Does
     /// nothing for other ids.
     void stop(const QUuid& id);
+    void stopAll();
+    /// Keeps a transfer in flight from going on until `goOn`, such that it goes on from where it is. It keeps others
+    /// from what it has begun, and no slot. Does nothing for other ids.
+    void pause(const QUuid& id);
+    void goOn(const QUuid& id);
+    void pauseAll();
+    void goOnAll();
+    /// Has one that waits for its turn, or to be tried again, begin at once, whatever the others do.
+    void startNow(const QUuid& id);
+    /// Begins a transfer that failed or was stopped again, as a new item in the stead of the old one, whose id it
+    /// gives. Nothing for others, and for an upload of which another one is on its way.
+    std::optional<QUuid> tryAgain(const QUuid& id);
+    /// Forgets an item that is not in flight. Does nothing for others.
+    void forget(const QUuid& id);
     /// Forgets the items that are not in flight.
     void clearFinished();
     /// Somebody else may be signed in: cuts off what is another user's.
@@ -127,13 +129,10 @@ public:
     Task<void> suspend();
 
 Q_SIGNALS:
-    void itemAdded(const QUuid& id);
-    void itemChanged(const QUuid& id);
-    void itemRemoved(const QUuid& id);
     /// Nothing is under way any more for a transfer that has ended or was suspended, whose item may be gone.
     void itemEnded(const QUuid& id);
-    void inFlightChanged();
     void uploadsFinishedChanged();
+    void failedUploadsChanged();
     void doubtChanged();
     void panelOpenChanged();
 
@@ -142,15 +141,6 @@ private:
     friend class DownloadTask;
     friend class SignInWait;
 
-    /// What is kept of a transfer while its task runs.
-    struct Live {
-        std::optional<QString> journalKey;
-        qint64 number = 0; ///< in the order in which they began
-        std::shared_ptr<CancelFlag> flag = std::make_shared<CancelFlag>();
-        /// Ends what goes on after the flag is stopped: the chunks in flight, and telling the platform.
-        std::shared_ptr<CancelFlag> cut = std::make_shared<CancelFlag>();
-        bool isSuspended = false;
-    };
     /// What an upload is made of besides its item.
     struct UploadSource {
         QString file;
@@ -159,60 +149,58 @@ private:
         std::optional<Deliverable> deliverable = {}; ///< nothing for the bin
     };
 
-    /// Lists an upload to where `item.target` says as running, and starts it.
+    struct FailedUpload {
+        Item item;
+        UploadSource source;
+    };
+
+    /// Lists an upload to where `item.target` says, and starts it.
     QUuid begin(Item item, UploadSource source);
-    void add(Item item);
+    std::shared_ptr<LiveTransfer> add(Item item);
+    static std::function<std::ptrdiff_t(const QUuid&)> placesOf(QPointer<Transfers> model);
+    const std::shared_ptr<TransferQueue>& queueOf(Item::Kind kind) const;
 
-    /// Ends when that item may run, and shows it as waiting until then. Throws a cancellation once it is stopped or the
-    /// model is gone.
-    static Task<Turns::Turn> takeTurn(QPointer<Transfers> model, QUuid id, std::shared_ptr<Turns> turns,
-                                      std::shared_ptr<CancelFlag> flag);
+    /// Ends when that item may run, and shows it as waiting until then. Throws a cancellation once the attempt `run` is
+    /// stopped or the model is gone.
+    static Task<void> takeSlot(QPointer<Transfers> model, QUuid id, std::shared_ptr<TransferQueue> queue,
+                               std::shared_ptr<CancelFlag> run);
 
-    // What tasks change. Main thread.
-    void change(const QUuid& id, const std::function<void(Item&)>& change);
-    void setState(const QUuid& id, Item::State state);
-    void remove(const QUuid& id);
-    void apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate,
-               const std::optional<Trouble>& trouble);
-    /// Whether the item's flag was stopped by `suspend`.
-    bool isSuspended(const QUuid& id) const { return m_live.value(id).isSuspended; }
+    // What tasks change.
+    /// `state` is waiting or running; nothing happens while the item is paused or once it is stopped.
+    void showMoving(const QUuid& id, Item::State state);
     /// The task of that item is over.
     void ended(const QUuid& id);
     void countUpload();
     /// Puts a question to the user in the place of an item.
     void raise(const QUuid& id, Doubt doubt);
+    void noteFailure(const QUuid& id);
+    void forgetFailure(const QString& deliverableId);
     void loadInterruptedSoon();
-    void cutOffInFlight();
 
     /// Whether an upload with that key is in flight or still being given up.
     bool isBusy(const QString& journalKey) const;
-    /// Whether an upload with that key that began before `id` has been stopped and is still being given up.
-    bool isBeingGivenUp(const QString& journalKey, const QUuid& id) const;
-    /// Whether the item was stopped and its task is not over yet.
-    bool isBeingStopped(const QUuid& id) const;
     /// Ends once the task of that item is over, or the model gone.
     Task<void> untilEnded(QUuid id);
-    void updateInFlight(int difference);
+    void followInFlight();
     std::optional<Account> account() const;
-    /// Has every retry that waits made at once.
+    /// Has every retry that waits made at once, or that of one item.
     void retryAtOnce();
+    void retryAtOnce(const QUuid& id);
 
     const Environment m_environment;
     const Settings m_settings;
     const Executor m_places; // a strand: a place is not claimed while another is given back
     TaskScope m_tasks;       // the transfers, and readings of the journals
     // Shared with the transfers, which may outlive the model.
-    const std::shared_ptr<Turns> m_binTurns;
-    const std::shared_ptr<Turns> m_downloadTurns;
-    ItemList m_items;
-    QHash<QUuid, Live> m_live;
-    QHash<QUuid, std::shared_ptr<Event>> m_waits; // set to end a wait for a retry
-    QHash<QString, QUuid> m_paths;                // files that downloads write, by their items' ids
-    std::optional<Account> m_account;             // the last one that was signed in, whose all items are
+    const std::shared_ptr<TransferQueue> m_uploadQueue;
+    const std::shared_ptr<TransferQueue> m_downloadQueue;
+    QHash<QUuid, std::variant<UploadSource, Download>> m_origins; // what the items were made of
+    QHash<QString, FailedUpload> m_failedUploads;                 // by the ids of their deliverables
+    LiveTransfers m_live;
+    QHash<QString, QUuid> m_paths;    // files that downloads write, by their items' ids
+    std::optional<Account> m_account; // the last one that was signed in, whose all items are
     Interrupted m_interrupted;
     QList<Doubt> m_doubts;
-    qint64 m_begun = 0; // transfers so far
-    int m_inFlight = 0;
     int m_uploadsFinished = 0;
     bool m_panelOpen = false;
 };

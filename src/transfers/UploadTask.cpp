@@ -4,6 +4,7 @@
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
 #include "files/Bookmark.h"
+#include "files/SourcePath.h"
 #include "http/NetworkPath.h"
 #include "service/APIError.h"
 #include "transfer/UploadProtocol.h"
@@ -18,7 +19,8 @@ namespace palvera {
 
 namespace asio = boost::asio;
 
-UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source, const Transfers::Live& live)
+UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source,
+                       std::shared_ptr<LiveTransfer> live)
     : m_model(&model),
       m_environment(model.m_environment),
       m_retries(std::clamp(model.m_settings.retries, 0, mostRetries)),
@@ -31,9 +33,8 @@ UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSour
       m_account(model.account()),
       m_api(m_environment.api.pinned()),
       m_source(std::move(source)),
-      m_flag(live.flag),
-      m_cut(live.cut),
-      m_turns(m_target.asBin() ? model.m_binTurns : nullptr),
+      m_live(std::move(live)),
+      m_queue(model.m_uploadQueue),
       m_signIn(m_environment.signIns)
 {}
 
@@ -44,33 +45,37 @@ Task<void> UploadTask::run(UploadTask task)
 
 Task<void> UploadTask::perform()
 {
-    if (m_turns && !m_turns->areFree() && m_model && !m_flag->isStopped())
-        m_model->setState(m_id, Item::Waiting{});
     co_await letPredecessorEnd();
     co_await findFile();
     for (int failed = 0;;) {
+        if (m_live->isPaused()) {
+            co_await stayPaused();
+            failed = 0;
+        }
         if (!m_model)
             co_return;
-        if (m_flag->isStopped())
+        if (m_live->isStopped())
             co_return co_await end();
+        const auto run = m_live->run();
         auto failure = (co_await outcomeOf(attempt())).failure;
+        m_queue->leave(m_id);
         if (!m_model)
             co_return;
         if (!failure)
             co_return succeed();
-        if (m_flag->isStopped() || isCancellation(failure))
+        if (run->isStopped())
+            continue;
+        if (isCancellation(failure))
             co_return co_await end();
         if (m_source.deliverable && isDeliveryDoubt(failure))
             co_return raiseDoubt(failure);
-        const auto renewed = co_await outcomeOf(m_signIn.mayGoOnAfter(failure, m_model, m_id, m_flag));
+        const auto renewed = co_await outcomeOf(m_signIn.mayGoOnAfter(failure, m_model, m_id, run));
         if (renewed.failure || *renewed.value)
             continue; // a cancellation, or signed in again
         if (failed >= m_retries || !isRetryable(failure))
             co_return co_await fail(failure);
         co_await waitForRetry(retryDelay(failed), failure);
         ++failed;
-        if (m_model && !m_flag->isStopped())
-            m_model->setState(m_id, Item::Running{});
     }
 }
 
@@ -79,36 +84,48 @@ Task<void> UploadTask::letPredecessorEnd()
     Event ended(m_environment.main);
     QObject listener;
     QObject::connect(m_model, &Transfers::itemEnded, &listener, [&ended] { ended.set(); });
-    while (m_model && m_model->isBeingGivenUp(m_key, m_id))
+    while (m_model && m_model->m_live.isBeingGivenUp(m_key, m_id)) {
+        m_queue->leave(m_id);
+        m_model->showMoving(m_id, Item::Waiting{});
         co_await ended.wait();
+    }
 }
 
 Task<void> UploadTask::findFile()
 {
     auto path = m_source.file;
+    qint64 size = 0;
     co_await callOn(m_disk, [&] {
         if (!m_source.bookmark)
             m_source.bookmark = bookmark::make(m_source.file);
         else if (auto found = bookmark::resolve(*m_source.bookmark))
             path = found->path;
+        size = statusOf(path).value_or(PathStatus{}).size;
     });
     if (m_model)
         m_model->change(m_id, [&](Item& item) {
             item.file = path;
             item.name = QFileInfo(path).fileName();
+            item.total = size;
         });
 }
 
-Task<Turns::Turn> UploadTask::takeTurn()
+Task<void> UploadTask::stayPaused()
 {
-    if (!m_turns)
-        co_return Turns::Turn();
-    co_return co_await Transfers::takeTurn(m_model, m_id, m_turns, m_flag);
+    std::optional<LockFile> hold;
+    // Without a lock another program may go on with it, and this one does not then.
+    co_await outcomeOf(callOn(m_disk, [&] {
+        hold.emplace(m_environment.journals.lockOf(m_key));
+        hold->tryLock();
+    }));
+    co_await m_live->whilePaused();
+    co_await callOn(m_disk, [&] { hold.reset(); });
 }
 
 Task<void> UploadTask::attempt()
 {
-    const auto turn = co_await takeTurn();
+    const auto run = m_live->run();
+    co_await Transfers::takeSlot(m_model, m_id, m_queue, run);
     UploadRequest request{.api = m_api,
                           .target = m_target,
                           .file = m_source.file,
@@ -118,7 +135,7 @@ Task<void> UploadTask::attempt()
                           .label = m_label,
                           .client = m_client.isEmpty() ? std::nullopt : std::optional(m_client),
                           .confirmed = m_source.confirmed,
-                          .flag = m_flag};
+                          .flag = run};
     request.onProgress = [main = m_environment.main, model = m_model, id = m_id](const UploadProgress& now) {
         asio::post(main, [model, id, now] {
             if (model)
@@ -141,13 +158,12 @@ Task<void> UploadTask::waitForRetry(std::chrono::seconds delay, std::exception_p
             .message = describe(failure), .until = m_environment.clock.wallNow() + delay, .failure = failure};
         item.rate = {};
     });
-    auto hurry = std::make_shared<Event>(m_environment.main);
-    m_model->m_waits.insert(m_id, hurry);
-    co_await firstOf(untilStopped(m_flag),
-                     firstOf(m_environment.clock.sleep(delay),
-                             firstOf(hurry->wait(), untilNetworkReturns(m_environment.network, m_environment.clock))));
-    if (m_model)
-        m_model->m_waits.remove(m_id);
+    co_await m_live->sleep(waitFor(delay));
+}
+
+Task<void> UploadTask::waitFor(std::chrono::seconds delay)
+{
+    co_await firstOf(m_environment.clock.sleep(delay), untilNetworkReturns(m_environment.network, m_environment.clock));
 }
 
 void UploadTask::succeed()
@@ -174,6 +190,7 @@ Task<void> UploadTask::fail(std::exception_ptr failure)
 {
     m_model->m_interrupted.show(m_key);
     m_model->setState(m_id, Item::Failed{.message = describe(failure), .failure = failure});
+    m_model->noteFailure(m_id);
     m_model->loadInterruptedSoon();
     co_await sendStopReport();
     if (m_model)
@@ -182,7 +199,7 @@ Task<void> UploadTask::fail(std::exception_ptr failure)
 
 Task<void> UploadTask::end()
 {
-    if (m_model->isSuspended(m_id))
+    if (m_live->isSuspended())
         m_model->ended(m_id);
     else
         co_await giveUp();
@@ -191,7 +208,7 @@ Task<void> UploadTask::end()
 Task<void> UploadTask::giveUp()
 {
     m_model->setState(m_id, Item::Stopped{});
-    co_await outcomeOf(runUntilStopped(m_cut, discard()));
+    co_await outcomeOf(runUntilStopped(m_live->cutFlag(), discard()));
     if (m_model)
         co_await sendStopReport();
     if (m_model)
@@ -206,11 +223,11 @@ Task<void> UploadTask::discard()
 Task<void> UploadTask::sendStopReport()
 {
     const auto* item = m_model->find(m_id);
-    if (!item || !m_target.asDeliverable() || m_cut->isStopped())
+    if (!item || !m_target.asDeliverable() || m_live->cutFlag()->isStopped())
         co_return;
     ProgressBody body{
         .bytesSent = item->sent, .bytesTotal = std::max<qint64>(item->total, 1), .status = QStringLiteral("stopped")};
-    co_await outcomeOf(runUntilStopped(m_cut, reportProgress(*m_api, m_target, body)));
+    co_await outcomeOf(runUntilStopped(m_live->cutFlag(), reportProgress(*m_api, m_target, body)));
 }
 
 } // namespace palvera

@@ -8,7 +8,7 @@ namespace palvera {
 class UploadTask {
 public:
     /// For an item of `model` that is listed and registered as live.
-    UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source, const Transfers::Live& live);
+    UploadTask(Transfers& model, const Item& item, Transfers::UploadSource source, std::shared_ptr<LiveTransfer> live);
 
     /// Runs `task` to its end, in a frame of which it lives. Ends quietly when the model is gone.
     static Task<void> run(UploadTask task);
@@ -19,13 +19,13 @@ private:
     Task<void> letPredecessorEnd();
     /// Bookmarks the file, and shows it under the name that it has by now where it is bookmarked already.
     Task<void> findFile();
+    /// Ends when the user has it go on. Nobody else may go on with it meanwhile.
+    Task<void> stayPaused();
     Task<void> attempt();
-    /// Ends when it may send, or throws a cancellation once it is stopped. Only uploads into a bin take turns; the
-    /// others get none and go on.
-    Task<Turns::Turn> takeTurn();
     /// Ends when the time for the next attempt has come, the machine woke, a network returned or the upload was
     /// stopped.
     Task<void> waitForRetry(std::chrono::seconds delay, std::exception_ptr failure);
+    Task<void> waitFor(std::chrono::seconds delay);
     void succeed();
     void raiseDoubt(const std::exception_ptr& failure);
     Task<void> fail(std::exception_ptr failure);
@@ -47,9 +47,8 @@ private:
     const std::optional<Account> m_account; // whose it is
     const std::shared_ptr<API> m_api;       // of the service where it began
     Transfers::UploadSource m_source;
-    const std::shared_ptr<CancelFlag> m_flag;
-    const std::shared_ptr<CancelFlag> m_cut; // ends the telling of the platform, too
-    const std::shared_ptr<Turns> m_turns;
+    const std::shared_ptr<LiveTransfer> m_live;
+    const std::shared_ptr<TransferQueue> m_queue;
     SignInWait m_signIn;
 };
 

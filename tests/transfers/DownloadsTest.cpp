@@ -112,20 +112,6 @@ TEST_F(DownloadsTest, fewerBytesThanTheListingStillSaysAreNoFileAndMoreAreRemark
     }
 }
 
-TEST_F(DownloadsTest, aFewComeDownAtATimeInTheOrderInWhichTheyWereAskedFor)
-{
-    QList<QUuid> ids;
-    for (const char* name : {"0.mov", "1.mov", "2.mov", "3.mov", "4.mov", "5.mov"})
-        ids.append(addDownload(name));
-    untilEngineRuns(3);
-    world.settle();
-    EXPECT_EQ(statesOf(ids), "running running running waiting waiting waiting");
-    model->stop(ids[3]);
-    model->stop(ids[0]);
-    untilEngineRuns(4);
-    EXPECT_EQ(statesOf(ids), "stopped running running stopped running waiting");
-}
-
 TEST_F(DownloadsTest, anotherDownloadOfAnObjectWaitsForOneThatWasStoppedAndNotForTheEndOfTheProgram)
 {
     downloads.deafFor = 5s;

@@ -50,8 +50,9 @@ TEST(ItemTest, takesOneReadingASecondAndNoneWithoutSpeed)
 TEST(ItemTest, isInFlightUntilItEndsAndAReportEndsARetryWaitAlone)
 {
     const std::tuple<Item::State, bool, const char*> table[] = {
-        {Item::Waiting{}, true, "waiting"},    {Item::Running{}, true, "running"}, {Item::Retrying{}, true, "running"},
-        {Item::Failed{"no"}, false, "failed"}, {Item::Done{}, false, "done"},      {Item::Stopped{}, false, "stopped"}};
+        {Item::Waiting{}, true, "waiting"}, {Item::Running{}, true, "running"},    {Item::Retrying{}, true, "running"},
+        {Item::Paused{}, true, "paused"},   {Item::Failed{"no"}, false, "failed"}, {Item::Done{}, false, "done"},
+        {Item::Stopped{}, false, "stopped"}};
     for (const auto& [state, inFlight, afterReport] : table) {
         Item item{.target = TransferTarget::Bin{}, .state = state};
         EXPECT_EQ(item.isInFlight(), inFlight) << afterReport;

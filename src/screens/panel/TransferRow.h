@@ -13,7 +13,7 @@ namespace palvera {
 namespace TransferState {
 Q_NAMESPACE
 QML_ELEMENT
-enum class Value { Waiting, Running, Retrying, Failed, Done, Stopped };
+enum class Value { Waiting, Running, Retrying, Paused, Failed, Done, Stopped };
 Q_ENUM_NS(Value)
 } // namespace TransferState
 
