@@ -4,6 +4,8 @@
 #include "controls/SpinnerCanvas.h"
 #include "controls/SymbolIcon.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -241,19 +243,47 @@ TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
     }
 }
 
-TEST(StatusBadgeTest, theSpinnerTakesThePlaceOfTheCheckMark)
+TEST_F(DeliveryTest, aFailedUploadIsSaidWhereOneIsAndTriedAgain)
 {
-    const std::tuple<bool, bool, bool> cases[] = {
-        {false, false, false}, {true, false, true}, {false, true, false}, {true, true, false}};
+    fail(Operation::start, {.kind = Fault::Kind::status, .status = 422, .message = "The master is too old."});
+    openDeliverable("Picture master");
+    drop({sparseFile("film.mov", 3'000'000)});
+    const auto said = QString("The last upload failed: The master is too old. (HTTP 422)");
+    waitForText(said);
+    goToMainWindow(); // from the panel
+    EXPECT_TRUE(screen.reads("film.mov"));
+    screen.tabTo(QAccessible::StaticText, said);
+    screen.press(Qt::Key_A, Qt::ControlModifier);
+    screen.press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), said);
+    screen.press(Qt::Key_Escape);
+    screen.waitUntil([&] {
+        const auto found = screen.all(QAccessible::ListItem, "Picture master");
+        return !found.isEmpty() && found.first()->property("badge") == "Upload failed";
+    });
+    screen.choose(QAccessible::ListItem, "Picture master");
+    screen.choose(QAccessible::Button, "Try again");
+    screen.waitUntil([&] { return isLatestDone() && !screen.reads("The last upload failed"); });
+}
+
+TEST(StatusBadgeTest, theSpinnerTakesThePlaceOfTheSymbol)
+{
+    const std::tuple<const char*, bool, bool, const char*> cases[] = {
+        {"", false, false, ""},
+        {"filed", true, false, "checkmark.circle.fill"},
+        {"failed", true, false, "exclamationmark.circle.fill"},
+        {"moving", false, true, ""}};
     Screen screen;
     screen.showContent("property alias badge: badge; StatusBadge { id: badge; text: '1' }",
                        "import Palvera.Deliverables");
     auto* badge = screen.window().property("badge").value<QQuickItem*>();
-    for (const auto& [filed, moving, isChecked] : cases) {
-        badge->setProperty("filed", filed);
-        badge->setProperty("moving", moving);
-        EXPECT_EQ(badge->findChild<SymbolIcon*>()->isVisible(), isChecked) << filed << moving;
-        EXPECT_EQ(badge->findChild<SpinnerCanvas*>()->isVisible(), moving) << filed << moving;
+    for (const auto& [standing, isMarked, isBusy, symbol] : cases) { // on top of those before
+        badge->setProperty(standing, true);
+        const auto* mark = badge->findChild<SymbolIcon*>();
+        EXPECT_EQ(mark->isVisible(), isMarked) << standing;
+        if (isMarked)
+            EXPECT_EQ(mark->property("name"), symbol);
+        EXPECT_EQ(badge->findChild<SpinnerCanvas*>()->isVisible(), isBusy) << standing;
     }
 }
 

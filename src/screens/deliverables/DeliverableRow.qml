@@ -13,6 +13,7 @@ ListRow {
     required property string badge
     required property bool moving
     required property bool filed
+    required property bool failed
     required property string tint
     required symbol
 
@@ -25,6 +26,7 @@ ListRow {
     width: ListView.view.width
 
     trailing: StatusBadge {
+        failed: root.failed
         filed: root.filed
         moving: root.moving
         text: root.badge

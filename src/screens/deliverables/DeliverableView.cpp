@@ -18,7 +18,7 @@ DeliverableView::DeliverableView(const Environment& environment, QObject* parent
     auto& transfers = m_environment.transfers;
     connect(&transfers, &Transfers::itemAdded, this, &DeliverableView::updateTransfer);
     connect(&transfers, &Transfers::itemChanged, this, &DeliverableView::updateTransfer);
-    connect(&transfers, &Transfers::itemChanged, this, &DeliverableView::noteRefusal);
+    connect(&transfers, &Transfers::failedUploadsChanged, this, &DeliverableView::updateFailure);
     connect(&transfers, &Transfers::itemRemoved, this, &DeliverableView::updateTransfer);
     connect(&transfers.interrupted(), &Interrupted::changed, this, &DeliverableView::updateCutOff);
 }
@@ -28,10 +28,11 @@ void DeliverableView::open(const Org& org, const Project& project, const Deliver
     m_destination = {.org = org, .project = project, .deliverable = deliverable};
     ask(Asking::nothing);
     m_isFindingFolder = false;
-    m_isGone = false;
     show();
     updateTransfer();
     updateCutOff();
+    updateFailure();
+    setGone(false);                                              // the list has it
     m_tasks.start(m_environment.transfers.interrupted().load()); // its file may have been moved since
 }
 
@@ -225,20 +226,6 @@ void DeliverableView::setGone(bool gone)
         Q_EMIT faceChanged();
 }
 
-/// A transfer that the platform does not know where to put.
-void DeliverableView::noteRefusal(const QUuid& id)
-{
-    constexpr int notFound = 404;
-    const auto* item = m_environment.transfers.find(id);
-    const auto* target = item ? item->target.asDeliverable() : nullptr;
-    const auto* failed = item ? std::get_if<Item::Failed>(&item->state) : nullptr;
-    if (!failed || !target || item->kind != Item::Kind::upload || target->deliverableId != deliverable().id)
-        return;
-    const auto error = failureAs<APIError>(failed->failure);
-    if (error && error->status() == notFound)
-        setGone(true);
-}
-
 void DeliverableView::updateTransfer()
 {
     auto item = m_environment.transfers.activeItem(deliverable().id);
@@ -259,6 +246,47 @@ void DeliverableView::updateCutOff()
         return;
     m_cutOff = std::move(cutOff);
     Q_EMIT cutOffChanged();
+    Q_EMIT failureChanged();
+}
+
+void DeliverableView::updateFailure()
+{
+    constexpr int notFound = 404;
+    auto failed = m_environment.transfers.failedUpload(deliverable().id);
+    if (failed == m_failed)
+        return;
+    m_failed = std::move(failed);
+    const auto error = m_failed ? failureAs<APIError>(std::get<Item::Failed>(m_failed->state).failure) : std::nullopt;
+    if (error && error->status() == notFound)
+        setGone(true);
+    Q_EMIT failureChanged();
+}
+
+QString DeliverableView::failure() const
+{
+    if (!m_failed)
+        return {};
+    const auto plain = plainReason(m_failed->state);
+    const auto precise = technicalReason(m_failed->state);
+    const auto said = tr("The last upload failed: %1").arg(visibleText(precise.startsWith(plain) ? precise : plain));
+    return precise.startsWith(plain) ? said : said + u'\n' + visibleText(precise);
+}
+
+QString DeliverableView::failedName() const
+{
+    return m_failed ? visibleText(m_failed->name) : QString();
+}
+
+bool DeliverableView::isCutOffFailed() const
+{
+    return m_failed && m_cutOff && m_failed->journalKey == m_cutOff->journal.key &&
+           m_failed->name == m_cutOff->journal.filename; // of another file, nothing has been sent yet
+}
+
+void DeliverableView::tryAgain()
+{
+    if (m_failed)
+        m_environment.transfers.tryAgain(m_failed->id);
 }
 
 QString DeliverableView::cutOffText() const

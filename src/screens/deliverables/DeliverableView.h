@@ -42,6 +42,9 @@ class DeliverableView : public QObject {
     Q_PROPERTY(QString cutOffKey READ cutOffKey NOTIFY cutOffChanged)
     Q_PROPERTY(QString cutOffText READ cutOffText NOTIFY cutOffChanged)
     Q_PROPERTY(bool cutOffSourceGone READ isCutOffSourceGone NOTIFY cutOffChanged)
+    Q_PROPERTY(QString failure READ failure NOTIFY failureChanged)
+    Q_PROPERTY(QString failedName READ failedName NOTIFY failureChanged)
+    Q_PROPERTY(bool cutOffFailed READ isCutOffFailed NOTIFY failureChanged)
     Q_PROPERTY(bool picking READ isPicking NOTIFY pickingChanged)
     Q_PROPERTY(bool pickingFolder READ isPickingFolder NOTIFY pickingChanged)
 
@@ -97,6 +100,11 @@ public:
     /// What there is to say of it, for the user.
     QString cutOffText() const;
     bool isCutOffSourceGone() const { return m_cutOff && m_cutOff->isSourceGone; }
+    /// Why the last upload to here failed, for the user; empty when it did not.
+    QString failure() const;
+    QString failedName() const;
+    /// Whether it is the one that was cut off, so that trying again goes on with it.
+    bool isCutOffFailed() const;
     /// The desktop's dialog is wanted: for a file, or for a folder.
     bool isPicking() const { return m_asking != Asking::nothing; }
     bool isPickingFolder() const { return m_asking == Asking::folder; }
@@ -108,6 +116,8 @@ public:
     Q_INVOKABLE void cancelPicking();
     /// Downloads the filed file into the remembered folder; asks for one where there is none.
     Q_INVOKABLE void downloadFiled();
+    /// Sends the file of the last upload again, or the rest of it.
+    Q_INVOKABLE void tryAgain();
     /// Stops the transfer with that key, unless it is over.
     Q_INVOKABLE void stop(const QString& key);
 
@@ -116,6 +126,7 @@ Q_SIGNALS:
     void faceChanged();
     void transferChanged();
     void cutOffChanged();
+    void failureChanged(); ///< or what was cut off
     void pickingChanged();
 
 private:
@@ -128,8 +139,8 @@ private:
     void ask(Asking asking);
     void setGone(bool gone);
     void updateTransfer();
-    void noteRefusal(const QUuid& id);
     void updateCutOff();
+    void updateFailure();
 
     const Environment m_environment;
     TaskScope m_tasks;
@@ -137,6 +148,7 @@ private:
     std::optional<FiledFile> m_filed;
     std::optional<Item> m_item; // in flight for this deliverable
     std::optional<InterruptedUpload> m_cutOff;
+    std::optional<Item> m_failed;
     Asking m_asking = Asking::nothing;
     bool m_isFindingFolder = false;
     bool m_isGone = false;

@@ -132,9 +132,17 @@ FocusScope {
                 onDropped: files => root.deliverable.drop(files)
             }
 
+            FailureCard {
+                deliverable: root.deliverable
+                visible: root.deliverable.failure !== ""
+                width: parent.width
+                onDiscarded: root.discarded(root.deliverable.cutOffKey)
+                onLocated: root.located(root.deliverable.cutOffKey)
+            }
+
             CutOffCard {
                 deliverable: root.deliverable
-                visible: root.deliverable.cutOffText !== "" && root.deliverable.face !== DeliverableModel.InFlight
+                visible: root.deliverable.cutOffText !== "" && !root.deliverable.cutOffFailed && root.deliverable.face !== DeliverableModel.InFlight
                 width: parent.width
                 onDiscarded: root.discarded(root.deliverable.cutOffKey)
                 onLocated: root.located(root.deliverable.cutOffKey)

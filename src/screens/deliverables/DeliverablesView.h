@@ -134,6 +134,8 @@ private:
     void setFilter(DeliverableFilter filter);
     void showRows(bool refreshing);
     void updateMoving();
+    void updateFailed();
+    bool hasFailed(const QString& id) const;
     QString badgeOf(const Deliverable& row) const;
     int rowOf(const QString& id) const;
 

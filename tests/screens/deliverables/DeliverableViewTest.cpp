@@ -1,6 +1,7 @@
 #include "screens/deliverables/DeliverableView.h"
 
 #include "files/Preferences.h"
+#include "files/Quantities.h"
 #include "http/TransportError.h"
 #include "session/Session.h"
 
@@ -169,7 +170,7 @@ TEST_F(DeliverableViewTest, theFiguresOfWhatIsUnderWay)
     uploads.ends = {std::make_exception_ptr(TransportError(TransportError::Kind::broken, "cut"))};
     send(sparse("reel.mov"));
     EXPECT_EQ(view.face(), DeliverableView::InFlight) << "a replacement under way hides what is filed";
-    EXPECT_EQ(view.doneText(), "—");
+    EXPECT_EQ(view.doneText(), "0%");
     uploads.requests.back().onProgress({.sent = 250'000'000, .total = 1'000'000'000, .bytesPerSecond = 10e6});
     world.settle();
     EXPECT_EQ(view.doneText(), "25%");
@@ -186,7 +187,7 @@ TEST_F(DeliverableViewTest, aFileDroppedJustBeforeAnotherPageIsOpenedGoesOrIsNam
     const std::tuple<QUrl, unsigned, QString> cases[] = {
         {sparse("empty.mov", 0), 0, "“empty.mov” was not sent to “Picture”. That file is empty."},
         {sparse("long.mov", 4'000'000'001), 0,
-         "“long.mov” was not sent to “Picture”. It looks too long for that: it is 4.00 GB."},
+         "“long.mov” was not sent to “Picture”. It looks too long for that: it is " + byteCountText(4e9) + '.'},
         {sparse("reel.mov"), 1, ""}};
     auto textless = row;
     textless.kind = "textless_elements";
@@ -230,6 +231,28 @@ TEST_F(DeliverableViewTest, whatThePlatformNoLongerHasTakesNothingUntilItIsBack)
     view.update(nullptr);
     EXPECT_EQ(view.face(), DeliverableView::InFlight) << "what is under way is still seen";
     EXPECT_TRUE(view.isGone());
+}
+
+TEST_F(DeliverableViewTest, theLastUploadThatFailedIsSaidOnceAndTriedAgain)
+{
+    for (const bool isCutOff : {false, true}) {
+        if (isCutOff)
+            journal();
+        uploads.ends = {platformSays(422)};
+        send(QUrl::fromLocalFile(file("master.mov")));
+        world.pass(std::chrono::seconds(2));
+        EXPECT_EQ(view.failedName(), "master.mov");
+        EXPECT_EQ(view.failure(), "The last upload failed: The platform says 422. (HTTP 422)");
+        EXPECT_EQ(!view.cutOffText().isEmpty(), isCutOff);
+        EXPECT_EQ(view.isCutOffFailed(), isCutOff);
+        EXPECT_FALSE(view.isGone());
+        uploads.requests.clear();
+        view.tryAgain();
+        world.settle();
+        EXPECT_EQ(uploads.requests.size(), 1U);
+        EXPECT_EQ(view.failure(), "");
+        stop();
+    }
 }
 
 } // namespace

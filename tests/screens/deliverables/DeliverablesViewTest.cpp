@@ -7,6 +7,7 @@ namespace palvera {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -155,9 +156,9 @@ TEST_F(DeliverablesViewTest, theBadgeFollowsTheTransferOfItsRowAlone)
 {
     auto id = addUpload("b");
     world.settle();
-    EXPECT_EQ(at(1, "badge"), "Transferring");
+    EXPECT_EQ(at(1, "badge"), "Transferring 0%");
     EXPECT_TRUE(at(1, "moving").toBool());
-    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving"));
+    EXPECT_THAT(takeChanges(), Each("*1-1 badge moving"));
     uploads.requests.back().onProgress({.sent = 29, .total = 100});
     world.settle();
     EXPECT_EQ(at(1, "badge"), "Transferring 29%");
@@ -170,6 +171,14 @@ TEST_F(DeliverablesViewTest, theBadgeFollowsTheTransferOfItsRowAlone)
     EXPECT_EQ(at(1, "badge"), "In progress");
     EXPECT_FALSE(at(1, "moving").toBool());
     EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving"));
+    filed = {"b"};
+    uploads.ends = {platformSays(422), nullptr};
+    for (const bool fails : {true, false}) {
+        addUpload("b");
+        world.pass(30s);
+        EXPECT_EQ(at(1, "badge"), fails ? "Upload failed" : "In progress");
+        EXPECT_EQ(at(1, "failed").toBool(), fails);
+    }
 }
 
 TEST_F(DeliverablesViewTest, whatIsDroppedOnARowIsAskedAboutAndStaysWithItsDeliverable)
