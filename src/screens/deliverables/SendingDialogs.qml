@@ -17,6 +17,7 @@ Item {
         symbolColor: Theme.accent
         title: root.rowDrop.title
         visible: root.rowDrop.title !== ""
+        widest: 420 // names of masters are long
         onAboutToShow: root.Window.window.requestActivate() // the files come from another program
         onAccepted: root.rowDrop.confirm()
         onRejected: root.rowDrop.dismiss()
