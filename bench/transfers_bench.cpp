@@ -65,10 +65,10 @@ public:
                 benchmark::DoNotOptimize(m_rows.data(index, role));
         });
         for (int i = 0; i < items; ++i)
-            m_model.addUpload({.file = QStringLiteral("/films/%1.mov").arg(i),
-                               .orgId = QStringLiteral("org"),
-                               .projectId = QStringLiteral("project"),
-                               .deliverable = {.id = QStringLiteral("row-%1").arg(i)}});
+            m_model.startNow(m_model.addUpload({.file = QStringLiteral("/films/%1.mov").arg(i),
+                                                .orgId = QStringLiteral("org"),
+                                                .projectId = QStringLiteral("project"),
+                                                .deliverable = {.id = QStringLiteral("row-%1").arg(i)}}));
         m_io.poll();
     }
 

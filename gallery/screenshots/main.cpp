@@ -21,7 +21,6 @@ using local::Operation;
 using namespace std::chrono_literals;
 constexpr auto button = QAccessible::Button;
 constexpr auto listItem = QAccessible::ListItem;
-constexpr auto tab = QAccessible::PageTab;
 constexpr auto menuItem = QAccessible::MenuItem;
 
 class Photographer : Desktop {
@@ -283,12 +282,22 @@ private:
         deliver("Key art", "Salt_key_art_v4.tif", 940'000'000);
         deliver("Music cue sheet", "Salt_cues.pdf", 390'000'000);
         deliver("5.1 surround mix", "Salt_5-1_surround_v2.wav", 1'410'000'000);
+        deliver("Stereo mix", "Salt_stereo_v1.wav", 610'000'000);
+        deliver("Music and effects", "Salt_music_effects_v2.wav", 1'410'000'000);
+        deliver("Stills", "Salt_stills_v1.zip", 30'000'000);
         goToPanel();
         waitForText("Trying again in");
         letPass(6s);
+        transfers().pause(transfers().inFlight().at(3).id);
         take("transfers");
-        screen.click(button, "Stop");
+        screen.press(Qt::Key_Menu);
+        take("transfers-menu", "Show deliverable");
+        screen.press(Qt::Key_Escape);
+        screen.click(button, "Stop Salt_key_art_v4.tif");
         take("transfers-stop", "Stop this upload?");
+        screen.press(Qt::Key_Escape);
+        screen.click(button, "Stop all");
+        take("transfers-stop-all", "Stop all transfers?");
         screen.press(Qt::Key_Escape);
         for (const auto& item : transfers().inFlight())
             transfers().stop(item.id);
@@ -300,7 +309,7 @@ private:
         screen.waitUntil([&] { return transfers().inFlightCount() == 0; });
         goToPanel();
         take("transfers-finished");
-        screen.click(tab, "Interrupted");
+        root().transfers()->setTab(TransfersView::Interrupted);
         take("transfers-none-interrupted");
         goToMainWindow();
         cutOff();

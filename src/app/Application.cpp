@@ -54,8 +54,13 @@ Application::Application(Environment environment)
            .preferences = m_environment.preferences,
            .isDoorAsked = m_environment.isDoorAsked,
            .updater = m_updater,
+           .files = m_environment.files,
            .startRemark = m_environment.startRemark})
 {
+    QObject::connect(&m_root, &RootView::deliverableShown, &m_root, [this] {
+        if (m_window)
+            bringToFront(*m_window, {});
+    });
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_root, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)

@@ -34,6 +34,7 @@ public:
         Transfers::Environment transfers;
         Updater::Environment updates;
         Notices& notices;
+        TransfersView::Files files;
         QString startRemark = {}; ///< see RootView
     };
 

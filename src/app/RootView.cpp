@@ -1,6 +1,8 @@
 #include "app/RootView.h"
 
+#include "async/TaskGroup.h"
 #include "service/API.h"
+#include "service/BrowsingOperations.h"
 #include "session/Session.h"
 #include "text/VisibleText.h"
 #include "transfers/Transfers.h"
@@ -12,6 +14,13 @@ namespace {
 Task<void> confirmIn(Session& session)
 {
     co_await session.confirm();
+}
+
+template <class Record>
+const Record* findById(const QList<Record>& records, const QString& id)
+{
+    const auto found = std::ranges::find(records, id, &Record::id);
+    return found == records.end() ? nullptr : &*found;
 }
 
 } // namespace
@@ -43,10 +52,10 @@ RootView::RootView(Environment environment, QObject* parent)
                 .transfers = m_environment.transfers,
                 .session = m_session,
                 .preferences = m_environment.preferences}),
-      m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main),
+      m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main, m_environment.files),
       m_updatePill(m_environment.updater, m_environment.transfers),
       m_about(m_environment.updater),
-      m_startRemark(m_environment.startRemark)
+      m_remark(m_environment.startRemark)
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
     connect(&m_session, &Session::stateChanged, this, &RootView::userChanged);
@@ -59,6 +68,8 @@ RootView::RootView(Environment environment, QObject* parent)
     connect(&m_sender, &FileSender::noticeChanged, this, &RootView::remarkChanged);
     connect(&m_projects, &ProjectsView::orgChanged, this, &RootView::windowTitleChanged);
     connect(&m_transfers, &TransfersView::overallChanged, this, &RootView::windowTitleChanged);
+    connect(&m_transfers, &TransfersView::deliverableWanted, this,
+            [this](const auto& wanted) { m_tasks.start(showDeliverable(wanted)); });
     connect(this, &RootView::keyChanged, this, &RootView::windowTitleChanged);
     changeScreen();
 }
@@ -99,16 +110,22 @@ QString RootView::remark() const
     const bool isSaidByPage = m_page == Page::Deliverables || m_page == Page::Deliverable;
     if (!isSaidByPage && !m_sender.notice().isEmpty())
         return m_sender.notice();
-    return m_startRemark.isEmpty() ? m_session.remark() : m_startRemark;
+    return m_remark.isEmpty() ? m_session.remark() : m_remark;
 }
 
 void RootView::dismissRemark()
 {
     if (remark() == m_sender.notice())
         m_sender.dismissNotice();
-    else if (std::exchange(m_startRemark, {}).isEmpty())
+    else if (m_remark.isEmpty())
         m_session.dismissRemark();
     else
+        setRemark({});
+}
+
+void RootView::setRemark(const QString& remark)
+{
+    if (std::exchange(m_remark, remark) != remark)
         Q_EMIT remarkChanged();
 }
 
@@ -232,6 +249,30 @@ void RootView::updateDeliverable()
 {
     if (m_page == Page::Deliverable)
         m_deliverable.update(m_deliverables.find(m_deliverable.deliverable().id));
+}
+
+/// Asks the platform for the names on the way there, whatever is open.
+Task<void> RootView::showDeliverable(TransferTarget::Deliverable wanted)
+{
+    auto& api = m_environment.signIn.doors.api;
+    const auto account = m_session.account();
+    const auto projects = co_await answerOf(listProjects(api, wanted.orgId));
+    const auto rows = co_await answerOf(listDeliverables(api, wanted.orgId, wanted.projectId));
+    if (!account || m_session.account() != account)
+        co_return;
+    if (const auto failure = projects.failure ? projects.failure : rows.failure)
+        co_return setRemark(tr("The deliverable cannot be shown. %1").arg(describe(failure)));
+    const auto* org = findById(m_session.orgs(), wanted.orgId);
+    const auto* project = findById(*projects.value, wanted.projectId);
+    const auto* row = findById(*rows.value, wanted.deliverableId);
+    if (!org || !project || !row)
+        co_return setRemark(tr("The platform no longer has that deliverable."));
+    const auto opened = *org; // opening it may assign the list anew
+    m_session.choose(opened);
+    m_deliverables.open(opened, *project);
+    m_deliverable.open(opened, *project, *row);
+    goTo(Page::Deliverable);
+    Q_EMIT deliverableShown();
 }
 
 Task<void> RootView::close()

@@ -56,6 +56,7 @@ public:
         Preferences& preferences;
         std::function<bool()> isDoorAsked; ///< whether the developers' way in is asked for, at this moment
         Updater& updater;
+        TransfersView::Files files;
         QString startRemark = {}; ///< what the user should know of this start
     };
 
@@ -128,6 +129,8 @@ Q_SIGNALS:
     void orgsLoadingChanged();
     void remarkChanged();
     void signOutQuestionChanged();
+    /// Shown because the user asked for it in another window.
+    void deliverableShown();
 
 private:
     void changeScreen();
@@ -137,6 +140,8 @@ private:
     void reload();
     void goTo(Page page);
     void updateDeliverable();
+    Task<void> showDeliverable(TransferTarget::Deliverable wanted);
+    void setRemark(const QString& remark);
     void setSignOutQuestion(const QString& question);
 
     const Environment m_environment;
@@ -153,7 +158,7 @@ private:
     TransfersView m_transfers;
     UpdatePill m_updatePill;
     AboutView m_about;
-    QString m_startRemark;
+    QString m_remark; // goes before that of the session
     QString m_signOutQuestion;
     QString m_key;
     std::optional<BrowserSignIn::Taken> m_refused; // to be said once the sign-in screen is there

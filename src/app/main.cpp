@@ -8,6 +8,7 @@
 #include "desktop/Callbacks.h"
 #include "desktop/DesktopActivation.h"
 #include "desktop/DesktopAppearance.h"
+#include "desktop/FileManager.h"
 #include "desktop/LaunchNote.h"
 #include "desktop/Notices.h"
 #include "desktop/ProgramCopy.h"
@@ -220,6 +221,8 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
                              .transfers = engines.environment(mainThread.executor()),
                              .updates = updates.environment(mainThread.executor(), folders),
                              .notices = notices,
+                             .files = {.showInFolder = [](const QString& path) { showInFolder(path); },
+                                       .open = [](const QString& path) { openFile(path); }},
                              .startRemark = updates.remark()});
     application.setDark(appearance.isDark());
     QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });

@@ -96,6 +96,13 @@ protected:
         std::ranges::copy(rows, m_rows.begin() + first);
         Q_EMIT dataChanged(index(first), index(first + int(rows.size()) - 1));
     }
+    /// `to` is its place afterwards.
+    void moveRow(int from, int to)
+    {
+        beginMoveRows({}, from, from, {}, to > from ? to + 1 : to);
+        m_rows.move(from, to);
+        endMoveRows();
+    }
     void removeRun(int first, int count)
     {
         beginRemoveRows({}, first, first + count - 1);

@@ -47,6 +47,9 @@ QString plainTransport(const TransportError& error)
 
 QString amountText(const Item& item)
 {
+    if (item.total < 1)
+        return item.sent > 0 ? QStringLiteral("%1, size not known yet").arg(byteCountText(item.sent))
+                             : QStringLiteral("Size not known yet");
     return QStringLiteral("%1 of %2").arg(byteCountText(item.sent), byteCountText(item.total));
 }
 

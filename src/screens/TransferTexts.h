@@ -8,7 +8,7 @@ namespace palvera {
 
 // What is said of one transfer.
 
-/// "1.2 MB of 3.4 GB".
+/// "1.2 MB of 3.4 GB", or that the size is not known yet.
 QString amountText(const Item& item);
 /// How long the rest takes at the present speed, in seconds; nothing without a speed or a rest.
 std::optional<double> secondsLeft(const Item& item);

@@ -261,7 +261,8 @@ void Transfers::goOn(const QUuid& id)
     if (!item || !live || !item->isPaused())
         return;
     live->goOn();
-    setState(id, Item::Waiting{}); // until its task has a slot
+    const bool hasSlot = queueOf(item->kind)->enter(id); // at once: its task has the disk to wait for
+    setState(id, hasSlot ? Item::State(Item::Running{}) : Item::Waiting{});
 }
 
 void Transfers::pauseAll()

@@ -48,6 +48,8 @@ public:
     bool isWatched = true;
     std::function<Task<void>(UploadRequest)> upload; ///< in the place of the engine, where it is set
     FakeNotices notices;
+    QStringList shownFiles; ///< in their folders
+    QStringList openedFiles;
 
     /// Starts the program with what an earlier start left. `show` by itself is the second start.
     void start()
@@ -193,7 +195,9 @@ private:
                                        .caches = folder + "/caches",
                                        .target = "/opt/palvera",
                                        .connect = [&desktop] { return desktop.installer.connect(); }},
-                           .notices = desktop.notices})
+                           .notices = desktop.notices,
+                           .files = {[&desktop](const QString& path) { desktop.shownFiles.append(path); },
+                                     [&desktop](const QString& path) { desktop.openedFiles.append(path); }}})
         {}
 
         Transfers::Environment transfersEnvironment(Desktop& desktop)

@@ -96,6 +96,7 @@ TEST_F(QueueTest, whatIsPausedKeepsItsPlaceAndLetsOthersGo)
         settleFor(2s);
         EXPECT_EQ(statesOf(ids), "paused paused running running");
         model->goOnAll();
+        EXPECT_EQ(statesOf(ids), "running waiting running running") << "in their order, whoever is ready first";
         settleFor(2s);
         EXPECT_EQ(statesOf(ids), "running waiting running running");
         EXPECT_TRUE(sleep.held);

@@ -7,18 +7,57 @@ import Palvera.Panel
 RowList {
     id: root
 
-    signal stopping(string key, string title, string message)
+    required property TransfersModel transfers
 
+    signal stopping(string key)
+
+    displaced: Transition {
+        NumberAnimation {
+            duration: Theme.quick
+            easing.type: Easing.OutCubic
+            property: "y"
+        }
+    }
     delegate: TransferRow {
         id: row
 
-        required property string key
-        required property int index
-        required property string stopTitle
-        required property string stopMessage
-
         separated: index < root.count - 1
         width: ListView.view.width
-        onStopping: root.stopping(key, stopTitle, stopMessage)
+        onActiveFocusChanged: {
+            if (activeFocus)
+                root.currentIndex = index;
+        }
+        onChosen: action => root.act(key, action)
+        onDragged: y => root.drag(row, row.y + y)
+        onMainChosen: root.act(key, root.transfers.mainAction(key))
+        onMenuWanted: (x, y) => menu.openFor(key, root.transfers.actions(key), x, row.y - root.contentY + y)
+        onStepped: rows => root.transfers.moveTo(key, index + rows)
+    }
+
+    TransferMenu {
+        id: menu
+
+        parent: root
+        onChosen: (key, action) => root.act(key, action)
+    }
+
+    function act(key: string, action: int) {
+        if (action === TransferAction.Stop)
+            stopping(key);
+        else
+            transfers.perform(key, action);
+    }
+
+    /// Lets a row that is dragged to `y` take the place of the one there, once it would be under the pointer.
+    function drag(row: TransferRow, y: real) {
+        const at = indexAt(width / 2, y);
+        const other = itemAtIndex(at);
+        if (!other || other === row)
+            return;
+        const fits = at > row.index ? y >= other.y + other.height - row.height : y <= other.y + row.height;
+        if (!fits)
+            return;
+        transfers.moveTo(row.key, at);
+        positionViewAtIndex(at, ListView.Contain);
     }
 }

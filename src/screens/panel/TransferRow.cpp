@@ -23,23 +23,28 @@ struct Status {
     const Item& item;
     Clock::WallTime now;
 
-    QString operator()(const Item::Waiting& waiting) const { return waitingText(waiting); }
+    QString operator()(const Item::Waiting& waiting) const { return withAmount(waitingText(waiting)); }
     QString operator()(const Item::Running&) const { return troubleOf(item); }
     QString operator()(const Item::Retrying& retrying) const
     {
         return QStringLiteral("%1 Trying again in %2").arg(plainReason(item.state), countdownText(retrying.until, now));
     }
-    QString operator()(const Item::Paused&) const { return QStringLiteral("Paused"); }
+    QString operator()(const Item::Paused&) const { return withAmount(QStringLiteral("Paused")); }
     QString operator()(const Item::Failed&) const { return plainReason(item.state); }
     QString operator()(const Item::Done&) const { return QStringLiteral("Done · ") + byteCountText(item.total); }
     QString operator()(const Item::Stopped&) const { return QStringLiteral("Stopped"); }
+
+    QString withAmount(const QString& text) const
+    {
+        return item.sent > 0 ? QStringLiteral("%1 · %2").arg(text, amountText(item)) : text;
+    }
 };
 
 QString spokenOf(const TransferRow& row, const Item& item)
 {
     auto what = item.kind == Item::Kind::upload ? QStringLiteral("upload") : QStringLiteral("download");
     QStringList words{row.title, row.name, what, nameOf(item.state)};
-    if (row.state == TransferState::Value::Running)
+    if (row.state == TransferState::Value::Running && !row.percent.isEmpty())
         words.append(QStringLiteral("%1 percent").arg(row.percent.chopped(1)));
     if (!row.status.isEmpty())
         words.append(row.status);
@@ -61,12 +66,10 @@ TransferRow transferRow(const Item& item, Clock::WallTime now)
                     .state = TransferState::Value(item.state.index()),
                     .isInFlight = item.isInFlight(),
                     .fraction = fractionOf(item.sent, item.total),
-                    .percent = QStringLiteral("%1%").arg(percentOf(item.sent, item.total)),
+                    .percent = item.total < 1 ? QString() : QStringLiteral("%1%").arg(percentOf(item.sent, item.total)),
                     .figures = isRunning ? figuresOf(item) : QString(),
                     .status = std::visit(Status{.item = item, .now = now}, item.state),
-                    .detail = technicalReason(item.state),
-                    .stopTitle = stopTitle(item),
-                    .stopMessage = stopMessage(item)};
+                    .detail = technicalReason(item.state)};
     if (item.trace.samples.size() >= 2)
         row.samples = item.trace.samples;
     row.graphFraction = isRunning ? row.fraction : 1;

@@ -27,15 +27,13 @@ struct TransferRow {
     TransferState::Value state = {};
     bool isInFlight = false;
     double fraction = 0;   ///< from 0 to 1
-    QString percent;       ///< "42%"
+    QString percent;       ///< "42%"; empty while the size is not known
     QString figures;       ///< after the percentage: how much, how fast, how long; while it runs
     QString status;        ///< in words: how it stands while it does not run, else what is remarkable
     QString detail;        ///< more about the status, for the curious
     QList<double> samples; ///< of the speed graph; empty where there is none
     double graphFraction = 1;
     QString spoken; ///< all that matters, for users who cannot see it
-    QString stopTitle;
-    QString stopMessage;
 
     bool operator==(const TransferRow&) const = default;
 };

@@ -2,10 +2,12 @@ import QtQuick
 import Palvera.Controls
 import Palvera.Panel
 
-/// One transfer of the panel.
+/// One transfer of the panel. Enter does what is likeliest, Space pauses, Delete stops it or takes it off the list.
 Item {
     id: root
 
+    required property string key
+    required property int index
     required property string symbol
     required property string title
     required property string titleName
@@ -22,14 +24,19 @@ Item {
     required property string spoken
     property bool separated: true
 
-    signal stopping()
+    signal chosen(int action)
+    signal mainChosen()
+    signal menuWanted(real x, real y)
+    signal stepped(int rows) ///< up or down the list
+    signal dragged(real y)
 
     readonly property bool running: transferState === TransferState.Running
     readonly property bool retrying: transferState === TransferState.Retrying
+    readonly property bool paused: transferState === TransferState.Paused
     readonly property color ink: {
         if (transferState === TransferState.Failed)
             return Theme.danger;
-        if (transferState === TransferState.Stopped)
+        if (transferState === TransferState.Stopped || transferState === TransferState.Waiting || paused)
             return Theme.secondary;
         return retrying ? Theme.orange : transferState === TransferState.Done ? Theme.success : Theme.accent;
     }
@@ -40,6 +47,68 @@ Item {
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
+    Keys.onPressed: event => {
+        event.accepted = true;
+        if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
+            mainChosen();
+        else if (event.key === Qt.Key_Space)
+            chosen(paused ? TransferAction.Resume : TransferAction.Pause);
+        else if (event.key === Qt.Key_Delete)
+            chosen(inFlight ? TransferAction.Stop : TransferAction.Remove);
+        else if (event.key === Qt.Key_Menu || event.key === Qt.Key_F10 && event.modifiers & Qt.ShiftModifier)
+            menuWanted(column.x, column.y + titles.height);
+        else if (event.modifiers & Qt.ControlModifier && event.key === Qt.Key_Up)
+            stepped(-1);
+        else if (event.modifiers & Qt.ControlModifier && event.key === Qt.Key_Down)
+            stepped(1);
+        else
+            event.accepted = false;
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        anchors.margins: Theme.spaceTiny
+        color: grip.pressed ? Theme.pressed : hover.hovered || root.activeFocus ? Theme.hover : "transparent"
+        radius: Theme.radiusMedium
+
+        FocusRing {
+            anchors.margins: 0
+            radius: parent.radius
+            shown: root.activeFocus
+            target: parent
+        }
+    }
+
+    HoverHandler {
+        id: hover
+    }
+
+    TapHandler {
+        onDoubleTapped: root.mainChosen()
+        onTapped: root.forceActiveFocus(Qt.MouseFocusReason)
+    }
+
+    TapHandler {
+        acceptedButtons: Qt.RightButton
+        onTapped: point => {
+            root.forceActiveFocus(Qt.MouseFocusReason);
+            root.menuWanted(point.position.x, point.position.y);
+        }
+    }
+
+    MouseArea {
+        id: grip
+
+        anchors.bottom: parent.bottom
+        anchors.left: parent.left
+        anchors.right: column.left
+        anchors.top: parent.top
+        cursorShape: pressed ? Qt.ClosedHandCursor : Qt.OpenHandCursor
+        enabled: root.inFlight
+        preventStealing: true // the list would take it for a flick
+        onPositionChanged: mouse => root.dragged(mapToItem(root, mouse.x, mouse.y).y)
+        onPressed: root.forceActiveFocus(Qt.MouseFocusReason)
+    }
 
     SymbolIcon {
         id: glyph
@@ -71,8 +140,8 @@ Item {
                 id: titles
 
                 anchors.left: parent.left
-                anchors.right: stop.visible ? stop.left : parent.right
-                anchors.rightMargin: stop.visible ? Theme.spaceSmall : 0
+                anchors.right: root.inFlight ? buttons.left : parent.right
+                anchors.rightMargin: root.inFlight ? Theme.spaceSmall : 0
                 spacing: 1
 
                 Label {
@@ -101,27 +170,40 @@ Item {
                 }
             }
 
-            IconButton {
-                id: stop
+            Row {
+                id: buttons
 
                 anchors.right: parent.right
                 anchors.rightMargin: -Theme.spaceSmall
                 anchors.top: parent.top
                 anchors.topMargin: -Theme.spaceTiny
-                symbol: "stop.fill"
-                symbolColor: Theme.secondary
-                symbolSize: Theme.symbolMedium
-                text: qsTr("Stop")
                 visible: root.inFlight
-                onClicked: root.stopping()
+
+                IconButton {
+                    Accessible.name: qsTr("%1 %2").arg(text).arg(root.name)
+                    symbol: root.paused ? "play.fill" : "pause.fill"
+                    symbolColor: Theme.secondary
+                    symbolSize: Theme.symbolMedium
+                    text: root.paused ? qsTr("Resume") : qsTr("Pause")
+                    onClicked: root.chosen(root.paused ? TransferAction.Resume : TransferAction.Pause)
+                }
+
+                IconButton {
+                    Accessible.name: qsTr("%1 %2").arg(text).arg(root.name)
+                    symbol: "stop.fill"
+                    symbolColor: Theme.secondary
+                    symbolSize: Theme.symbolMedium
+                    text: qsTr("Stop")
+                    onClicked: root.chosen(TransferAction.Stop)
+                }
             }
         }
 
         ProgressLine {
-            fill: root.retrying ? Theme.orange : Theme.accentFill
+            fill: root.retrying ? Theme.orange : root.paused ? Theme.secondary : Theme.accentFill
             label: root.title
             value: root.fraction
-            visible: root.running || root.retrying
+            visible: root.running || root.retrying || root.paused && root.percent !== ""
             width: parent.width
         }
 
@@ -143,7 +225,7 @@ Item {
                 Accessible.ignored: true
                 color: Theme.secondary
                 font.pixelSize: Theme.textSmall
-                text: " · " + root.figures
+                text: (root.percent === "" ? "" : " · ") + root.figures
                 width: parent.width - percentage.width
             }
         }

@@ -28,9 +28,7 @@ TransferRows::TransferRows(Transfers& transfers, Clock& clock, Which which, QObj
                  {"detail", &TransferRow::detail},
                  {"samples", [](const TransferRow& row) { return QVariant::fromValue(row.samples); }},
                  {"graphFraction", &TransferRow::graphFraction},
-                 {"spoken", &TransferRow::spoken},
-                 {"stopTitle", &TransferRow::stopTitle},
-                 {"stopMessage", &TransferRow::stopMessage}},
+                 {"spoken", &TransferRow::spoken}},
                 parent),
       m_transfers(transfers),
       m_clock(clock),
@@ -41,6 +39,7 @@ TransferRows::TransferRows(Transfers& transfers, Clock& clock, Which which, QObj
     connect(&transfers, &Transfers::itemAdded, this, &TransferRows::update);
     connect(&transfers, &Transfers::itemChanged, this, &TransferRows::update);
     connect(&transfers, &Transfers::itemRemoved, this, &TransferRows::remove);
+    connect(&transfers, &Transfers::itemMoved, this, &TransferRows::move);
 }
 
 void TransferRows::update(const QUuid& id)
@@ -78,14 +77,28 @@ int TransferRows::rowOf(const QString& key) const
     return found == rows().end() ? -1 : int(found - rows().begin());
 }
 
-/// Before the first row whose item was added later.
+void TransferRows::move(const QUuid& id)
+{
+    const int from = rowOf(keyOf(id));
+    if (from < 0 || m_which == Which::finished)
+        return;
+    int to = 0;
+    const auto place = m_transfers.placeOf(id);
+    for (const auto& row : rows())
+        if (m_transfers.placeOf(QUuid(row.key)) < place)
+            ++to;
+    if (to != from)
+        moveRow(from, to);
+}
+
 int TransferRows::placeFor(const QUuid& id) const
 {
+    if (m_which == Which::finished)
+        return 0;
     int place = int(rows().size());
-    const auto& items = m_transfers.items();
-    for (auto item = items.rbegin(); item != items.rend() && item->id != id && place > 0; ++item)
-        if (rows()[place - 1].key == keyOf(item->id))
-            --place;
+    const auto its = m_transfers.placeOf(id);
+    while (place > 0 && m_transfers.placeOf(QUuid(rows()[place - 1].key)) > its)
+        --place;
     return place;
 }
 

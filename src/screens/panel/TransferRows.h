@@ -9,7 +9,8 @@ namespace palvera {
 
 class Transfers;
 
-/// The transfers in flight, or those that are over, in the order added. A change of one touches its row only.
+/// The transfers in flight, in their order, or those that are over, the latest first. A change of one touches its row
+/// only.
 ///
 /// Lives on the main thread.
 class TransferRows : public RowsModel<TransferRow> {
@@ -23,6 +24,10 @@ public:
     TransferRows(Transfers& transfers, Clock& clock, Which which, QObject* parent = nullptr);
 
     int count() const { return rowCount(); }
+    /// The id of the item of that row; null when there is no such row.
+    QUuid idAt(int row) const { return row < 0 || row >= rowCount() ? QUuid() : QUuid(rows()[row].key); }
+    /// -1 when it is none of them.
+    int rowOf(const QString& key) const;
     /// Brings what is said of the time up to date.
     void tick();
 
@@ -32,7 +37,7 @@ Q_SIGNALS:
 private:
     void update(const QUuid& id);
     void remove(const QUuid& id);
-    int rowOf(const QString& key) const;
+    void move(const QUuid& id);
     int placeFor(const QUuid& id) const;
 
     Transfers& m_transfers;

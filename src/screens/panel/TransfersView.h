@@ -1,6 +1,8 @@
 #pragma once
 
+#include "screens/panel/Footing.h"
 #include "screens/panel/InterruptedView.h"
+#include "screens/panel/TransferActions.h"
 #include "screens/panel/TransferRows.h"
 
 #include <QSet>
@@ -26,14 +28,23 @@ class TransfersView : public QObject {
     Q_PROPERTY(QString badge READ badge NOTIFY badgeChanged)
     Q_PROPERTY(QString badgeText READ badgeText NOTIFY badgeChanged)
     Q_PROPERTY(QString overallText READ overallText NOTIFY overallChanged)
+    Q_PROPERTY(QString footer READ footer NOTIFY footerChanged)
+    Q_PROPERTY(bool allPaused READ areAllPaused NOTIFY badgeChanged)
+    Q_PROPERTY(QStringList tabTitles READ tabTitles NOTIFY tabTitlesChanged)
     Q_PROPERTY(QString doubtText READ doubtText NOTIFY doubtChanged)
 
 public:
     enum Tab { InFlight, Finished, Interrupted };
     Q_ENUM(Tab)
 
+    /// What shows files beside this program. Each returns at once.
+    struct Files {
+        std::function<void(const QString& path)> showInFolder;
+        std::function<void(const QString& path)> open;
+    };
+
     /// Of `transfers`; all referred to outlives this.
-    TransfersView(Transfers& transfers, Clock& clock, const Executor& main, QObject* parent = nullptr);
+    TransfersView(Transfers& transfers, Clock& clock, const Executor& main, Files files, QObject* parent = nullptr);
 
     TransferRows* inFlight() { return &m_inFlight; }
     TransferRows* finished() { return &m_finished; }
@@ -50,10 +61,28 @@ public:
     QString badgeText() const;
     /// How much of all that is in flight has gone, such as "42%"; empty while nothing moves or nobody knows.
     QString overallText() const { return m_overall; }
+    /// What all that is in flight comes to; see footingText.
+    QString footer() const { return m_footer; }
+    bool areAllPaused() const;
+    /// With how many there are in each.
+    QStringList tabTitles() const;
     /// The question about a doubtful file; empty when there is none.
     QString doubtText() const;
 
-    Q_INVOKABLE void stop(const QString& key);
+    /// What can be done with a transfer: a list of objects, each with an "action" and its "text".
+    Q_INVOKABLE QVariantList actions(const QString& key) const;
+    Q_INVOKABLE palvera::TransferAction::Value mainAction(const QString& key) const;
+    Q_INVOKABLE void perform(const QString& key, palvera::TransferAction::Value action);
+    /// What is asked before a transfer is stopped.
+    Q_INVOKABLE QString stopTitle(const QString& key) const;
+    Q_INVOKABLE QString stopMessage(const QString& key) const;
+    /// Puts one in flight into that row of those in flight; the nearest where there is none.
+    Q_INVOKABLE void moveTo(const QString& key, int row);
+    Q_INVOKABLE void pauseAll();
+    Q_INVOKABLE void resumeAll();
+    /// What is asked before `stopAll`.
+    Q_INVOKABLE QString stopAllMessage() const;
+    Q_INVOKABLE void stopAll();
     /// Opens the panel on what was cut off.
     Q_INVOKABLE void showInterrupted();
     Q_INVOKABLE void clearFinished();
@@ -68,6 +97,10 @@ Q_SIGNALS:
     void panelOpenChanged();
     void badgeChanged();
     void overallChanged();
+    void footerChanged();
+    void tabTitlesChanged();
+    /// The user wants to see that deliverable.
+    void deliverableWanted(const palvera::TransferTarget::Deliverable& deliverable);
     void doubtChanged();
 
 private:
@@ -76,16 +109,16 @@ private:
     void update();
 
     Transfers& m_transfers;
+    Clock& m_clock;
     TransferRows m_inFlight;
     TransferRows m_finished;
     InterruptedView m_interrupted;
+    const Files m_files;
     QTimer m_tick; // while something is about to be tried again
     Tab m_tab = InFlight;
     QString m_overall;
+    QString m_footer;
     QSet<QString> m_openFor; // ids of deliverables, and of organisations for their bins; kept when the user closes it
 };
-
-/// How much of what is in flight has gone, in whole percent; nothing while nothing is, or no size is known.
-std::optional<int> overallPercent(const std::vector<Item>& items);
 
 } // namespace palvera

@@ -8,6 +8,7 @@ FocusScope {
     id: root
 
     required property TransfersModel transfers
+    readonly property int count: [transfers.inFlight.count, transfers.finished.count, transfers.interrupted.count][transfers.tab]
     property string stopping: "" ///< key of the transfer that the user is asked about
 
     implicitHeight: 240
@@ -22,7 +23,7 @@ FocusScope {
         anchors.top: parent.top
         current: root.transfers.tab
         label: qsTr("Transfers")
-        options: [qsTr("In flight"), qsTr("Finished"), qsTr("Interrupted")]
+        options: [root.transfers.tabTitles[0], root.transfers.tabTitles[1], root.transfers.tabTitles[2]]
         onChosen: index => root.transfers.tab = index
     }
 
@@ -47,14 +48,16 @@ FocusScope {
             anchors.fill: parent
             label: qsTr("In flight")
             model: root.transfers.inFlight
+            transfers: root.transfers
             visible: root.transfers.tab === TransfersModel.InFlight
-            onStopping: (key, title, message) => root.ask(key, title, message)
+            onStopping: key => root.ask(key)
         }
 
         TransferList {
             anchors.fill: parent
             label: qsTr("Finished")
             model: root.transfers.finished
+            transfers: root.transfers
             visible: root.transfers.tab === TransfersModel.Finished
         }
 
@@ -78,37 +81,21 @@ FocusScope {
             anchors.centerIn: parent
             icon: root.transfers.tab === TransfersModel.Interrupted ? "checkmark.circle" : "arrow.up.arrow.down"
             title: [qsTr("Nothing moving"), qsTr("Nothing finished yet"), qsTr("Nothing interrupted")][root.transfers.tab]
-            visible: [root.transfers.inFlight.count, root.transfers.finished.count, root.transfers.interrupted.count][root.transfers.tab] === 0
+            visible: root.count === 0
             width: parent.width - 2 * Theme.spaceLarge
         }
     }
 
-    Rectangle {
+    TransfersFooter {
         id: footer
 
-        readonly property bool finished: root.transfers.tab === TransfersModel.Finished
-
         anchors.bottom: parent.bottom
-        color: Theme.bar
-        height: clear.height + 20
-        visible: finished ? root.transfers.finished.count > 0 : root.transfers.tab === TransfersModel.Interrupted && root.transfers.interrupted.count > 0
+        transfers: root.transfers
+        visible: root.count > 0
         width: parent.width
-
-        Rectangle {
-            color: Theme.line
-            height: 1
-            width: parent.width
-        }
-
-        AppButton {
-            id: clear
-
-            anchors.right: parent.right
-            anchors.rightMargin: 10
-            anchors.verticalCenter: parent.verticalCenter
-            kind: AppButton.Kind.Link
-            text: footer.finished ? qsTr("Clear") : qsTr("Resume all")
-            onClicked: footer.finished ? root.transfers.clearFinished() : root.transfers.interrupted.resumeAll()
+        onStopping: {
+            stopAll.message = root.transfers.stopAllMessage();
+            stopAll.open();
         }
     }
 
@@ -124,13 +111,23 @@ FocusScope {
         cancelText: qsTr("Keep going")
         confirmText: qsTr("Stop")
         destructive: true
-        onAccepted: root.transfers.stop(root.stopping)
+        onAccepted: root.transfers.perform(root.stopping, TransferAction.Stop)
     }
 
-    function ask(key: string, title: string, message: string) {
+    ConfirmDialog {
+        id: stopAll
+
+        cancelText: qsTr("Keep going")
+        confirmText: qsTr("Stop all")
+        destructive: true
+        title: qsTr("Stop all transfers?")
+        onAccepted: root.transfers.stopAll()
+    }
+
+    function ask(key: string) {
         stopping = key;
-        question.title = title;
-        question.message = message;
+        question.title = transfers.stopTitle(key);
+        question.message = transfers.stopMessage(key);
         question.open();
     }
 }

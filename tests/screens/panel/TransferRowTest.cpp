@@ -1,6 +1,7 @@
 #include "screens/panel/TransferRow.h"
 #include "screens/TransferTexts.h"
-#include "screens/panel/TransfersView.h"
+#include "screens/panel/Footing.h"
+#include "screens/panel/TransferActions.h"
 
 #include "files/FileError.h"
 #include "http/TransportError.h"
@@ -8,6 +9,7 @@
 #include "tests/support/QtPrinting.h"
 #include "tests/support/Simulation.h"
 
+#include <QDateTime>
 #include <QMetaEnum>
 
 #include <gmock/gmock.h>
@@ -36,15 +38,18 @@ TEST(TransferRowTest, saysHowFarARunningTransferIsOrWhyItDoesNotRun)
 {
     auto retrying = [](std::chrono::seconds wait) { return Item::Retrying{.message = "No.", .until = now + wait}; };
     const std::tuple<Item, QString, QString, QString> cases[] = {
-        {item(running), "0%", "0 KB of 0 KB", ""},
+        {item(running), "", "Size not known yet", ""},
+        {item(running, 5'000'000), "", "5.0 MB, size not known yet", ""},
         {item(running, 290'000'000, 1'000'000'000), "29%", "290.0 MB of 1.00 GB", ""},
         {item(running, 290'000'000, 1'000'000'000, 0.0), "29%", "290.0 MB of 1.00 GB · —", ""},
         {item(running, 290'000'000, 1'000'000'000, 10e6), "29%", "290.0 MB of 1.00 GB · 10.0 MB/s · 1m 11s left", ""},
         {item(running, 1'000'000, 1'000'000, 10e6), "100%", "1.0 MB of 1.0 MB · 10.0 MB/s", ""},
-        {item(Item::Waiting{}), "0%", "", "Waiting"},
+        {item(Item::Waiting{}), "", "", "Waiting"},
+        {item(Item::Waiting{}, 1, 4), "25%", "", "Waiting · 1 KB of 1 KB"},
+        {item(Item::Paused{}, 1, 4, 5.0), "25%", "", "Paused · 1 KB of 1 KB"},
         {item(Item::Done{}, 4'000'000, 4'000'000, 5.0), "100%", "", "Done · 4.0 MB"},
         {item(Item::Stopped{}, 1, 4, 5.0), "25%", "", "Stopped"},
-        {item(Item::Failed{.message = "That file is empty."}), "0%", "", "That file is empty."},
+        {item(Item::Failed{.message = "That file is empty."}), "", "", "That file is empty."},
         {item(retrying(75s), 1, 4, 5.0), "25%", "", "No. Trying again in 1 min, 15 sec"},
     };
     for (const auto& [shown, percent, figures, status] : cases) {
@@ -66,17 +71,17 @@ TEST(TransferRowTest, theGraphGrowsWithTheProgressAndTheRestSaysWhatAStopMeans)
     auto upload = transferRow(moving, now);
     EXPECT_EQ(upload.samples.size(), 2);
     EXPECT_EQ(upload.graphFraction, 0.5);
-    EXPECT_EQ(upload.stopTitle, "Stop this upload?");
-    EXPECT_EQ(upload.stopMessage, "12.4 MB has gone up already. Stopping throws it away, so nothing half delivered is "
-                                  "left in storage.");
+    EXPECT_EQ(stopTitle(moving), "Stop this upload?");
+    EXPECT_EQ(stopMessage(moving), "12.4 MB has gone up already. Stopping throws it away, so nothing half delivered is "
+                                   "left in storage.");
     EXPECT_EQ(upload.spoken, "Picture, reel.mov, upload, running, 50 percent");
     moving.kind = Item::Kind::download;
     moving.state = Item::Stopped{};
     moving.label.clear();
     auto download = transferRow(moving, now);
     EXPECT_EQ(download.graphFraction, 1);
-    EXPECT_EQ(download.stopTitle, "Stop this download?");
-    EXPECT_EQ(download.stopMessage, "12.4 MB has come down already. It is kept on disk.");
+    EXPECT_EQ(stopTitle(moving), "Stop this download?");
+    EXPECT_EQ(stopMessage(moving), "12.4 MB has come down already. It is kept on disk.");
     EXPECT_EQ(download.spoken, "reel.mov, reel.mov, download, stopped, Stopped") << "without a label";
 }
 
@@ -113,13 +118,76 @@ TEST(TransferTextsTest, aRetryGivesItsReasonInPlainWordsAndKeepsTheTechnicalOne)
     }
 }
 
-TEST(OverallPercentTest, theWholeIsWhatIsInFlightAndHasASize)
+TEST(FootingTest, saysHowFastAllIsHowMuchIsLeftAndUntilWhen)
 {
-    EXPECT_EQ(overallPercent({item(running)}), std::nullopt);
-    EXPECT_EQ(overallPercent({item(running, 10, 100), item(running), item(Item::Done{}, 500, 500),
-                              item(Item::Retrying{}, 40, 100)}),
+    const auto noon = QDateTime(QDate(2026, 11, 26), QTime(12, 0));
+    const auto wall = Clock::WallTime(std::chrono::milliseconds(noon.toMSecsSinceEpoch()));
+    const auto gb = 1'000'000'000LL;
+    const auto at = [&](qint64 left, double rate) { return item(running, 2 * gb, 2 * gb + left, rate); };
+    const auto waiting = item(Item::Waiting{}, 0, 18 * gb), paused = item(Item::Paused{}, 0, 5 * gb);
+    const auto over = item(Item::Done{}, 7, 7, 9e6);
+    const std::tuple<std::vector<Item>, QString> cases[] = {
+        {{}, ""},
+        {{over}, ""},
+        {{over, paused}, "Paused"},
+        {{waiting}, "18.0 GB left"},
+        {{at(20 * gb, 20e6), over, paused}, "20.0 MB/s · 20.0 GB left · about 12:16"},
+        {{at(10 * gb, 5e6), waiting, at(10 * gb, 15e6)}, "20.0 MB/s · 38.0 GB left · about 12:31"},
+        {{at(1000 * gb, 20e6)}, "20.0 MB/s · 1.0 TB left · about 01:53 tomorrow"},
+        {{at(4000 * gb, 20e6)}, "20.0 MB/s · 4.0 TB left · about 19:33 on Saturday"},
+        {{at(4000 * gb, 2e6)}, "2.0 MB/s · 4.0 TB left"},
+        {{at(20 * gb, 20e6), item(running)}, "20.0 MB/s · more than 20.0 GB left"},
+        {{item(running)}, ""},
+        {{item(running, 4, 4, 5e6)}, "5.0 MB/s"},
+    };
+    for (const auto& [items, text] : cases)
+        EXPECT_EQ(footingText(footingOf(items), wall), text);
+}
+
+TEST(FootingTest, theWholeIsWhatIsInFlightAndHasASize)
+{
+    const auto percentOf = [](const std::vector<Item>& items) { return overallPercent(footingOf(items)); };
+    EXPECT_EQ(percentOf({item(running)}), std::nullopt);
+    EXPECT_EQ(percentOf({item(running, 10, 100), item(running), item(Item::Done{}, 500, 500),
+                         item(Item::Retrying{}, 40, 100)}),
               25);
-    EXPECT_EQ(overallPercent({item(running, 200, 100), item(running, 0, 100)}), 50) << "no more than its size";
+    EXPECT_EQ(percentOf({item(running, 200, 100), item(running, 0, 100)}), 50) << "no more than its size";
+}
+
+TEST(TransferActionsTest, areThoseThatItsStateAndItsKindAllow)
+{
+    using enum TransferAction::Value;
+    auto with = [](Item of, QString file, Item::Kind kind) {
+        of.file = std::move(file);
+        of.kind = kind;
+        return of;
+    };
+    const auto upload = Item::Kind::upload, download = Item::Kind::download;
+    auto intoBin = item(running);
+    intoBin.target = TransferTarget::Bin{};
+    const std::tuple<Item, QList<TransferAction::Value>, TransferAction::Value> cases[] = {
+        {with(item(Item::Waiting{}), "f", upload),
+         {StartNow, Pause, Stop, ShowInFolder, Open, ShowDeliverable, CopyName},
+         ShowDeliverable},
+        {item(Item::Waiting{.why = "No."}), {Pause, Stop, ShowDeliverable, CopyError, CopyName}, ShowDeliverable},
+        {intoBin, {Pause, Stop, CopyName}, None},
+        {with(item(running), "f", download), {Pause, Stop, ShowInFolder, ShowDeliverable, CopyName}, ShowDeliverable},
+        {item(Item::Retrying{.message = "No."}),
+         {StartNow, Pause, Stop, ShowDeliverable, CopyError, CopyName},
+         ShowDeliverable},
+        {item(Item::Paused{}), {Resume, Stop, ShowDeliverable, CopyName}, Resume},
+        {item(Item::Failed{.message = "No."}), {TryAgain, ShowDeliverable, CopyError, CopyName, Remove}, TryAgain},
+        {item(Item::Stopped{}), {TryAgain, ShowDeliverable, CopyName, Remove}, TryAgain},
+        {with(item(Item::Done{}), "f", upload),
+         {ShowInFolder, Open, ShowDeliverable, CopyName, Remove},
+         ShowDeliverable},
+        {with(item(Item::Done{}), "f", download),
+         {ShowInFolder, Open, ShowDeliverable, CopyName, Remove},
+         ShowInFolder}};
+    for (const auto& [of, actions, main] : cases) {
+        EXPECT_EQ(actionsFor(of), actions) << nameOf(of.state).toStdString();
+        EXPECT_EQ(mainActionFor(of), main) << nameOf(of.state).toStdString();
+    }
 }
 
 } // namespace

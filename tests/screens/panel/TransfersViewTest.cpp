@@ -7,16 +7,23 @@ namespace palvera {
 namespace {
 
 using testing::ElementsAre;
+using Action = TransferAction::Value;
 
 /// The panel in virtual time.
 struct TransfersViewTest : TransfersTest {
-    TransfersView view{*model, world.clock, world.executor()};
+    QStringList shown, opened; ///< files
+    TransfersView view{
+        *model,
+        world.clock,
+        world.executor(),
+        {[this](const QString& path) { shown.append(path); }, [this](const QString& path) { opened.append(path); }}};
 
     ~TransfersViewTest() override
     {
         world.run(view.close());
         world.run(model->suspend());
     }
+    QString keyAt(int row) { return valueAt(*view.inFlight(), row, "key").toString(); }
     QUuid add(const QString& label)
     {
         auto id = addUpload(label, label);
@@ -25,19 +32,21 @@ struct TransfersViewTest : TransfersTest {
     }
 };
 
-TEST_F(TransfersViewTest, aRowMovesToFinishedInTheOrderOfAddingWhenItsTransferEnds)
+TEST_F(TransfersViewTest, aRowMovesToTheTopOfFinishedWhenItsTransferEnds)
 {
     auto a = add("a");
     add("b");
     auto c = add("c");
     EXPECT_EQ(titlesOf(*view.inFlight()), "a b c");
     EXPECT_EQ(view.badge(), "3");
+    EXPECT_THAT(view.tabTitles(), ElementsAre("In flight (3)", "Finished", "Interrupted"));
     model->stop(c);
     model->stop(a);
     EXPECT_EQ(titlesOf(*view.inFlight()), "b");
     EXPECT_EQ(titlesOf(*view.finished()), "a c");
-    view.stop(valueAt(*view.inFlight(), 0, "key").toString());
-    EXPECT_EQ(titlesOf(*view.finished()), "a b c");
+    view.perform(keyAt(0), Action::Stop);
+    EXPECT_EQ(titlesOf(*view.finished()), "b a c");
+    EXPECT_THAT(view.tabTitles(), ElementsAre("In flight", "Finished (3)", "Interrupted"));
     EXPECT_EQ(view.badge(), "");
     add("d");
     view.clearFinished();
@@ -56,9 +65,9 @@ TEST_F(TransfersViewTest, progressTouchesOneRowAndOnlyWhatItShows)
     for (int times = 0; times < 2; ++times) { // the second time, nothing has changed
         uploads.requests.back().onProgress({.sent = 50, .total = 200, .bytesPerSecond = 5});
         world.settle();
-        EXPECT_THAT(watch.changes, ElementsAre("*1-1 fraction percent figures graphFraction spoken stopMessage"));
+        EXPECT_THAT(watch.changes, ElementsAre("*1-1 fraction percent figures graphFraction spoken"));
     }
-    EXPECT_EQ(view.overallText(), "24%") << "with the other, of which nothing has gone";
+    EXPECT_EQ(view.overallText(), "24%"); // of both
     EXPECT_FALSE(view.isPanelOpen());
 }
 
@@ -74,6 +83,51 @@ TEST_F(TransfersViewTest, thePanelThatWasClosedOpensForAnotherDeliverableAlone)
     model->cutOff(); // closes it as somebody signs out
     add("a");
     EXPECT_TRUE(view.isPanelOpen());
+}
+
+TEST_F(TransfersViewTest, rowsAreMovedAmongThoseInFlight)
+{
+    add("a");
+    const auto over = add("b");
+    for (const char* label : {"c", "d", "e"})
+        add(label);
+    model->stop(over);
+    const std::tuple<int, int, const char*> moves[] = {{0, 1, "c a d e"},  {1, 0, "a c d e"}, {0, 9, "c d e a"},
+                                                       {3, -1, "a c d e"}, {1, 2, "a d c e"}, {2, 2, "a d c e"}};
+    for (const auto& [from, to, order] : moves) {
+        view.moveTo(keyAt(from), to);
+        EXPECT_EQ(titlesOf(*view.inFlight()), order);
+        TransferRows anew(*model, world.clock, TransferRows::Which::inFlight);
+        EXPECT_EQ(titlesOf(anew), order) << "as the model has it";
+    }
+}
+
+TEST_F(TransfersViewTest, doesWithATransferWhatStillCanBeDone)
+{
+    auto id = add("a");
+    view.perform(keyAt(0), Action::Pause);
+    EXPECT_EQ(stateOf(id), "paused");
+    EXPECT_TRUE(view.areAllPaused());
+    EXPECT_EQ(view.footer(), "Paused");
+    view.perform(keyAt(0), Action::Pause); // it cannot be any more
+    view.perform(keyAt(0), Action::Remove);
+    EXPECT_EQ(view.mainAction(keyAt(0)), Action::Resume);
+    view.perform(keyAt(0), Action::ShowInFolder);
+    view.perform(keyAt(0), Action::Open);
+    EXPECT_EQ(shown + opened, QStringList(2, disk.filePath("master.mov")));
+    QString wanted;
+    QObject::connect(&view, &TransfersView::deliverableWanted, [&](const auto& row) { wanted = row.deliverableId; });
+    view.perform(keyAt(0), Action::ShowDeliverable);
+    EXPECT_EQ(wanted, "a");
+    view.perform(keyAt(0), Action::Resume);
+    world.settle();
+    EXPECT_EQ(stateOf(id), "running");
+    const auto key = keyAt(0);
+    view.perform(key, Action::Stop);
+    view.perform(key, Action::Remove);
+    EXPECT_EQ(stateOf(id), "absent");
+    view.perform(key, Action::TryAgain);
+    EXPECT_EQ(view.inFlight()->count(), 0);
 }
 
 TEST_F(TransfersViewTest, theCountdownOfARetryRunsDown)
