@@ -28,6 +28,22 @@ std::optional<Journal> readJournal(const QString& path)
     }
 }
 
+std::vector<Journal> readJournals(const QString& folder)
+{
+    std::vector<Journal> found;
+    const QDir files(folder);
+    for (const QString& name : files.entryList(QDir::Files | QDir::Hidden, QDir::Unsorted))
+        if (auto journal = readJournal(files.filePath(name)))
+            found.push_back(std::move(*journal));
+    return found;
+}
+
+std::optional<Journal> readJournalOf(const QString& key, const QString& folder)
+{
+    auto journal = isUsableKey(key) ? readJournal(folder + QLatin1Char('/') + journalFileName(key)) : std::nullopt;
+    return journal && journal->key == key ? journal : std::nullopt; // a copied file does not speak for another key
+}
+
 } // namespace
 
 JournalStore::JournalStore(const QString& applicationSupport) : m_home(applicationSupport + QStringLiteral("/Palvera"))
@@ -75,18 +91,40 @@ void JournalStore::setAside(Journal journal) const
 
 std::optional<Journal> JournalStore::loadJournal(const QString& key) const
 {
-    auto journal = isUsableKey(key) ? readJournal(pathOf(key)) : std::nullopt;
-    return journal && journal->key == key ? journal : std::nullopt; // a copied file does not speak for another key
+    return readJournalOf(key, journalFolder());
 }
 
 std::vector<Journal> JournalStore::loadJournals() const
 {
-    std::vector<Journal> found;
-    QDir folder(journalFolder());
-    for (const QString& name : folder.entryList(QDir::Files | QDir::Hidden, QDir::Unsorted))
-        if (auto journal = readJournal(folder.filePath(name)))
-            found.push_back(std::move(*journal));
-    return found;
+    return readJournals(journalFolder());
+}
+
+QString JournalStore::waitingFolder() const
+{
+    return makePrivateFolder(m_home + QStringLiteral("/Waiting"));
+}
+
+void JournalStore::saveWaiting(const Journal& journal) const
+{
+    if (isUsableKey(journal.key))
+        writeFileAtomically(waitingFolder() + QLatin1Char('/') + journalFileName(journal.key), encodeJournal(journal),
+                            stagingFolder(), FileAccess::ownerOnly);
+}
+
+void JournalStore::removeWaiting(const QString& key) const
+{
+    if (isUsableKey(key))
+        QFile::remove(waitingFolder() + QLatin1Char('/') + journalFileName(key));
+}
+
+std::optional<Journal> JournalStore::loadWaiting(const QString& key) const
+{
+    return readJournalOf(key, waitingFolder());
+}
+
+std::vector<Journal> JournalStore::loadAllWaiting() const
+{
+    return readJournals(waitingFolder());
 }
 
 LockFile JournalStore::lockOf(const QString& key) const

@@ -31,12 +31,21 @@ public:
     /// Every file of the folder that reads and decodes. Others stay where they are.
     std::vector<Journal> loadJournals() const;
 
+    // Uploads that have not begun, so that they are not forgotten with the program. Each is a journal of one part and
+    // of no multipart upload, in "Palvera/Waiting"; it says nothing once there is a journal under its key.
+
+    void saveWaiting(const Journal& journal) const;
+    void removeWaiting(const QString& key) const;
+    std::optional<Journal> loadWaiting(const QString& key) const;
+    std::vector<Journal> loadAllWaiting() const;
+
     /// The lock that a run of the upload `key` holds, not taken yet. Throws FileError where none can be made.
     LockFile lockOf(const QString& key) const;
     /// Whether a run of it goes, in this process or another.
     bool isRunning(const QString& key) const;
 
 private:
+    QString waitingFolder() const;
     QString pathOf(const QString& key) const;
     QString lockPathOf(const QString& key) const;
     QString stagingFolder() const;

@@ -14,6 +14,7 @@ Task<Discarded> discardUpload(API& api, const JournalStore& journals, Executor d
     Discarded discarded;
     std::optional<LockFile> held;
     co_await callOn(disk, [&] {
+        journals.removeWaiting(journalKey);
         try {
             auto outcome = LockFile::Outcome::released;
             while (outcome == LockFile::Outcome::released) { // by a run that has just ended

@@ -26,6 +26,12 @@ bool isOf(const Journal& journal, const QString& path)
     return identity && identity->size == journal.byteSize && fileStamp(*identity) == journal.fileStamp;
 }
 
+std::optional<Journal> journalOf(const JournalStore& journals, const QString& key)
+{
+    auto journal = journals.loadJournal(key);
+    return journal ? journal : journals.loadWaiting(key);
+}
+
 template <class List>
 auto findIn(const List& list, auto&& matches)
 {
@@ -74,6 +80,10 @@ Task<void> Interrupted::read(QPointer<Interrupted> self, Environment environment
         for (auto& journal : environment.journals.loadJournals())
             if (journal.service.value_or(service) == service && !environment.journals.isRunning(journal.key))
                 uploads.push_back({.journal = std::move(journal)});
+        for (auto& journal : environment.journals.loadAllWaiting())
+            if (journal.service.value_or(service) == service && !environment.journals.isRunning(journal.key) &&
+                !environment.journals.loadJournal(journal.key))
+                uploads.push_back({.journal = std::move(journal), .isBegun = false});
         downloads = environment.index.load();
         std::erase_if(downloads, [&](const auto& found) { return found.download.service != service; });
     });
@@ -172,7 +182,7 @@ Task<bool> Interrupted::isSource(QString key, QString path)
 {
     bool is = false;
     co_await callOn(m_environment.disk, [&] {
-        const auto journal = m_environment.journals.loadJournal(key);
+        const auto journal = journalOf(m_environment.journals, key);
         is = journal && isOf(*journal, path);
     });
     co_return is;
@@ -183,12 +193,13 @@ Task<bool> Interrupted::moveSource(QString key, QString path)
     bool isMoved = false;
     co_await callOn(m_environment.disk, [&] {
         auto held = m_environment.journals.lockOf(key);
-        auto journal = m_environment.journals.loadJournal(key);
+        const bool isBegun = m_environment.journals.loadJournal(key).has_value();
+        auto journal = journalOf(m_environment.journals, key);
         if (held.tryLock() != LockFile::Outcome::taken || !journal || !isOf(*journal, path))
             return;
         journal->filePath = path;
         journal->bookmark = bookmark::make(path);
-        m_environment.journals.saveJournal(*journal);
+        isBegun ? m_environment.journals.saveJournal(*journal) : m_environment.journals.saveWaiting(*journal);
         isMoved = true;
     });
     co_await load();

@@ -18,6 +18,7 @@ class API;
 /// An upload that was cut off.
 struct InterruptedUpload {
     Journal journal;
+    bool isBegun = true;       ///< else there is nothing of it but the wish
     bool isSourceGone = false; ///< no file is at its path, nor beside it under another name
 
     bool operator==(const InterruptedUpload&) const = default;

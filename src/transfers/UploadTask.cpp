@@ -4,9 +4,13 @@
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
 #include "files/Bookmark.h"
+#include "files/FileError.h"
+#include "files/SourceIdentity.h"
 #include "files/SourcePath.h"
 #include "http/NetworkPath.h"
+#include "service/API.h"
 #include "service/APIError.h"
+#include "transfer/ResumeRules.h"
 #include "transfer/UploadProtocol.h"
 #include "transfers/DiscardUpload.h"
 
@@ -32,6 +36,7 @@ UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSour
       m_client(item.client),
       m_account(model.account()),
       m_api(m_environment.api.pinned()),
+      m_service(QString::fromUtf8(m_api->makeURL(QString()))),
       m_source(std::move(source)),
       m_live(std::move(live)),
       m_queue(model.m_uploadQueue),
@@ -59,6 +64,8 @@ Task<void> UploadTask::perform()
         const auto run = m_live->run();
         auto failure = (co_await outcomeOf(attempt())).failure;
         m_queue->leave(m_id);
+        if (!failure)
+            co_await leave();
         if (!m_model)
             co_return;
         if (!failure)
@@ -68,7 +75,7 @@ Task<void> UploadTask::perform()
         if (isCancellation(failure))
             co_return co_await end();
         if (m_source.deliverable && isDeliveryDoubt(failure))
-            co_return raiseDoubt(failure);
+            co_return co_await raiseDoubt(failure);
         const auto renewed = co_await outcomeOf(m_signIn.mayGoOnAfter(failure, m_model, m_id, run));
         if (renewed.failure || *renewed.value)
             continue; // a cancellation, or signed in again
@@ -101,6 +108,7 @@ Task<void> UploadTask::findFile()
         else if (auto found = bookmark::resolve(*m_source.bookmark))
             path = found->path;
         size = statusOf(path).value_or(PathStatus{}).size;
+        enter(path);
     });
     if (m_model)
         m_model->change(m_id, [&](Item& item) {
@@ -108,6 +116,34 @@ Task<void> UploadTask::findFile()
             item.name = QFileInfo(path).fileName();
             item.total = size;
         });
+}
+
+void UploadTask::enter(const QString& path) const
+try {
+    const auto identity = identityOf(path);
+    if (!identity || identity->size < 1)
+        return;
+    m_environment.journals.saveWaiting({.key = m_key,
+                                        .orgId = m_target.orgId(),
+                                        .projectId = m_target.projectId(),
+                                        .partSize = identity->size,
+                                        .partCount = 1,
+                                        .byteSize = identity->size,
+                                        .filePath = path,
+                                        .filename = QFileInfo(path).fileName(),
+                                        .bookmark = m_source.bookmark,
+                                        .fileStamp = fileStamp(*identity),
+                                        .target = m_target,
+                                        .service = m_service,
+                                        .account = accountId(),
+                                        .label = m_label,
+                                        .client = client()});
+} catch (const FileError&) { // NOLINT(bugprone-empty-catch): then it is only forgotten with the program
+}
+
+Task<void> UploadTask::leave()
+{
+    co_await callOn(m_disk, [this] { m_environment.journals.removeWaiting(m_key); });
 }
 
 Task<void> UploadTask::stayPaused()
@@ -131,9 +167,9 @@ Task<void> UploadTask::attempt()
                           .file = m_source.file,
                           .bookmark = m_source.bookmark,
                           .key = m_key,
-                          .account = m_account ? std::optional(m_account->userId) : std::nullopt,
+                          .account = accountId(),
                           .label = m_label,
-                          .client = m_client.isEmpty() ? std::nullopt : std::optional(m_client),
+                          .client = client(),
                           .confirmed = m_source.confirmed,
                           .flag = run};
     request.onProgress = [main = m_environment.main, model = m_model, id = m_id](const UploadProgress& now) {
@@ -173,8 +209,11 @@ void UploadTask::succeed()
     m_model->ended(m_id);
 }
 
-void UploadTask::raiseDoubt(const std::exception_ptr& failure)
+Task<void> UploadTask::raiseDoubt(std::exception_ptr failure)
 {
+    co_await leave();
+    if (!m_model)
+        co_return;
     m_model->m_interrupted.show(m_key);
     m_model->raise(m_id, {.id = QUuid::createUuid(),
                           .message = describe(failure),
@@ -188,6 +227,9 @@ void UploadTask::raiseDoubt(const std::exception_ptr& failure)
 
 Task<void> UploadTask::fail(std::exception_ptr failure)
 {
+    co_await leave();
+    if (!m_model)
+        co_return;
     m_model->m_interrupted.show(m_key);
     m_model->setState(m_id, Item::Failed{.message = describe(failure), .failure = failure});
     m_model->noteFailure(m_id);

@@ -19,6 +19,10 @@ private:
     Task<void> letPredecessorEnd();
     /// Bookmarks the file, and shows it under the name that it has by now where it is bookmarked already.
     Task<void> findFile();
+    /// Has the upload outlive the program before it has a journal. Blocks on the disk.
+    void enter(const QString& path) const;
+    /// It needs that no more.
+    Task<void> leave();
     /// Ends when the user has it go on. Nobody else may go on with it meanwhile.
     Task<void> stayPaused();
     Task<void> attempt();
@@ -27,13 +31,15 @@ private:
     Task<void> waitForRetry(std::chrono::seconds delay, std::exception_ptr failure);
     Task<void> waitFor(std::chrono::seconds delay);
     void succeed();
-    void raiseDoubt(const std::exception_ptr& failure);
+    Task<void> raiseDoubt(std::exception_ptr failure);
     Task<void> fail(std::exception_ptr failure);
     /// Of a stopped or suspended upload.
     Task<void> end();
     Task<void> giveUp();
     Task<void> discard();
     Task<void> sendStopReport();
+    std::optional<QString> accountId() const { return m_account ? std::optional(m_account->userId) : std::nullopt; }
+    std::optional<QString> client() const { return m_client.isEmpty() ? std::nullopt : std::optional(m_client); }
 
     const QPointer<Transfers> m_model;
     const Transfers::Environment m_environment;
@@ -46,6 +52,7 @@ private:
     const QString m_client;
     const std::optional<Account> m_account; // whose it is
     const std::shared_ptr<API> m_api;       // of the service where it began
+    const QString m_service;
     Transfers::UploadSource m_source;
     const std::shared_ptr<LiveTransfer> m_live;
     const std::shared_ptr<TransferQueue> m_queue;

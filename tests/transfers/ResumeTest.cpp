@@ -135,6 +135,44 @@ TEST_F(ResumeTest, suspendingLeavesWhatCanBeGoneOnWith)
     world.run(model->suspend());
 }
 
+TEST_F(ResumeTest, whatHasNotBegunYetIsNotForgotten)
+{
+    uploads.ends = {nullptr, platformSays(403)};
+    QList<QUuid> ids;
+    for (int i = 1; i <= 9; ++i)
+        ids.append(addUpload(QString("row-%1").arg(i)));
+    runUntilState(ids[1], "failed: The platform says 403.");
+    model->stop(ids[8]);
+    world.settle();
+    EXPECT_EQ(statesOf(ids), "done failed running running running waiting waiting waiting stopped");
+    journal("row-3"); // as its engine keeps it
+    model->pause(ids[6]);
+    world.run(model->suspend());
+    const auto listed = [&] {
+        makeModel({});
+        QStringList keys;
+        for (const auto& upload : model->interrupted().uploads())
+            keys.append(upload.journal.key + (upload.isBegun ? " begun" : ""));
+        keys.sort();
+        return keys.join(' ').toStdString();
+    };
+    EXPECT_EQ(listed(), "row-3 begun row-4 row-5 row-6 row-7 row-8");
+    auto& list = model->interrupted();
+    const auto known = *list.findUpload("row-8");
+    EXPECT_EQ(known.journal.label, "Picture");
+    world.run(list.discardUpload("row-5"));
+    const auto moved = disk.filePath("elsewhere.mov");
+    QFile::rename(known.journal.filePath, moved);
+    EXPECT_TRUE(world.run(list.isSource("row-4", moved)));
+    EXPECT_TRUE(world.run(list.moveSource("row-4", moved)));
+    uploads.ends = {nullptr};
+    runUntilState(*model->resume(list.findUpload("row-4")->journal), "done");
+    EXPECT_EQ(uploads.requests.back().file, moved);
+    EXPECT_EQ(listed(), "row-3 begun row-6 row-7 row-8");
+    account = {{.service = "https://platform.test/api/", .userId = "another"}};
+    EXPECT_EQ(listed(), "row-3 begun") << "of which nobody knows whose it is";
+}
+
 TEST_F(ResumeTest, signingOutCutsOffAndEmptiesEverythingAndOnlyTheSameUserFindsItAgain)
 {
     uploads.ends = {platformSays(403), platformSays(409, "delivery_doubt")};

@@ -68,6 +68,8 @@ QString counted(qsizetype count, const QString& one, const QString& several)
 
 QString partsDoneText(const InterruptedUpload& upload)
 {
+    if (!upload.isBegun)
+        return QStringLiteral("Not begun");
     return QStringLiteral("%1 of %2 parts done").arg(upload.journal.done.size()).arg(upload.journal.partCount);
 }
 
@@ -151,7 +153,10 @@ QString InterruptedView::discardTitle(const QString& key) const
 QString InterruptedView::discardMessage(const QString& key) const
 {
     const auto& list = m_transfers.interrupted();
-    if (const auto* upload = list.findUpload(key))
+    const auto* upload = list.findUpload(key);
+    if (upload && !upload->isBegun)
+        return tr("“%1” has not begun to go up. Your file stays as it is.").arg(visibleText(upload->journal.filename));
+    if (upload)
         return tr("“%1”: %2. What storage has of it is thrown away; your file stays as it is.")
             .arg(visibleText(upload->journal.filename), partsDoneText(*upload));
     if (const auto* found = list.findDownload(key))

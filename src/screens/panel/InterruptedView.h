@@ -25,7 +25,7 @@ struct InterruptedRow {
     bool operator==(const InterruptedRow&) const = default;
 };
 
-/// "12 of 40 parts done".
+/// "12 of 40 parts done", or that it has not begun.
 QString partsDoneText(const InterruptedUpload& upload);
 /// "2 uploads and 1 download were cut off."; empty for none.
 QString cutOffText(qsizetype uploads, qsizetype downloads);
