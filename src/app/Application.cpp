@@ -9,7 +9,6 @@
 #include <QGuiApplication>
 #include <QQmlIncubationController>
 #include <QQuickWindow>
-#include <QScreen>
 
 namespace palvera {
 
@@ -120,16 +119,13 @@ bool Application::show()
     return true;
 }
 
-/// In the upper corner at the end of the screen, until the user has put it elsewhere.
 void Application::placePanel()
 {
     m_panel = m_window->property("panel").value<QQuickWindow*>();
     m_panel->setProperty("_q_showWithoutActivating", true); // it opens by itself, while the user types elsewhere
-    const auto screen = m_window->screen()->availableGeometry();
-    constexpr int margin = 20;
-    m_panel->setPosition(screen.right() - m_panel->width() - margin, screen.top() + margin);
-    m_panelPlace =
+    m_panelSize =
         std::make_unique<WindowPlace>(*m_panel, m_environment.preferences, QStringLiteral("pv.window.transfers"));
+    m_panelPlace = std::make_unique<PanelPlace>(*m_panel, *m_window, m_window->property("barHeight").toInt());
 }
 
 void Application::arrive(const Arrival& arrival)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/EndNotice.h"
+#include "app/PanelPlace.h"
 #include "app/RootView.h"
 #include "app/WindowPlace.h"
 #include "desktop/Arrival.h"
@@ -72,7 +73,8 @@ private:
     QQuickWindow* m_window = nullptr; // the engine's
     QQuickWindow* m_panel = nullptr;  // the engine's
     std::unique_ptr<WindowPlace> m_place;
-    std::unique_ptr<WindowPlace> m_panelPlace;
+    std::unique_ptr<WindowPlace> m_panelSize;
+    std::unique_ptr<PanelPlace> m_panelPlace;
 };
 
 } // namespace palvera

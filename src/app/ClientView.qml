@@ -1,4 +1,5 @@
 import QtQuick
+import Palvera.Deliverables
 import Palvera.App
 
 /// The client that is open: its projects, the deliverables of one, and one of these; and its assets. A page that one comes back to is as
@@ -35,5 +36,11 @@ FocusScope {
         file: "AssetsPage.qml"
         model: root.model
         shown: root.model.page === RootModel.Assets
+    }
+
+    SendingDialogs {
+        anchors.fill: parent
+        rowDrop: root.model.rowDrop
+        sender: root.model.sender
     }
 }

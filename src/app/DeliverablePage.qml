@@ -12,6 +12,7 @@ DeliverableView {
 
     deliverable: model.deliverable
     projectName: model.deliverables.title
+    sender: model.sender
     toolbarItems: [
         UpdateButton {
             pill: root.model.updatePill

@@ -11,6 +11,8 @@ DeliverablesView {
     required property RootModel model
 
     deliverables: model.deliverables
+    rowDrop: model.rowDrop
+    sender: model.sender
     toolbarItems: [
         UpdateButton {
             pill: root.model.updatePill

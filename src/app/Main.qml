@@ -10,6 +10,7 @@ Window {
     required property RootModel model
     property bool dark: false
     readonly property Window panel: transfers
+    readonly property int barHeight: Theme.barHeight
 
     color: Theme.window
     height: 720

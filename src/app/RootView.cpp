@@ -38,11 +38,13 @@ RootView::RootView(Environment environment, QObject* parent)
                       .clock = m_environment.signIn.clock,
                       .api = m_environment.signIn.doors.api,
                       .transfers = m_environment.transfers}),
+      m_sender(m_environment.signIn.main, m_environment.background, m_environment.transfers),
+      m_rowDrop(m_deliverables, m_sender),
       m_deliverable({.main = m_environment.signIn.main,
-                     .background = m_environment.background,
                      .api = m_environment.signIn.doors.api,
                      .transfers = m_environment.transfers,
-                     .session = m_session}),
+                     .session = m_session,
+                     .sender = m_sender}),
       m_assets({.main = m_environment.signIn.main,
                 .background = m_environment.background,
                 .clock = m_environment.signIn.clock,
@@ -62,7 +64,8 @@ RootView::RootView(Environment environment, QObject* parent)
     connect(&m_session, &Session::accountChanged, &m_environment.transfers, &Transfers::followAccount);
     connect(&m_session, &Session::remarkChanged, this, &RootView::remarkChanged);
     connect(&m_session, &Session::signInDoubted, this, [this] { m_tasks.start(confirmIn(m_session)); });
-    connect(&m_deliverables, &DeliverablesView::refreshed, this, &RootView::updateDeliverable);
+    connect(&m_deliverables, &DeliverablesView::loaded, this, &RootView::updateDeliverable);
+    connect(&m_sender, &FileSender::noticeChanged, this, &RootView::remarkChanged);
     connect(&m_projects, &ProjectsView::orgChanged, this, &RootView::windowTitleChanged);
     connect(&m_transfers, &TransfersView::overallChanged, this, &RootView::windowTitleChanged);
     connect(&m_transfers, &TransfersView::deliverableWanted, this,
@@ -104,12 +107,17 @@ bool RootView::areOrgsLoading() const
 
 QString RootView::remark() const
 {
+    const bool isSaidByPage = m_page == Page::Deliverables || m_page == Page::Deliverable;
+    if (!isSaidByPage && !m_sender.notice().isEmpty())
+        return m_sender.notice();
     return m_remark.isEmpty() ? m_session.remark() : m_remark;
 }
 
 void RootView::dismissRemark()
 {
-    if (m_remark.isEmpty())
+    if (remark() == m_sender.notice())
+        m_sender.dismissNotice();
+    else if (m_remark.isEmpty())
         m_session.dismissRemark();
     else
         setRemark({});
@@ -230,17 +238,17 @@ void RootView::goTo(Page page)
         m_deliverables.leave();
         m_assets.leave();
     }
+    m_sender.turnPage();
+    m_rowDrop.dismiss();
     if (std::exchange(m_page, page) != page)
         Q_EMIT pageChanged();
 }
 
-/// What is filed on the deliverable that is open may have changed.
+/// What is filed on the deliverable that is open may have changed, or the platform no longer has it.
 void RootView::updateDeliverable()
 {
-    if (m_page != Page::Deliverable)
-        return;
-    if (const auto* deliverable = m_deliverables.find(m_deliverable.deliverable().id))
-        m_deliverable.update(*deliverable);
+    if (m_page == Page::Deliverable)
+        m_deliverable.update(m_deliverables.find(m_deliverable.deliverable().id));
 }
 
 /// Asks the platform for the names on the way there, whatever is open.
@@ -273,6 +281,7 @@ Task<void> RootView::close()
     co_await m_login.close();
     co_await m_projects.close();
     co_await m_deliverables.close();
+    co_await m_sender.close();
     co_await m_deliverable.close();
     co_await m_assets.close();
     co_await m_transfers.close();

@@ -6,6 +6,7 @@
 #include "screens/assets/AssetsView.h"
 #include "screens/deliverables/DeliverableView.h"
 #include "screens/deliverables/DeliverablesView.h"
+#include "screens/deliverables/RowDrop.h"
 #include "screens/panel/TransfersView.h"
 #include "update/AboutView.h"
 #include "update/UpdatePill.h"
@@ -26,6 +27,8 @@ class RootView : public QObject {
     Q_PROPERTY(Page page READ page NOTIFY pageChanged)
     Q_PROPERTY(palvera::DeliverablesView* deliverables READ deliverables CONSTANT)
     Q_PROPERTY(palvera::DeliverableView* deliverable READ deliverable CONSTANT)
+    Q_PROPERTY(palvera::FileSender* sender READ sender CONSTANT)
+    Q_PROPERTY(palvera::RowDrop* rowDrop READ rowDrop CONSTANT)
     Q_PROPERTY(palvera::AssetsView* assets READ assets CONSTANT)
     Q_PROPERTY(palvera::TransfersView* transfers READ transfers CONSTANT)
     Q_PROPERTY(QString windowTitle READ windowTitle NOTIFY windowTitleChanged)
@@ -69,6 +72,8 @@ public:
     Page page() const { return m_page; }
     DeliverablesView* deliverables() { return &m_deliverables; }
     DeliverableView* deliverable() { return &m_deliverable; }
+    FileSender* sender() { return &m_sender; }
+    RowDrop* rowDrop() { return &m_rowDrop; }
     AssetsView* assets() { return &m_assets; }
     TransfersView* transfers() { return &m_transfers; }
     /// The client, and how much of what moves has gone.
@@ -146,6 +151,8 @@ private:
     OrgPickerView m_orgPicker;
     ProjectsView m_projects;
     DeliverablesView m_deliverables;
+    FileSender m_sender;
+    RowDrop m_rowDrop;
     DeliverableView m_deliverable;
     AssetsView m_assets;
     TransfersView m_transfers;

@@ -12,6 +12,7 @@ T.ItemDelegate {
     property string subtitle: ""
     property string trailingSymbol: "chevron.right"
     property bool separated: true ///< a line towards the next row
+    property bool aimedAt: false ///< something is about to be dropped on it
     property alias trailing: end.data
 
     font.family: Theme.family
@@ -38,7 +39,9 @@ T.ItemDelegate {
         Rectangle {
             anchors.fill: parent
             anchors.margins: Theme.spaceTiny
-            color: root.down ? Theme.pressed : root.hovered || root.activeFocus ? Theme.hover : "transparent"
+            border.color: Theme.accent
+            border.width: root.aimedAt ? Theme.focusWidth : 0
+            color: root.aimedAt ? Theme.accentSoft : root.down ? Theme.pressed : root.hovered || root.activeFocus ? Theme.hover : "transparent"
             radius: Theme.radiusMedium
 
             FocusRing {
@@ -57,7 +60,7 @@ T.ItemDelegate {
             anchors.rightMargin: Theme.spaceLarge
             color: Theme.line
             height: 1
-            visible: root.separated && !root.hovered && !root.activeFocus
+            visible: root.separated && !root.hovered && !root.activeFocus && !root.aimedAt
         }
     }
     contentItem: Item {

@@ -6,10 +6,12 @@ Rectangle {
     id: root
 
     property alias text: words.text
+    property bool severe: false ///< something that the user wanted was refused
+    readonly property color ink: severe ? Theme.danger : Theme.warning
 
     signal dismissed()
 
-    color: Theme.warningSoft
+    color: severe ? Theme.dangerSoft : Theme.warningSoft
     implicitHeight: words.implicitHeight + 2 * Theme.spaceMedium
     radius: Theme.radiusMedium
     visible: text !== ""
@@ -20,7 +22,7 @@ Rectangle {
         anchors.left: parent.left
         anchors.leftMargin: Theme.spaceMedium
         anchors.verticalCenter: parent.verticalCenter
-        color: Theme.warning
+        color: root.ink
         height: Theme.symbolMedium
         name: "exclamationmark.circle.fill"
         width: height
@@ -35,6 +37,7 @@ Rectangle {
         anchors.right: close.left
         anchors.rightMargin: Theme.spaceSmall
         anchors.verticalCenter: parent.verticalCenter
+        color: root.severe ? Theme.danger : Theme.text
         elide: Text.ElideRight
         maximumLineCount: 6
         wrapMode: Text.Wrap

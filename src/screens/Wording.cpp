@@ -73,6 +73,18 @@ QString languageName(const QString& code)
     return name.left(1).toUpper() + name.mid(1);
 }
 
+QString namesText(const QStringList& names)
+{
+    constexpr qsizetype most = 3;
+    QStringList said;
+    for (const auto& name : names.first(std::min(most, names.size())))
+        said.append(QStringLiteral("“%1”").arg(name));
+    if (names.size() > most)
+        said.append(QStringLiteral("%1 more").arg(names.size() - most));
+    const auto last = said.takeLast();
+    return said.isEmpty() ? last : QStringLiteral("%1 and %2").arg(said.join(QStringLiteral(", ")), last);
+}
+
 QString familySymbol(const QString& family)
 {
     return families.value(family, otherFamily).symbol;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 namespace palvera {
 
-// The platform's machine words as people read them.
+// Machine words, and names, as people read them.
 
 /// A code such as a status or a kind: "picture_master" is "Picture master", "qc_report" is "QC report".
 QString humanised(const QString& code);
@@ -13,6 +13,8 @@ QString capitalisedWords(const QString& text);
 /// What the language with that code ("pt-BR", "de") is called; "Textless" for "zxx", and the code itself where the
 /// language is unknown.
 QString languageName(const QString& code);
+/// "“a.mov”, “b.mov” and “c.mov”", "“a.mov”, “b.mov”, “c.mov” and 3 more".
+QString namesText(const QStringList& names);
 /// The symbol of a family of deliverables, see controls/symbols.txt.
 QString familySymbol(const QString& family);
 /// The name of its tint: "blue", "purple", "orange", "pink", "teal", "indigo" or "gray".

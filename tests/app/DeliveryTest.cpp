@@ -4,6 +4,8 @@
 #include "controls/SpinnerCanvas.h"
 #include "controls/SymbolIcon.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QJsonArray>
 #include <QJsonObject>
 
@@ -113,12 +115,55 @@ TEST_F(DeliveryTest, aFileIsChosenOrDroppedAndSeenFiledAndWhatIsNoneIsRefused)
     EXPECT_TRUE(screen.reads("Salt – 100% ünïcode #1.mov"));
     EXPECT_EQ(notices.shown, QStringList("Transfers finished: “Salt – 100% ünïcode #1.mov” is done."));
     EXPECT_TRUE(transfers().isPanelOpen()) << "it opens by itself";
+    const auto& window = *application().window();
+    EXPECT_GT(application().panel()->y(), window.y() + window.property("barHeight").toInt()) << "no button is covered";
     goToPanel();
     screen.click(QAccessible::PageTab, "Finished (1)");
     screen.waitUntil([&] { return rows().size() == 1; });
     EXPECT_TRUE(rows().first().contains("done")) << rows().first().toStdString();
     screen.click(QAccessible::Button, "Clear");
     waitForText("Nothing finished yet");
+}
+
+TEST_F(DeliveryTest, aFileDroppedOnARowIsSentThereOnceItIsMeant)
+{
+    openDeliverables();
+    const QList<QUrl> files = {sparseFile("a.mov", 3'000'000), sparseFile("b.mov", 1), sparseFile("c.mov", 1)};
+    enter("Find a deliverable", "textless");
+    screen.waitUntil([&] { return rows().size() == 2; });
+    auto* row = screen.find(QAccessible::ListItem, "Textless elements");
+    screen.waitForFrame();
+    EXPECT_EQ(screen.drag(row, files, Qt::MoveAction), Qt::CopyAction) << "a move deletes the file";
+    EXPECT_TRUE(row->property("aimedAt").toBool());
+    EXPECT_EQ(screen.drop(screen.find(QAccessible::List, {}), files), Qt::IgnoreAction) << "beside the rows";
+    EXPECT_FALSE(row->property("aimedAt").toBool());
+    EXPECT_FALSE(screen.reads("Send “"));
+    for (const auto key : {Qt::Key_Escape, Qt::Key_Return}) {
+        EXPECT_EQ(screen.drop(row, files, Qt::MoveAction), Qt::CopyAction);
+        waitForText("Send “a.mov” to Textless elements?");
+        EXPECT_TRUE(screen.reads("Salt\nOne file goes to it. Left out: “b.mov” and “c.mov”."));
+        screen.waitForFocus("Send");
+        EXPECT_EQ(transfers().inFlightCount(), 0);
+        screen.press(key);
+        screen.waitUntil([&] { return !screen.reads("Send “"); });
+    }
+    screen.waitUntil([&] { return transfers().inFlightCount() == 1; });
+    EXPECT_EQ(rows().size(), 2) << "the list stays as it is";
+    screen.drop(row, files);
+    waitForText("“a.mov” is on its way already.");
+    screen.waitUntil([&] { return isLatestDone(); });
+}
+
+TEST_F(DeliveryTest, aDeliverableThatIsGoneSaysSoUntilItIsBack)
+{
+    openDeliverable("Picture master");
+    fail(Operation::deliverables, {.kind = Fault::Kind::overwrite, .members = {{"deliverables", QJsonArray()}}});
+    root().deliverables()->load();
+    waitForText("The platform no longer has this deliverable");
+    EXPECT_FALSE(screen.shows(QAccessible::Button, "Choose a file"));
+    root().deliverables()->load();
+    screen.find(QAccessible::Button, "Choose a file");
+    EXPECT_FALSE(screen.reads("no longer has"));
 }
 
 TEST_F(DeliveryTest, thousandsOfRowsAreFilteredWithoutHoldingUpTheWindow)
@@ -143,6 +188,7 @@ TEST_F(DeliveryTest, thousandsOfRowsAreFilteredWithoutHoldingUpTheWindow)
 TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
 {
     const auto isMoving = [&] { return transfers().inFlightCount() == 1; };
+    bool isPanelNext = false;
     struct Question {
         const char* title;
         const char* no;
@@ -153,8 +199,9 @@ TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
          [&] { drop({sparseFile("too long.mov", 4'000'000'001)}); }, isMoving},
         {"Stop this upload?", "Keep going",
          [&] {
-             goToPanel();
-             screen.click(QAccessible::Button, "Stop too long.mov");
+             if (std::exchange(isPanelNext, !isPanelNext)) // both ask
+                 goToPanel();
+             screen.click(QAccessible::Button, isPanelNext ? "Stop" : "Stop too long.mov");
          },
          [&] { return !isMoving() && transfers().interrupted().count() == 0; }},
         {"Check this file before it goes", "Cancel",
@@ -196,19 +243,47 @@ TEST_F(DeliveryTest, noQuestionIsAnsweredYesByEscapeOrCancelOrEnterAlone)
     }
 }
 
-TEST(StatusBadgeTest, theSpinnerTakesThePlaceOfTheCheckMark)
+TEST_F(DeliveryTest, aFailedUploadIsSaidWhereOneIsAndTriedAgain)
 {
-    const std::tuple<bool, bool, bool> cases[] = {
-        {false, false, false}, {true, false, true}, {false, true, false}, {true, true, false}};
+    fail(Operation::start, {.kind = Fault::Kind::status, .status = 422, .message = "The master is too old."});
+    openDeliverable("Picture master");
+    drop({sparseFile("film.mov", 3'000'000)});
+    const auto said = QString("The last upload failed: The master is too old. (HTTP 422)");
+    waitForText(said);
+    goToMainWindow(); // from the panel
+    EXPECT_TRUE(screen.reads("film.mov"));
+    screen.tabTo(QAccessible::StaticText, said);
+    screen.press(Qt::Key_A, Qt::ControlModifier);
+    screen.press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), said);
+    screen.press(Qt::Key_Escape);
+    screen.waitUntil([&] {
+        const auto found = screen.all(QAccessible::ListItem, "Picture master");
+        return !found.isEmpty() && found.first()->property("badge") == "Upload failed";
+    });
+    screen.choose(QAccessible::ListItem, "Picture master");
+    screen.choose(QAccessible::Button, "Try again");
+    screen.waitUntil([&] { return isLatestDone() && !screen.reads("The last upload failed"); });
+}
+
+TEST(StatusBadgeTest, theSpinnerTakesThePlaceOfTheSymbol)
+{
+    const std::tuple<const char*, bool, bool, const char*> cases[] = {
+        {"", false, false, ""},
+        {"filed", true, false, "checkmark.circle.fill"},
+        {"failed", true, false, "exclamationmark.circle.fill"},
+        {"moving", false, true, ""}};
     Screen screen;
     screen.showContent("property alias badge: badge; StatusBadge { id: badge; text: '1' }",
                        "import Palvera.Deliverables");
     auto* badge = screen.window().property("badge").value<QQuickItem*>();
-    for (const auto& [filed, moving, isChecked] : cases) {
-        badge->setProperty("filed", filed);
-        badge->setProperty("moving", moving);
-        EXPECT_EQ(badge->findChild<SymbolIcon*>()->isVisible(), isChecked) << filed << moving;
-        EXPECT_EQ(badge->findChild<SpinnerCanvas*>()->isVisible(), moving) << filed << moving;
+    for (const auto& [standing, isMarked, isBusy, symbol] : cases) { // on top of those before
+        badge->setProperty(standing, true);
+        const auto* mark = badge->findChild<SymbolIcon*>();
+        EXPECT_EQ(mark->isVisible(), isMarked) << standing;
+        if (isMarked)
+            EXPECT_EQ(mark->property("name"), symbol);
+        EXPECT_EQ(badge->findChild<SpinnerCanvas*>()->isVisible(), isBusy) << standing;
     }
 }
 

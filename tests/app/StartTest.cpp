@@ -95,5 +95,26 @@ TEST(FloatingWindowTest, keepsItsWindowAboveTheOthers)
     EXPECT_TRUE(screen.window().flags().testFlag(Qt::WindowStaysOnTopHint));
 }
 
+TEST(PanelPlaceTest, itComesBackToWhereTheUserHasPutIt)
+{
+    Screen screen;
+    screen.showContent("Item {}");
+    QQuickWindow panel;
+    panel.resize(300, 200);
+    PanelPlace place(panel, screen.window(), 50, {});
+    const auto openAgain = [&] {
+        screen.settle();
+        panel.hide();
+        panel.show();
+        screen.settle();
+        return panel.framePosition();
+    };
+    const auto chosen = openAgain();
+    panel.setFramePosition({10, 30});
+    EXPECT_EQ(openAgain(), QPoint(10, 30));
+    panel.setFramePosition({90'000, 30});
+    EXPECT_EQ(openAgain(), chosen) << "nobody could reach it there";
+}
+
 } // namespace
 } // namespace palvera

@@ -1,4 +1,5 @@
 #include "app/WindowPlace.h"
+#include "app/PanelPlace.h"
 #include "tests/support/QtPrinting.h"
 
 #include <gtest/gtest.h>
@@ -33,6 +34,22 @@ TEST(WindowPlaceTest, putsTheTitleBarWhereOneCanReachIt)
         EXPECT_EQ(found ? std::optional(found->topLeft()) : std::nullopt, wanted) << where;
     }
     EXPECT_FALSE(WindowPlace::reachable({0, 0, 800, 600}, {}));
+}
+
+TEST(PanelPlaceTest, opensBesideTheWindowOrBelowItsToolbar)
+{
+    const QRect screen(0, 0, 1920, 1080);
+    const std::tuple<const char*, QRect, QRect, QRect> cases[] = {
+        // the window's frame, whose toolbar ends 80 below its top, the screen, the panel
+        {"at its right", {100, 200, 1080, 720}, screen, {1192, 200, 420, 570}},
+        {"at its left", {800, 700, 1080, 720}, screen, {368, 510, 420, 570}},
+        {"maximised", screen, screen, {1480, 92, 420, 570}},
+        {"low", {300, 600, 1400, 720}, screen, {1480, 692, 420, 388}},
+        {"too low for any", {300, 1000, 1400, 720}, screen, {1480, 810, 420, 270}},
+        {"on a small screen to the left", {-910, 0, 910, 512}, {-910, 0, 910, 512}, {-440, 92, 420, 420}},
+    };
+    for (const auto& [how, window, on, wanted] : cases)
+        EXPECT_EQ(PanelPlace::choose({420, 570}, window, window.top() + 80, on, 270), wanted) << how;
 }
 
 } // namespace

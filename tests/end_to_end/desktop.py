@@ -1,6 +1,6 @@
 #!/usr/bin/python3
 """The path that suppliers take every day, with the real programs, as somebody takes it who has a keyboard, a pointer
-and a program that reads the screen out: a file is dragged onto a deliverable, the program is killed in the middle,
+and a program that reads the screen out: a file is dragged onto a row of the list, or its deliverable, the program is killed in the middle,
 started again and told to resume; the file is filed, downloaded and replaced by one from the desktop's own dialog. And
 two files that go into a folder of Uploads in the same way.
 """
@@ -43,11 +43,24 @@ def begin(desktop, platform, file):
     wait_until(lambda: platform.stored_parts(ROW) > 10, "parts in storage")
 
 
+def begin_on_row(desktop, platform, *files):
+    desktop.open(*DELIVERABLE[:-1])
+    row = desktop.middle_of(desktop.find("list item", DELIVERABLE[-1]))
+    with FileManager(*files) as manager:
+        result = manager.drag_to(*row)
+        assert result == "copied", f"the drop was {result}"
+        desktop.find(".*", f"Send “{files[0].name}” to {DELIVERABLE[-1]}?")
+        assert desktop.says(f"Left out: “{files[1].name}”."), "the others are named"
+        desktop.activate(desktop.BUTTON, "Send")
+        wait_until(lambda: platform.stored_parts(ROW) > 10, "parts in storage")
+    assert "Transferring" in desktop.find("list item", DELIVERABLE[-1]).get_description(), "the list stays"
+
+
 def deliver(workspace, platform, file):
     with Desktop(workspace, platform.address) as desktop:
         desktop.sign_in(support.EMAIL, support.PASSWORD)
         assert desktop.start_again() == 0, "a second start does not hand over to the first"
-        begin(desktop, platform, file)
+        begin_on_row(desktop, platform, file, workspace.make_file("left out.mov", 1))
         assert desktop.says("upload, running"), "the panel has not opened"
         desktop.process.kill()
 

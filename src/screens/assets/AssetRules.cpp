@@ -1,5 +1,7 @@
 #include "screens/assets/AssetRules.h"
 
+#include "screens/Wording.h"
+
 #include <algorithm>
 
 namespace palvera {
@@ -7,17 +9,6 @@ namespace palvera {
 using namespace std::chrono_literals;
 
 namespace {
-
-/// "“a.mov”, “b.mov” and 3 more".
-QString namesText(const QStringList& names)
-{
-    constexpr qsizetype most = 3;
-    QStringList quoted;
-    for (const auto& name : names.first(std::min(most, names.size())))
-        quoted.append(QStringLiteral("“%1”").arg(name));
-    auto text = quoted.join(QStringLiteral(", "));
-    return names.size() > most ? QStringLiteral("%1 and %2 more").arg(text).arg(names.size() - most) : text;
-}
 
 QString withoutSlash(QString folder)
 {

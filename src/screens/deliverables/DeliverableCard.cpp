@@ -38,6 +38,11 @@ QString titleOf(const Deliverable& deliverable)
     return label.trimmed().isEmpty() ? visibleText(humanised(deliverable.kind)) : label;
 }
 
+QString noLongerThere(const Deliverable& deliverable)
+{
+    return QStringLiteral("The platform no longer has “%1”. Nothing was sent.").arg(titleOf(deliverable));
+}
+
 bool isFiled(const Deliverable& deliverable)
 {
     return deliverable.spec && deliverable.spec->contains(QStringLiteral("assetObject"));

@@ -13,6 +13,8 @@ bool isFiled(const Deliverable& deliverable);
 
 /// What the row is called.
 QString titleOf(const Deliverable& deliverable);
+/// Why nothing goes to a row that the platform has removed.
+QString noLongerThere(const Deliverable& deliverable);
 
 /// A deliverable with what the list shows of it and finds it by, made once when the row is loaded. Never changes, so it
 /// may be shared between threads.

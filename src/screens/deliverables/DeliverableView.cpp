@@ -1,100 +1,82 @@
 #include "screens/deliverables/DeliverableView.h"
 
-#include "async/RunOn.h"
 #include "files/Quantities.h"
-#include "files/SourcePath.h"
 #include "screens/LocalPath.h"
 #include "screens/TransferTexts.h"
 #include "screens/Wording.h"
 #include "screens/deliverables/DeliverableCard.h"
+#include "service/APIError.h"
 #include "session/Session.h"
 #include "text/VisibleText.h"
-#include "transfer/UploadFailures.h"
 #include "transfers/Transfers.h"
-
-#include <boost/asio/strand.hpp>
-
-#include <QFileInfo>
 
 namespace palvera {
 
-namespace {
-
-struct Inspection {
-    QString objection; ///< why it cannot be sent; empty when it can
-    bool isFolder = false;
-    qint64 bytes = 0;
-};
-
-/// Blocks on the disk.
-Inspection inspect(const QString& path)
-{
-    const auto there = statusOf(path).value_or(PathStatus{});
-    return {.objection = objectionToSource(path), .isFolder = there.isFolder, .bytes = there.size};
-}
-
-} // namespace
-
 DeliverableView::DeliverableView(const Environment& environment, QObject* parent)
-    : QObject(parent),
-      m_environment(environment),
-      m_disk(boost::asio::make_strand(environment.background)),
-      m_tasks(environment.main)
+    : QObject(parent), m_environment(environment), m_tasks(environment.main)
 {
     auto& transfers = m_environment.transfers;
     connect(&transfers, &Transfers::itemAdded, this, &DeliverableView::updateTransfer);
     connect(&transfers, &Transfers::itemChanged, this, &DeliverableView::updateTransfer);
+    connect(&transfers, &Transfers::failedUploadsChanged, this, &DeliverableView::updateFailure);
     connect(&transfers, &Transfers::itemRemoved, this, &DeliverableView::updateTransfer);
     connect(&transfers.interrupted(), &Interrupted::changed, this, &DeliverableView::updateCutOff);
 }
 
 void DeliverableView::open(const Org& org, const Project& project, const Deliverable& deliverable)
 {
-    m_org = org;
-    m_project = project;
-    refuse({});
-    setDoubtful({});
+    m_destination = {.org = org, .project = project, .deliverable = deliverable};
     ask(Asking::nothing);
     m_isFindingFolder = false;
-    update(deliverable);
+    show();
     updateTransfer();
     updateCutOff();
+    updateFailure();
+    setGone(false);                                              // the list has it
     m_tasks.start(m_environment.transfers.interrupted().load()); // its file may have been moved since
 }
 
-void DeliverableView::update(const Deliverable& deliverable)
+void DeliverableView::update(const Deliverable* deliverable)
 {
-    m_deliverable = deliverable;
-    m_filed = filedFile(deliverable);
+    setGone(!deliverable);
+    if (!deliverable || *deliverable == m_destination.deliverable)
+        return;
+    m_destination.deliverable = *deliverable;
+    show();
+}
+
+void DeliverableView::show()
+{
+    m_filed = filedFile(deliverable());
     Q_EMIT deliverableChanged();
     Q_EMIT faceChanged();
 }
 
 QString DeliverableView::title() const
 {
-    return titleOf(m_deliverable);
+    return titleOf(deliverable());
 }
 
 QString DeliverableView::contextLine() const
 {
-    return visibleText(m_deliverable.contextLine().value_or(QString()));
+    return visibleText(deliverable().contextLine().value_or(QString()));
 }
 
 QString DeliverableView::symbol() const
 {
-    return familySymbol(m_deliverable.family);
+    return familySymbol(deliverable().family);
 }
 
 QString DeliverableView::tint() const
 {
-    return familyTint(m_deliverable.family);
+    return familyTint(deliverable().family);
 }
 
 QStringList DeliverableView::chips() const
 {
-    QStringList chips{humanised(m_deliverable.family), humanised(m_deliverable.status),
-                      languageName(m_deliverable.language.value_or(QString())),
-                      m_deliverable.territory.value_or(QString())};
+    QStringList chips{humanised(deliverable().family), humanised(deliverable().status),
+                      languageName(deliverable().language.value_or(QString())),
+                      deliverable().territory.value_or(QString())};
     for (auto& chip : chips)
         chip = visibleText(chip);
     chips.removeAll(QString());
@@ -105,6 +87,8 @@ DeliverableView::Face DeliverableView::face() const
 {
     if (m_item)
         return InFlight;
+    if (m_isGone)
+        return Gone;
     return m_filed ? Filed : Empty;
 }
 
@@ -143,69 +127,23 @@ QString DeliverableView::trouble() const
     return m_item ? troubleOf(*m_item) : QString();
 }
 
-QString DeliverableView::doubtfulMessage() const
+QString DeliverableView::stopTitle() const
 {
-    if (!m_doubtful)
-        return {};
-    auto name = QFileInfo(m_doubtful->upload.file).fileName();
-    return tr("%1 is %2. Textless elements are usually a few minutes long. "
-              "The picture master row is probably the right place.")
-        .arg(name.isEmpty() ? tr("This file") : name, byteCountText(m_doubtful->bytes));
+    return m_item ? palvera::stopTitle(*m_item) : QString();
 }
 
-bool DeliverableView::drop(const QList<QUrl>& files)
+QString DeliverableView::stopMessage() const
 {
-    if (files.isEmpty()) { // a program that is busy hands them over too late
-        refuse(tr("The file did not arrive from the other program. Drop it again, or choose it here."));
-        return false;
-    }
-    sendFile(files.first());
-    return true;
+    return m_item ? palvera::stopMessage(*m_item) : QString();
 }
 
-void DeliverableView::sendFile(const QUrl& file)
+void DeliverableView::drop(const QList<QUrl>& files)
 {
-    auto path = localPath(file);
-    if (path.isEmpty())
-        refuse(tr("That is not a file on this computer. Save it here first, then drop it."));
-    else
-        m_tasks.start(send({.file = path,
-                            .orgId = m_org.id,
-                            .projectId = m_project.id,
-                            .deliverable = m_deliverable,
-                            .client = m_org.name}));
-}
-
-Task<void> DeliverableView::send(DeliverableUpload intended)
-{
-    const auto& file = intended.file;
-    Inspection found;
-    co_await callOn(m_disk, [&] { found = inspect(file); });
-    bool isDoubtful = intended.deliverable.kind == QStringLiteral("textless_elements") && found.bytes > mostForTextless;
-    if (intended.deliverable.id != m_deliverable.id) { // nobody looks at it any more, and could answer
-        if (found.objection.isEmpty() && !isDoubtful)
-            m_environment.transfers.addUpload(intended);
-        co_return;
-    }
-    auto name = QFileInfo(file).fileName();
-    if (found.isFolder)
-        refuse(tr("“%1” is a folder. Drop the file itself.").arg(name.isEmpty() ? file : name));
-    else if (!found.objection.isEmpty())
-        refuse(found.objection);
-    else if (isDoubtful)
-        setDoubtful(Doubtful{.upload = intended, .bytes = found.bytes});
-    else
-        begin(intended);
-}
-
-void DeliverableView::begin(const DeliverableUpload& upload)
-{
-    if (m_item && m_item->kind == Item::Kind::upload) {
-        refuse(tr("“%1” is on its way already. Stop it before you send another file.").arg(m_item->name));
-        return;
-    }
-    refuse({});
-    m_environment.transfers.addUpload(upload);
+    auto& sender = m_environment.sender;
+    if (m_isGone)
+        sender.refuse(noLongerThere(deliverable()));
+    else if (auto taken = sender.take(files, m_destination))
+        sender.send(*std::move(taken));
 }
 
 void DeliverableView::chooseFile()
@@ -218,7 +156,7 @@ void DeliverableView::pick(const QUrl& chosen)
     auto asked = m_asking;
     ask(Asking::nothing);
     if (asked == Asking::file) {
-        sendFile(chosen);
+        drop({chosen});
     } else if (asked == Asking::folder) {
         // The folder is kept even when the file has meanwhile been taken away again.
         m_tasks.start(m_filed ? bringDownTo(localPath(chosen), downloadOfFiled())
@@ -231,19 +169,6 @@ void DeliverableView::cancelPicking()
     ask(Asking::nothing);
 }
 
-void DeliverableView::confirmDoubtful()
-{
-    auto confirmed = m_doubtful;
-    setDoubtful({});
-    if (confirmed)
-        begin(confirmed->upload);
-}
-
-void DeliverableView::dismissDoubtful()
-{
-    setDoubtful({});
-}
-
 void DeliverableView::downloadFiled()
 {
     if (m_filed && !std::exchange(m_isFindingFolder, true))
@@ -252,24 +177,24 @@ void DeliverableView::downloadFiled()
 
 Download DeliverableView::downloadOfFiled() const
 {
-    const TransferTarget::Deliverable target{m_org.id, m_project.id, m_deliverable.id};
+    const TransferTarget::Deliverable target{m_destination.org.id, m_destination.project.id, deliverable().id};
     return {.object = deliveredFile(m_environment.api, target, m_filed->object),
-            .listedSize = m_deliverable.expectedBytes(),
+            .listedSize = deliverable().expectedBytes(),
             .name = m_filed->saveName,
-            .label = m_deliverable.label,
-            .titleName = m_deliverable.contextLine(),
-            .client = m_org.name};
+            .label = deliverable().label,
+            .titleName = deliverable().contextLine(),
+            .client = m_destination.org.name};
 }
 
 Task<void> DeliverableView::bringDown(Download filed)
 {
-    const auto id = m_deliverable.id;
+    const auto id = deliverable().id;
     auto folder = co_await m_environment.session.downloadsFolder();
     m_isFindingFolder = false;
     if (folder) {
         filed.folder = *folder;
         m_environment.transfers.addDownload(std::move(filed));
-    } else if (id == m_deliverable.id) {
+    } else if (id == deliverable().id) {
         ask(Asking::folder);
     }
 }
@@ -284,16 +209,9 @@ Task<void> DeliverableView::bringDownTo(QString folder, Download filed)
     }
 }
 
-void DeliverableView::stop()
+void DeliverableView::stop(const QString& key)
 {
-    if (m_item)
-        m_environment.transfers.stop(m_item->id);
-}
-
-void DeliverableView::refuse(const QString& why)
-{
-    if (std::exchange(m_refusal, why) != why)
-        Q_EMIT refusalChanged();
+    m_environment.transfers.stop(QUuid(key));
 }
 
 void DeliverableView::ask(Asking asking)
@@ -302,17 +220,15 @@ void DeliverableView::ask(Asking asking)
         Q_EMIT pickingChanged();
 }
 
-void DeliverableView::setDoubtful(std::optional<Doubtful> doubtful)
+void DeliverableView::setGone(bool gone)
 {
-    if (!m_doubtful && !doubtful)
-        return;
-    m_doubtful = std::move(doubtful);
-    Q_EMIT doubtfulChanged();
+    if (std::exchange(m_isGone, gone) != gone)
+        Q_EMIT faceChanged();
 }
 
 void DeliverableView::updateTransfer()
 {
-    auto item = m_environment.transfers.activeItem(m_deliverable.id);
+    auto item = m_environment.transfers.activeItem(deliverable().id);
     if (item == m_item)
         return;
     const bool hadItem = m_item.has_value();
@@ -324,12 +240,53 @@ void DeliverableView::updateTransfer()
 
 void DeliverableView::updateCutOff()
 {
-    const auto* found = m_environment.transfers.interrupted().findUploadTo(m_deliverable.id);
+    const auto* found = m_environment.transfers.interrupted().findUploadTo(deliverable().id);
     auto cutOff = found ? std::optional(*found) : std::nullopt;
     if (cutOff == m_cutOff)
         return;
     m_cutOff = std::move(cutOff);
     Q_EMIT cutOffChanged();
+    Q_EMIT failureChanged();
+}
+
+void DeliverableView::updateFailure()
+{
+    constexpr int notFound = 404;
+    auto failed = m_environment.transfers.failedUpload(deliverable().id);
+    if (failed == m_failed)
+        return;
+    m_failed = std::move(failed);
+    const auto error = m_failed ? failureAs<APIError>(std::get<Item::Failed>(m_failed->state).failure) : std::nullopt;
+    if (error && error->status() == notFound)
+        setGone(true);
+    Q_EMIT failureChanged();
+}
+
+QString DeliverableView::failure() const
+{
+    if (!m_failed)
+        return {};
+    const auto plain = plainReason(m_failed->state);
+    const auto precise = technicalReason(m_failed->state);
+    const auto said = tr("The last upload failed: %1").arg(visibleText(precise.startsWith(plain) ? precise : plain));
+    return precise.startsWith(plain) ? said : said + u'\n' + visibleText(precise);
+}
+
+QString DeliverableView::failedName() const
+{
+    return m_failed ? visibleText(m_failed->name) : QString();
+}
+
+bool DeliverableView::isCutOffFailed() const
+{
+    return m_failed && m_cutOff && m_failed->journalKey == m_cutOff->journal.key &&
+           m_failed->name == m_cutOff->journal.filename; // of another file, nothing has been sent yet
+}
+
+void DeliverableView::tryAgain()
+{
+    if (m_failed)
+        m_environment.transfers.tryAgain(m_failed->id);
 }
 
 QString DeliverableView::cutOffText() const

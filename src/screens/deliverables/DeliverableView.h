@@ -1,25 +1,15 @@
 #pragma once
 
 #include "async/TaskScope.h"
+#include "screens/deliverables/FileSender.h"
 #include "screens/deliverables/FiledFile.h"
-#include "service/Organisations.h"
 #include "transfers/Interrupted.h"
 #include "transfers/Item.h"
-#include "transfers/TransferRequests.h"
-
-#include <QObject>
-#include <QUrl>
-
-#include <QtQml/qqmlregistration.h>
 
 namespace palvera {
 
 class API;
 class Session;
-class Transfers;
-
-/// A file above this size, in bytes, is asked about before it goes to a deliverable of textless elements.
-constexpr qint64 mostForTextless = 4'000'000'000;
 
 /// One deliverable: what is known of it, the file that is filed on it or the transfer that is under way for it, and the
 /// way in for files.
@@ -45,38 +35,43 @@ class DeliverableView : public QObject {
     Q_PROPERTY(QString speedText READ speedText NOTIFY transferChanged)
     Q_PROPERTY(QString leftText READ leftText NOTIFY transferChanged)
     Q_PROPERTY(QString trouble READ trouble NOTIFY transferChanged)
-    Q_PROPERTY(QString refusal READ refusal NOTIFY refusalChanged)
+    Q_PROPERTY(QString stopTitle READ stopTitle NOTIFY transferChanged)
+    Q_PROPERTY(QString stopMessage READ stopMessage NOTIFY transferChanged)
+    Q_PROPERTY(QString transferKey READ transferKey NOTIFY transferChanged)
+    Q_PROPERTY(bool gone READ isGone NOTIFY faceChanged)
     Q_PROPERTY(QString cutOffKey READ cutOffKey NOTIFY cutOffChanged)
     Q_PROPERTY(QString cutOffText READ cutOffText NOTIFY cutOffChanged)
     Q_PROPERTY(bool cutOffSourceGone READ isCutOffSourceGone NOTIFY cutOffChanged)
-    Q_PROPERTY(QString doubtfulMessage READ doubtfulMessage NOTIFY doubtfulChanged)
+    Q_PROPERTY(QString failure READ failure NOTIFY failureChanged)
+    Q_PROPERTY(QString failedName READ failedName NOTIFY failureChanged)
+    Q_PROPERTY(bool cutOffFailed READ isCutOffFailed NOTIFY failureChanged)
     Q_PROPERTY(bool picking READ isPicking NOTIFY pickingChanged)
     Q_PROPERTY(bool pickingFolder READ isPickingFolder NOTIFY pickingChanged)
 
 public:
     /// What is shown below the header.
-    enum Face { InFlight, Filed, Empty };
+    enum Face { InFlight, Gone, Filed, Empty };
     Q_ENUM(Face)
 
     /// What it works with. Everything referred to outlives it.
     struct Environment {
         Executor main;
-        Executor background; ///< threads for looking at files
         API& api;
         Transfers& transfers;
         Session& session;
+        FileSender& sender;
     };
 
     explicit DeliverableView(const Environment& environment, QObject* parent = nullptr);
 
     /// Begins afresh with that deliverable.
     void open(const Org& org, const Project& project, const Deliverable& deliverable);
-    /// Takes in what the platform says of it by now.
-    void update(const Deliverable& deliverable);
+    /// Takes in what the platform says of it by now; null where it has it no more.
+    void update(const Deliverable* deliverable);
     /// Cuts off what is under way; see TaskScope.
     Task<void> close() { return m_tasks.close(); }
 
-    const Deliverable& deliverable() const { return m_deliverable; }
+    const Deliverable& deliverable() const { return m_destination.deliverable; }
     QString title() const;
     QString contextLine() const;
     QString symbol() const;
@@ -94,74 +89,69 @@ public:
     QString leftText() const;
     /// Why the transfer waits to be tried again, for the user; empty when it does not.
     QString trouble() const;
-    /// Why the last file was not taken, for the user; empty when it was.
-    const QString& refusal() const { return m_refusal; }
+    /// What is asked before the transfer is stopped.
+    QString stopTitle() const;
+    QString stopMessage() const;
+    QString transferKey() const { return m_item ? m_item->id.toString(QUuid::WithoutBraces) : QString(); }
+    /// The platform no longer has the deliverable, so that nothing can be sent to it.
+    bool isGone() const { return m_isGone; }
     /// The journal key of an upload to here that was cut off; empty when there is none.
     QString cutOffKey() const { return m_cutOff ? m_cutOff->journal.key : QString(); }
     /// What there is to say of it, for the user.
     QString cutOffText() const;
     bool isCutOffSourceGone() const { return m_cutOff && m_cutOff->isSourceGone; }
-    /// The question about a file that looks too long for this deliverable; empty when there is none.
-    QString doubtfulMessage() const;
+    /// Why the last upload to here failed, for the user; empty when it did not.
+    QString failure() const;
+    QString failedName() const;
+    /// Whether it is the one that was cut off, so that trying again goes on with it.
+    bool isCutOffFailed() const;
     /// The desktop's dialog is wanted: for a file, or for a folder.
     bool isPicking() const { return m_asking != Asking::nothing; }
     bool isPickingFolder() const { return m_asking == Asking::folder; }
 
-    /// Takes the first of what was dropped. False when nothing has come with the drop, which is then said.
-    Q_INVOKABLE bool drop(const QList<QUrl>& files);
-    /// Sends a file of this computer, or asks first, or says why not.
-    Q_INVOKABLE void sendFile(const QUrl& file);
+    Q_INVOKABLE void drop(const QList<QUrl>& files);
     Q_INVOKABLE void chooseFile();
     /// The dialog's answer.
     Q_INVOKABLE void pick(const QUrl& chosen);
     Q_INVOKABLE void cancelPicking();
-    /// Sends the file that was asked about.
-    Q_INVOKABLE void confirmDoubtful();
-    Q_INVOKABLE void dismissDoubtful();
     /// Downloads the filed file into the remembered folder; asks for one where there is none.
     Q_INVOKABLE void downloadFiled();
-    Q_INVOKABLE void stop();
+    /// Sends the file of the last upload again, or the rest of it.
+    Q_INVOKABLE void tryAgain();
+    /// Stops the transfer with that key, unless it is over.
+    Q_INVOKABLE void stop(const QString& key);
 
 Q_SIGNALS:
     void deliverableChanged();
     void faceChanged();
     void transferChanged();
-    void refusalChanged();
     void cutOffChanged();
-    void doubtfulChanged();
+    void failureChanged(); ///< or what was cut off
     void pickingChanged();
 
 private:
     enum class Asking { nothing, file, folder };
-    struct Doubtful {
-        DeliverableUpload upload;
-        qint64 bytes = 0;
-    };
 
-    Task<void> send(DeliverableUpload intended);
-    void begin(const DeliverableUpload& upload);
     Task<void> bringDown(Download filed);
     Task<void> bringDownTo(QString folder, Download filed);
     Download downloadOfFiled() const;
-    void refuse(const QString& why);
+    void show();
     void ask(Asking asking);
-    void setDoubtful(std::optional<Doubtful> doubtful);
+    void setGone(bool gone);
     void updateTransfer();
     void updateCutOff();
+    void updateFailure();
 
     const Environment m_environment;
-    const Executor m_disk; // a strand
     TaskScope m_tasks;
-    Org m_org;
-    Project m_project;
-    Deliverable m_deliverable;
+    Destination m_destination;
     std::optional<FiledFile> m_filed;
     std::optional<Item> m_item; // in flight for this deliverable
     std::optional<InterruptedUpload> m_cutOff;
-    std::optional<Doubtful> m_doubtful;
+    std::optional<Item> m_failed;
     Asking m_asking = Asking::nothing;
     bool m_isFindingFolder = false;
-    QString m_refusal;
+    bool m_isGone = false;
 };
 
 } // namespace palvera

@@ -8,6 +8,7 @@ FocusScope {
     id: root
 
     required property DeliverableModel deliverable
+    required property SenderModel sender
     required property string projectName
     property alias toolbarItems: bar.trailing
 
@@ -107,6 +108,12 @@ FocusScope {
                 deliverable: root.deliverable
                 visible: root.deliverable.face === DeliverableModel.InFlight
                 width: parent.width
+                onStopping: question.ask()
+            }
+
+            GoneCard {
+                visible: root.deliverable.gone
+                width: parent.width
             }
 
             FiledCard {
@@ -125,62 +132,48 @@ FocusScope {
                 onDropped: files => root.deliverable.drop(files)
             }
 
+            FailureCard {
+                deliverable: root.deliverable
+                visible: root.deliverable.failure !== ""
+                width: parent.width
+                onDiscarded: root.discarded(root.deliverable.cutOffKey)
+                onLocated: root.located(root.deliverable.cutOffKey)
+            }
+
             CutOffCard {
                 deliverable: root.deliverable
-                visible: root.deliverable.cutOffText !== "" && root.deliverable.face !== DeliverableModel.InFlight
+                visible: root.deliverable.cutOffText !== "" && !root.deliverable.cutOffFailed && root.deliverable.face !== DeliverableModel.InFlight
                 width: parent.width
                 onDiscarded: root.discarded(root.deliverable.cutOffKey)
                 onLocated: root.located(root.deliverable.cutOffKey)
                 onResumed: root.resumed(root.deliverable.cutOffKey)
             }
 
-            Rectangle {
-                color: Theme.dangerSoft
-                height: refusal.implicitHeight + 2 * Theme.spaceMedium
-                radius: Theme.radiusMedium
-                visible: root.deliverable.refusal !== ""
+            Notice {
+                severe: root.sender.refusal
+                text: root.sender.notice
                 width: parent.width
-
-                SymbolIcon {
-                    id: refused
-
-                    anchors.left: parent.left
-                    anchors.leftMargin: Theme.spaceMedium
-                    anchors.verticalCenter: parent.verticalCenter
-                    color: Theme.danger
-                    height: Theme.symbolMedium
-                    name: "exclamationmark.circle.fill"
-                    width: height
-                }
-
-                Label {
-                    id: refusal
-
-                    Accessible.role: Accessible.AlertMessage
-                    anchors.left: refused.right
-                    anchors.leftMargin: Theme.spaceSmall
-                    anchors.right: parent.right
-                    anchors.rightMargin: Theme.spaceMedium
-                    anchors.verticalCenter: parent.verticalCenter
-                    color: Theme.danger
-                    elide: Text.ElideRight
-                    maximumLineCount: 6
-                    text: root.deliverable.refusal
-                    wrapMode: Text.Wrap
-                }
+                onDismissed: root.sender.dismissNotice()
             }
         }
     }
 
     ConfirmDialog {
-        cancelText: qsTr("Cancel")
-        careful: true
-        confirmText: qsTr("Send it here")
-        message: root.deliverable.doubtfulMessage
-        title: qsTr("Send a full-length file to Textless elements?")
-        visible: root.deliverable.doubtfulMessage !== ""
-        onAccepted: root.deliverable.confirmDoubtful()
-        onRejected: root.deliverable.dismissDoubtful()
+        id: question
+
+        property string key
+
+        cancelText: qsTr("Keep going")
+        confirmText: qsTr("Stop")
+        destructive: true
+        onAccepted: root.deliverable.stop(key)
+
+        function ask() {
+            key = root.deliverable.transferKey;
+            title = root.deliverable.stopTitle;
+            message = root.deliverable.stopMessage;
+            open();
+        }
     }
 
     // Made when it is wanted: most people drop their files.

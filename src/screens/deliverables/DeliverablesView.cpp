@@ -74,12 +74,14 @@ QString movingText(const Item& item)
 } // namespace
 
 DeliverablesView::DeliverablesView(const Environment& environment, QObject* parent)
-    : RowsModel({{"title", [](const auto& row) { return row.card->title; }},
+    : RowsModel({{"key", [](const auto& row) { return row.key; }},
+                 {"title", [](const auto& row) { return row.card->title; }},
                  {"details", [](const auto& row) { return row.card->details; }},
                  {"symbol", [](const auto& row) { return familySymbol(row.card->deliverable.family); }},
                  {"tint", [](const auto& row) { return familyTint(row.card->deliverable.family); }},
                  {"badge", [this](const auto& row) { return badgeOf(row.card->deliverable); }},
                  {"moving", [this](const auto& row) { return m_moving.contains(row.key); }},
+                 {"failed", [this](const auto& row) { return hasFailed(row.key); }},
                  {"filed", [](const auto& row) { return row.card->isFiled; }}},
                 parent),
       m_environment(environment),
@@ -96,6 +98,7 @@ DeliverablesView::DeliverablesView(const Environment& environment, QObject* pare
     connect(&transfers, &Transfers::itemAdded, this, &DeliverablesView::updateMoving);
     connect(&transfers, &Transfers::itemChanged, this, &DeliverablesView::updateMoving);
     connect(&transfers, &Transfers::itemRemoved, this, &DeliverablesView::updateMoving);
+    connect(&transfers, &Transfers::failedUploadsChanged, this, &DeliverablesView::updateFailed);
     connect(&transfers, &Transfers::uploadsFinishedChanged, this, &DeliverablesView::loadSoonAfterUpload);
 }
 
@@ -170,8 +173,10 @@ Task<void> DeliverablesView::loadOnce()
     m_loadTaken = number;
     m_loading = false;
     m_failure = outcome.failure;
-    if (outcome.value)
+    if (outcome.value) {
         take(*std::move(outcome.value));
+        Q_EMIT loaded();
+    }
     Q_EMIT loadChanged();
 }
 
@@ -185,7 +190,6 @@ void DeliverablesView::take(DeliverableCards cards)
     m_statuses.setValues(values.statuses);
     m_languages.setValues(values.languages);
     showRows(true);
-    Q_EMIT refreshed();
 }
 
 void DeliverablesView::clear()
@@ -275,9 +279,20 @@ void DeliverablesView::updateMoving()
         announceFor(badge.key());
 }
 
+void DeliverablesView::updateFailed()
+{
+    if (!rows().isEmpty())
+        this->announce(0, int(rows().size()) - 1, {"badge", "failed"});
+}
+
+bool DeliverablesView::hasFailed(const QString& id) const
+{
+    return m_environment.transfers.failedUpload(id).has_value();
+}
+
 QString DeliverablesView::badgeOf(const Deliverable& row) const
 {
-    return m_moving.value(row.id, humanised(row.status));
+    return m_moving.value(row.id, hasFailed(row.id) ? tr("Upload failed") : humanised(row.status));
 }
 
 int DeliverablesView::rowOf(const QString& id) const

@@ -121,8 +121,8 @@ Q_SIGNALS:
     void filterChanged();
     void countChanged();
     void refreshingChanged();
-    /// The rows are others than before the last load.
-    void refreshed();
+    /// The platform has answered which rows there are, others or the same.
+    void loaded();
 
 private:
     Task<void> loadOnce();
@@ -134,6 +134,8 @@ private:
     void setFilter(DeliverableFilter filter);
     void showRows(bool refreshing);
     void updateMoving();
+    void updateFailed();
+    bool hasFailed(const QString& id) const;
     QString badgeOf(const Deliverable& row) const;
     int rowOf(const QString& id) const;
 

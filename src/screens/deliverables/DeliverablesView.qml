@@ -8,6 +8,8 @@ FocusScope {
     id: root
 
     required property DeliverablesModel deliverables
+    required property RowDropModel rowDrop
+    required property SenderModel sender
     property alias toolbarItems: bar.trailing
 
     signal opened(int row)
@@ -85,12 +87,25 @@ FocusScope {
             Keys.onReturnPressed: list.forceActiveFocus()
         }
 
+        Notice {
+            id: notice
+
+            anchors.left: parent.left
+            anchors.right: parent.right
+            anchors.top: search.bottom
+            anchors.topMargin: visible ? Theme.spaceLarge : 0
+            height: visible ? implicitHeight : 0
+            severe: root.sender.refusal
+            text: root.sender.notice
+            onDismissed: root.sender.dismissNotice()
+        }
+
         Card {
             anchors.bottom: parent.bottom
             anchors.bottomMargin: Theme.spaceHuge
             anchors.left: parent.left
             anchors.right: parent.right
-            anchors.top: search.bottom
+            anchors.top: notice.bottom
             anchors.topMargin: Theme.spaceLarge
             visible: !root.isMessage
 
@@ -149,38 +164,38 @@ FocusScope {
                     }
                 }
 
-                delegate: ListRow {
-                    id: row
-
-                    required property int index
-                    required property string title
-                    required property string details
-                    required property string badge
-                    required property bool moving
-                    required property bool filed
-                    required property string tint
-                    required symbol
-
-                    Accessible.description: details === "" ? badge : qsTr("%1, %2").arg(details).arg(badge)
-                    focusPolicy: Qt.NoFocus
+                delegate: DeliverableRow {
+                    aimedAt: target.containsDrag && target.aim >= y && target.aim < y + height
                     separated: index < list.count - 1
-                    subtitle: details
-                    text: title
-                    tile: Qt.alpha(Theme.tint(row.tint), 0.12)
-                    tintColor: Theme.tint(row.tint)
-                    width: ListView.view.width
-
-                    trailing: StatusBadge {
-                        filed: row.filed
-                        moving: row.moving
-                        text: row.badge
-                    }
-
-                    ListView.onReused: opacity = 1
                     onClicked: {
                         list.currentIndex = index;
                         root.opened(index);
                     }
+                }
+            }
+
+            DropArea {
+                id: target
+
+                readonly property real aim: drag.y + list.contentY ///< where among the rows
+
+                anchors.left: list.left
+                anchors.right: list.right
+                anchors.top: list.top
+                enabled: root.rowDrop.title === "" && root.sender.doubtfulMessage === ""
+                height: Math.min(list.height, list.originY + list.contentHeight - list.contentY) // beside the rows, nothing is taken
+                keys: ["text/uri-list"]
+                // A program that hears of a move, while the files are still in the air or once they are dropped, deletes them.
+                onEntered: drag => drag.accept(Qt.CopyAction)
+                onPositionChanged: drag => drag.accept(Qt.CopyAction)
+                onDropped: drop => {
+                    const row = list.itemAt(drop.x, drop.y + list.contentY) as DeliverableRow;
+                    if (row && drop.urls.length > 0)
+                        drop.accept(Qt.CopyAction);
+                    else
+                        drop.accepted = false;
+                    if (row)
+                        root.rowDrop.drop(row.key, drop.urls);
                 }
             }
 

@@ -9,6 +9,8 @@ Card {
 
     required property DeliverableModel deliverable
 
+    signal stopping()
+
     implicitHeight: column.implicitHeight + 2 * Theme.spaceHuge
 
     Column {
@@ -65,7 +67,7 @@ Card {
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: "stop.fill"
                 text: qsTr("Stop")
-                onClicked: root.deliverable.stop()
+                onClicked: root.stopping()
             }
         }
 

@@ -12,6 +12,17 @@ namespace palvera {
 
 using namespace std::chrono_literals;
 
+namespace {
+
+/// Of the deliverable, or of the organisation whose bin it is.
+QString placeOf(const Item& item)
+{
+    const auto* deliverable = item.target.asDeliverable();
+    return deliverable ? deliverable->deliverableId : item.target.orgId();
+}
+
+} // namespace
+
 TransfersView::TransfersView(Transfers& transfers, Clock& clock, const Executor& main, Files files, QObject* parent)
     : QObject(parent),
       m_transfers(transfers),
@@ -51,12 +62,19 @@ bool TransfersView::isPanelOpen() const
 
 void TransfersView::setPanelOpen(bool open)
 {
+    const auto seen = isPanelOpen() ? m_openFor : QSet<QString>();
     m_transfers.setPanelOpen(open);
+    if (!open)
+        m_openFor += seen;
 }
 
 /// It opens where there is something to see.
 void TransfersView::noteOpen()
 {
+    m_openFor.clear();
+    if (isPanelOpen())
+        for (const auto& item : m_transfers.inFlight())
+            m_openFor.insert(placeOf(item));
     if (isPanelOpen() && (isMoving() || m_interrupted.count() > 0))
         setTab(isMoving() ? InFlight : Interrupted);
     Q_EMIT panelOpenChanged();
@@ -218,9 +236,14 @@ void TransfersView::dismissDoubt()
     m_transfers.dismissDoubt();
 }
 
-void TransfersView::added()
+/// Whoever has closed it does not want it back for the same.
+void TransfersView::added(const QUuid& id)
 {
-    setPanelOpen(true);
+    const auto place = placeOf(*m_transfers.find(id));
+    if (isPanelOpen())
+        m_openFor.insert(place);
+    else if (!m_openFor.contains(place))
+        setPanelOpen(true);
     update();
 }
 

@@ -5,6 +5,7 @@
 #include "screens/panel/TransferActions.h"
 #include "screens/panel/TransferRows.h"
 
+#include <QSet>
 #include <QTimer>
 
 namespace palvera {
@@ -103,7 +104,7 @@ Q_SIGNALS:
     void doubtChanged();
 
 private:
-    void added();
+    void added(const QUuid& id);
     void noteOpen();
     void update();
 
@@ -117,6 +118,7 @@ private:
     Tab m_tab = InFlight;
     QString m_overall;
     QString m_footer;
+    QSet<QString> m_openFor; // ids of deliverables, and of organisations for their bins; kept when the user closes it
 };
 
 } // namespace palvera

@@ -1,6 +1,7 @@
 #include "screens/deliverables/DeliverableView.h"
 
 #include "files/Preferences.h"
+#include "files/Quantities.h"
 #include "http/TransportError.h"
 #include "session/Session.h"
 
@@ -22,15 +23,21 @@ const Deliverable row{.id = "row-1",
 struct DeliverableViewTest : TransfersTest {
     Preferences preferences{disk.filePath("palvera.conf")};
     Session session{{world.executor(), world.executor(), world.clock, *api, preferences, network}};
-    DeliverableView view{{world.executor(), world.executor(), *api, *model, session}};
+    FileSender sender{world.executor(), world.executor(), *model};
+    DeliverableView view{{world.executor(), *api, *model, session, sender}};
 
     DeliverableViewTest() { open(row); }
     ~DeliverableViewTest() override
     {
+        world.run(sender.close());
         world.run(view.close());
         world.run(model->suspend());
     }
-    void open(const Deliverable& deliverable) { view.open({.id = "org"}, {.id = "salt"}, deliverable); }
+    void open(const Deliverable& deliverable)
+    {
+        sender.turnPage();
+        view.open({.id = "org"}, {.id = "salt"}, deliverable);
+    }
     void openFiled()
     {
         auto filed = row;
@@ -45,9 +52,15 @@ struct DeliverableViewTest : TransfersTest {
     }
     void send(const QUrl& what)
     {
-        view.sendFile(what);
+        view.drop({what});
         world.settle();
     }
+    void stop()
+    {
+        view.stop(view.transferKey());
+        world.settle();
+    }
+    QString refusal() const { return sender.isRefusal() ? sender.notice() : QString(); }
 };
 
 TEST_F(DeliverableViewTest, theHeaderSaysWhatIsKnown)
@@ -62,15 +75,17 @@ TEST_F(DeliverableViewTest, theHeaderSaysWhatIsKnown)
 TEST_F(DeliverableViewTest, aFileOfAnyNameIsSentToTheDeliverable)
 {
     const auto url = sparse("100% ünïcode #1?.mov");
-    EXPECT_TRUE(view.drop({url, sparse("second.mov")}));
+    view.drop({url, sparse("2.mov"), sparse("3.mov"), QUrl("https://example.test/4"), sparse("5"), sparse("6")});
+    EXPECT_EQ(sender.notice(), "") << "it may be none that can be sent";
     world.settle();
     ASSERT_EQ(uploads.requests.size(), 1U) << "only the first of those dropped";
     EXPECT_EQ(uploads.requests.back().file, url.path());
+    EXPECT_EQ(sender.notice(), "Only “100% ünïcode #1?.mov” was taken. Left out: “2.mov”, “3.mov”, “4” and 2 more.");
+    EXPECT_FALSE(sender.isRefusal());
     EXPECT_EQ(model->items().back().target, TransferTarget(TransferTarget::Deliverable{"org", "salt", "row-1"}));
     EXPECT_FALSE(uploads.requests.back().confirmed);
     EXPECT_EQ(view.face(), DeliverableView::InFlight);
-    view.stop();
-    world.settle();
+    stop();
     EXPECT_EQ(view.face(), DeliverableView::Empty);
 }
 
@@ -86,15 +101,15 @@ TEST_F(DeliverableViewTest, whatIsNoFileIsRefusedWithAReason)
          "That is not a file on this computer. Save it here first, then drop it."}};
     for (const auto& [what, reason] : cases) {
         send(what);
-        EXPECT_EQ(view.refusal(), reason);
+        EXPECT_EQ(refusal(), reason);
     }
-    EXPECT_FALSE(view.drop({}));
-    EXPECT_EQ(view.refusal(), "The file did not arrive from the other program. Drop it again, or choose it here.");
+    view.drop({});
+    EXPECT_EQ(refusal(), "The file did not arrive from the other program. Drop it again, or choose it here.");
     EXPECT_TRUE(uploads.requests.empty());
     send(sparse("one.mov"));
-    EXPECT_EQ(view.refusal(), "") << "forgotten once a file is taken";
+    EXPECT_EQ(refusal(), "") << "forgotten once a file is taken";
     send(sparse("two.mov"));
-    EXPECT_EQ(view.refusal(), "“one.mov” is on its way already. Stop it before you send another file.");
+    EXPECT_EQ(refusal(), "“one.mov” is on its way already. Stop it before you send another file.");
     EXPECT_EQ(uploads.requests.size(), 1U);
 }
 
@@ -109,14 +124,13 @@ TEST_F(DeliverableViewTest, aFullLengthFileForTextlessElementsIsAskedAbout)
         deliverable.kind = kind;
         open(deliverable);
         send(sparse("feature.mov", bytes));
-        EXPECT_EQ(!view.doubtfulMessage().isEmpty(), asks) << kind << bytes;
-        view.stop();
-        world.settle();
+        EXPECT_EQ(!sender.doubtfulMessage().isEmpty(), asks) << kind << bytes;
+        stop();
     }
-    EXPECT_EQ(view.doubtfulMessage(), "feature.mov is 4.0 GB. Textless elements are usually a few minutes long. The "
-                                      "picture master row is probably the right place.");
-    view.dismissDoubtful();
-    view.confirmDoubtful(); // too late
+    EXPECT_EQ(sender.doubtfulMessage(), "feature.mov is 4.0 GB. Textless elements are usually a few minutes long. The "
+                                        "picture master row is probably the right place.");
+    sender.dismissDoubtful();
+    sender.confirmDoubtful(); // too late
     world.settle();
     EXPECT_EQ(uploads.requests.size(), 3U);
 }
@@ -142,7 +156,7 @@ TEST_F(DeliverableViewTest, theFirstDownloadAsksForAFolderAndTheNextGoesThere)
     EXPECT_EQ(item.titleName, "Salt");
     EXPECT_TRUE(view.isDownloading());
     EXPECT_EQ(world.run(session.downloadsFolder()), disk.path());
-    view.stop();
+    stop();
     view.downloadFiled();
     view.downloadFiled(); // a second click before the folder is found
     world.settle();
@@ -156,7 +170,7 @@ TEST_F(DeliverableViewTest, theFiguresOfWhatIsUnderWay)
     uploads.ends = {std::make_exception_ptr(TransportError(TransportError::Kind::broken, "cut"))};
     send(sparse("reel.mov"));
     EXPECT_EQ(view.face(), DeliverableView::InFlight) << "a replacement under way hides what is filed";
-    EXPECT_EQ(view.doneText(), "—");
+    EXPECT_EQ(view.doneText(), "0%");
     uploads.requests.back().onProgress({.sent = 250'000'000, .total = 1'000'000'000, .bytesPerSecond = 10e6});
     world.settle();
     EXPECT_EQ(view.doneText(), "25%");
@@ -168,16 +182,77 @@ TEST_F(DeliverableViewTest, theFiguresOfWhatIsUnderWay)
     EXPECT_EQ(view.leftText(), "—");
 }
 
-TEST_F(DeliverableViewTest, aFileDroppedJustBeforeAnotherPageIsOpenedStillGoes)
+TEST_F(DeliverableViewTest, aFileDroppedJustBeforeAnotherPageIsOpenedGoesOrIsNamedThere)
 {
-    view.sendFile(sparse("reel.mov"));
+    const std::tuple<QUrl, unsigned, QString> cases[] = {
+        {sparse("empty.mov", 0), 0, "“empty.mov” was not sent to “Picture”. That file is empty."},
+        {sparse("long.mov", 4'000'000'001), 0,
+         "“long.mov” was not sent to “Picture”. It looks too long for that: it is " + byteCountText(4e9) + '.'},
+        {sparse("reel.mov"), 1, ""}};
+    auto textless = row;
+    textless.kind = "textless_elements";
     auto other = row;
     other.id = "row-2";
-    open(other);
-    world.settle();
-    ASSERT_EQ(uploads.requests.size(), 1U);
-    EXPECT_EQ(uploads.requests.back().target.asDeliverable()->deliverableId, "row-1");
-    EXPECT_EQ(view.face(), DeliverableView::Empty);
+    for (const auto& [file, sent, said] : cases) {
+        open(textless);
+        uploads.requests.clear();
+        view.drop({file});
+        open(other);
+        world.settle();
+        ASSERT_EQ(uploads.requests.size(), sent);
+        EXPECT_EQ(sender.notice().toStdString(), said.toStdString());
+        EXPECT_FALSE(sender.isRefusal());
+        EXPECT_EQ(sender.doubtfulMessage(), "");
+        EXPECT_EQ(view.face(), DeliverableView::Empty);
+        if (sent > 0)
+            EXPECT_EQ(uploads.requests.back().target.asDeliverable()->deliverableId, "row-1");
+    }
+}
+
+TEST_F(DeliverableViewTest, whatThePlatformNoLongerHasTakesNothingUntilItIsBack)
+{
+    const std::pair<const char*, std::function<void()>> cases[] = {{"the list lacks it", [&] { view.update(nullptr); }},
+                                                                   {"a start is answered 404", [&] {
+                                                                        uploads.ends = {platformSays(404)};
+                                                                        send(sparse("early.mov"));
+                                                                        world.pass(std::chrono::seconds(2));
+                                                                    }}};
+    for (const auto& [why, disappear] : cases) {
+        disappear();
+        EXPECT_EQ(view.face(), DeliverableView::Gone) << why;
+        uploads.requests.clear();
+        send(sparse("reel.mov"));
+        EXPECT_EQ(refusal(), "The platform no longer has “Picture”. Nothing was sent.") << why;
+        EXPECT_TRUE(uploads.requests.empty()) << why;
+        view.update(&row);
+        EXPECT_EQ(view.face(), DeliverableView::Empty) << why;
+    }
+    send(sparse("reel.mov"));
+    view.update(nullptr);
+    EXPECT_EQ(view.face(), DeliverableView::InFlight) << "what is under way is still seen";
+    EXPECT_TRUE(view.isGone());
+}
+
+TEST_F(DeliverableViewTest, theLastUploadThatFailedIsSaidOnceAndTriedAgain)
+{
+    for (const bool isCutOff : {false, true}) {
+        if (isCutOff)
+            journal();
+        uploads.ends = {platformSays(422)};
+        send(QUrl::fromLocalFile(file("master.mov")));
+        world.pass(std::chrono::seconds(2));
+        EXPECT_EQ(view.failedName(), "master.mov");
+        EXPECT_EQ(view.failure(), "The last upload failed: The platform says 422. (HTTP 422)");
+        EXPECT_EQ(!view.cutOffText().isEmpty(), isCutOff);
+        EXPECT_EQ(view.isCutOffFailed(), isCutOff);
+        EXPECT_FALSE(view.isGone());
+        uploads.requests.clear();
+        view.tryAgain();
+        world.settle();
+        EXPECT_EQ(uploads.requests.size(), 1U);
+        EXPECT_EQ(view.failure(), "");
+        stop();
+    }
 }
 
 } // namespace

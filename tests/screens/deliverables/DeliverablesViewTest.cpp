@@ -1,4 +1,4 @@
-#include "screens/deliverables/DeliverablesView.h"
+#include "screens/deliverables/RowDrop.h"
 
 #include "tests/screens/RowsWatch.h"
 #include "tests/transfers/TransfersHarness.h"
@@ -7,6 +7,7 @@ namespace palvera {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::Each;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -17,6 +18,8 @@ struct DeliverablesViewTest : TransfersTest {
     int status = 200;
     DeliverablesView view{{world.executor(), world.executor(), world.clock, *api, *model}};
     RowsWatch watch{view};
+    FileSender sender{world.executor(), world.executor(), *model};
+    RowDrop rowDrop{view, sender};
 
     DeliverablesViewTest()
     {
@@ -29,8 +32,15 @@ struct DeliverablesViewTest : TransfersTest {
     }
     ~DeliverablesViewTest() override
     {
+        world.run(sender.close());
         world.run(view.close());
         world.run(model->suspend());
+    }
+    QUrl made(const QString& name)
+    {
+        QFile made(file(name));
+        EXPECT_TRUE(made.resize(10));
+        return QUrl::fromLocalFile(made.fileName());
     }
 
     QByteArray answer() const
@@ -146,9 +156,9 @@ TEST_F(DeliverablesViewTest, theBadgeFollowsTheTransferOfItsRowAlone)
 {
     auto id = addUpload("b");
     world.settle();
-    EXPECT_EQ(at(1, "badge"), "Transferring");
+    EXPECT_EQ(at(1, "badge"), "Transferring 0%");
     EXPECT_TRUE(at(1, "moving").toBool());
-    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving"));
+    EXPECT_THAT(takeChanges(), Each("*1-1 badge moving"));
     uploads.requests.back().onProgress({.sent = 29, .total = 100});
     world.settle();
     EXPECT_EQ(at(1, "badge"), "Transferring 29%");
@@ -161,6 +171,44 @@ TEST_F(DeliverablesViewTest, theBadgeFollowsTheTransferOfItsRowAlone)
     EXPECT_EQ(at(1, "badge"), "In progress");
     EXPECT_FALSE(at(1, "moving").toBool());
     EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving"));
+    filed = {"b"};
+    uploads.ends = {platformSays(422), nullptr};
+    for (const bool fails : {true, false}) {
+        addUpload("b");
+        world.pass(30s);
+        EXPECT_EQ(at(1, "badge"), fails ? "Upload failed" : "In progress");
+        EXPECT_EQ(at(1, "failed").toBool(), fails);
+    }
+}
+
+TEST_F(DeliverablesViewTest, whatIsDroppedOnARowIsAskedAboutAndStaysWithItsDeliverable)
+{
+    rowDrop.drop("b", {made("1.mov"), made("2.mov"), made("3.mov")});
+    EXPECT_EQ(rowDrop.title(), "Send “1.mov” to b?");
+    EXPECT_EQ(rowDrop.message(), "One file goes to it. Left out: “2.mov” and “3.mov”.");
+    rowDrop.dismiss();
+    rowDrop.confirm(); // too late
+    rowDrop.drop("b", {made("1.mov")});
+    rows = {"c", "b"};
+    filed = {"b"};
+    world.pass(30s);
+    EXPECT_EQ(rowDrop.message(), "It replaces “The delivered file”.");
+    rowDrop.confirm();
+    world.settle();
+    ASSERT_EQ(uploads.requests.size(), 1U);
+    EXPECT_EQ(uploads.requests.back().target, TransferTarget(TransferTarget::Deliverable{"org", "salt", "b"}));
+    EXPECT_EQ(rowDrop.title(), "");
+    rowDrop.drop("b", {made("2.mov")});
+    EXPECT_EQ(sender.notice(), "“1.mov” is on its way already. Stop it before you send another file.");
+    EXPECT_EQ(rowDrop.title(), "");
+    rowDrop.drop("c", {made("2.mov")});
+    EXPECT_EQ(sender.notice(), "");
+    rows = {"b"};
+    world.pass(30s);
+    rowDrop.confirm();
+    world.settle();
+    EXPECT_EQ(sender.notice(), "The platform no longer has “c”. Nothing was sent.");
+    EXPECT_EQ(uploads.requests.size(), 1U);
 }
 
 } // namespace

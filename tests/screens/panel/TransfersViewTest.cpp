@@ -71,6 +71,20 @@ TEST_F(TransfersViewTest, progressTouchesOneRowAndOnlyWhatItShows)
     EXPECT_FALSE(view.isPanelOpen());
 }
 
+TEST_F(TransfersViewTest, thePanelThatWasClosedOpensForAnotherDeliverableAlone)
+{
+    const std::pair<const char*, bool> cases[] = {{"a", true}, {"a", false}, {"b", true}, {"a", false}, {"b", false}};
+    for (const auto& [deliverable, opens] : cases) {
+        add(deliverable);
+        EXPECT_EQ(view.isPanelOpen(), opens) << deliverable;
+        view.setPanelOpen(false);
+    }
+    view.setPanelOpen(true);
+    model->cutOff(); // closes it as somebody signs out
+    add("a");
+    EXPECT_TRUE(view.isPanelOpen());
+}
+
 TEST_F(TransfersViewTest, rowsAreMovedAmongThoseInFlight)
 {
     add("a");
