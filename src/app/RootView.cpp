@@ -41,6 +41,7 @@ RootView::RootView(Environment environment, QObject* parent)
       m_sender(m_environment.signIn.main, m_environment.background, m_environment.transfers),
       m_rowDrop(m_deliverables, m_sender),
       m_deliverable({.main = m_environment.signIn.main,
+                     .clock = m_environment.signIn.clock,
                      .api = m_environment.signIn.doors.api,
                      .transfers = m_environment.transfers,
                      .session = m_session,

@@ -3,6 +3,7 @@
 #include "files/Quantities.h"
 #include "http/TransportError.h"
 #include "service/APIError.h"
+#include "transfers/Interrupted.h"
 
 namespace palvera {
 
@@ -79,6 +80,23 @@ QString troubleOf(const Item& item)
     return item.trouble ? troubleText(*item.trouble) : item.remark;
 }
 
+QString headlineOf(const Item& item)
+{
+    if (item.isPaused())
+        return QStringLiteral("Paused");
+    if (std::holds_alternative<Item::Waiting>(item.state))
+        return QStringLiteral("Waiting");
+    return item.kind == Item::Kind::upload ? QStringLiteral("Uploading") : QStringLiteral("Downloading");
+}
+
+QString troubleWithCountdown(const Item& item, Clock::WallTime now)
+{
+    const auto* retrying = std::get_if<Item::Retrying>(&item.state);
+    if (!retrying)
+        return troubleOf(item);
+    return QStringLiteral("%1 Trying again in %2").arg(plainReason(item.state), countdownText(retrying->until, now));
+}
+
 QString waitingText(const Item::Waiting& waiting)
 {
     return waiting.why.isEmpty() ? QStringLiteral("Waiting") : waiting.why;
@@ -105,6 +123,13 @@ QString stopMessage(const Item& item)
         return sent + QStringLiteral(" has come down already. It is kept on disk.");
     return sent + QStringLiteral(" has gone up already. Stopping throws it away, so nothing half delivered is left in "
                                  "storage.");
+}
+
+QString partsDoneText(const InterruptedUpload& upload)
+{
+    if (!upload.isBegun)
+        return QStringLiteral("Not begun");
+    return QStringLiteral("%1 of %2 parts done").arg(upload.journal.done.size()).arg(upload.journal.partCount);
 }
 
 QString countdownText(Clock::WallTime until, Clock::WallTime now)

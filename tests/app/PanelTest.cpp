@@ -26,9 +26,9 @@ protected:
         openClients();
     }
     /// To a deliverable of that name, which the platform knows nothing of unless told.
-    void add(const QString& label, const QString& file = "film.mov", const QString& row = {})
+    void add(const QString& label, const QString& file = {}, const QString& row = {})
     {
-        transfers().addUpload({.file = sparseFile(file, 100'000'000).toLocalFile(),
+        transfers().addUpload({.file = sparseFile(file.isEmpty() ? label + ".mov" : file, 100'000'000).toLocalFile(),
                                .orgId = "org-northlight",
                                .projectId = "salt",
                                .deliverable = {.id = row.isEmpty() ? label : row, .label = label}});

@@ -12,6 +12,7 @@ ListRow {
     required property string details
     required property string badge
     required property bool moving
+    required property bool still
     required property bool filed
     required property bool failed
     required property string tint
@@ -29,6 +30,7 @@ ListRow {
         failed: root.failed
         filed: root.filed
         moving: root.moving
+        still: root.still
         text: root.badge
     }
 

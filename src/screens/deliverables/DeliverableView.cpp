@@ -15,6 +15,7 @@ namespace palvera {
 DeliverableView::DeliverableView(const Environment& environment, QObject* parent)
     : QObject(parent), m_environment(environment), m_tasks(environment.main)
 {
+    connect(&m_tick, &QTimer::timeout, this, &DeliverableView::transferChanged);
     auto& transfers = m_environment.transfers;
     connect(&transfers, &Transfers::itemAdded, this, &DeliverableView::updateTransfer);
     connect(&transfers, &Transfers::itemChanged, this, &DeliverableView::updateTransfer);
@@ -124,7 +125,7 @@ QString DeliverableView::leftText() const
 
 QString DeliverableView::trouble() const
 {
-    return m_item ? troubleOf(*m_item) : QString();
+    return m_item ? troubleWithCountdown(*m_item, m_environment.clock.wallNow()) : QString();
 }
 
 QString DeliverableView::stopTitle() const
@@ -209,6 +210,18 @@ Task<void> DeliverableView::bringDownTo(QString folder, Download filed)
     }
 }
 
+void DeliverableView::pause()
+{
+    if (m_item)
+        m_environment.transfers.pause(m_item->id);
+}
+
+void DeliverableView::resume()
+{
+    if (m_item)
+        m_environment.transfers.goOn(m_item->id);
+}
+
 void DeliverableView::stop(const QString& key)
 {
     m_environment.transfers.stop(QUuid(key));
@@ -233,6 +246,9 @@ void DeliverableView::updateTransfer()
         return;
     const bool hadItem = m_item.has_value();
     m_item = std::move(item);
+    const bool isRetrying = m_item && std::holds_alternative<Item::Retrying>(m_item->state);
+    if (isRetrying != m_tick.isActive())
+        isRetrying ? m_tick.start(std::chrono::seconds(1)) : m_tick.stop();
     Q_EMIT transferChanged();
     if (hadItem != m_item.has_value())
         Q_EMIT faceChanged();
@@ -294,7 +310,7 @@ QString DeliverableView::cutOffText() const
     if (!m_cutOff)
         return {};
     const auto name = visibleText(m_cutOff->journal.filename);
-    const auto parts = tr("%1 of %2 parts done").arg(m_cutOff->journal.done.size()).arg(m_cutOff->journal.partCount);
+    const auto parts = partsDoneText(*m_cutOff);
     return m_cutOff->isSourceGone
                ? tr("The upload of “%1” was cut off, and the file is not where it was. %2.").arg(name, parts)
                : tr("The upload of “%1” was cut off. %2.").arg(name, parts);

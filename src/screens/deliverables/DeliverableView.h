@@ -1,10 +1,13 @@
 #pragma once
 
 #include "async/TaskScope.h"
+#include "screens/TransferTexts.h"
 #include "screens/deliverables/FileSender.h"
 #include "screens/deliverables/FiledFile.h"
 #include "transfers/Interrupted.h"
 #include "transfers/Item.h"
+
+#include <QTimer>
 
 namespace palvera {
 
@@ -27,6 +30,8 @@ class DeliverableView : public QObject {
     Q_PROPERTY(QString filedName READ filedName NOTIFY deliverableChanged)
     Q_PROPERTY(QString filedDetails READ filedDetails NOTIFY deliverableChanged)
     Q_PROPERTY(Face face READ face NOTIFY faceChanged)
+    Q_PROPERTY(QString headline READ headline NOTIFY transferChanged)
+    Q_PROPERTY(bool paused READ isPaused NOTIFY transferChanged)
     Q_PROPERTY(bool downloading READ isDownloading NOTIFY transferChanged)
     Q_PROPERTY(QString transferName READ transferName NOTIFY transferChanged)
     Q_PROPERTY(double fraction READ fraction NOTIFY transferChanged)
@@ -56,6 +61,7 @@ public:
     /// What it works with. Everything referred to outlives it.
     struct Environment {
         Executor main;
+        Clock& clock;
         API& api;
         Transfers& transfers;
         Session& session;
@@ -80,6 +86,8 @@ public:
     QString filedName() const { return m_filed ? m_filed->name : QString(); }
     QString filedDetails() const { return m_filed ? m_filed->details : QString(); }
     Face face() const;
+    QString headline() const { return m_item ? headlineOf(*m_item) : QString(); }
+    bool isPaused() const { return m_item && m_item->isPaused(); }
     bool isDownloading() const { return m_item && m_item->kind == Item::Kind::download; }
     QString transferName() const { return m_item ? m_item->name : QString(); }
     double fraction() const;
@@ -87,7 +95,7 @@ public:
     QString transferredText() const;
     QString speedText() const;
     QString leftText() const;
-    /// Why the transfer waits to be tried again, for the user; empty when it does not.
+    /// Why the transfer does not move, and when it is tried again, for the user; empty when there is nothing to say.
     QString trouble() const;
     /// What is asked before the transfer is stopped.
     QString stopTitle() const;
@@ -119,6 +127,8 @@ public:
     /// Sends the file of the last upload again, or the rest of it.
     Q_INVOKABLE void tryAgain();
     /// Stops the transfer with that key, unless it is over.
+    Q_INVOKABLE void pause();
+    Q_INVOKABLE void resume();
     Q_INVOKABLE void stop(const QString& key);
 
 Q_SIGNALS:
@@ -146,6 +156,7 @@ private:
     TaskScope m_tasks;
     Destination m_destination;
     std::optional<FiledFile> m_filed;
+    QTimer m_tick;              // while it waits to be tried again
     std::optional<Item> m_item; // in flight for this deliverable
     std::optional<InterruptedUpload> m_cutOff;
     std::optional<Item> m_failed;

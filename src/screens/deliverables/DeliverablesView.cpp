@@ -66,9 +66,15 @@ Task<DeliverableCards> fetchCards(API& api, QString org, QString project, Delive
 
 QString movingText(const Item& item)
 {
-    if (item.total < 1)
-        return QStringLiteral("Transferring");
-    return QStringLiteral("Transferring %1%").arg(percentOf(item.sent, item.total));
+    if (std::holds_alternative<Item::Waiting>(item.state))
+        return QStringLiteral("Waiting");
+    const auto what = item.isPaused() ? QStringLiteral("Paused") : QStringLiteral("Transferring");
+    return item.total < 1 ? what : QStringLiteral("%1 %2%").arg(what).arg(percentOf(item.sent, item.total));
+}
+
+bool isStill(const Item& item)
+{
+    return item.isPaused() || std::holds_alternative<Item::Waiting>(item.state);
 }
 
 } // namespace
@@ -81,6 +87,7 @@ DeliverablesView::DeliverablesView(const Environment& environment, QObject* pare
                  {"tint", [](const auto& row) { return familyTint(row.card->deliverable.family); }},
                  {"badge", [this](const auto& row) { return badgeOf(row.card->deliverable); }},
                  {"moving", [this](const auto& row) { return m_moving.contains(row.key); }},
+                 {"still", [this](const auto& row) { return m_moving.value(row.key).isStill; }},
                  {"failed", [this](const auto& row) { return hasFailed(row.key); }},
                  {"filed", [](const auto& row) { return row.card->isFiled; }}},
                 parent),
@@ -261,16 +268,16 @@ const Deliverable* DeliverablesView::find(const QString& id) const
 
 void DeliverablesView::updateMoving()
 {
-    QHash<QString, QString> moving;
+    QHash<QString, Moving> moving;
     for (const auto& item : m_environment.transfers.items()) {
         const auto* deliverable = item.target.asDeliverable();
         if (deliverable && item.isInFlight() && !moving.contains(deliverable->deliverableId))
-            moving.insert(deliverable->deliverableId, movingText(item));
+            moving.insert(deliverable->deliverableId, {.text = movingText(item), .isStill = isStill(item)});
     }
     auto earlier = std::exchange(m_moving, moving);
     auto announceFor = [this](const QString& id) {
         if (int row = rowOf(id); row >= 0)
-            this->announce(row, {"badge", "moving"});
+            this->announce(row, {"badge", "moving", "still"});
     };
     for (auto badge = moving.constBegin(); badge != moving.constEnd(); ++badge)
         if (earlier.take(badge.key()) != *badge)
@@ -292,7 +299,9 @@ bool DeliverablesView::hasFailed(const QString& id) const
 
 QString DeliverablesView::badgeOf(const Deliverable& row) const
 {
-    return m_moving.value(row.id, hasFailed(row.id) ? tr("Upload failed") : humanised(row.status));
+    if (m_moving.contains(row.id))
+        return m_moving.value(row.id).text;
+    return hasFailed(row.id) ? tr("Upload failed") : humanised(row.status);
 }
 
 int DeliverablesView::rowOf(const QString& id) const

@@ -125,6 +125,13 @@ Q_SIGNALS:
     void loaded();
 
 private:
+    struct Moving {
+        QString text;         ///< of the badge
+        bool isStill = false; ///< it waits, or is paused
+
+        bool operator==(const Moving&) const = default;
+    };
+
     Task<void> loadOnce();
     Task<void> keepFresh();
     Task<void> loadAfterUpload();
@@ -149,7 +156,7 @@ private:
     DeliverableCards m_cards;
     DeliverableFilter m_filter;
     FilterChoices m_families, m_statuses, m_languages, m_fillings;
-    QHash<QString, QString> m_moving;    // the badges of deliverables with a transfer in flight
+    QHash<QString, Moving> m_moving;     // deliverables with a transfer in flight
     mutable QHash<QString, int> m_where; // the rows by id, empty until somebody asks
     int m_loadsBegun = 0;
     int m_loadTaken = 0; // the number of the latest load that has come to something

@@ -41,7 +41,7 @@ Card {
 
                 anchors.left: symbol.right
                 anchors.leftMargin: Theme.spaceMedium
-                anchors.right: stop.left
+                anchors.right: pause.left
                 anchors.rightMargin: Theme.spaceMedium
                 anchors.verticalCenter: parent.verticalCenter
                 spacing: Theme.focusGap
@@ -49,7 +49,7 @@ Card {
                 Label {
                     font.pixelSize: Theme.textHeading
                     font.weight: Font.DemiBold
-                    text: root.deliverable.downloading ? qsTr("Downloading") : qsTr("Uploading")
+                    text: root.deliverable.headline
                 }
 
                 Label {
@@ -58,6 +58,17 @@ Card {
                     text: root.deliverable.transferName
                     width: parent.width
                 }
+            }
+
+            AppButton {
+                id: pause
+
+                anchors.right: stop.left
+                anchors.rightMargin: Theme.spaceSmall
+                anchors.verticalCenter: parent.verticalCenter
+                symbol: root.deliverable.paused ? "play.fill" : "pause.fill"
+                text: root.deliverable.paused ? qsTr("Resume") : qsTr("Pause")
+                onClicked: root.deliverable.paused ? root.deliverable.resume() : root.deliverable.pause()
             }
 
             AppButton {
@@ -72,8 +83,8 @@ Card {
         }
 
         ProgressLine {
-            fill: root.deliverable.trouble !== "" ? Theme.orange : Theme.accentFill
-            label: root.deliverable.downloading ? qsTr("Downloading") : qsTr("Uploading")
+            fill: root.deliverable.paused ? Theme.secondary : root.deliverable.trouble !== "" ? Theme.orange : Theme.accentFill
+            label: root.deliverable.headline
             value: root.deliverable.fraction
             width: parent.width
         }

@@ -8,6 +8,7 @@ Rectangle {
 
     required property string text
     property bool moving: false
+    property bool still: false ///< it would move, but waits or is paused
     property bool filed: false
     property bool failed: false
 
@@ -28,8 +29,8 @@ Rectangle {
             anchors.verticalCenter: parent.verticalCenter
             color: root.ink
             height: 12
-            running: root.moving
-            visible: root.moving
+            running: root.moving && !root.still
+            visible: running
             width: 12
         }
 

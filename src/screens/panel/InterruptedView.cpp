@@ -5,6 +5,7 @@
 #include "files/Quantities.h"
 #include "files/SourcePath.h"
 #include "screens/LocalPath.h"
+#include "screens/TransferTexts.h"
 #include "text/VisibleText.h"
 #include "transfers/Transfers.h"
 
@@ -65,13 +66,6 @@ QString counted(qsizetype count, const QString& one, const QString& several)
 }
 
 } // namespace
-
-QString partsDoneText(const InterruptedUpload& upload)
-{
-    if (!upload.isBegun)
-        return QStringLiteral("Not begun");
-    return QStringLiteral("%1 of %2 parts done").arg(upload.journal.done.size()).arg(upload.journal.partCount);
-}
 
 QString cutOffText(qsizetype uploads, qsizetype downloads)
 {

@@ -10,7 +10,6 @@
 namespace palvera {
 
 class Transfers;
-struct InterruptedUpload;
 
 /// A transfer that was cut off.
 struct InterruptedRow {
@@ -25,8 +24,6 @@ struct InterruptedRow {
     bool operator==(const InterruptedRow&) const = default;
 };
 
-/// "12 of 40 parts done", or that it has not begun.
-QString partsDoneText(const InterruptedUpload& upload);
 /// "2 uploads and 1 download were cut off."; empty for none.
 QString cutOffText(qsizetype uploads, qsizetype downloads);
 

@@ -25,10 +25,7 @@ struct Status {
 
     QString operator()(const Item::Waiting& waiting) const { return withAmount(waitingText(waiting)); }
     QString operator()(const Item::Running&) const { return troubleOf(item); }
-    QString operator()(const Item::Retrying& retrying) const
-    {
-        return QStringLiteral("%1 Trying again in %2").arg(plainReason(item.state), countdownText(retrying.until, now));
-    }
+    QString operator()(const Item::Retrying&) const { return troubleWithCountdown(item, now); }
     QString operator()(const Item::Paused&) const { return withAmount(QStringLiteral("Paused")); }
     QString operator()(const Item::Failed&) const { return plainReason(item.state); }
     QString operator()(const Item::Done&) const { return QStringLiteral("Done · ") + byteCountText(item.total); }

@@ -24,7 +24,7 @@ struct DeliverableViewTest : TransfersTest {
     Preferences preferences{disk.filePath("palvera.conf")};
     Session session{{world.executor(), world.executor(), world.clock, *api, preferences, network}};
     FileSender sender{world.executor(), world.executor(), *model};
-    DeliverableView view{{world.executor(), *api, *model, session, sender}};
+    DeliverableView view{{world.executor(), world.clock, *api, *model, session, sender}};
 
     DeliverableViewTest() { open(row); }
     ~DeliverableViewTest() override
@@ -177,9 +177,16 @@ TEST_F(DeliverableViewTest, theFiguresOfWhatIsUnderWay)
     EXPECT_EQ(view.speedText(), "10.0 MB/s");
     EXPECT_EQ(view.leftText(), "1m 15s");
     world.runUntil([&] { return !view.trouble().isEmpty(); });
-    EXPECT_EQ(view.trouble(), "The connection was lost.");
+    EXPECT_EQ(view.trouble(), "The connection was lost. Trying again in 10 sec");
+    EXPECT_EQ(view.headline(), "Uploading");
     EXPECT_EQ(view.speedText(), "—");
     EXPECT_EQ(view.leftText(), "—");
+    view.pause();
+    EXPECT_EQ(view.headline(), "Paused");
+    EXPECT_EQ(view.trouble(), "");
+    view.resume();
+    world.settle();
+    EXPECT_EQ(view.headline(), "Uploading");
 }
 
 TEST_F(DeliverableViewTest, aFileDroppedJustBeforeAnotherPageIsOpenedGoesOrIsNamedThere)

@@ -158,19 +158,23 @@ TEST_F(DeliverablesViewTest, theBadgeFollowsTheTransferOfItsRowAlone)
     world.settle();
     EXPECT_EQ(at(1, "badge"), "Transferring 0%");
     EXPECT_TRUE(at(1, "moving").toBool());
-    EXPECT_THAT(takeChanges(), Each("*1-1 badge moving"));
+    EXPECT_THAT(takeChanges(), Each("*1-1 badge moving still"));
     uploads.requests.back().onProgress({.sent = 29, .total = 100});
     world.settle();
     EXPECT_EQ(at(1, "badge"), "Transferring 29%");
-    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving"));
+    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving still"));
     uploads.requests.back().onProgress({.sent = 29, .total = 100, .bytesPerSecond = 7});
     world.settle();
     EXPECT_THAT(takeChanges(), IsEmpty()) << "nothing that the row shows has changed";
+    model->pause(id);
+    EXPECT_EQ(at(1, "badge"), "Paused 29%");
+    EXPECT_TRUE(at(1, "still").toBool());
+    takeChanges();
     model->stop(id);
     world.settle();
     EXPECT_EQ(at(1, "badge"), "In progress");
     EXPECT_FALSE(at(1, "moving").toBool());
-    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving"));
+    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving still"));
     filed = {"b"};
     uploads.ends = {platformSays(422), nullptr};
     for (const bool fails : {true, false}) {
