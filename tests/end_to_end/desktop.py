@@ -1,8 +1,8 @@
 #!/usr/bin/python3
 """The path that suppliers take every day, with the real programs, as somebody takes it who has a keyboard, a pointer
-and a program that reads the screen out: a file is dragged onto a row of the list, or its deliverable, the program is killed in the middle,
-started again and told to resume; the file is filed, downloaded and replaced by one from the desktop's own dialog. And
-two files that go into a folder of Uploads in the same way.
+and a program that reads the screen out: a file is dragged onto a row of the list, or its deliverable, the program is
+killed in the middle, started again and told to resume; the file is filed, downloaded, shown by the file manager and
+replaced by one from the desktop's own dialog. And two files that go into a folder of Uploads in the same way.
 """
 import support
 from desktop_programs import Desktop, Display, FileManager, install_portal
@@ -83,6 +83,11 @@ def resume_and_replace(workspace, platform, file, chosen, asked):
         desktop.activate(desktop.BUTTON, "Download")
         wait_until(lambda: (folder / file.name).exists() and len(list(folder.iterdir())) == 1
                    and digest(folder / file.name) == digest(file), "the same bytes come down")
+        desktop.activate("page tab", "Finished (2)")
+        desktop.activate("list item", f"Picture master, {file.name}, download, done, Done · 62.9 MB")
+        wait_until(asked.exists, "the file manager shows the file")
+        assert asked.read_text() == f"{(folder / file.name).as_uri()}\n", asked.read_text()
+        asked.unlink()
         desktop.activate_until(desktop.BUTTON, "Choose a file", asked.exists)
         wait_until(lambda: platform.is_filed(ROW, chosen), "the chosen file is filed")
         desktop.activate(desktop.BUTTON, "Deliverables")

@@ -200,14 +200,15 @@ class Desktop:
 
 
 def install_portal(workspace, file):
-    """The desktop's portal, whose file dialog chooses `file`, for a display that is started later: its bus starts the
-    portal when it is asked for. The file that says what it was asked.
+    """The desktop's portal, whose file dialog chooses `file`, and its file manager, for a display that is started later:
+    its bus starts them when they are asked for. The file that says what they were asked.
     """
     services, said = workspace.path / "share" / "dbus-1" / "services", workspace.path / "portal"
     services.mkdir(parents=True, exist_ok=True)
-    (services / "org.freedesktop.portal.Desktop.service").write_text(
-        "[D-BUS Service]\nName=org.freedesktop.portal.Desktop\n"
-        f"Exec=/usr/bin/python3 {pathlib.Path(__file__).with_name('portal.py')} '{file}' '{said}'\n")
+    for name in "org.freedesktop.portal.Desktop", "org.freedesktop.FileManager1":
+        (services / f"{name}.service").write_text(
+            f"[D-BUS Service]\nName={name}\n"
+            f"Exec=/usr/bin/python3 {pathlib.Path(__file__).with_name('portal.py')} '{file}' '{said}'\n")
     others = os.environ.get("XDG_DATA_DIRS", "/usr/local/share:/usr/share")
     os.environ["XDG_DATA_DIRS"] = f"{workspace.path / 'share'}:{others}"
     return said
