@@ -66,12 +66,6 @@ QJsonObject recordOf(const BinObject& object)
     return record;
 }
 
-/// Confirmed bytes, where the last part counts as a whole one, as the engine has it.
-qint64 confirmedBytes(const Journal& journal)
-{
-    return std::min(journal.byteSize, qint64(journal.done.size()) * journal.partSize);
-}
-
 QJsonObject recordOf(const Journal& journal)
 {
     auto record = cli::recordOf(journal.destination());

@@ -85,6 +85,11 @@ TransferTarget Journal::destination() const
     return target.value_or(TransferTarget::Deliverable{.orgId = orgId, .projectId = projectId, .deliverableId = key});
 }
 
+qint64 confirmedBytes(const Journal& journal)
+{
+    return std::min(journal.byteSize, qint64(journal.done.size()) * journal.partSize);
+}
+
 QByteArray encodeJournal(const Journal& journal)
 {
     QJsonObject object{{QStringLiteral("key"), journal.key},

@@ -40,6 +40,9 @@ struct Journal {
     TransferTarget destination() const;
 };
 
+/// Bytes that storage has confirmed, where the last part counts as a whole one, as the engine has it.
+qint64 confirmedBytes(const Journal& journal);
+
 /// The journal as one line of JSON.
 QByteArray encodeJournal(const Journal& journal);
 

@@ -5,8 +5,6 @@
 #include "async/TaskGroup.h"
 #include "files/Bookmark.h"
 #include "files/FileError.h"
-#include "files/SourceIdentity.h"
-#include "files/SourcePath.h"
 #include "http/NetworkPath.h"
 #include "service/API.h"
 #include "service/APIError.h"
@@ -100,39 +98,50 @@ Task<void> UploadTask::letPredecessorEnd()
 
 Task<void> UploadTask::findFile()
 {
-    auto path = m_source.file;
-    qint64 size = 0;
-    co_await callOn(m_disk, [&] {
-        if (!m_source.bookmark)
-            m_source.bookmark = bookmark::make(m_source.file);
-        else if (auto found = bookmark::resolve(*m_source.bookmark))
-            path = found->path;
-        size = statusOf(path).value_or(PathStatus{}).size;
-        enter(path);
-    });
+    Found found{.path = m_source.file};
+    co_await callOn(m_disk, [&] { found = lookForFile(); });
     if (m_model)
         m_model->change(m_id, [&](Item& item) {
-            item.file = path;
-            item.name = QFileInfo(path).fileName();
-            item.total = size;
+            item.file = found.path;
+            item.name = QFileInfo(found.path).fileName();
+            item.sent = found.sent;
+            item.total = found.size;
         });
 }
 
-void UploadTask::enter(const QString& path) const
-try {
-    const auto identity = identityOf(path);
+UploadTask::Found UploadTask::lookForFile()
+{
+    Found found{.path = m_source.file};
+    if (!m_source.bookmark)
+        m_source.bookmark = bookmark::make(m_source.file);
+    else if (auto bookmarked = bookmark::resolve(*m_source.bookmark))
+        found.path = bookmarked->path;
+    const auto identity = identityOf(found.path);
     if (!identity || identity->size < 1)
-        return;
+        return found;
+    found.size = identity->size;
+    const auto journal = m_environment.journals.loadJournal(m_key);
+    const UploadSubject subject{
+        .path = found.path, .identity = *identity, .target = m_target, .service = m_service, .account = accountId()};
+    if (journal && fitOf(*journal, subject) == JournalFit::fits)
+        found.sent = confirmedBytes(*journal);
+    else
+        enter(subject);
+    return found;
+}
+
+void UploadTask::enter(const UploadSubject& subject) const
+try {
     m_environment.journals.saveWaiting({.key = m_key,
                                         .orgId = m_target.orgId(),
                                         .projectId = m_target.projectId(),
-                                        .partSize = identity->size,
+                                        .partSize = subject.identity.size,
                                         .partCount = 1,
-                                        .byteSize = identity->size,
-                                        .filePath = path,
-                                        .filename = QFileInfo(path).fileName(),
+                                        .byteSize = subject.identity.size,
+                                        .filePath = subject.path,
+                                        .filename = QFileInfo(subject.path).fileName(),
                                         .bookmark = m_source.bookmark,
-                                        .fileStamp = fileStamp(*identity),
+                                        .fileStamp = fileStamp(subject.identity),
                                         .target = m_target,
                                         .service = m_service,
                                         .account = accountId(),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "transfer/ResumeRules.h"
 #include "transfers/Transfers.h"
 
 namespace palvera {
@@ -19,8 +20,15 @@ private:
     Task<void> letPredecessorEnd();
     /// Bookmarks the file, and shows it under the name that it has by now where it is bookmarked already.
     Task<void> findFile();
+    struct Found {
+        QString path;
+        qint64 size = 0;
+        qint64 sent = 0; ///< bytes that an earlier run has confirmed
+    };
+    /// Blocks on the disk.
+    Found lookForFile();
     /// Has the upload outlive the program before it has a journal. Blocks on the disk.
-    void enter(const QString& path) const;
+    void enter(const UploadSubject& subject) const;
     /// It needs that no more.
     Task<void> leave();
     /// Ends when the user has it go on. Nobody else may go on with it meanwhile.
