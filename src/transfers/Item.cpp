@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::chrono::seconds sampleEvery{1};
 /// An engine that is at work reports once a second at least.
-constexpr std::chrono::seconds longestGap{3};
+constexpr std::chrono::seconds longestGap{2};
 /// At first a line gets up to speed and receivers fill their buffers, which tells nothing of what follows.
 constexpr std::chrono::seconds firstWindow{2};
 
