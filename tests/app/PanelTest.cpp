@@ -3,6 +3,7 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QTest>
 
 namespace palvera {
 namespace {
@@ -120,6 +121,41 @@ TEST_F(PanelTest, theQueueIsSteeredByKeyboardAlone)
     screen.press(Qt::Key_Tab);
     screen.press(Qt::Key_Return);
     waitForText("Nothing moving");
+}
+
+TEST_F(PanelTest, rowsAreDraggedByTheirSymbolsAndOpenedByADoubleClick)
+{
+    for (const char* label : {"a", "b", "c"})
+        add(label);
+    waitForRows("a running, b running, c running");
+    auto& window = screen.window();
+    const auto inRow = [&](const QString& label, int x) {
+        for (auto* item : screen.all(QAccessible::ListItem))
+            if (Screen::nameOf(item).startsWith(label + ","))
+                return item->mapToScene(QPointF(x, item->height() / 2)).toPoint();
+        return QPoint();
+    };
+    constexpr int symbol = 20, figures = 200;
+    for (const auto& [dragged, to, order] : {std::tuple("c", "a", "c running, a running, b running"),
+                                             std::tuple("c", "b", "a running, b running, c running")}) {
+        const auto from = inRow(dragged, symbol), end = inRow(to, symbol);
+        QTest::mousePress(&window, Qt::LeftButton, {}, from);
+        for (int step = 1; step <= 10; ++step) {
+            QTest::mouseMove(&window, from + (end - from) * step / 10);
+            screen.waitForFrame();
+        }
+        QTest::mouseRelease(&window, Qt::LeftButton, {}, end);
+        waitForRows(order);
+    }
+    const auto second = inRow("b", figures);
+    QTest::mouseClick(&window, Qt::RightButton, {}, second);
+    screen.find(QAccessible::MenuItem, "Pause");
+    screen.press(Qt::Key_Escape);
+    screen.waitUntil([&] { return !screen.shows(QAccessible::MenuItem, "Pause"); });
+    EXPECT_TRUE(focusedName().startsWith("b,"));
+    QTest::mouseDClick(&window, Qt::LeftButton, {}, second);
+    goToMainWindow();
+    waitForText("The platform no longer has that deliverable.");
 }
 
 TEST_F(PanelTest, whatIsOverIsTriedAgainCopiedShownAndRemoved)
