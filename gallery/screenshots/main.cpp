@@ -275,6 +275,48 @@ private:
         goBack();
         screen.press(Qt::Key_Escape); // which clears the search
         take("deliverables-transferring");
+        sending();
+    }
+    QUrl master(const QString& name) { return sparseFile(name, 1'900'000'000); }
+    void sending()
+    {
+        transfers().stopAll();
+        const QList<QUrl> files{master("Salt_key_art_v5.tif"), master("Salt_stills.zip"), master("Salt_cues.pdf")};
+        for (const auto& [row, drag, question] :
+             {std::tuple("Key art", "deliverables-drag", "deliverables-send"),
+              std::tuple("Forced narrative", "deliverables-drag-filed", "deliverables-replace")}) {
+            enter("Find a deliverable", row);
+            auto* item = screen.find(listItem, row);
+            screen.drag(item, files);
+            take(drag);
+            screen.drop(item, files);
+            take(question, "Left out:");
+            screen.press(Qt::Key_Escape);
+        }
+        openRow("Key art");
+        drop(files);
+        letPass(3s);
+        goToMainWindow();
+        transfers().pauseAll();
+        take("deliverable-paused");
+        screen.click(button, "Stop");
+        take("deliverable-stop", "Stop this upload?");
+        screen.press(Qt::Key_Escape);
+        transfers().stopAll();
+        for (const auto& [row, status] : {std::pair("Stills", 404), std::pair("Full subtitles", 403)}) {
+            goBack();
+            openRow(row);
+            fail(Operation::start, {.kind = Fault::Kind::status,
+                                    .status = status,
+                                    .message = "This row takes no files. Ask the help desk about 4711-0815."});
+            drop({files.first()});
+            letPass(1s);
+            goToMainWindow();
+            take(status == 404 ? "deliverable-gone" : "deliverable-failed");
+        }
+        goBack();
+        take("deliverables-failed");
+        screen.press(Qt::Key_Escape);
     }
     void panel()
     {
@@ -310,6 +352,7 @@ private:
         deliver("Full subtitles", "Salt_de.srt", 80'000);
         screen.waitUntil([&] { return transfers().inFlightCount() == 0; });
         goToPanel();
+        root().transfers()->setTab(TransfersView::Finished);
         take("transfers-finished");
         root().transfers()->setTab(TransfersView::Interrupted);
         take("transfers-none-interrupted");

@@ -11,7 +11,9 @@
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
+#include <QSet>
 
 namespace palvera {
 
@@ -83,12 +85,14 @@ void DownloadIndex::remove(const QString& path) const
 std::vector<DownloadIndex::Found> DownloadIndex::load() const
 {
     std::vector<Found> all;
+    QSet<QString> begun; // or held up, or away for now
     const QDir entries(folder());
     for (const auto& name : entries.entryList(QDir::Files, QDir::Name)) {
         const auto bytes = readSmallFile(entries.filePath(name), largestEntry);
         auto download = bytes ? decodeUnfinishedDownload(*bytes) : std::nullopt;
         if (!download || nameFor(download->path) != name)
             continue;
+        begun.insert(waitingPathOf(*download));
         try {
             const auto held = holdOf(lockOf(download->path));
             if (!held)
@@ -97,12 +101,58 @@ std::vector<DownloadIndex::Found> DownloadIndex::load() const
                 all.push_back({.download = *std::move(download),
                                .received = progress->received(Downloader::Settings().chunkSize),
                                .total = progress->total});
-            else if (QFileInfo(download->path).dir().exists())
+            else if (QFileInfo(download->path).dir().exists()) {
                 remove(download->path);
+                removeWaiting(*download); // the user has removed it
+            }
         } catch (const FileError&) { // NOLINT(bugprone-empty-catch): it may go on in another program
         }
     }
+    const QDir waiting(waitingFolder());
+    for (const auto& name : waiting.entryList(QDir::Files, QDir::Name)) {
+        const auto bytes = readSmallFile(waiting.filePath(name), largestEntry);
+        auto download = bytes ? decodeUnfinishedDownload(*bytes) : std::nullopt;
+        if (!download || waitingPathOf(*download) != waiting.filePath(name) || isWaitingInSomeProgram(*download))
+            continue;
+        download->isBegun = false;
+        if (!begun.contains(waiting.filePath(name)))
+            all.push_back({.download = *download, .total = std::max<qint64>(0, download->listedSize.value_or(0))});
+    }
     return all;
+}
+
+bool DownloadIndex::isWaitingInSomeProgram(const UnfinishedDownload& download) const
+{
+    return LockFile::isHeld(waitingLockPathOf(download));
+}
+
+QString DownloadIndex::waitingLockPathOf(const UnfinishedDownload& download) const
+{
+    return stagingFolder() + u'/' + QFileInfo(waitingPathOf(download)).fileName() + QStringLiteral(".hold");
+}
+
+std::optional<LockFile> DownloadIndex::saveWaiting(const UnfinishedDownload& download) const
+{
+    auto held = holdOf(LockFile::open(waitingLockPathOf(download)));
+    writeFileAtomically(waitingPathOf(download), encodeUnfinishedDownload(download), stagingFolder(),
+                        FileAccess::ownerOnly);
+    return held;
+}
+
+void DownloadIndex::removeWaiting(const UnfinishedDownload& download) const
+{
+    QFile::remove(waitingPathOf(download));
+}
+
+/// One for each object and folder, whatever its file is called there.
+QString DownloadIndex::waitingPathOf(const UnfinishedDownload& download) const
+{
+    return waitingFolder() + u'/' + nameFor(download.source + u'\n' + QFileInfo(download.path).path());
+}
+
+QString DownloadIndex::waitingFolder() const
+{
+    return makePrivateFolder(m_home + QStringLiteral("/Waiting downloads"));
 }
 
 LockFile DownloadIndex::lockOf(const QString& path) const

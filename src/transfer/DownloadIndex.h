@@ -10,9 +10,9 @@
 
 namespace palvera {
 
-/// What it takes to go on with a download that was cut off. A plain value, known by its path.
+/// What it takes to go on with a download that was cut off. A plain value, known by its key.
 struct UnfinishedDownload {
-    QString path;   ///< of the file that it writes
+    QString path;   ///< of the file that it writes, or would if the name is free
     QString source; ///< as in the record beside that file
     TransferTarget target;
     QString object;                        ///< key in storage
@@ -22,7 +22,10 @@ struct UnfinishedDownload {
     std::optional<QString> client = {};  ///< the organisation's name
     std::optional<QString> account = {}; ///< id of the user who began it; nothing where that is not known
     QString service = {};                ///< the service address that it was begun at
+    bool isBegun = true;                 ///< it has claimed its file
 
+    /// Its path; of one that has not begun, something else, since others may want that, too.
+    QString key() const { return isBegun ? path : path + u'\n' + source; }
     bool operator==(const UnfinishedDownload&) const = default;
 };
 
@@ -50,14 +53,22 @@ public:
     /// listed should it be cut off.
     void save(const UnfinishedDownload& download) const;
     void remove(const QString& path) const;
-    /// Those that no program goes on with at the moment and of which something is there. What nothing is left of is
-    /// forgotten, unless its folder is away.
+    /// Has a download outlive the program before anything of it is there, in "Palvera/Waiting downloads". Gives the
+    /// lock by which others see that a program has it; nothing while it cannot be had. Throws FileError.
+    std::optional<LockFile> saveWaiting(const UnfinishedDownload& download) const;
+    void removeWaiting(const UnfinishedDownload& download) const;
+    /// Those that no program goes on with at the moment: of which something is there, and that wait for their
+    /// beginning. What nothing is left of is forgotten, unless its folder is away.
     std::vector<Found> load() const;
     /// The lock that is held while a download to that file goes, not taken yet. Throws FileError.
     LockFile lockOf(const QString& path) const;
 
 private:
     QString folder() const;
+    QString waitingFolder() const;
+    QString waitingPathOf(const UnfinishedDownload& download) const;
+    QString waitingLockPathOf(const UnfinishedDownload& download) const;
+    bool isWaitingInSomeProgram(const UnfinishedDownload& download) const;
     QString stagingFolder() const;
 
     const QString m_home;

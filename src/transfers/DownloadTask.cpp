@@ -20,12 +20,11 @@ namespace asio = boost::asio;
 
 namespace {
 
-DownloadPlace claimOnDisk(const Download& download)
+/// One spelling for one folder, so that two ways to it are seen to lead to the same file.
+QString canonicalFolder(const Download& download)
 {
-    // One spelling for one folder, so that two ways to it are seen to lead to the same file.
-    auto canonical = QFileInfo(download.folder).canonicalFilePath();
-    return DownloadPlace::claim(canonical.isEmpty() ? download.folder : canonical, download.name,
-                                download.object.identity);
+    const auto canonical = QFileInfo(download.folder).canonicalFilePath();
+    return canonical.isEmpty() ? download.folder : canonical;
 }
 
 } // namespace
@@ -51,21 +50,35 @@ Task<void> DownloadTask::run(DownloadTask task)
 
 Task<void> DownloadTask::perform()
 {
+    auto waiting = entryFor({});
+    waiting.isBegun = false;
+    co_await outcomeOf(callOn(m_disk, [&] {
+        waiting.path = QDir(canonicalFolder(m_download)).filePath(m_download.name);
+        if (auto held = m_environment.index.saveWaiting(waiting))
+            m_waitingHold.emplace(*std::move(held));
+    }));
     auto failure = (co_await outcomeOf(bringDown())).failure;
-    const bool isStopped = m_model && m_live->isStopped() && !m_live->isSuspended();
-    if (m_place)
-        co_await outcomeOf(callOn(m_disk, [this, failure, isStopped] { leavePlace(!failure, isStopped); }));
+    const bool isSuspended = m_live->isSuspended();
+    const bool isStopped = m_model && m_live->isStopped() && !isSuspended;
+    co_await outcomeOf(callOn(m_disk, [&] {
+        if (m_place)
+            leavePlace(!failure, isStopped);
+        if (!isSuspended)
+            m_environment.index.removeWaiting(waiting);
+        m_waitingHold.reset();
+    }));
     if (!m_model)
         co_return;
     if (m_place)
         m_model->m_paths.remove(m_place->path());
-    for (const auto& path : {m_place ? m_place->path() : QString(), QDir(m_download.folder).filePath(m_download.name)})
-        m_model->m_interrupted.show(path);
+    for (const auto& key :
+         {m_place ? m_place->path() : QString(), QDir(m_download.folder).filePath(m_download.name), waiting.key()})
+        m_model->m_interrupted.show(key);
     if (!failure)
         m_model->setState(m_id, Item::Done{});
     else if (!m_live->isStopped() && !isCancellation(failure))
         m_model->setState(m_id, Item::Failed{.message = describe(failure), .failure = failure});
-    else if (!m_live->isSuspended())
+    else if (!isSuspended)
         m_model->setState(m_id, Item::Stopped{});
     m_model->ended(m_id);
 }
@@ -150,7 +163,9 @@ Task<void> DownloadTask::claimPlace()
 {
     std::optional<DownloadPlace> claimed;
     for (;;) {
-        co_await callOn(m_disk, [&] { claimed = claimOnDisk(m_download); });
+        co_await callOn(m_disk, [&] {
+            claimed = DownloadPlace::claim(canonicalFolder(m_download), m_download.name, m_download.object.identity);
+        });
         if (!m_model)
             throwCancelled();
         auto holder = m_model->m_paths.constFind(claimed->path());
@@ -180,17 +195,22 @@ void DownloadTask::enter()
     }
     if (outcome != LockFile::Outcome::taken) // another program writes that file, as the engine will say
         return m_hold.reset();
+    m_environment.index.save(entryFor(m_place->path()));
+}
+
+UnfinishedDownload DownloadTask::entryFor(const QString& path) const
+{
     const auto& object = m_download.object;
-    m_environment.index.save({.path = m_place->path(),
-                              .source = object.identity,
-                              .target = object.target,
-                              .object = object.key,
-                              .listedSize = m_download.listedSize,
-                              .label = m_download.label,
-                              .titleName = m_download.titleName,
-                              .client = m_download.client.isEmpty() ? std::nullopt : std::optional(m_download.client),
-                              .account = m_account ? std::optional(m_account->userId) : std::nullopt,
-                              .service = m_service});
+    return {.path = path,
+            .source = object.identity,
+            .target = object.target,
+            .object = object.key,
+            .listedSize = m_download.listedSize,
+            .label = m_download.label,
+            .titleName = m_download.titleName,
+            .client = m_download.client.isEmpty() ? std::nullopt : std::optional(m_download.client),
+            .account = m_account ? std::optional(m_account->userId) : std::nullopt,
+            .service = m_service};
 }
 
 Task<void> DownloadTask::waitFor(const QUuid& stopped)

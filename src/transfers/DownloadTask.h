@@ -27,6 +27,8 @@ private:
     /// Throws FileError where storage has less than the platform lists; says so where it has more.
     Task<void> checkTotal(qint64 total);
     void remark(const QString& text);
+    /// As it is entered in the index, for the file at `path`.
+    UnfinishedDownload entryFor(const QString& path) const;
     /// Enters it in the index. Throws FileError where it cannot be; then it is only not listed, should it be cut off.
     void enter();
     /// When it is over: it stays in the index if it can be gone on with and the user has not stopped it.
@@ -44,6 +46,7 @@ private:
     const std::optional<Account> m_account; // whose it is
     const QString m_service;                // where it began
     std::optional<DownloadPlace> m_place;
+    std::optional<LockFile> m_waitingHold;
     std::optional<LockFile> m_hold; // on its entry in the index; nothing where no lock can be had
     SignInWait m_signIn;
 };

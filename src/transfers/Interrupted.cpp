@@ -48,9 +48,9 @@ const InterruptedUpload* Interrupted::findUpload(const QString& key) const
     return findIn(m_uploads, [&](const auto& upload) { return upload.journal.key == key; });
 }
 
-const InterruptedDownload* Interrupted::findDownload(const QString& path) const
+const InterruptedDownload* Interrupted::findDownload(const QString& key) const
 {
-    return findIn(m_downloads, [&](const auto& found) { return found.download.path == path; });
+    return findIn(m_downloads, [&](const auto& found) { return found.download.key() == key; });
 }
 
 const InterruptedUpload* Interrupted::findUploadTo(const QString& deliverableId) const
@@ -124,7 +124,7 @@ void Interrupted::update()
     });
     auto downloads = m_allDownloads;
     std::erase_if(downloads, [this](const InterruptedDownload& found) {
-        return !isOurs(found.download.account) || m_hidden.contains(found.download.path);
+        return !isOurs(found.download.account) || m_hidden.contains(found.download.key());
     });
     if (uploads == m_uploads && downloads == m_downloads)
         return;
@@ -133,15 +133,15 @@ void Interrupted::update()
     Q_EMIT changed();
 }
 
-void Interrupted::hide(const QString& keyOrPath)
+void Interrupted::hide(const QString& key)
 {
-    m_hidden.insert(keyOrPath);
+    m_hidden.insert(key);
     update();
 }
 
-void Interrupted::show(const QString& keyOrPath)
+void Interrupted::show(const QString& key)
 {
-    if (m_hidden.remove(keyOrPath))
+    if (m_hidden.remove(key))
         update();
 }
 
@@ -161,19 +161,22 @@ Task<void> Interrupted::discardUpload(QString key)
     show(key);
 }
 
-Task<void> Interrupted::discardDownload(QString path)
+Task<void> Interrupted::discardDownload(QString key)
 {
-    const auto* found = findDownload(path);
+    const auto* found = findDownload(key);
     if (!found)
         co_return;
-    const auto source = found->download.source;
-    hide(path);
+    const auto download = found->download;
+    hide(key);
     const auto discarded = co_await outcomeOf(callOn(m_environment.disk, [&] {
-        DownloadPlace::discard(path, source);
-        m_environment.index.remove(path);
+        m_environment.index.removeWaiting(download);
+        if (!download.isBegun)
+            return;
+        DownloadPlace::discard(download.path, download.source);
+        m_environment.index.remove(download.path);
     }));
     co_await load();
-    show(path);
+    show(key);
     if (discarded.failure)
         std::rethrow_exception(discarded.failure);
 }

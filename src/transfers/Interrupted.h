@@ -51,8 +51,8 @@ public:
     int count() const { return int(m_uploads.size() + m_downloads.size()); }
     /// Null when there is none of that journal key.
     const InterruptedUpload* findUpload(const QString& key) const;
-    /// Null when there is none to that path.
-    const InterruptedDownload* findDownload(const QString& path) const;
+    /// Null when there is none of that key.
+    const InterruptedDownload* findDownload(const QString& key) const;
     /// The upload to that deliverable that got furthest; null when there is none.
     const InterruptedUpload* findUploadTo(const QString& deliverableId) const;
 
@@ -62,16 +62,16 @@ public:
     /// cannot be told. It is not listed from the call on. Cancelling leaves the journal.
     Task<void> discardUpload(QString key);
     /// Removes what there is of a download. It is not listed from the call on. Throws FileError where the file stays.
-    Task<void> discardDownload(QString path);
+    Task<void> discardDownload(QString key);
     /// Whether the file at `path` has the size and the time of what the upload was sending.
     Task<bool> isSource(QString key, QString path);
     /// Has the upload go on from the file at `path`. False where that is not what it was sending, or it is on its way.
     /// Throws FileError where the journal cannot be written.
     Task<bool> moveSource(QString key, QString path);
 
-    /// Leaves out what has that journal key or path until `show`.
-    void hide(const QString& keyOrPath);
-    void show(const QString& keyOrPath);
+    /// Leaves out what has that key until `show`.
+    void hide(const QString& key);
+    void show(const QString& key);
     /// Looks anew at who is signed in and what is on its way, without reading.
     void update();
     /// Nothing that was hidden is.

@@ -198,7 +198,7 @@ QUuid Transfers::addDownload(Download download)
 
 QUuid Transfers::resume(const UnfinishedDownload& download)
 {
-    m_interrupted.hide(download.path);
+    m_interrupted.hide(download.key());
     const auto* row = download.target.asDeliverable();
     return addDownload({.object = row ? deliveredFile(m_environment.api, *row, download.object)
                                       : binObject(m_environment.api, download.target.orgId(), download.object),

@@ -360,6 +360,41 @@ TEST_F(InterruptedDownloadsTest, whatWasCutOffOrFailedIsListedUntilItIsGoneOnWit
     EXPECT_EQ(model->find(id)->label, "Picture master");
 }
 
+TEST_F(InterruptedDownloadsTest, whatHasNotBegunYetIsNotForgotten)
+{
+    QList<QUuid> ids;
+    for (const char* object : {"1", "2", "3", "4", "5"}) {
+        auto asked = download("same.mov");
+        asked.object.identity = object;
+        asked.listedSize = 7;
+        ids.append(model->addDownload(std::move(asked)));
+    }
+    downloads.ends = {nullptr};
+    runUntilState(ids[0], "done");
+    runUntilState(ids[3], "running");
+    EXPECT_EQ(statesOf(ids), "done running running running waiting");
+    model->stop(ids[1]);
+    world.run(model->suspend());
+    makeModel({});
+    auto& list = model->interrupted();
+    EXPECT_EQ(interruptedPaths(), QStringList(3, downloadsFolder + "/same.mov"));
+    const auto first = list.downloads().at(0);
+    EXPECT_EQ(first.total, 7);
+    world.run(list.discardDownload(first.download.key()));
+    EXPECT_EQ(interruptedPaths().size(), 2);
+    const auto next = list.downloads().at(0).download;
+    downloads.ends = {nullptr};
+    client.handler = [](const HttpRequest&) {
+        return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/a"})"};
+    };
+    const auto again = model->resume(next);
+    EXPECT_EQ(interruptedPaths().size(), 1);
+    runUntilState(again, "done");
+    world.settle();
+    EXPECT_EQ(interruptedPaths().size(), 1);
+    EXPECT_EQ(list.findDownload(next.key()), nullptr);
+}
+
 TEST_F(InterruptedDownloadsTest, whatTheUserRemovedIsForgottenUnlessItsDiskIsAway)
 {
     const auto entries = [this] { return entriesOf(disk.filePath("Palvera/Downloads")).size(); };

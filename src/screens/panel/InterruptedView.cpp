@@ -33,6 +33,12 @@ QString receivedText(const InterruptedDownload& found)
     return QStringLiteral("%1 of %2").arg(byteCountText(found.received), byteCountText(found.total));
 }
 
+QString downloadedText(const InterruptedDownload& found)
+{
+    return found.download.isBegun ? QStringLiteral("%1 downloaded").arg(receivedText(found))
+                                  : QStringLiteral("Not begun");
+}
+
 InterruptedRow rowOf(const InterruptedUpload& upload)
 {
     const auto& journal = upload.journal;
@@ -51,11 +57,11 @@ InterruptedRow rowOf(const InterruptedUpload& upload)
 InterruptedRow rowOf(const InterruptedDownload& found)
 {
     const auto& download = found.download;
-    InterruptedRow row{.key = download.path,
+    InterruptedRow row{.key = download.key(),
                        .symbol = QStringLiteral("arrow.down.circle.fill"),
                        .filename = visibleText(QFileInfo(download.path).fileName()),
                        .place = placeText({download.label, download.client.value_or(QString())}),
-                       .progress = QStringLiteral("%1 downloaded").arg(receivedText(found))};
+                       .progress = downloadedText(found)};
     row.spoken = spokenOf(row);
     return row;
 }
@@ -153,7 +159,10 @@ QString InterruptedView::discardMessage(const QString& key) const
     if (upload)
         return tr("“%1”: %2. What storage has of it is thrown away; your file stays as it is.")
             .arg(visibleText(upload->journal.filename), partsDoneText(*upload));
-    if (const auto* found = list.findDownload(key))
+    const auto* found = list.findDownload(key);
+    if (found && !found->download.isBegun)
+        return tr("“%1” has not begun to come down.").arg(visibleText(QFileInfo(found->download.path).fileName()));
+    if (found)
         return tr("“%1”: %2 downloaded. That is removed from “%3”.")
             .arg(visibleText(QFileInfo(found->download.path).fileName()), receivedText(*found),
                  visibleText(QFileInfo(found->download.path).path()));
@@ -173,11 +182,11 @@ Task<void> InterruptedView::discardUpload(QString key)
     co_await m_transfers.interrupted().discardUpload(key);
 }
 
-Task<void> InterruptedView::discardDownload(QString path)
+Task<void> InterruptedView::discardDownload(QString key)
 {
-    const auto discarded = co_await outcomeOf(m_transfers.interrupted().discardDownload(path));
+    const auto discarded = co_await outcomeOf(m_transfers.interrupted().discardDownload(key));
     if (discarded.failure && !isCancellation(discarded.failure))
-        Q_EMIT failed(path, describe(discarded.failure));
+        Q_EMIT failed(key, describe(discarded.failure));
 }
 
 void InterruptedView::locate(const QString& key, const QUrl& file)

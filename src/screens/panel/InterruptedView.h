@@ -13,7 +13,7 @@ class Transfers;
 
 /// A transfer that was cut off.
 struct InterruptedRow {
-    QString key; ///< the journal's, or the path of a download
+    QString key; ///< the journal's, or that of a download
     QString symbol;
     QString filename;
     QString place;    ///< "Picture master · Northlight Pictures"; empty where it is not known
@@ -92,7 +92,7 @@ private:
     Task<void> moveAndResume(Located located);
     Task<void> discardAndSend(Located located);
     Task<void> discardUpload(QString key);
-    Task<void> discardDownload(QString path);
+    Task<void> discardDownload(QString key);
 
     Transfers& m_transfers;
     TaskScope m_tasks;
