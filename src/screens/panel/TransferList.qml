@@ -11,13 +11,6 @@ RowList {
 
     signal stopping(string key)
 
-    displaced: Transition {
-        NumberAnimation {
-            duration: Theme.quick
-            easing.type: Easing.OutCubic
-            property: "y"
-        }
-    }
     delegate: TransferRow {
         id: row
 
