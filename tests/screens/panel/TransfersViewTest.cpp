@@ -128,6 +128,10 @@ TEST_F(TransfersViewTest, doesWithATransferWhatStillCanBeDone)
     EXPECT_EQ(stateOf(id), "absent");
     view.perform(key, Action::TryAgain);
     EXPECT_EQ(view.inFlight()->count(), 0);
+    addBinUploads({.files = {file("b.mov")}, .orgId = "org"});
+    wanted.clear();
+    view.perform(keyAt(0), Action::ShowDeliverable); // there is none
+    EXPECT_EQ(wanted, "");
 }
 
 TEST_F(TransfersViewTest, theCountdownOfARetryRunsDown)
