@@ -69,7 +69,7 @@ Item {
     Rectangle {
         anchors.fill: parent
         anchors.margins: Theme.spaceTiny
-        color: grip.pressed ? Theme.pressed : hover.hovered || root.activeFocus ? Theme.hover : "transparent"
+        color: grip.pressed ? Theme.pressed : "transparent"
         radius: Theme.radiusMedium
 
         FocusRing {
@@ -78,10 +78,6 @@ Item {
             shown: root.activeFocus
             target: parent
         }
-    }
-
-    HoverHandler {
-        id: hover
     }
 
     TapHandler {
