@@ -13,6 +13,7 @@ bool TransferQueue::enter(const QUuid& id)
     auto& entry = m_entries[id];
     if (!entry)
         entry = std::make_shared<Entry>(m_main);
+    entry->hasSlot = entry->hasSlot || m_urgent.contains(id);
     fill();
     return m_entries[id]->hasSlot;
 }
@@ -28,11 +29,9 @@ Task<void> TransferQueue::untilGranted(QUuid id)
 
 void TransferQueue::startNow(const QUuid& id)
 {
-    if (enter(id))
-        return;
-    const auto& entry = m_entries[id];
-    entry->hasSlot = true;
-    entry->changed.set();
+    m_urgent.insert(id);
+    enter(id);
+    m_entries[id]->changed.set();
 }
 
 void TransferQueue::leave(const QUuid& id)
@@ -43,6 +42,12 @@ void TransferQueue::leave(const QUuid& id)
     entry->hasLeft = true;
     entry->changed.set();
     fill();
+}
+
+void TransferQueue::forget(const QUuid& id)
+{
+    m_urgent.remove(id);
+    leave(id);
 }
 
 int TransferQueue::taken() const

@@ -3,6 +3,7 @@
 #include "async/Event.h"
 
 #include <QHash>
+#include <QSet>
 #include <QUuid>
 
 #include <functional>
@@ -21,10 +22,12 @@ public:
     bool enter(const QUuid& id);
     /// Ends once it has a slot. Throws a cancellation when it is not in the queue, or leaves it.
     Task<void> untilGranted(QUuid id);
-    /// Gives a slot to who awaits one, or asks for one, whatever the others do.
+    /// Gives a slot to who awaits one, or asks for one, whatever the others do, then and each time that it asks again.
     void startNow(const QUuid& id);
     /// Gives its slot to the next, or awaits none any more.
     void leave(const QUuid& id);
+    /// Leaves for good.
+    void forget(const QUuid& id);
 
 private:
     struct Entry {
@@ -41,6 +44,7 @@ private:
     const int m_most;
     const std::function<std::ptrdiff_t(const QUuid&)> m_placeOf;
     QHash<QUuid, std::shared_ptr<Entry>> m_entries;
+    QSet<QUuid> m_urgent; // started by hand
 };
 
 } // namespace palvera

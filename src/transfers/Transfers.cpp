@@ -401,6 +401,8 @@ void Transfers::showMoving(const QUuid& id, Item::State state)
 void Transfers::ended(const QUuid& id)
 {
     m_live.remove(id);
+    m_uploadQueue->forget(id);
+    m_downloadQueue->forget(id);
     loadInterruptedSoon();
     Q_EMIT itemEnded(id);
 }

@@ -63,9 +63,13 @@ TEST_F(QueueTest, oneThatWaitsToBeTriedAgainLetsOthersGoUntilTheUserWantsIt)
     settleFor(2s);
     const auto more = addUpload("more");
     EXPECT_EQ(statesOf({other, more}), "retrying running");
-    model->startNow(other);
     world.settle();
-    EXPECT_EQ(statesOf({ids[0], ids[3], other, more}), "running running running running");
+    uploads.ends = {platformSays(500)};
+    model->startNow(other);
+    settleFor(2s);
+    EXPECT_EQ(statesOf({ids[0], ids[3], other, more}), "running running retrying running");
+    settleFor(30s);
+    EXPECT_EQ(statesOf({ids[0], ids[3], other, more}), "running running running running") << "it stays wanted";
 }
 
 TEST_F(QueueTest, whatIsPausedKeepsItsPlaceAndLetsOthersGo)
