@@ -102,8 +102,8 @@ DeliverablesView::DeliverablesView(const Environment& environment, QObject* pare
 {
     m_fillings.setValues({DeliverableFilter::all, filledText, emptyText});
     auto& transfers = m_environment.transfers;
-    connect(&transfers, &Transfers::itemAdded, this, &DeliverablesView::updateMoving);
-    connect(&transfers, &Transfers::itemChanged, this, &DeliverablesView::updateMoving);
+    connect(&transfers, &Transfers::itemAdded, this, &DeliverablesView::updateMovingOf);
+    connect(&transfers, &Transfers::itemChanged, this, &DeliverablesView::updateMovingOf);
     connect(&transfers, &Transfers::itemRemoved, this, &DeliverablesView::updateMoving);
     connect(&transfers, &Transfers::failedUploadsChanged, this, &DeliverablesView::updateFailed);
     connect(&transfers, &Transfers::uploadsFinishedChanged, this, &DeliverablesView::loadSoonAfterUpload);
@@ -266,24 +266,32 @@ const Deliverable* DeliverablesView::find(const QString& id) const
     return found == m_cards.end() ? nullptr : &(*found)->deliverable;
 }
 
+/// Of the deliverable of one item alone: the engines report often.
+void DeliverablesView::updateMovingOf(const QUuid& item)
+{
+    const auto* changed = m_environment.transfers.find(item);
+    if (const auto* deliverable = changed ? changed->target.asDeliverable() : nullptr)
+        updateMovingAt(deliverable->deliverableId);
+}
+
 void DeliverablesView::updateMoving()
 {
-    QHash<QString, Moving> moving;
-    for (const auto& item : m_environment.transfers.items()) {
-        const auto* deliverable = item.target.asDeliverable();
-        if (deliverable && item.isInFlight() && !moving.contains(deliverable->deliverableId))
-            moving.insert(deliverable->deliverableId, {.text = movingText(item), .isStill = isStill(item)});
-    }
-    auto earlier = std::exchange(m_moving, moving);
-    auto announceFor = [this](const QString& id) {
-        if (int row = rowOf(id); row >= 0)
-            this->announce(row, {"badge", "moving", "still"});
-    };
-    for (auto badge = moving.constBegin(); badge != moving.constEnd(); ++badge)
-        if (earlier.take(badge.key()) != *badge)
-            announceFor(badge.key());
-    for (auto badge = earlier.constBegin(); badge != earlier.constEnd(); ++badge)
-        announceFor(badge.key());
+    for (const auto& id : m_moving.keys())
+        updateMovingAt(id);
+}
+
+void DeliverablesView::updateMovingAt(const QString& id)
+{
+    const auto item = m_environment.transfers.activeItem(id);
+    const auto now = item ? Moving{.text = movingText(*item), .isStill = isStill(*item)} : Moving{};
+    if (m_moving.value(id) == now)
+        return;
+    if (item)
+        m_moving.insert(id, now);
+    else
+        m_moving.remove(id);
+    if (int row = rowOf(id); row >= 0)
+        this->announce(row, {"badge", "moving", "still"});
 }
 
 void DeliverablesView::updateFailed()

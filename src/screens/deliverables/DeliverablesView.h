@@ -141,6 +141,8 @@ private:
     void setFilter(DeliverableFilter filter);
     void showRows(bool refreshing);
     void updateMoving();
+    void updateMovingOf(const QUuid& item);
+    void updateMovingAt(const QString& id);
     void updateFailed();
     bool hasFailed(const QString& id) const;
     QString badgeOf(const Deliverable& row) const;

@@ -7,6 +7,9 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QPointer>
+
+#include <boost/asio/post.hpp>
 
 namespace palvera {
 
@@ -27,6 +30,7 @@ TransfersView::TransfersView(Transfers& transfers, Clock& clock, const Executor&
     : QObject(parent),
       m_transfers(transfers),
       m_clock(clock),
+      m_main(main),
       m_inFlight(transfers, clock, TransferRows::Which::inFlight),
       m_finished(transfers, clock, TransferRows::Which::finished),
       m_interrupted(transfers, main),
@@ -35,8 +39,8 @@ TransfersView::TransfersView(Transfers& transfers, Clock& clock, const Executor&
     m_tick.setInterval(1s);
     connect(&m_tick, &QTimer::timeout, &m_inFlight, &TransferRows::tick);
     connect(&transfers, &Transfers::itemAdded, this, &TransfersView::added);
-    connect(&transfers, &Transfers::itemChanged, this, &TransfersView::update);
-    connect(&transfers, &Transfers::itemRemoved, this, &TransfersView::update);
+    connect(&transfers, &Transfers::itemChanged, this, &TransfersView::updateSoon);
+    connect(&transfers, &Transfers::itemRemoved, this, &TransfersView::updateSoon);
     connect(&transfers, &Transfers::inFlightChanged, this, &TransfersView::badgeChanged);
     connect(&m_interrupted, &InterruptedView::countChanged, this, &TransfersView::badgeChanged);
     for (auto* rows : {&m_inFlight, &m_finished})
@@ -244,11 +248,23 @@ void TransfersView::added(const QUuid& id)
         m_openFor.insert(place);
     else if (!m_openFor.contains(place))
         setPanelOpen(true);
-    update();
+    updateSoon();
+}
+
+/// Once for the reports of all transfers that come together.
+void TransfersView::updateSoon()
+{
+    if (std::exchange(m_isToUpdate, true))
+        return;
+    boost::asio::post(m_main, [self = QPointer<TransfersView>(this)] {
+        if (self)
+            self->update();
+    });
 }
 
 void TransfersView::update()
 {
+    m_isToUpdate = false;
     const auto& items = m_transfers.items();
     bool waits =
         std::ranges::any_of(items, [](const Item& item) { return std::holds_alternative<Item::Retrying>(item.state); });

@@ -106,16 +106,19 @@ Q_SIGNALS:
 private:
     void added(const QUuid& id);
     void noteOpen();
+    void updateSoon();
     void update();
 
     Transfers& m_transfers;
     Clock& m_clock;
+    const Executor m_main;
     TransferRows m_inFlight;
     TransferRows m_finished;
     InterruptedView m_interrupted;
     const Files m_files;
     QTimer m_tick; // while something is about to be tried again
     Tab m_tab = InFlight;
+    bool m_isToUpdate = false;
     QString m_overall;
     QString m_footer;
     QSet<QString> m_openFor; // ids of deliverables, and of organisations for their bins; kept when the user closes it

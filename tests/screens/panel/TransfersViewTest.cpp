@@ -108,6 +108,7 @@ TEST_F(TransfersViewTest, doesWithATransferWhatStillCanBeDone)
     view.perform(keyAt(0), Action::Pause);
     EXPECT_EQ(stateOf(id), "paused");
     EXPECT_TRUE(view.areAllPaused());
+    world.settle();
     EXPECT_EQ(view.footer(), "Paused");
     view.perform(keyAt(0), Action::Pause); // it cannot be any more
     view.perform(keyAt(0), Action::Remove);
