@@ -10,6 +10,7 @@ RowList {
     required property TransfersModel transfers
 
     signal stopping(string key)
+    signal menuWanted(string key, real x, real y)
 
     delegate: TransferRow {
         id: row
@@ -23,15 +24,8 @@ RowList {
         onChosen: action => root.act(key, action)
         onDragged: y => root.drag(row, row.y + y)
         onMainChosen: root.act(key, root.transfers.mainAction(key))
-        onMenuWanted: (x, y) => menu.openFor(key, root.transfers.actions(key), x, row.y - root.contentY + y)
+        onMenuWanted: (x, y) => root.menuWanted(key, x, row.y - root.contentY + y)
         onStepped: rows => root.transfers.moveTo(key, index + rows)
-    }
-
-    TransferMenu {
-        id: menu
-
-        parent: root
-        onChosen: (key, action) => root.act(key, action)
     }
 
     function act(key: string, action: int) {

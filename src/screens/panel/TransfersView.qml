@@ -11,7 +11,7 @@ FocusScope {
     required property TransfersModel transfers
     readonly property int count: [transfers.inFlight.count, transfers.finished.count, transfers.interrupted.count][transfers.tab]
     readonly property list<Item> lists: [moving, finished, interrupted]
-    property string stopping: "" ///< key of the transfer that the user is asked about
+    property string stopping: "" ///< key of the transfer that the user is asked about; empty for all
 
     implicitHeight: 240
     implicitWidth: 320
@@ -58,6 +58,7 @@ FocusScope {
             model: root.transfers.inFlight
             transfers: root.transfers
             visible: root.transfers.tab === TransfersModel.InFlight
+            onMenuWanted: (key, x, y) => root.openMenu(moving, key, x, y)
             onStopping: key => root.ask(key)
         }
 
@@ -69,6 +70,7 @@ FocusScope {
             model: root.transfers.finished
             transfers: root.transfers
             visible: root.transfers.tab === TransfersModel.Finished
+            onMenuWanted: (key, x, y) => root.openMenu(finished, key, x, y)
         }
 
         RowList {
@@ -105,10 +107,7 @@ FocusScope {
         transfers: root.transfers
         visible: root.count > 0
         width: parent.width
-        onStopping: {
-            stopAll.message = root.transfers.stopAllMessage();
-            stopAll.open();
-        }
+        onStopping: root.ask("")
     }
 
     InterruptedDialogs {
@@ -117,29 +116,34 @@ FocusScope {
         interrupted: root.transfers.interrupted
     }
 
+    TransferMenu {
+        id: menu
+
+        property TransferList list
+
+        onChosen: (key, action) => list.act(key, action)
+    }
+
     ConfirmDialog {
         id: question
 
         cancelText: qsTr("Keep going")
-        confirmText: qsTr("Stop")
+        confirmText: root.stopping === "" ? qsTr("Stop all") : qsTr("Stop")
         destructive: true
-        onAccepted: root.transfers.perform(root.stopping, TransferAction.Stop)
+        onAccepted: root.stopping === "" ? root.transfers.stopAll() : root.transfers.perform(root.stopping, TransferAction.Stop)
     }
 
-    ConfirmDialog {
-        id: stopAll
-
-        cancelText: qsTr("Keep going")
-        confirmText: qsTr("Stop all")
-        destructive: true
-        title: qsTr("Stop all transfers?")
-        onAccepted: root.transfers.stopAll()
-    }
-
+    /// Before that transfer is stopped, or all of them.
     function ask(key: string) {
         stopping = key;
-        question.title = transfers.stopTitle(key);
-        question.message = transfers.stopMessage(key);
+        question.title = key === "" ? qsTr("Stop all transfers?") : transfers.stopTitle(key);
+        question.message = key === "" ? transfers.stopAllMessage() : transfers.stopMessage(key);
         question.open();
+    }
+
+    function openMenu(list: TransferList, key: string, x: real, y: real) {
+        menu.list = list;
+        menu.parent = list;
+        menu.openFor(key, transfers.actions(key), x, y);
     }
 }
