@@ -52,9 +52,9 @@ FocusScope {
         }
 
         Tip {
+            above: true
             shown: pointer.hovered
             text: qsTr("The service address that PV_API names is not encrypted: others on the way can read along.")
-            y: -height - Theme.spaceTiny
         }
     }
 

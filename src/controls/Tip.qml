@@ -1,34 +1,22 @@
 import QtQuick
-import QtQuick.Templates as T
 
-/// What a control is for, beside it, once the pointer or the keyboard has stayed there.
-T.ToolTip {
+/// What its parent is for, beside it, once the pointer or the keyboard has stayed there. The popup is made when it is
+/// first shown: lists have many that nobody ever sees.
+Item {
     id: root
 
     property bool shown: false
+    property string text: ""
+    property bool above: false
+    property QtObject popup: null
 
-    delay: Theme.tipDelay
-    font.family: Theme.family
-    font.pixelSize: Theme.textSmall
-    implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    implicitWidth: Math.min(480, contentItem.implicitWidth + leftPadding + rightPadding)
-    margins: Theme.spaceSmall
-    padding: Theme.spaceSmall
-    visible: shown && text !== ""
-    x: parent ? Math.round((parent.width - width) / 2) : 0
-    y: parent ? parent.height + Theme.spaceTiny : 0
-
-    background: Rectangle {
-        border.color: Theme.line
-        color: Theme.raised
-        radius: Theme.radiusSmall
-    }
-    contentItem: Label {
-        elide: Text.ElideRight
-        font: root.font
-        lineHeight: 1
-        maximumLineCount: 12
-        text: root.text
-        wrapMode: Text.Wrap
+    visible: false
+    onShownChanged: {
+        if (shown && !popup)
+            popup = Qt.createComponent("TipPopup.qml").createObject(parent, {
+                above: above,
+                shown: Qt.binding(() => root.shown),
+                text: Qt.binding(() => root.text)
+            });
     }
 }

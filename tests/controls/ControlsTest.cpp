@@ -44,6 +44,14 @@ TEST(PressableTest, isPressedByKeyboardMouseAndAssistantAndShowsThatItHasTheKeyb
     }
 }
 
+TEST_F(ControlsTest, aTipIsMadeWhenItIsFirstWanted)
+{
+    screen.showContent("Item { width: 200; height: 100\nIconButton { symbol: 'trash'; text: 'Discard' } }");
+    EXPECT_FALSE(screen.shows(QAccessible::StaticText, "Discard"));
+    screen.press(Qt::Key_Tab);
+    screen.find(QAccessible::StaticText, "Discard");
+}
+
 TEST_F(ControlsTest, aSecretIsShownOnlyWhenAskedAndNeverToAnAssistant)
 {
     screen.showContent("SecureField { label: 'Password'; width: 200 }");

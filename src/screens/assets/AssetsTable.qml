@@ -172,7 +172,7 @@ FocusScope {
         }
     }
 
-    Tip {
+    TipPopup {
         id: tip
 
         shown: text !== ""
