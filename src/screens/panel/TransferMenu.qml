@@ -8,19 +8,18 @@ import Palvera.Panel
 AppMenu {
     id: root
 
+    property TransferList list: null
     property string key: ""
     property int choice: TransferAction.None
-
-    /// Once it has closed and given the keyboard back.
-    signal chosen(string key, int action)
 
     onAboutToShow: {
         choice = TransferAction.None;
         currentIndex = -1;
     }
+    // Once it has given the keyboard back.
     onClosed: {
         if (choice !== TransferAction.None)
-            chosen(key, choice);
+            list.act(key, choice);
     }
 
     Instantiator {
@@ -37,7 +36,8 @@ AppMenu {
         onObjectRemoved: (index, object) => root.removeItem(object)
     }
 
-    function openFor(key: string, actions: var, x: real, y: real) {
+    function openFor(list: TransferList, key: string, actions: var, x: real, y: real) {
+        root.parent = root.list = list;
         root.key = key;
         choices.model = actions;
         popup(parent, x, y);

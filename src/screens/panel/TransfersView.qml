@@ -11,6 +11,7 @@ FocusScope {
     required property TransfersModel transfers
     readonly property int count: [transfers.inFlight.count, transfers.finished.count, transfers.interrupted.count][transfers.tab]
     readonly property list<Item> lists: [moving, finished, interrupted]
+    property TransferMenu menu: null ///< made when it is first wanted
     property string stopping: "" ///< key of the transfer that the user is asked about; empty for all
 
     implicitHeight: 240
@@ -116,14 +117,6 @@ FocusScope {
         interrupted: root.transfers.interrupted
     }
 
-    TransferMenu {
-        id: menu
-
-        property TransferList list
-
-        onChosen: (key, action) => list.act(key, action)
-    }
-
     ConfirmDialog {
         id: question
 
@@ -142,8 +135,8 @@ FocusScope {
     }
 
     function openMenu(list: TransferList, key: string, x: real, y: real) {
-        menu.list = list;
-        menu.parent = list;
-        menu.openFor(key, transfers.actions(key), x, y);
+        if (!menu)
+            menu = Qt.createComponent("TransferMenu.qml").createObject(root);
+        menu.openFor(list, key, transfers.actions(key), x, y);
     }
 }
