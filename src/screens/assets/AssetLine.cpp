@@ -54,8 +54,8 @@ QString noteOf(const Item& item)
         return QStringLiteral("Done");
     if (auto trouble = troubleOf(item); !trouble.isEmpty())
         return trouble;
-    return item.total > 0 ? QStringLiteral("Uploading %1%").arg(percentOf(item.sent, item.total))
-                          : QStringLiteral("Uploading");
+    const auto what = headlineOf(item);
+    return item.total > 0 ? QStringLiteral("%1 %2%").arg(what).arg(percentOf(item.sent, item.total)) : what;
 }
 
 } // namespace

@@ -239,6 +239,10 @@ TEST_F(AssetsViewTest, aFileThatIsAddedStandsOnTopUntilTheListHasIt)
     uploads.requests.at(0).onProgress({.sent = 2, .total = 4});
     world.settle();
     EXPECT_EQ(at(0, "note"), "Uploading 50%");
+    model->pauseAll();
+    world.settle();
+    EXPECT_EQ(at(0, "note"), "Paused 50%");
+    model->goOnAll();
     world.pass(1200ms);
     EXPECT_EQ(at(0, "note"), "Done") << "the list does not have it yet";
     added = R"({"key":"new.mov","size":5},)";
