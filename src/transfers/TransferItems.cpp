@@ -52,7 +52,7 @@ void TransferItems::apply(const QUuid& id, qint64 sent, qint64 total, std::optio
     });
 }
 
-void TransferItems::remove(const QUuid& id)
+void TransferItems::remove(QUuid id)
 {
     const auto* item = find(id);
     if (!item)

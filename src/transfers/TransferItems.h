@@ -41,7 +41,7 @@ protected:
     void append(Item item);
     void change(const QUuid& id, const std::function<void(Item&)>& change);
     void setState(const QUuid& id, Item::State state);
-    void remove(const QUuid& id);
+    void remove(QUuid id); // a copy: it may be the item's own
     /// What an engine reports.
     void apply(const QUuid& id, qint64 sent, qint64 total, std::optional<double> rate,
                const std::optional<Trouble>& trouble);
