@@ -70,6 +70,8 @@ TransferRow transferRow(const Item& item, Clock::WallTime now)
     if (item.trace.samples.size() >= 2)
         row.samples = item.trace.samples;
     row.graphFraction = isRunning ? row.fraction : 1;
+    if (row.status.contains(row.detail))
+        row.detail.clear();
     row.spoken = spokenOf(row, item);
     return row;
 }

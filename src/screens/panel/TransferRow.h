@@ -30,7 +30,7 @@ struct TransferRow {
     QString percent;       ///< "42%"; empty while the size is not known
     QString figures;       ///< after the percentage: how much, how fast, how long; while it runs
     QString status;        ///< in words: how it stands while it does not run, else what is remarkable
-    QString detail;        ///< more about the status, for the curious
+    QString detail;        ///< more than the status says, for the curious
     QList<double> samples; ///< of the speed graph; empty where there is none
     double graphFraction = 1;
     QString spoken; ///< all that matters, for users who cannot see it

@@ -245,8 +245,8 @@ Item {
             }
 
             Tip {
-                shown: pointer.hovered && root.detail !== ""
-                text: root.detail
+                shown: pointer.hovered && (root.detail !== "" || said.truncated)
+                text: root.detail === "" ? root.status : root.detail
             }
         }
 

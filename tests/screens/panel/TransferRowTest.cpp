@@ -57,6 +57,7 @@ TEST(TransferRowTest, saysHowFarARunningTransferIsOrWhyItDoesNotRun)
         EXPECT_EQ(row.percent, percent);
         EXPECT_EQ(row.figures, figures);
         EXPECT_EQ(row.status, status);
+        EXPECT_EQ(row.detail, "") << "it would say the same";
         auto state = QString(QMetaEnum::fromType<TransferState::Value>().valueToKey(int(row.state)));
         EXPECT_EQ(state.toLower(), nameOf(shown.state));
     }
