@@ -25,7 +25,7 @@ Program::Program(Invocation invocation, Output& output)
                  .api = m_connections.api,
                  .preferences = m_preferences,
                  .network = m_engines.environment(m_mainThread.executor()).network}),
-      m_transfers(environment(), {.retries = m_invocation.retry ? mostRetries : 0}),
+      m_transfers(environment(), {.retries = m_invocation.retry ? mostRetries : 0, .keepsWaiting = false}),
       m_bench{.api = m_connections.api,
               .preferences = m_preferences,
               .session = m_session,

@@ -32,6 +32,7 @@ QString canonicalFolder(const Download& download)
 DownloadTask::DownloadTask(Transfers& model, const QUuid& id, Download download, std::shared_ptr<LiveTransfer> live)
     : m_model(&model),
       m_environment(model.m_environment),
+      m_keepsWaiting(model.m_settings.keepsWaiting),
       m_disk(model.m_places),
       m_id(id),
       m_download(std::move(download)),
@@ -54,7 +55,8 @@ Task<void> DownloadTask::perform()
     waiting.isBegun = false;
     co_await outcomeOf(callOn(m_disk, [&] {
         waiting.path = QDir(canonicalFolder(m_download)).filePath(m_download.name);
-        if (auto held = m_environment.index.saveWaiting(waiting))
+        auto held = m_keepsWaiting ? m_environment.index.saveWaiting(waiting) : std::nullopt;
+        if (held)
             m_waitingHold.emplace(*std::move(held));
     }));
     auto failure = (co_await outcomeOf(bringDown())).failure;

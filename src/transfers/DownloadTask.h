@@ -36,6 +36,7 @@ private:
 
     const QPointer<Transfers> m_model;
     const Transfers::Environment m_environment;
+    const bool m_keepsWaiting;
     const Executor m_disk; // a strand that all downloads share
     const QUuid m_id;
     const Download m_download;

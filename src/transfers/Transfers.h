@@ -49,6 +49,7 @@ public:
         int retries = mostRetries; ///< of a failed upload; 0 makes one attempt only
         int uploads = 3;           ///< at once; each has up to eight connections
         int downloads = 3;         ///< at once; the same
+        bool keepsWaiting = true;  ///< what has not begun at the end is listed at the next start
     };
 
     explicit Transfers(Environment environment);

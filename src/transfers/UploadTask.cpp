@@ -26,6 +26,7 @@ UploadTask::UploadTask(Transfers& model, const Item& item, Transfers::UploadSour
     : m_model(&model),
       m_environment(model.m_environment),
       m_retries(std::clamp(model.m_settings.retries, 0, mostRetries)),
+      m_keepsWaiting(model.m_settings.keepsWaiting),
       m_disk(asio::make_strand(model.m_environment.background)),
       m_id(item.id),
       m_target(item.target),
@@ -125,7 +126,7 @@ UploadTask::Found UploadTask::lookForFile()
         .path = found.path, .identity = *identity, .target = m_target, .service = m_service, .account = accountId()};
     if (journal && fitOf(*journal, subject) == JournalFit::fits)
         found.sent = confirmedBytes(*journal);
-    else
+    else if (m_keepsWaiting)
         enter(subject);
     return found;
 }

@@ -52,6 +52,7 @@ private:
     const QPointer<Transfers> m_model;
     const Transfers::Environment m_environment;
     const int m_retries;
+    const bool m_keepsWaiting;
     const Executor m_disk; // a strand
     const QUuid m_id;
     const TransferTarget m_target;

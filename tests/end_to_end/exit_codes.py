@@ -119,6 +119,8 @@ def an_interruption_before_the_platform_answers_leaves_nothing_behind():
         process.send_signal(signal.SIGTERM)
         assert "resume" not in expect(INTERRUPTED, client.finish(process)).error
         assert not client.journal("salt-row-1")
+        kept = [path for path in workspace.path.rglob("Waiting*/*")]
+        assert not kept, kept
 
 
 def an_interruption_while_the_password_is_awaited_ends_with_130():
