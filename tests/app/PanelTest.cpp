@@ -86,6 +86,9 @@ TEST_F(PanelTest, theQueueIsSteeredByKeyboardAlone)
     waitForRows("a running, b running, c running, d waiting, e waiting");
     waitForText("15.0 MB/s · 350.0 MB left");
     tabToRow("a");
+    screen.press(Qt::Key_Tab);
+    EXPECT_EQ(focusedName(), "Pause all") << "the list is one stop";
+    screen.press(Qt::Key_Backtab);
     screen.press(Qt::Key_Down);
     screen.waitUntil([&] { return focusedName().startsWith("b,"); });
     screen.press(Qt::Key_Space);

@@ -176,8 +176,10 @@ Item {
                 anchors.topMargin: -Theme.spaceTiny
                 visible: root.inFlight
 
+                // The list is one stop of the keyboard: the row has keys for both.
                 IconButton {
                     Accessible.name: qsTr("%1 %2").arg(text).arg(root.name)
+                    focusPolicy: Qt.NoFocus
                     symbol: root.paused ? "play.fill" : "pause.fill"
                     symbolColor: Theme.secondary
                     symbolSize: Theme.symbolMedium
@@ -187,6 +189,7 @@ Item {
 
                 IconButton {
                     Accessible.name: qsTr("%1 %2").arg(text).arg(root.name)
+                    focusPolicy: Qt.NoFocus
                     symbol: "stop.fill"
                     symbolColor: Theme.secondary
                     symbolSize: Theme.symbolMedium
