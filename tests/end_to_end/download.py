@@ -82,7 +82,9 @@ def killed_or_interrupted_in_the_middle_it_goes_on():
         platform.break_with()
         result = expect(DONE, client.run("download-bin", ORG, "Reel.mov", "--to", folder, "--json"))
         assert result.events("progress")[0]["sent"] == before * CHUNK, result
-        assert digest(folder / "Reel.mov") == digest(file) and names_in(folder) == ["Reel.mov"], names_in(folder)
+        # A record that was being written when the program was killed is swept a day later.
+        left = [name for name in names_in(folder) if not name.endswith(".staging")]
+        assert digest(folder / "Reel.mov") == digest(file) and left == ["Reel.mov"], names_in(folder)
 
 
 support.main()
