@@ -38,8 +38,8 @@ Window {
                 onChosen: index => root.page = index
             },
             IconButton {
+                filled: true
                 symbol: "arrow.up.arrow.down"
-                badge: "20"
                 text: "Transfers"
             },
             IconButton {

@@ -7,9 +7,6 @@ T.Button {
     id: root
 
     required property string symbol
-    property string badge: ""
-    property color badgeColor: Theme.accentFill
-    property string badgeText: badge ///< for assistants
     property alias symbolColor: glyph.color
     property bool outlined: false
     property int symbolSize: Theme.symbolLarge
@@ -21,7 +18,7 @@ T.Button {
     implicitWidth: Theme.controlHeight
     opacity: enabled ? 1 : Theme.disabledOpacity
 
-    Accessible.name: badge === "" ? text : qsTr("%1, %2").arg(text).arg(badgeText)
+    Accessible.name: text
     Accessible.onPressAction: if (root.enabled)
         root.clicked()
     Keys.onEnterPressed: root.clicked()
@@ -56,19 +53,6 @@ T.Button {
             height: root.filled ? Theme.symbolSmall + Theme.focusGap : root.symbolSize
             name: root.symbol
             width: height
-        }
-
-        Badge {
-            anchors.horizontalCenter: root.filled ? parent.right : glyph.right
-            anchors.horizontalCenterOffset: root.filled ? -Theme.spaceTiny : 0
-            anchors.verticalCenter: root.filled ? parent.top : glyph.top
-            anchors.verticalCenterOffset: root.filled ? Theme.spaceTiny : 0
-            border.color: Theme.bar
-            border.width: root.filled ? 1.5 : 0
-            color: root.badgeColor
-            spoken: false
-            text: root.badge
-            visible: root.badge !== ""
         }
     }
 

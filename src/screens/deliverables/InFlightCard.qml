@@ -30,7 +30,7 @@ Card {
                 id: symbol
 
                 anchors.verticalCenter: parent.verticalCenter
-                color: root.deliverable.downloading ? Theme.success : Theme.accent
+                color: root.deliverable.paused ? Theme.secondary : root.deliverable.downloading ? Theme.success : Theme.accent
                 height: Theme.spaceVast
                 name: root.deliverable.downloading ? "arrow.down.circle.fill" : "arrow.up.circle.fill"
                 width: height
