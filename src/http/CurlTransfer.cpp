@@ -17,6 +17,8 @@
 
 namespace palvera {
 
+using namespace std::chrono_literals;
+
 namespace asio = boost::asio;
 using Kind = TransportError::Kind;
 
@@ -28,6 +30,8 @@ constexpr qsizetype longestUnread = 16 << 10;
 constexpr std::chrono::seconds shortOutage{1};
 /// As often as progress is shown. libcurl tells of bytes that leave only, and a full queue first drains by a third.
 constexpr std::chrono::milliseconds countEvery{200};
+/// A limit that is changed or taken away is seen to within so long.
+constexpr std::chrono::milliseconds longestHold{200};
 
 std::chrono::milliseconds totalLimit(const HttpRequest& request, const HttpSessionOptions& options)
 {
@@ -64,6 +68,8 @@ CurlTransfer::CurlTransfer(HttpRequest request, const HttpAddress& address, std:
       m_multi(multi),
       m_wake(multi.strand()),
       m_watch(m_request.idleTimeout, m_totalLimit, now()),
+      m_toSend(m_request.source ? handles.options().sendLimit : nullptr),
+      m_toReceive(m_request.sink ? handles.options().receiveLimit : nullptr),
       m_easy(handles.take(std::move(jar)), GiveBack{&handles})
 {
     setAddress(address);
@@ -130,6 +136,8 @@ void CurlTransfer::setCallbacks()
     set(CURLOPT_WRITEDATA, this);
     set(CURLOPT_XFERINFOFUNCTION, &CurlTransfer::takeProgress);
     set(CURLOPT_XFERINFODATA, this);
+    if (const auto& limit = m_handles.options().receiveLimit) // so that one read is no more than a turn
+        set(CURLOPT_BUFFERSIZE, long(std::min(limit->turnSize(), m_handles.options().receiveSlice)));
 }
 
 /// libcurl sends a request again when a kept-alive connection turns out to be closed, whether or not the server has
@@ -162,6 +170,11 @@ std::size_t CurlTransfer::readBody(char* into, std::size_t size, std::size_t cou
     auto room = std::min(qint64(size * count), transfer.bodySize() - transfer.m_offset);
     if (room <= 0)
         return 0;
+    room = std::min(room, transfer.m_toSend.allowed(transfer.now()));
+    if (room == 0) {
+        transfer.hold();
+        return CURL_READFUNC_PAUSE;
+    }
     auto got = std::size_t(room);
     if (!transfer.m_request.source) {
         std::memcpy(into, transfer.m_request.body.constData() + transfer.m_offset, got);
@@ -175,6 +188,7 @@ std::size_t CurlTransfer::readBody(char* into, std::size_t size, std::size_t cou
         assert(got > 0 && got <= std::size_t(room));
     }
     transfer.m_offset += qint64(got);
+    transfer.m_toSend.spend(qint64(got));
     return got;
 }
 
@@ -199,6 +213,11 @@ std::size_t CurlTransfer::takeBody(char* bytes, std::size_t size, std::size_t co
 {
     auto& transfer = *static_cast<CurlTransfer*>(self);
     const std::span<const char> arrived(bytes, size * count);
+    if (transfer.m_toReceive.allowed(transfer.now()) == 0) {
+        transfer.hold();
+        return CURL_WRITEFUNC_PAUSE; // libcurl keeps what has arrived, and brings it again
+    }
+    transfer.m_toReceive.spend(qint64(arrived.size()));
     transfer.m_handedOver += qint64(arrived.size());
     if (transfer.m_answer.length == 0 && !transfer.isBodyWanted())
         return 0;
@@ -337,8 +356,14 @@ Task<void> CurlTransfer::untilEnded()
     while (!hasEnded()) {
         const auto present = now();
         const bool isCounting = m_request.onSent && m_acknowledged < bodySize();
-        const auto interval = m_watch.nextLook(present) - present;
-        m_wake.expires_after(isCounting ? std::min<RequestWatch::Moment::duration>(interval, countEvery) : interval);
+        auto interval = m_watch.nextLook(present) - present;
+        if (isCounting)
+            interval = std::min<RequestWatch::Moment::duration>(interval, countEvery);
+        if (m_heldSince)
+            interval = std::clamp<RequestWatch::Moment::duration>(
+                std::max(m_toSend.due(), m_toReceive.due()) - present, 0ms,
+                std::min<RequestWatch::Moment::duration>(interval, longestHold));
+        m_wake.expires_after(interval);
         boost::system::error_code woken;
         co_await m_wake.async_wait(asio::redirect_error(asio::use_awaitable, woken));
         auto state = co_await asio::this_coro::cancellation_state;
@@ -353,12 +378,35 @@ void CurlTransfer::look()
 {
     if (!m_started)
         m_watch.moved(now()); // it waits for a connection that another request uses: its turn has not come
+    if (m_heldSince)
+        noteHeld();
     noteDraining();
     auto verdict = m_watch.verdict(now());
     if (verdict == RequestWatch::Verdict::idle)
         throw outOfTime(verdict, m_request.idleTimeout);
     if (verdict == RequestWatch::Verdict::timedOut)
         throw outOfTime(verdict, m_totalLimit);
+}
+
+/// libcurl stops for want of tokens, and so does the watch.
+void CurlTransfer::hold()
+{
+    m_heldSince = now();
+    m_wake.cancel(); // to wait until they come
+}
+
+void CurlTransfer::noteHeld()
+{
+    if (m_request.onHeld)
+        m_request.onHeld();
+    const auto present = now();
+    m_watch.held(*std::exchange(m_heldSince, present), present);
+    if (m_toSend.allowed(present) == 0 || m_toReceive.allowed(present) == 0)
+        return;
+    m_heldSince.reset();
+    const auto result = curl_easy_pause(m_easy.get(), CURLPAUSE_CONT); // brings what it kept, which may be refused
+    if (result != CURLE_OK && !m_result)
+        m_result = result;
 }
 
 void CurlTransfer::noteDraining()

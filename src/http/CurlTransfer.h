@@ -3,6 +3,7 @@
 #include "http/CurlHandles.h"
 #include "http/CurlMulti.h"
 #include "http/HttpAddress.h"
+#include "http/RateLimit.h"
 #include "http/RequestWatch.h"
 
 #include <exception>
@@ -70,6 +71,8 @@ private:
     RequestWatch::Moment now() const;
     bool hasEnded() const { return m_result || m_failure; }
     void look();
+    void hold();
+    void noteHeld();
     void noteDraining();
     bool countAcknowledged();
     void reportSent();
@@ -84,6 +87,9 @@ private:
     CurlMulti& m_multi;
     StrandTimer m_wake;
     RequestWatch m_watch;
+    RateLimit::Turn m_toSend;
+    RateLimit::Turn m_toReceive;
+    std::optional<RequestWatch::Moment> m_heldSince;    // by one of these; until the last look
     std::unique_ptr<curl_slist, ListDeleter> m_headers; // libcurl reads them through the handle
     std::unique_ptr<CURL, GiveBack> m_easy;
 

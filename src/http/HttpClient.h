@@ -62,6 +62,8 @@ struct HttpRequest {
     /// Called on the session's strand with the body bytes handed to the network so far, and how many of them the other
     /// machine has acknowledged, whenever the first count grows or bytes already handed over have drained.
     std::function<void(qint64 sent, qint64 acknowledged)> onSent = {};
+    /// Called on the session's strand, again and again, while a rate limit of the session holds the body up.
+    std::function<void()> onHeld = {};
     BodySink* sink = nullptr; ///< for the body of a 2xx answer, instead of `HttpResponse::body`
     /// Asked on the session's strand before the first byte of a body is taken, with status and headers. False ends the
     /// request at once with these; the connection is given up, since the rest of the body is still on it.

@@ -9,6 +9,7 @@ namespace palvera {
 class CookieStore;
 class HttpSessionCore;
 class NetworkPath;
+class RateLimit;
 
 /// What a session is given once and uses for every request.
 struct HttpSessionOptions {
@@ -36,6 +37,9 @@ struct HttpSessionOptions {
     /// system's.
     QString authorities = {};
     std::shared_ptr<NetworkPath> networkPath = {}; ///< null: the machine's own
+    /// For bodies that come from a source and for those that go into a sink. Null: none.
+    std::shared_ptr<RateLimit> sendLimit = {};
+    std::shared_ptr<RateLimit> receiveLimit = {};
 
     /// For moving bulk to and from storage, over far and lossy lines too.
     static HttpSessionOptions storage();
@@ -50,6 +54,7 @@ struct HttpSessionOptions {
 /// - With no usable network path, a request to another machine waits for one up to its idle time-out.
 /// - A connection whose own address the machine has lost, or that was without a network for more than a second, is
 ///   given up as soon as there is one again, and its request fails.
+/// - While a rate limit holds a request up, its time-outs stand still.
 /// - An answer that comes before the whole body was sent is the answer.
 /// - Proxies come from the environment (http_proxy, https_proxy, no_proxy), never for loopback.
 /// - A server that dropped a kept-alive connection gets a GET or HEAD again on another one. What changes something is

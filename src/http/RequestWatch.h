@@ -15,6 +15,12 @@ public:
 
     /// Something moved: the idle limit starts again.
     void moved(Moment now) { m_moved = now; }
+    /// It was held up on purpose between these: neither limit counts that.
+    void held(Moment from, Moment to)
+    {
+        m_begun += to - from;
+        m_moved = to;
+    }
 
     Verdict verdict(Moment now) const;
     /// When to look again: at a limit, and often enough before it to see the kernel's send queue drain.
