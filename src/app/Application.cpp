@@ -34,6 +34,7 @@ Transfers::Settings settingsIn(const Preferences& preferences)
 
 Application::Application(Environment environment)
     : m_environment(std::move(environment)),
+      m_limits(m_environment.main),
       m_session({.main = m_environment.main,
                  .background = m_environment.transfers.background,
                  .clock = m_environment.clock,
@@ -61,6 +62,7 @@ Application::Application(Environment environment)
         if (m_window)
             bringToFront(*m_window, {});
     });
+    m_limits.start(keepLineLimits(m_environment.preferences, m_environment.clock, m_environment.shares));
     m_engine.addImportPath(QStringLiteral("qrc:/qt/qml"));
     QObject::connect(qGuiApp, &QGuiApplication::applicationStateChanged, &m_root, [this](Qt::ApplicationState state) {
         if (state == Qt::ApplicationActive)
@@ -102,6 +104,7 @@ Task<void> Application::finish()
 {
     co_await m_root.close();
     co_await m_updater.close();
+    co_await m_limits.close();
     co_await m_transfers.suspend(); // what it still does in the background must not outlive the program
 }
 

@@ -4,8 +4,10 @@
 #include "app/PanelPlace.h"
 #include "app/RootView.h"
 #include "app/WindowPlace.h"
+#include "async/TaskScope.h"
 #include "desktop/Arrival.h"
 #include "session/Session.h"
+#include "transfers/LineLimits.h"
 #include "transfers/Transfers.h"
 #include "update/Updater.h"
 
@@ -32,6 +34,7 @@ public:
         BrowserSignIn& web;
         PasskeySignIn& passkey;
         Transfers::Environment transfers;
+        LineShares shares;
         Updater::Environment updates;
         Notices& notices;
         TransfersView::Files files;
@@ -63,6 +66,7 @@ private:
     void placePanel();
 
     const Environment m_environment;
+    TaskScope m_limits;
     Session m_session;
     Transfers m_transfers;
     Updater m_updater;

@@ -219,6 +219,7 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
                              .web = web,
                              .passkey = passkey,
                              .transfers = engines.environment(mainThread.executor()),
+                             .shares = engines.shares(),
                              .updates = updates.environment(mainThread.executor(), folders),
                              .notices = notices,
                              .files = {.showInFolder = [](const QString& path) { showInFolder(path); },

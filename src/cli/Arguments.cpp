@@ -3,6 +3,7 @@
 #include "cli/DisplayText.h"
 #include "files/SourcePath.h"
 #include "text/VisibleText.h"
+#include "transfers/LineLimits.h"
 
 #include <CLI/CLI.hpp>
 
@@ -54,7 +55,8 @@ public:
                 return {.command = make(),
                         .json = m_json,
                         .retry = m_words.retry,
-                        .stopOnInterrupt = m_words.stopOnInterrupt};
+                        .stopOnInterrupt = m_words.stopOnInterrupt,
+                        .limitRate = m_words.limitRate};
         throw CLI::RequiredError("A command"); // CLI11 has seen to it that there is one
     }
 
@@ -71,7 +73,8 @@ private:
     struct Words {
         std::string email, org, project, deliverable, file, key;
         std::vector<std::string> files;
-        std::optional<std::string> site, search, family, folder, to, code;
+        std::optional<std::string> site, search, family, folder, to, code, hours;
+        std::optional<qint64> limitRate, up, down;
         bool passwordFromStdin = false;
         bool web = false;
         bool passkey = false;
@@ -233,6 +236,25 @@ private:
               "Whether to try again, for half an hour or so, what the network or the platform failed at");
         parser->add_flag("--stop-on-interrupt", m_words.stopOnInterrupt,
                          "Give up what is in flight when interrupted, instead of keeping it to go on with");
+        offerLimitRate(parser);
+    }
+    void offerLimitRate(CLI::App* parser)
+    {
+        offerRate(parser, "--limit-rate", m_words.limitRate,
+                  "Take at most R MB/s of the line this time; off: no limit");
+    }
+    static void offerRate(CLI::App* parser, const char* name, std::optional<qint64>& into, const char* summary)
+    {
+        parser
+            ->add_option_function<std::string>(
+                name,
+                [name, &into](const std::string& word) {
+                    into = rateFrom(text(word));
+                    if (!into)
+                        throw CLI::ValidationError(name, "give MB/s, from 0.1 on, or off");
+                },
+                summary)
+            ->option_text("R");
     }
 
     void addInterrupted()
@@ -286,10 +308,22 @@ private:
         auto* folder = add("downloads-folder", "Print or choose the folder that downloads go to",
                            [this] { return DownloadsFolder{.folder = text(m_words.folder)}; });
         offer(folder, "DIR", m_words.folder, " ", "The folder to use from here on");
+        m_group = "The line";
+        auto* limit = add("limit", "Print or choose how much of the line transfers take, in both programs", [this] {
+            return LimitLine{.up = m_words.up, .down = m_words.down, .hours = text(m_words.hours)};
+        });
+        offerRate(limit, "--up", m_words.up, "Send at most R MB/s; off: no limit");
+        offerRate(limit, "--down", m_words.down, "Receive at most R MB/s; off: no limit");
+        offer(limit, "--hours", m_words.hours, "H", "The hours of the day in which that holds: 08:00-19:00, or always")
+            ->check([](const std::string& word) {
+                return word == "always" || hoursFrom(text(word)) ? std::string()
+                                                                 : "give hours as 08:00-19:00, or always";
+            });
     }
     void offerFolder(CLI::App* parser)
     {
         offer(parser, "--to", m_words.to, "DIR", "The folder to put it into, instead of the downloads folder");
+        offerLimitRate(parser);
     }
 
     CLI::App m_app{about, programName};

@@ -98,6 +98,13 @@ struct DownloadsFolder {
 
     bool operator==(const DownloadsFolder&) const = default;
 };
+struct LimitLine {
+    std::optional<qint64> up = {};     ///< bytes a second; 0 is no limit
+    std::optional<qint64> down = {};   ///< the same
+    std::optional<QString> hours = {}; ///< "08:00-19:00", or "always"
+
+    bool operator==(const LimitLine&) const = default;
+};
 struct ListInterrupted {
     bool operator==(const ListInterrupted&) const = default;
 };
@@ -114,7 +121,7 @@ struct DiscardUpload {
 
 using Command = std::variant<SignIn, SignOut, WhoAmI, ChooseSite, ListOrgs, ListProjects, ListDeliverables, ListAssets,
                              ListBin, UploadFile, UploadToBin, DownloadFiled, DownloadFromBin, DownloadsFolder,
-                             ListInterrupted, ResumeUploads, DiscardUpload>;
+                             LimitLine, ListInterrupted, ResumeUploads, DiscardUpload>;
 
 /// A command line that asks for something to be done.
 struct Invocation {
@@ -122,6 +129,8 @@ struct Invocation {
     bool json = false;            ///< one JSON object a line instead of text for people
     bool retry = true;            ///< a failed upload is tried again
     bool stopOnInterrupt = false; ///< an interruption gives up what is in flight
+    /// For this run, bytes a second each way; 0 is no limit. Nothing is what the user has set.
+    std::optional<qint64> limitRate = {};
 
     bool operator==(const Invocation&) const = default;
 };

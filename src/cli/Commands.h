@@ -26,6 +26,7 @@ Task<ExitCode> perform(UploadToBin command, Workbench& bench);
 Task<ExitCode> perform(DownloadFiled command, Workbench& bench);
 Task<ExitCode> perform(DownloadFromBin command, Workbench& bench);
 Task<ExitCode> perform(DownloadsFolder command, Workbench& bench);
+Task<ExitCode> perform(LimitLine command, Workbench& bench);
 
 Task<ExitCode> perform(ListInterrupted command, Workbench& bench);
 Task<ExitCode> perform(ResumeUploads command, Workbench& bench);

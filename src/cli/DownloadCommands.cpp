@@ -2,9 +2,11 @@
 #include "cli/DownloadErrand.h"
 #include "cli/Listing.h"
 #include "files/FileError.h"
+#include "files/Quantities.h"
 #include "service/APIError.h"
 #include "service/BrowsingOperations.h"
 #include "session/Session.h"
+#include "transfers/LineLimits.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -91,6 +93,28 @@ Task<ExitCode> perform(DownloadsFolder command, Workbench& bench)
     auto folder = co_await bench.session.downloadsFolder();
     bench.output.say(folder.value_or(QStringLiteral("No downloads folder is chosen.")),
                      {{QStringLiteral("folder"), folder ? QJsonValue(*folder) : QJsonValue()}});
+    co_return ExitCode::done;
+}
+
+Task<ExitCode> perform(LimitLine command, Workbench& bench)
+{
+    auto limits = lineLimitsIn(bench.preferences);
+    limits.rates = {.up = command.up.value_or(limits.rates.up), .down = command.down.value_or(limits.rates.down)};
+    if (command.hours)
+        limits.hours = hoursFrom(*command.hours);
+    if (command != LimitLine{}) {
+        storeLineLimits(bench.preferences, limits);
+        requireKept(bench.preferences);
+    }
+    const auto rate = [](qint64 bytes) { return bytes > 0 ? rateText(double(bytes)) : QStringLiteral("no limit"); };
+    const auto hours = limits.hours ? textOf(*limits.hours) : QString();
+    const auto value = [](qint64 bytes) { return bytes > 0 ? QJsonValue(bytes) : QJsonValue(); };
+    bench.output.say(
+        QStringLiteral("up %1, down %2, %3")
+            .arg(rate(limits.rates.up), rate(limits.rates.down), limits.hours ? hours : QStringLiteral("always")),
+        {{QStringLiteral("up"), value(limits.rates.up)},
+         {QStringLiteral("down"), value(limits.rates.down)},
+         {QStringLiteral("hours"), limits.hours ? QJsonValue(hours) : QJsonValue()}});
     co_return ExitCode::done;
 }
 

@@ -2,6 +2,7 @@
 
 #include "async/Process.h"
 #include "async/TaskGroup.h"
+#include "async/TaskScope.h"
 
 #include <boost/asio/co_spawn.hpp>
 #include <boost/asio/post.hpp>
@@ -70,7 +71,13 @@ ExitCode Program::run()
 
 Task<void> Program::carryOut(std::optional<ExitCode>& ended)
 {
+    TaskScope limits(m_bench.mainThread);
+    if (m_invocation.limitRate)
+        m_engines.shares().set({.up = *m_invocation.limitRate, .down = *m_invocation.limitRate});
+    else
+        limits.start(keepLineLimits(m_preferences, m_clock, m_engines.shares()));
     auto outcome = co_await outcomeOf(runUntilStopped(m_bench.stop, perform(ended)));
+    co_await limits.close();
     co_await m_transfers.suspend(); // what it still does in the background must not outlive the program
     if (outcome.failure)
         std::rethrow_exception(outcome.failure);

@@ -22,6 +22,8 @@ public:
     std::optional<QByteArray> bytes(const QString& key) const;
     void setBytes(const QString& key, const QByteArray& value);
     void remove(const QString& key);
+    /// Takes up what other programs have stored since.
+    void reread() { m_settings.sync(); }
     /// Why the latest change will be gone at the next start, for the user; empty when it will not.
     QString problem() const { return m_problem; }
 

@@ -32,6 +32,10 @@ public:
     qint64 taken() const { return m_taken; }
     /// Counts the chunk no more.
     void forgetTaken() { m_taken = 0; }
+    /// A rate limit holds the chunk up. Any thread.
+    void noteHeld() { m_held = true; }
+    /// Whether one has since this was last asked. Any thread.
+    bool wasHeld() { return m_held.exchange(false); }
 
 private:
     void writeSlice();
@@ -41,6 +45,7 @@ private:
     const std::unique_ptr<char[]> m_slice;
     ByteRange m_range;
     std::atomic<qint64> m_taken = 0;
+    std::atomic<bool> m_held = false;
     qint64 m_written = 0; // bytes of the chunk
     qint64 m_filled = 0;  // bytes of the slice, which come after these
 };

@@ -277,8 +277,20 @@ Task<void> DownloadRun::takeOver(Lane& lane, Lane& slow)
         co_await fetch(lane, index);
 }
 
+void DownloadRun::forgiveHolds()
+{
+    const auto now = m_environment.clock.now();
+    for (auto& lane : m_lanes) {
+        if (!lane.isBusy || !lane.chunk->wasHeld())
+            continue;
+        lane.moved = now;
+        lane.pace.restart(now, lane.chunk->taken());
+    }
+}
+
 DownloadRun::Lane* DownloadRun::crawlingLane()
 {
+    forgiveHolds();
     const auto now = m_environment.clock.now();
     for (auto& lane : m_lanes) {
         if (!lane.isBusy || lane.cut->isStopped() || m_takenOver[lane.index] == mostTakeOvers)
@@ -320,6 +332,7 @@ Task<std::optional<DownloadRun::Missed>> DownloadRun::attempt(Lane& lane, ByteRa
     auto request = rangedRequest(m_address, range);
     lane.chunk->begin(range);
     request.sink = &*lane.chunk;
+    request.onHeld = [&chunk = *lane.chunk] { chunk.noteHeld(); };
     request.wantsBody = [this, range](const HttpResponse& head) {
         return !head.isSuccess() || (!isAnotherObject(head, m_total, m_tag) && !objectionTo(head, range));
     };
@@ -397,6 +410,7 @@ void DownloadRun::report()
 
 std::optional<Trouble> DownloadRun::lookForTrouble()
 {
+    forgiveHolds();
     const auto now = m_environment.clock.now();
     std::optional<Clock::Moment> moved;
     std::optional<Trouble> trouble;

@@ -52,6 +52,8 @@ private:
     Task<void> bring(Lane& lane, ByteRange range);
     Task<void> takeOver(Lane& lane, Lane& slow);
     Lane* crawlingLane();
+    /// That nothing moves while a rate limit holds a lane up is no fault of its connection.
+    void forgiveHolds();
     /// Why a chunk has not arrived.
     struct Missed {
         QString reason;

@@ -9,7 +9,7 @@ using namespace std::chrono_literals;
 void PaceMeter::begin(Clock::Moment now, qint64 bytes)
 {
     m_began = now;
-    m_earlier = m_later = {.at = now, .bytes = bytes};
+    restart(now, bytes);
 }
 
 std::optional<PaceMeter::Pace> PaceMeter::pace(Clock::Moment now, qint64 bytes)

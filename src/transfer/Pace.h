@@ -12,6 +12,8 @@ class PaceMeter {
 public:
     /// An attempt begins, with `bytes` counted already.
     void begin(Clock::Moment now, qint64 bytes = 0);
+    /// It is held up on purpose, with `bytes` counted: its pace is taken from now on.
+    void restart(Clock::Moment now, qint64 bytes) { m_earlier = m_later = {.at = now, .bytes = bytes}; }
     /// It is over. There is no pace between attempts.
     void end() { m_began.reset(); }
     struct Pace {

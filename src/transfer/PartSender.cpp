@@ -81,7 +81,8 @@ Task<Outcome<HttpResponse>> PartSender::put(QByteArray address, PartBody& body, 
         .source = &body,
         .idleTimeout = 60s,
         .totalTimeout = 3600s,
-        .onSent = [watcher](qint64 sent, qint64 acknowledged) { watcher->progressed(sent, acknowledged); }};
+        .onSent = [watcher](qint64 sent, qint64 acknowledged) { watcher->progressed(sent, acknowledged); },
+        .onHeld = [watcher] { watcher->held(); }};
     auto sending = m_environment.session.send(std::move(request));
     auto first = co_await firstOf(std::move(sending), watchStall(watcher, body.size(), m_environment.clock));
     if (auto* answer = std::get_if<0>(&first))

@@ -31,6 +31,13 @@ void SendWatcher::progressed(qint64 sent, qint64 acknowledged)
     m_state = {.sent = sent, .acknowledged = acknowledged, .moved = now};
 }
 
+void SendWatcher::held()
+{
+    std::lock_guard guard(m_lock);
+    m_state.moved = m_grown = m_clock.now();
+    m_pace.restart(m_state.moved, m_state.sent);
+}
+
 SendWatcher::State SendWatcher::state() const
 {
     std::lock_guard guard(m_lock);

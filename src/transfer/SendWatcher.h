@@ -27,6 +27,8 @@ public:
     /// `sent` bytes have left so far, of which the other machine has `acknowledged`. The same `sent` again means that
     /// bytes handed over earlier are still draining.
     void progressed(qint64 sent, qint64 acknowledged);
+    /// A rate limit holds the part up: that nothing moves is no fault of its connection.
+    void held();
     State state() const;
     /// How long the count has not grown. What was handed over may be draining all the while.
     std::chrono::nanoseconds standing() const;

@@ -16,9 +16,14 @@ double drawSpread()
 }
 
 /// Sessions for storage; each keeps to one thread.
-HttpClientFactory storageClients(NetworkThreads& threads)
+HttpClientFactory storageClients(NetworkThreads& threads, const LineShares& shares)
 {
-    return [&threads] { return std::make_unique<HttpSession>(threads.next(), HttpSessionOptions::storage()); };
+    return [&threads, shares] {
+        auto options = HttpSessionOptions::storage();
+        options.sendLimit = shares.up;
+        options.receiveLimit = shares.down;
+        return std::make_unique<HttpSession>(threads.next(), std::move(options));
+    };
 }
 
 } // namespace
@@ -31,15 +36,15 @@ TransferEngines::TransferEngines(const Folders& folders, Clock& clock, const Con
       m_index(folders.applicationSupport),
       m_uploader({.engine = m_engine,
                   .clock = clock,
-                  .storage = storageClients(connections.network),
+                  .storage = storageClients(connections.network, m_shares),
                   .journals = m_journals,
                   .libraryFolder = folders.library,
                   .spread = drawSpread,
                   .hasNetwork = [this] { return m_network.isUsable(); }}),
-      m_downloader(
-          {.engine = m_engine, .clock = clock, .storage = storageClients(connections.network), .hasNetwork = [this] {
-               return m_network.isUsable();
-           }})
+      m_downloader({.engine = m_engine,
+                    .clock = clock,
+                    .storage = storageClients(connections.network, m_shares),
+                    .hasNetwork = [this] { return m_network.isUsable(); }})
 {}
 
 Transfers::Environment TransferEngines::environment(const Executor& main)

@@ -5,6 +5,7 @@
 #include "http/NetworkPath.h"
 #include "transfer/Downloader.h"
 #include "transfer/Uploader.h"
+#include "transfers/LineLimits.h"
 #include "transfers/Transfers.h"
 
 namespace palvera {
@@ -19,6 +20,8 @@ public:
     TransferEngines(const Folders& folders, Clock& clock, const Connections& connections);
 
     const JournalStore& journals() const { return m_journals; }
+    /// What all its transfers share; nothing is limited at first.
+    const LineShares& shares() const { return m_shares; }
     /// For the model that lives on `main`.
     Transfers::Environment environment(const Executor& main);
 
@@ -26,6 +29,7 @@ private:
     Clock& m_clock;
     API& m_api;
     const Executor m_engine;
+    const LineShares m_shares;
     JournalStore m_journals;
     DownloadIndex m_index;
     Uploader m_uploader;
