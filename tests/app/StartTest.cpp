@@ -1,26 +1,18 @@
 #include "tests/app/Desktop.h"
-#include "tests/support/QtPrinting.h"
 
-#include <QGuiApplication>
 #include <QQmlIncubationController>
 #include <QSettings>
-#include <QSignalSpy>
 
 namespace palvera {
 namespace {
 
 using StartTest = DesktopTest;
 
-TEST_F(StartTest, theAccessCodeDoorIsOnlyThereForWhoHoldsAlt)
-{
-    start();
-    screen.find(QAccessible::EditableText, "Work email");
-    EXPECT_FALSE(screen.shows(QAccessible::Button, "Sign in with an access code"));
-}
-
 TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWas)
 {
     start();
+    screen.find(QAccessible::EditableText, "Work email");
+    EXPECT_FALSE(screen.shows(QAccessible::Button, "Sign in with an access code")) << "nobody holds Alt";
     signIn();
     waitForText("Choose a client");
     const auto stored = [this] {
@@ -63,17 +55,6 @@ TEST_F(StartTest, aBrowserThatComesBackBeforeTheSignInScreenIsThereIsToldOfOnIt)
     screen.find(QAccessible::AlertMessage, "That sign-in was not started here, so it was not used.");
 }
 
-TEST_F(StartTest, comingBackToTheProgramLoadsTheDeliverablesAgain)
-{
-    start();
-    openDeliverables();
-    QSignalSpy loads(root().deliverables(), &DeliverablesView::loadChanged);
-    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
-    EXPECT_TRUE(loads.isEmpty());
-    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
-    EXPECT_FALSE(loads.isEmpty());
-}
-
 TEST_F(StartTest, canBeEndedWhileAPageIsStillBeingMade)
 {
     QQmlIncubationController idle; // as a window's is while it is hidden
@@ -86,13 +67,6 @@ TEST_F(StartTest, canBeEndedWhileAPageIsStillBeingMade)
     screen.waitUntil([&] { return idle.incubatingObjectCount() > 0; });
     idle.incubateFor(1);
     finish(); // Qt warns of what is left half made
-}
-
-TEST(FloatingWindowTest, keepsItsWindowAboveTheOthers)
-{
-    Screen screen;
-    screen.showContent("FloatingWindow {}", "import Palvera.App");
-    EXPECT_TRUE(screen.window().flags().testFlag(Qt::WindowStaysOnTopHint));
 }
 
 TEST(PanelPlaceTest, itComesBackToWhereTheUserHasPutIt)
