@@ -20,16 +20,16 @@ constexpr auto button = QAccessible::Button;
 /// The client's assets in the real window.
 class AssetsTest : public DesktopTest {
 protected:
-    AssetsTest()
+    AssetsTest() { openAssets(); }
+
+    void openAssets()
     {
         start();
         openClients();
         screen.click(listItem, "Northlight Pictures");
-        screen.tabTo(listItem, "Assets");
-        screen.press(Qt::Key_Return);
+        screen.choose(listItem, "Assets");
         waitForRow("Uploads");
     }
-
     AssetsView& view() { return *root().assets(); }
     void waitForRow(const QString& name)
     {
@@ -254,11 +254,7 @@ TEST_F(AssetsTest, eachColumnIsDrawnWiderByItselfAndStaysSo)
         expected[i] += 15;
         EXPECT_THAT(widths(), testing::Pointwise(testing::DoubleNear(1), expected)) << titles[i];
     }
-    start();
-    openClients();
-    screen.click(listItem, "Northlight Pictures");
-    screen.click(listItem, "Assets");
-    waitForRow("Uploads");
+    openAssets();
     EXPECT_THAT(widths(), testing::Pointwise(testing::DoubleNear(1), expected));
 }
 

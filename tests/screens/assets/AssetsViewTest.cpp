@@ -162,8 +162,6 @@ TEST_F(AssetsViewTest, theSelectionIsOfFilesThatAreShownAndOutlivesALoad)
     EXPECT_EQ(view.downloadCount(), 1) << "the other one is not seen";
     find("");
     EXPECT_EQ(view.downloadCount(), 2);
-    view.selectAll();
-    EXPECT_EQ(view.downloadCount(), 60);
     enter("Uploads");
     EXPECT_EQ(view.downloadCount(), 0);
     view.selectAll();
@@ -180,8 +178,6 @@ TEST_F(AssetsViewTest, whatIsSelectedGoesToTheRememberedFolderOrToOneThatIsAsked
     view.select(1);
     view.downloadSelected();
     world.settle();
-    EXPECT_TRUE(view.isPickingFolder());
-    EXPECT_THAT(model->items(), IsEmpty());
     QDir(disk.path()).mkdir("Films");
     view.pick({QUrl::fromLocalFile(disk.filePath("Films"))});
     world.settle();

@@ -204,21 +204,22 @@ TEST_F(DeliverableViewTest, aFileDroppedJustBeforeAnotherPageIsOpenedGoesOrIsNam
 
 TEST_F(DeliverableViewTest, whatThePlatformNoLongerHasTakesNothingUntilItIsBack)
 {
-    const std::pair<const char*, std::function<void()>> cases[] = {{"the list lacks it", [&] { view.update(nullptr); }},
-                                                                   {"a start is answered 404", [&] {
-                                                                        uploads.ends = {platformSays(404)};
-                                                                        send(sparse("early.mov"));
-                                                                        world.pass(std::chrono::seconds(2));
-                                                                    }}};
-    for (const auto& [why, disappear] : cases) {
+    const auto isAnswered404 = [&] {
+        uploads.ends = {platformSays(404)};
+        send(sparse("early.mov"));
+        world.pass(2s);
+    };
+    const std::function<void()> ways[] = {[&] { view.update(nullptr); }, isAnswered404};
+    for (const auto& disappear : ways) {
+        SCOPED_TRACE(&disappear - ways);
         disappear();
-        EXPECT_EQ(view.face(), DeliverableView::Gone) << why;
+        EXPECT_EQ(view.face(), DeliverableView::Gone);
         uploads.requests.clear();
         send(sparse("reel.mov"));
-        EXPECT_EQ(refusal(), "The platform no longer has “Picture”. Nothing was sent.") << why;
-        EXPECT_TRUE(uploads.requests.empty()) << why;
+        EXPECT_EQ(refusal(), "The platform no longer has “Picture”. Nothing was sent.");
+        EXPECT_TRUE(uploads.requests.empty());
         view.update(&row);
-        EXPECT_EQ(view.face(), DeliverableView::Empty) << why;
+        EXPECT_EQ(view.face(), DeliverableView::Empty);
     }
     send(sparse("reel.mov"));
     view.update(nullptr);
@@ -226,26 +227,21 @@ TEST_F(DeliverableViewTest, whatThePlatformNoLongerHasTakesNothingUntilItIsBack)
     EXPECT_TRUE(view.isGone());
 }
 
-TEST_F(DeliverableViewTest, theLastUploadThatFailedIsSaidOnceAndTriedAgain)
+TEST_F(DeliverableViewTest, theLastUploadThatFailedAndLeftAJournalIsSaidOnceAndTriedAgain)
 {
-    for (const bool isCutOff : {false, true}) {
-        if (isCutOff)
-            journal();
-        uploads.ends = {platformSays(422)};
-        send(QUrl::fromLocalFile(file("master.mov")));
-        world.pass(std::chrono::seconds(2));
-        EXPECT_EQ(view.failedName(), "master.mov");
-        EXPECT_EQ(view.failure(), "The last upload failed: The platform says 422. (HTTP 422)");
-        EXPECT_EQ(!view.cutOffText().isEmpty(), isCutOff);
-        EXPECT_EQ(view.isCutOffFailed(), isCutOff);
-        EXPECT_FALSE(view.isGone());
-        uploads.requests.clear();
-        view.tryAgain();
-        world.settle();
-        EXPECT_EQ(uploads.requests.size(), 1U);
-        EXPECT_EQ(view.failure(), "");
-        stop();
-    }
+    journal();
+    uploads.ends = {platformSays(422)};
+    send(QUrl::fromLocalFile(file("master.mov")));
+    world.pass(2s);
+    EXPECT_EQ(view.failedName(), "master.mov");
+    EXPECT_EQ(view.failure(), "The last upload failed: The platform says 422. (HTTP 422)");
+    EXPECT_TRUE(view.isCutOffFailed() && !view.cutOffText().isEmpty());
+    EXPECT_FALSE(view.isGone());
+    uploads.requests.clear();
+    view.tryAgain();
+    world.settle();
+    EXPECT_EQ(uploads.requests.size(), 1U);
+    EXPECT_EQ(view.failure(), "");
 }
 
 } // namespace

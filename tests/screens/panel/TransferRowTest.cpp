@@ -161,36 +161,33 @@ TEST(FootingTest, theWholeIsWhatIsInFlightAndHasASize)
 TEST(TransferActionsTest, areThoseThatItsStateAndItsKindAllow)
 {
     using enum TransferAction::Value;
-    auto with = [](Item of, QString file, Item::Kind kind) {
-        of.file = std::move(file);
-        of.kind = kind;
-        return of;
+    const auto of = [](Item::State state, QString file = {}, Item::Kind kind = Item::Kind::upload) {
+        auto made = item(std::move(state));
+        made.file = std::move(file);
+        made.kind = kind;
+        return made;
     };
-    const auto upload = Item::Kind::upload, download = Item::Kind::download;
+    const auto down = Item::Kind::download;
     auto intoBin = item(running);
     intoBin.target = TransferTarget::Bin{};
     const std::tuple<Item, QList<TransferAction::Value>, TransferAction::Value> cases[] = {
-        {with(item(Item::Waiting{}), "f", upload),
+        {of(Item::Waiting{}, "f"),
          {StartNow, Pause, Stop, ShowInFolder, Open, ShowDeliverable, CopyName},
          ShowDeliverable},
-        {item(Item::Waiting{.why = "No."}), {Pause, Stop, ShowDeliverable, CopyError, CopyName}, ShowDeliverable},
+        {of(Item::Waiting{.why = "x"}), {Pause, Stop, ShowDeliverable, CopyError, CopyName}, ShowDeliverable},
         {intoBin, {Pause, Stop, CopyName}, None},
-        {with(item(running), "f", download), {Pause, Stop, ShowInFolder, ShowDeliverable, CopyName}, ShowDeliverable},
-        {item(Item::Retrying{.message = "No."}),
+        {of(running, "f", down), {Pause, Stop, ShowInFolder, ShowDeliverable, CopyName}, ShowDeliverable},
+        {of(Item::Retrying{.message = "x"}),
          {StartNow, Pause, Stop, ShowDeliverable, CopyError, CopyName},
          ShowDeliverable},
-        {item(Item::Paused{}), {Resume, Stop, ShowDeliverable, CopyName}, Resume},
-        {item(Item::Failed{.message = "No."}), {TryAgain, ShowDeliverable, CopyError, CopyName, Remove}, TryAgain},
-        {item(Item::Stopped{}), {TryAgain, ShowDeliverable, CopyName, Remove}, TryAgain},
-        {with(item(Item::Done{}), "f", upload),
-         {ShowInFolder, Open, ShowDeliverable, CopyName, Remove},
-         ShowDeliverable},
-        {with(item(Item::Done{}), "f", download),
-         {ShowInFolder, Open, ShowDeliverable, CopyName, Remove},
-         ShowInFolder}};
-    for (const auto& [of, actions, main] : cases) {
-        EXPECT_EQ(actionsFor(of), actions) << nameOf(of.state).toStdString();
-        EXPECT_EQ(mainActionFor(of), main) << nameOf(of.state).toStdString();
+        {of(Item::Paused{}), {Resume, Stop, ShowDeliverable, CopyName}, Resume},
+        {of(Item::Failed{.message = "x"}), {TryAgain, ShowDeliverable, CopyError, CopyName, Remove}, TryAgain},
+        {of(Item::Stopped{}), {TryAgain, ShowDeliverable, CopyName, Remove}, TryAgain},
+        {of(Item::Done{}, "f"), {ShowInFolder, Open, ShowDeliverable, CopyName, Remove}, ShowDeliverable},
+        {of(Item::Done{}, "f", down), {ShowInFolder, Open, ShowDeliverable, CopyName, Remove}, ShowInFolder}};
+    for (const auto& [shown, actions, main] : cases) {
+        EXPECT_EQ(actionsFor(shown), actions) << nameOf(shown.state).toStdString();
+        EXPECT_EQ(mainActionFor(shown), main) << nameOf(shown.state).toStdString();
     }
 }
 
