@@ -256,23 +256,19 @@ TEST_F(DeliveryTest, aFailedUploadIsSaidWhereOneIsAndTriedAgain)
 
 TEST(StatusBadgeTest, theSpinnerTakesThePlaceOfTheSymbol)
 {
-    const std::tuple<const char*, bool, bool, const char*> cases[] = {
-        {"", false, false, ""},
-        {"filed", true, false, "checkmark.circle.fill"},
-        {"failed", true, false, "exclamationmark.circle.fill"},
-        {"moving", false, true, ""}};
     Screen screen;
     screen.showContent("property alias badge: badge; StatusBadge { id: badge; text: '1' }",
                        "import Palvera.Deliverables");
     auto* badge = screen.window().property("badge").value<QQuickItem*>();
-    for (const auto& [standing, isMarked, isBusy, symbol] : cases) { // on top of those before
+    const auto* mark = badge->findChild<SymbolIcon*>();
+    EXPECT_FALSE(mark->isVisible());
+    for (const auto& [standing, symbol] : {std::pair("filed", "checkmark"), std::pair("failed", "exclamationmark")}) {
         badge->setProperty(standing, true);
-        const auto* mark = badge->findChild<SymbolIcon*>();
-        EXPECT_EQ(mark->isVisible(), isMarked) << standing;
-        if (isMarked)
-            EXPECT_EQ(mark->property("name"), symbol);
-        EXPECT_EQ(badge->findChild<SpinnerCanvas*>()->isVisible(), isBusy) << standing;
+        EXPECT_TRUE(mark->isVisible() && mark->property("name").toString().startsWith(symbol)) << standing;
     }
+    badge->setProperty("moving", true);
+    EXPECT_FALSE(mark->isVisible());
+    EXPECT_TRUE(badge->findChild<SpinnerCanvas*>()->isVisible());
 }
 
 } // namespace

@@ -44,7 +44,6 @@ public:
     std::function<Task<void>(UploadRequest)> upload; ///< in the place of the engine, where it is set
     FakeNotices notices;
     QStringList shownFiles; ///< in their folders
-    QStringList openedFiles;
 
     /// Starts the program with what an earlier start left. `show` by itself is the second start.
     void start()
@@ -192,7 +191,7 @@ private:
                                        .connect = [&desktop] { return desktop.installer.connect(); }},
                            .notices = desktop.notices,
                            .files = {[&desktop](const QString& path) { desktop.shownFiles.append(path); },
-                                     [&desktop](const QString& path) { desktop.openedFiles.append(path); }}})
+                                     [](const QString&) {}}})
         {}
 
         Transfers::Environment transfersEnvironment(Desktop& desktop)

@@ -8,11 +8,12 @@ namespace {
 
 using StartTest = DesktopTest;
 
-TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWas)
+TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWasAndSaysWhereOthersCanReadAlong)
 {
     start();
     screen.find(QAccessible::EditableText, "Work email");
     EXPECT_FALSE(screen.shows(QAccessible::Button, "Sign in with an access code")) << "nobody holds Alt";
+    EXPECT_FALSE(screen.reads("Not encrypted"));
     signIn();
     waitForText("Choose a client");
     const auto stored = [this] {
@@ -24,28 +25,12 @@ TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWas)
     EXPECT_EQ(screen.window().geometry(), QRect(60, 50, 770, 590));
     waitForText("Choose a client");
     EXPECT_EQ(root().userEmail(), "ada@northlight.example");
-}
-
-TEST_F(StartTest, aServiceThatOthersCanReadAlongWithIsSaidToBeOne)
-{
-    start();
-    EXPECT_FALSE(screen.reads("Not encrypted"));
     const ScopedVariable far("PV_API", "http://0.0.0.0:1/api"); // this machine, though it does not look it
     start();
     waitForText("Not encrypted");
 }
 
-TEST_F(StartTest, aSecondStartBringsTheWindowBack)
-{
-    start();
-    screen.window().setWindowStates(Qt::WindowMinimized);
-    application().arrive({});
-    screen.takeWarnings(); // where there is no display, nothing can be put in front
-    screen.waitUntil([&] { return screen.window().isActive(); });
-    EXPECT_FALSE(screen.window().windowStates().testFlag(Qt::WindowMinimized));
-}
-
-TEST_F(StartTest, aBrowserThatComesBackBeforeTheSignInScreenIsThereIsToldOfOnIt)
+TEST_F(StartTest, whoComesBackBeforeTheSignInScreenIsThereIsToldOfItAndASecondStartBringsTheWindowBack)
 {
     fail(local::Operation::me, {.latency = std::chrono::milliseconds(300)});
     start();
@@ -53,6 +38,11 @@ TEST_F(StartTest, aBrowserThatComesBackBeforeTheSignInScreenIsThereIsToldOfOnIt)
     application().arrive({.addresses = {"palvera://sign-in?grant=unasked"}});
     screen.takeWarnings(); // where there is no display, nothing can be put in front
     screen.find(QAccessible::AlertMessage, "That sign-in was not started here, so it was not used.");
+    screen.window().setWindowStates(Qt::WindowMinimized);
+    application().arrive({});
+    screen.takeWarnings();
+    screen.waitUntil([&] { return screen.window().isActive(); });
+    EXPECT_FALSE(screen.window().windowStates().testFlag(Qt::WindowMinimized));
 }
 
 TEST_F(StartTest, canBeEndedWhileAPageIsStillBeingMade)

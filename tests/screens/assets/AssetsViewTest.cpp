@@ -107,20 +107,6 @@ TEST_F(AssetsViewTest, pagesFollowEachOtherUntilAllIsThereOrNothingMoreComes)
     EXPECT_EQ(takeRequests(), 0);
 }
 
-TEST_F(AssetsViewTest, aDeliverableThatALaterPageTellsOfCompletesEarlierRows)
-{
-    overwriteFiles(R"({"files":[{"key":"k","rowId":"row-1","object":"o/reel.mov","byteSize":5}],"rows":[]})");
-    open();
-    view.select(1);
-    EXPECT_EQ(view.downloadCount(), 0) << "nobody says on which deliverable it is";
-    EXPECT_FALSE(at(1, "note").toString().isEmpty());
-    overwriteFiles(R"({"rows":[{"id":"row-1","label":"Master","projectId":"salt","projectName":"Salt"}]})");
-    loadMore();
-    EXPECT_EQ(at(1, "deal"), "Salt · Master");
-    view.select(1);
-    EXPECT_EQ(view.downloadCount(), 1);
-}
-
 TEST_F(AssetsViewTest, aSearchWaitsForAPauseAndOnlyTheLatestIsShown)
 {
     enter("Uploads");
@@ -170,11 +156,16 @@ TEST_F(AssetsViewTest, theSelectionIsOfFilesThatAreShownAndOutlivesALoad)
     EXPECT_EQ(view.downloadCount(), 0);
 }
 
-TEST_F(AssetsViewTest, whatIsSelectedGoesToTheRememberedFolderOrToOneThatIsAskedFor)
+TEST_F(AssetsViewTest, aFileIsDownloadedOnceItsDeliverableIsKnownAndTheNextGoesToTheSameFolder)
 {
-    overwriteFiles(R"({"files":[{"key":"k","rowId":"row-1","object":"o/reel.mov","byteSize":5}],
-        "rows":[{"id":"row-1","label":"Master","projectId":"salt","projectName":"Salt"}]})");
+    overwriteFiles(R"({"files":[{"key":"k","rowId":"row-1","object":"o/reel.mov","byteSize":5}],"rows":[]})");
     open();
+    view.select(1);
+    EXPECT_EQ(view.downloadCount(), 0) << "nobody says on which deliverable it is";
+    EXPECT_FALSE(at(1, "note").toString().isEmpty());
+    overwriteFiles(R"({"rows":[{"id":"row-1","label":"Master","projectId":"salt","projectName":"Salt"}]})");
+    loadMore();
+    EXPECT_EQ(at(1, "deal"), "Salt · Master");
     view.select(1);
     view.downloadSelected();
     world.settle();
