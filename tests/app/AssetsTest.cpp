@@ -2,8 +2,6 @@
 
 #include "session/Session.h"
 
-#include <gmock/gmock.h>
-
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QTest>

@@ -9,7 +9,6 @@
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <sys/stat.h>
 

@@ -6,7 +6,6 @@
 #include "tests/support/ScopedVariable.h"
 #include "tests/support/Simulation.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 
 #include <fcntl.h>
