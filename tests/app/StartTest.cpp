@@ -8,7 +8,7 @@ namespace {
 
 using StartTest = DesktopTest;
 
-TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWasAndSaysWhereOthersCanReadAlong)
+TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWasAndWarnsOfAnOpenService)
 {
     start();
     screen.find(QAccessible::EditableText, "Work email");
@@ -30,7 +30,7 @@ TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWasAndSaysWhere
     waitForText("Not encrypted");
 }
 
-TEST_F(StartTest, whoComesBackBeforeTheSignInScreenIsThereIsToldOfItAndASecondStartBringsTheWindowBack)
+TEST_F(StartTest, aBrowserThatComesBackTooEarlyIsToldOfAndASecondStartBringsTheWindowBack)
 {
     fail(local::Operation::me, {.latency = std::chrono::milliseconds(300)});
     start();
