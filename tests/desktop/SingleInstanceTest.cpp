@@ -109,15 +109,10 @@ TEST_F(SingleInstanceTest, theNextTakesOverFromOneThatIsGoneOrWasKilled)
     expectTheNextTakesOver();
 }
 
-/// Without a session's runtime folder, and with a folder for temporary files of its own.
-struct SingleInstanceOfUserTest : SingleInstanceTest {
-    const ScopedVariable session{"XDG_RUNTIME_DIR", {}};
-    const ScopedVariable temporary{"TMPDIR", folder.path().toUtf8()};
-    QDir top{folder.path()};
-};
-
-TEST_F(SingleInstanceOfUserTest, meetsInAFolderThatOnlyTheUserMayEnterAndNowhereIfALinkIsInItsPlace)
+TEST_F(SingleInstanceTest, withoutASessionTheyMeetWhereOnlyTheUserMayEnterAndNowhereIfALinkIsInItsPlace)
 {
+    const ScopedVariable session("XDG_RUNTIME_DIR", {}), temporary("TMPDIR", folder.path().toUtf8());
+    const QDir top(folder.path());
     const auto before = QDir::currentPath();
     {
         const SingleInstance first("/data"), second("/data");
