@@ -2,8 +2,6 @@
 
 #include "session/Session.h"
 
-#include <gmock/gmock.h>
-
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QTest>
@@ -20,16 +18,16 @@ constexpr auto button = QAccessible::Button;
 /// The client's assets in the real window.
 class AssetsTest : public DesktopTest {
 protected:
-    AssetsTest()
+    AssetsTest() { openAssets(); }
+
+    void openAssets()
     {
         start();
         openClients();
         screen.click(listItem, "Northlight Pictures");
-        screen.tabTo(listItem, "Assets");
-        screen.press(Qt::Key_Return);
+        screen.choose(listItem, "Assets");
         waitForRow("Uploads");
     }
-
     AssetsView& view() { return *root().assets(); }
     void waitForRow(const QString& name)
     {
@@ -156,20 +154,14 @@ TEST_F(AssetsTest, filesAreDroppedIntoTheFolderThatIsShownAndFoldersAreNot)
     screen.press(Qt::Key_Return);
     waitForRow("Day 1.mov");
     QDir(disk.path()).mkdir("Stills");
-    const QList<QUrl> files{sparseFile("a.mov", 100'000), QUrl::fromLocalFile(disk.filePath("Stills")),
-                            sparseFile("b.mov", 200'000)};
+    const auto folder = QUrl::fromLocalFile(disk.filePath("Stills"));
+    const QList<QUrl> files{sparseFile("a.mov", 100'000), folder, sparseFile("b.mov", 200'000)};
     auto* target = screen.find(QAccessible::Heading, "Rushes 2025");
     EXPECT_EQ(screen.drag(target, files, Qt::MoveAction), Qt::CopyAction) << "what is dropped stays where it was";
     waitForText("Drop to add to Rushes 2025");
     EXPECT_EQ(screen.drop(target, files), Qt::CopyAction);
     waitForText("1 folder was left out: only files can be added. “Stills”");
     screen.waitUntil([this] { return transfers().items().size() == 2 && areAllDone(); });
-    for (const char* name : {"a.mov", "b.mov"}) {
-        waitForRow(name);
-        screen.waitUntil(
-            [&] { return descriptionOf(name).find("Date: Today") != std::string::npos; }); // as the platform lists it
-        EXPECT_EQ(screen.all(listItem, name).size(), 1) << name;
-    }
     screen.click(button, "Dismiss");
     EXPECT_FALSE(screen.reads("left out"));
     screen.click(button, "Upload");
@@ -254,11 +246,7 @@ TEST_F(AssetsTest, eachColumnIsDrawnWiderByItselfAndStaysSo)
         expected[i] += 15;
         EXPECT_THAT(widths(), testing::Pointwise(testing::DoubleNear(1), expected)) << titles[i];
     }
-    start();
-    openClients();
-    screen.click(listItem, "Northlight Pictures");
-    screen.click(listItem, "Assets");
-    waitForRow("Uploads");
+    openAssets();
     EXPECT_THAT(widths(), testing::Pointwise(testing::DoubleNear(1), expected));
 }
 

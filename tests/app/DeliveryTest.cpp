@@ -1,5 +1,4 @@
 #include "tests/app/Desktop.h"
-#include "tests/support/QtPrinting.h"
 
 #include "controls/SpinnerCanvas.h"
 #include "controls/SymbolIcon.h"
@@ -51,24 +50,7 @@ TEST_F(DeliveryTest, eachPickerSetsItsOwnFilter)
     EXPECT_FALSE(screen.shows(QAccessible::Button, "Clear"));
 }
 
-TEST_F(DeliveryTest, aRowIsOpenedWithEnterAndLeftWithEscapeToWhereOneWas)
-{
-    openDeliverables();
-    screen.tabTo(QAccessible::ListItem, "Picture master");
-    for (int i = 0; i < 4; ++i)
-        screen.press(Qt::Key_Down);
-    auto name = Screen::nameOf(screen.focused());
-    screen.press(Qt::Key_Return);
-    screen.find(QAccessible::Heading, name);
-    screen.find(QAccessible::Button, "Choose a file");
-    screen.press(Qt::Key_Escape);
-    screen.waitUntil([&] { return Screen::roleOf(screen.focused()) == QAccessible::ListItem; });
-    EXPECT_EQ(Screen::nameOf(screen.focused()), name);
-    screen.press(Qt::Key_Escape);
-    screen.find(QAccessible::ListItem, "Assets");
-}
-
-TEST_F(DeliveryTest, theRowThatIsSeenIsTheRowThatIsOpened)
+TEST_F(DeliveryTest, theRowThatIsSeenIsTheRowThatIsOpenedAndComeBackTo)
 {
     openDeliverables();
     auto places = [this] {
@@ -89,6 +71,16 @@ TEST_F(DeliveryTest, theRowThatIsSeenIsTheRowThatIsOpened)
         screen.press(Qt::Key_Down);
         EXPECT_EQ(Screen::nameOf(screen.focused()), "Picture master") << word.toStdString();
     }
+    for (int i = 0; i < 4; ++i)
+        screen.press(Qt::Key_Down);
+    const auto name = Screen::nameOf(screen.focused());
+    screen.press(Qt::Key_Return);
+    screen.find(QAccessible::Heading, name);
+    screen.press(Qt::Key_Escape);
+    screen.waitUntil([&] { return Screen::roleOf(screen.focused()) == QAccessible::ListItem; });
+    EXPECT_EQ(Screen::nameOf(screen.focused()), name) << "back where one was";
+    screen.press(Qt::Key_Escape);
+    screen.click(QAccessible::ListItem, "Salt");
     screen.tabTo(QAccessible::EditableText, "Find a deliverable");
     screen.press(Qt::Key_Escape); // of no use to an empty search
     screen.find(QAccessible::ListItem, "Assets");
@@ -103,8 +95,6 @@ TEST_F(DeliveryTest, aFileIsChosenOrDroppedAndSeenFiledAndWhatIsNoneIsRefused)
     drop({QUrl::fromLocalFile(disk.path())});
     screen.find(QAccessible::AlertMessage, {});
     EXPECT_TRUE(screen.reads("is a folder. Drop the file itself."));
-    EXPECT_EQ(drop({}), Qt::IgnoreAction);
-    waitForText("The file did not arrive from the other program.");
     isWatched = false;
     auto file = sparseFile("Salt – 100% ünïcode #1.mov", 3'000'000);
     // A program that hears of a move deletes the file.
@@ -117,12 +107,6 @@ TEST_F(DeliveryTest, aFileIsChosenOrDroppedAndSeenFiledAndWhatIsNoneIsRefused)
     EXPECT_TRUE(transfers().isPanelOpen()) << "it opens by itself";
     const auto& window = *application().window();
     EXPECT_GT(application().panel()->y(), window.y() + window.property("barHeight").toInt()) << "no button is covered";
-    goToPanel();
-    screen.click(QAccessible::PageTab, "Finished (1)");
-    screen.waitUntil([&] { return rows().size() == 1; });
-    EXPECT_TRUE(rows().first().contains("done")) << rows().first().toStdString();
-    screen.click(QAccessible::Button, "Clear");
-    waitForText("Nothing finished yet");
 }
 
 TEST_F(DeliveryTest, aFileDroppedOnARowIsSentThereOnceItIsMeant)
@@ -154,11 +138,11 @@ TEST_F(DeliveryTest, aFileDroppedOnARowIsSentThereOnceItIsMeant)
     screen.waitUntil([&] { return isLatestDone(); });
 }
 
-TEST_F(DeliveryTest, aDeliverableThatIsGoneSaysSoUntilItIsBack)
+TEST_F(DeliveryTest, comingBackToTheProgramShowsADeliverableThatIsGoneUntilItIsBack)
 {
     openDeliverable("Picture master");
     fail(Operation::deliverables, {.kind = Fault::Kind::overwrite, .members = {{"deliverables", QJsonArray()}}});
-    root().deliverables()->load();
+    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
     waitForText("The platform no longer has this deliverable");
     EXPECT_FALSE(screen.shows(QAccessible::Button, "Choose a file"));
     root().deliverables()->load();
@@ -268,23 +252,19 @@ TEST_F(DeliveryTest, aFailedUploadIsSaidWhereOneIsAndTriedAgain)
 
 TEST(StatusBadgeTest, theSpinnerTakesThePlaceOfTheSymbol)
 {
-    const std::tuple<const char*, bool, bool, const char*> cases[] = {
-        {"", false, false, ""},
-        {"filed", true, false, "checkmark.circle.fill"},
-        {"failed", true, false, "exclamationmark.circle.fill"},
-        {"moving", false, true, ""}};
     Screen screen;
     screen.showContent("property alias badge: badge; StatusBadge { id: badge; text: '1' }",
                        "import Palvera.Deliverables");
     auto* badge = screen.window().property("badge").value<QQuickItem*>();
-    for (const auto& [standing, isMarked, isBusy, symbol] : cases) { // on top of those before
+    const auto* mark = badge->findChild<SymbolIcon*>();
+    EXPECT_FALSE(mark->isVisible());
+    for (const auto& [standing, symbol] : {std::pair("filed", "checkmark"), std::pair("failed", "exclamationmark")}) {
         badge->setProperty(standing, true);
-        const auto* mark = badge->findChild<SymbolIcon*>();
-        EXPECT_EQ(mark->isVisible(), isMarked) << standing;
-        if (isMarked)
-            EXPECT_EQ(mark->property("name"), symbol);
-        EXPECT_EQ(badge->findChild<SpinnerCanvas*>()->isVisible(), isBusy) << standing;
+        EXPECT_TRUE(mark->isVisible() && mark->property("name").toString().startsWith(symbol)) << standing;
     }
+    badge->setProperty("moving", true);
+    EXPECT_FALSE(mark->isVisible());
+    EXPECT_TRUE(badge->findChild<SpinnerCanvas*>()->isVisible());
 }
 
 } // namespace

@@ -6,19 +6,17 @@
 #include "http/CookieStore.h"
 #include "http/HttpSession.h"
 #include "localplatform/Server.h"
-#include "localplatform/SignIn.h"
 #include "service/Connections.h"
 #include "session/PasskeySignIn.h"
 #include "tests/app/FakeNotices.h"
 #include "tests/support/FakeInstaller.h"
 #include "tests/support/FakePasskeyService.h"
+#include "tests/support/QtPrinting.h"
 #include "tests/support/ScopedVariable.h"
 #include "tests/support/Screen.h"
 #include "transfers/TransferEngines.h"
 
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
 
 namespace palvera {
 
@@ -26,9 +24,7 @@ namespace palvera {
 class Desktop {
 public:
     /// Storage moves that many bytes in a second on each connection; 0 is no limit.
-    explicit Desktop(qint64 bytesPerSecond = 0) : Desktop(bytesPerSecond, {}) {}
-    /// With a build in the update feed.
-    Desktop(qint64 bytesPerSecond, const local::PublishedUpdate& published)
+    explicit Desktop(qint64 bytesPerSecond = 0, const local::PublishedUpdate& published = {})
         : platform({.folder = disk.filePath("platform"), .update = published}, std::chrono::system_clock::now),
           server(std::in_place, platform, local::ServerOptions{.bytesPerSecond = bytesPerSecond})
     {}
@@ -39,7 +35,6 @@ public:
     ScopedVariable serviceAddress{"PV_API", server->serviceAddress() + "/api"};
     Screen screen;
     bool isAltHeld = false;
-    bool hasBrowser = true;
     QByteArrayList shownInBrowser;
     FakePasskeyService keys;
     QByteArray feed; ///< of updates; none when empty
@@ -49,7 +44,6 @@ public:
     std::function<Task<void>(UploadRequest)> upload; ///< in the place of the engine, where it is set
     FakeNotices notices;
     QStringList shownFiles; ///< in their folders
-    QStringList openedFiles;
 
     /// Starts the program with what an earlier start left. `show` by itself is the second start.
     void start()
@@ -171,7 +165,7 @@ private:
                    .show =
                        [&desktop](const QByteArray& address) {
                            desktop.shownInBrowser.append(address);
-                           return desktop.hasBrowser;
+                           return true;
                        }}),
               engines({.applicationSupport = folder, .library = folder, .caches = folder + "/caches", .config = folder},
                       clock, {.engine = engine.threads, .network = network, .api = api}),
@@ -197,7 +191,7 @@ private:
                                        .connect = [&desktop] { return desktop.installer.connect(); }},
                            .notices = desktop.notices,
                            .files = {[&desktop](const QString& path) { desktop.shownFiles.append(path); },
-                                     [&desktop](const QString& path) { desktop.openedFiles.append(path); }}})
+                                     [](const QString&) {}}})
         {}
 
         Transfers::Environment transfersEnvironment(Desktop& desktop)

@@ -2,8 +2,6 @@
 
 #include "tests/support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 

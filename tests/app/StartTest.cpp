@@ -1,26 +1,19 @@
 #include "tests/app/Desktop.h"
-#include "tests/support/QtPrinting.h"
 
-#include <QGuiApplication>
 #include <QQmlIncubationController>
 #include <QSettings>
-#include <QSignalSpy>
 
 namespace palvera {
 namespace {
 
 using StartTest = DesktopTest;
 
-TEST_F(StartTest, theAccessCodeDoorIsOnlyThereForWhoHoldsAlt)
+TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWasAndWarnsOfAnOpenService)
 {
     start();
     screen.find(QAccessible::EditableText, "Work email");
-    EXPECT_FALSE(screen.shows(QAccessible::Button, "Sign in with an access code"));
-}
-
-TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWas)
-{
-    start();
+    EXPECT_FALSE(screen.shows(QAccessible::Button, "Sign in with an access code")) << "nobody holds Alt";
+    EXPECT_FALSE(screen.reads("Not encrypted"));
     signIn();
     waitForText("Choose a client");
     const auto stored = [this] {
@@ -32,28 +25,12 @@ TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWas)
     EXPECT_EQ(screen.window().geometry(), QRect(60, 50, 770, 590));
     waitForText("Choose a client");
     EXPECT_EQ(root().userEmail(), "ada@northlight.example");
-}
-
-TEST_F(StartTest, aServiceThatOthersCanReadAlongWithIsSaidToBeOne)
-{
-    start();
-    EXPECT_FALSE(screen.reads("Not encrypted"));
     const ScopedVariable far("PV_API", "http://0.0.0.0:1/api"); // this machine, though it does not look it
     start();
     waitForText("Not encrypted");
 }
 
-TEST_F(StartTest, aSecondStartBringsTheWindowBack)
-{
-    start();
-    screen.window().setWindowStates(Qt::WindowMinimized);
-    application().arrive({});
-    screen.takeWarnings(); // where there is no display, nothing can be put in front
-    screen.waitUntil([&] { return screen.window().isActive(); });
-    EXPECT_FALSE(screen.window().windowStates().testFlag(Qt::WindowMinimized));
-}
-
-TEST_F(StartTest, aBrowserThatComesBackBeforeTheSignInScreenIsThereIsToldOfOnIt)
+TEST_F(StartTest, aBrowserThatComesBackTooEarlyIsToldOfAndASecondStartBringsTheWindowBack)
 {
     fail(local::Operation::me, {.latency = std::chrono::milliseconds(300)});
     start();
@@ -61,17 +38,11 @@ TEST_F(StartTest, aBrowserThatComesBackBeforeTheSignInScreenIsThereIsToldOfOnIt)
     application().arrive({.addresses = {"palvera://sign-in?grant=unasked"}});
     screen.takeWarnings(); // where there is no display, nothing can be put in front
     screen.find(QAccessible::AlertMessage, "That sign-in was not started here, so it was not used.");
-}
-
-TEST_F(StartTest, comingBackToTheProgramLoadsTheDeliverablesAgain)
-{
-    start();
-    openDeliverables();
-    QSignalSpy loads(root().deliverables(), &DeliverablesView::loadChanged);
-    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationInactive);
-    EXPECT_TRUE(loads.isEmpty());
-    Q_EMIT qGuiApp->applicationStateChanged(Qt::ApplicationActive);
-    EXPECT_FALSE(loads.isEmpty());
+    screen.window().setWindowStates(Qt::WindowMinimized);
+    application().arrive({});
+    screen.takeWarnings();
+    screen.waitUntil([&] { return screen.window().isActive(); });
+    EXPECT_FALSE(screen.window().windowStates().testFlag(Qt::WindowMinimized));
 }
 
 TEST_F(StartTest, canBeEndedWhileAPageIsStillBeingMade)
@@ -86,13 +57,6 @@ TEST_F(StartTest, canBeEndedWhileAPageIsStillBeingMade)
     screen.waitUntil([&] { return idle.incubatingObjectCount() > 0; });
     idle.incubateFor(1);
     finish(); // Qt warns of what is left half made
-}
-
-TEST(FloatingWindowTest, keepsItsWindowAboveTheOthers)
-{
-    Screen screen;
-    screen.showContent("FloatingWindow {}", "import Palvera.App");
-    EXPECT_TRUE(screen.window().flags().testFlag(Qt::WindowStaysOnTopHint));
 }
 
 TEST(PanelPlaceTest, itComesBackToWhereTheUserHasPutIt)

@@ -71,15 +71,6 @@ TEST_F(UpdatesTest, isSeenAndDrivenByThePillOnEveryScreen)
     screen.press(Qt::Key_Escape);
     screen.waitUntil([&] { return !screen.reads("Restart Palvera now?"); });
     EXPECT_EQ(installer.calls.size(), 1u);
-    screen.choose(button, "Restart");
-    screen.waitForFocus("Not yet");
-    screen.press(Qt::Key_Tab);
-    screen.press(Qt::Key_Return);
-    screen.find(button, "Restarting");
-    root().updatePill()->confirmRestart(); // of what is not ready any more
-    EXPECT_EQ(installer.calls.size(), 2u);
-    installer.calls.back().reply({});
-    screen.waitUntil([&] { return workspace.terminated == 1; });
 }
 
 TEST_F(UpdatesTest, aFailureIsWarnedOfAndStaysReadableInTheSheetAboutTheProgram)

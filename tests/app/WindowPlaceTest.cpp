@@ -2,8 +2,6 @@
 #include "app/PanelPlace.h"
 #include "tests/support/QtPrinting.h"
 
-#include <gtest/gtest.h>
-
 namespace palvera {
 namespace {
 

@@ -9,7 +9,6 @@
 #include <QDBusMessage>
 #include <QDBusPendingCall>
 #include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <sys/stat.h>
 
@@ -132,24 +131,12 @@ TEST_F(CallbacksTest, maySeeItsListenerGoWhileItIsCalled)
     EXPECT_EQ(heard.last(), Arrival{}) << "the second one came to nobody";
 }
 
-struct DesktopActivationTest : BusFixture {
-    QList<Arrival> heard;
-
-    QDBusMessage call(const QString& method, const QVariantList& arguments) const
-    {
-        auto message = QDBusMessage::createMethodCall("example.palvera.My-Program", "/example/palvera/My_Program",
-                                                      "org.freedesktop.Application", method);
-        message.setArguments(arguments);
-        auto pending = QDBusConnection::connectToBus(address, "caller").asyncCall(message);
-        pumpUntil([&] { return pending.isFinished(); });
-        QDBusConnection::disconnectFromBus("caller");
-        return pending.reply();
-    }
-};
+using DesktopActivationTest = BusFixture;
 
 TEST_F(DesktopActivationTest, isCalledOverTheBusAndTheFirstKeepsTheName)
 {
-    const auto hear = [this](const Arrival& arrival) { heard.append(arrival); };
+    QList<Arrival> heard;
+    const auto hear = [&](const Arrival& arrival) { heard.append(arrival); };
     const DesktopActivation first("example.palvera.My-Program", hear, address);
     const DesktopActivation second("example.palvera.My-Program", [](const Arrival&) { ADD_FAILURE(); }, address);
     const DesktopActivation without("example.palvera.My-Program", hear, "unix:path=/nonexistent/bus");
@@ -160,8 +147,15 @@ TEST_F(DesktopActivationTest, isCalledOverTheBusAndTheFirstKeepsTheName)
         {"Open", {QStringList{"https://elsewhere.test", palvera::address}, token}},
         {"ActivateAction", {"new", QVariantList(), token}},
     };
-    for (const auto& [method, arguments] : calls)
-        EXPECT_EQ(call(method, arguments).type(), QDBusMessage::ReplyMessage) << method.toStdString();
+    for (const auto& [method, arguments] : calls) {
+        auto message = QDBusMessage::createMethodCall("example.palvera.My-Program", "/example/palvera/My_Program",
+                                                      "org.freedesktop.Application", method);
+        message.setArguments(arguments);
+        const auto pending = QDBusConnection::connectToBus(address, "caller").asyncCall(message);
+        pumpUntil([&] { return pending.isFinished(); });
+        EXPECT_EQ(pending.reply().type(), QDBusMessage::ReplyMessage) << method.toStdString();
+    }
+    QDBusConnection::disconnectFromBus("caller");
     EXPECT_THAT(heard, ElementsAre(Arrival{.token = "w"}, Arrival{.addresses = {palvera::address}, .token = "x_TIME1"},
                                    Arrival{.token = "x_TIME1"}));
 }

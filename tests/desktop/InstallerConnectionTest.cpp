@@ -1,15 +1,7 @@
 #include "desktop/InstallerConnection.h"
 #include "tests/desktop/BusFixture.h"
-#include "tests/support/Files.h"
 
 #include <QDBusContext>
-#include <QDBusMessage>
-#include <QDBusUnixFileDescriptor>
-#include <QFile>
-
-#include <gmock/gmock.h>
-
-#include <unistd.h>
 
 namespace palvera {
 namespace {
@@ -18,110 +10,79 @@ using testing::ElementsAre;
 
 const QString installerName = "example.palvera.Palvera.Installer";
 
-class FakeService final : public QObject, protected QDBusContext {
+class SilentInstaller final : public QObject, protected QDBusContext {
     Q_OBJECT
     Q_CLASSINFO("D-Bus Interface", "example.palvera.Palvera.Installer1")
 
 public:
-    QStringList asked;
-    QString answer;
-    bool isSilent = false;
+    int asked = 0;
 
 public Q_SLOTS:
-    QString PrepareWithImage(const QDBusUnixFileDescriptor& image, const QString& target, const QVariantMap& announced)
+    QString InstallWithTarget(const QString&)
     {
-        QByteArray bytes(5, 0);
-        EXPECT_EQ(::pread(image.fileDescriptor(), bytes.data(), 5, 0), 5);
-        return take(
-            {QString::fromLatin1(bytes), target, announced["version"].toString(), announced["build"].toString()});
-    }
-    QString InstallWithTarget(const QString& target) { return take({target}); }
-
-private:
-    QString take(const QStringList& arguments)
-    {
-        asked.append(arguments.join(u'|'));
-        if (isSilent)
-            setDelayedReply(true);
-        return answer;
+        ++asked;
+        setDelayedReply(true);
+        return {};
     }
 };
 
 struct InstallerConnectionTest : BusFixture {
-    FakeService service;
+    SilentInstaller installer;
     QStringList heard;
     std::unique_ptr<BusInstallerConnection> connection;
 
-    void SetUp() override
+    void connect()
     {
-        BusFixture::SetUp();
         connection = std::make_unique<BusInstallerConnection>("example.palvera.Palvera", address);
         connection->invalidated = [this] { heard.append("invalid"); };
     }
-    void offerService() { offer(service, "/example/palvera/Palvera/Installer", installerName); }
     std::unique_ptr<PVInstallerProtocol> proxy()
     {
         return connection->remoteObject([this](const InstallerTrouble& trouble) {
             heard.append(trouble.isMissing ? "missing" : "failed: " + trouble.description.left(40));
         });
     }
-    QStringList install()
+    /// What is heard once the installer is asked, and `then` has happened.
+    QStringList install(const std::function<void()>& then = [] {}, qsizetype words = 1)
     {
-        proxy()->installWithTarget("/opt/palvera", [this](const QString& error) { heard.append("answer: " + error); });
-        pumpUntil([&] { return !heard.isEmpty(); });
+        proxy()->installWithTarget("/opt/palvera", [](const QString&) { ADD_FAILURE(); });
+        then();
+        pumpUntil([&] { return heard.size() == words; });
+        heard.sort();
         return std::exchange(heard, {});
+    }
+    void untilAsked()
+    {
+        pumpUntil([&] { return std::exchange(installer.asked, 0) == 1; });
+        EXPECT_THAT(heard, testing::IsEmpty());
     }
 };
 
-TEST_F(InstallerConnectionTest, handsTheOpenImageOverAndBringsTheAnswer)
+TEST_F(InstallerConnectionTest, tellsAMissingInstallerFromOneThatDoesNotAnswerAndSaysWhenTheConnectionBreaks)
 {
-    offerService();
-    service.answer = "The update is damaged.";
-    const auto image = folder.filePath("image");
-    writeFile(image, "image");
-    for (const QString& path : {image, folder.filePath("nowhere")})
-        proxy()->prepareWithImage(path, "/opt/palvera", {"1.5", "58"},
-                                  [this](const QString& error) { heard.append(error); });
-    pumpUntil([&] { return heard.size() == 2; });
-    EXPECT_THAT(heard, ElementsAre("The download is gone.", "The update is damaged."));
-    EXPECT_THAT(service.asked, ElementsAre("image|/opt/palvera|1.5|58"));
-    heard.clear();
-    service.answer = "";
-    EXPECT_THAT(install(), ElementsAre("answer: "));
-}
-
-TEST_F(InstallerConnectionTest, tellsAMissingInstallerFromOneThatDoesNotAnswer)
-{
+    connect();
+    proxy()->prepareWithImage(folder.filePath("nowhere"), {}, {}, [this](const QString& no) { heard.append(no); });
+    EXPECT_THAT(std::exchange(heard, {}), ElementsAre("The download is gone."));
     EXPECT_THAT(install(), ElementsAre("missing")) << "no such name";
     QObject another;
     offer(another, "/other", installerName);
     EXPECT_THAT(install(), ElementsAre("missing")) << "something else of that name";
-    offerService();
-    service.isSilent = true;
-    proxy()->installWithTarget("/opt/palvera", [](const QString&) {});
-    pumpUntil([&] { return !service.asked.isEmpty(); });
-    EXPECT_THAT(heard, testing::IsEmpty());
-    QDBusConnection::disconnectFromBus("service"); // as one that is killed
-    pumpUntil([&] { return !heard.isEmpty(); });
-    EXPECT_THAT(heard, ElementsAre("failed: Message recipient disconnected from mess"));
-    BusInstallerConnection nowhere("example.palvera.Palvera", "unix:path=" + folder.filePath("nobody"));
-    heard.clear();
-    nowhere.remoteObject([this](const InstallerTrouble& trouble) { heard.append(trouble.isMissing ? "missing" : ""); })
-        ->installWithTarget("/opt/palvera", {});
-    EXPECT_THAT(heard, ElementsAre("missing"));
-}
-
-TEST_F(InstallerConnectionTest, saysWhenItBreaks)
-{
-    offerService();
-    service.isSilent = true;
-    proxy()->installWithTarget("/opt/palvera", [](const QString&) {});
-    pumpUntil([&] { return !service.asked.isEmpty(); });
-    daemon.kill();
-    pumpUntil([&] { return heard.size() == 2; });
-    heard.sort();
-    EXPECT_THAT(heard,
+    const auto offerInstaller = [&] { offer(installer, "/example/palvera/Palvera/Installer", installerName); };
+    offerInstaller();
+    const auto killInstaller = [&] {
+        untilAsked();
+        QDBusConnection::disconnectFromBus("service");
+    };
+    EXPECT_THAT(install(killInstaller), ElementsAre("failed: Message recipient disconnected from mess"));
+    offerInstaller();
+    const auto killBus = [&] {
+        untilAsked();
+        daemon.kill();
+    };
+    EXPECT_THAT(install(killBus, 2),
                 ElementsAre(testing::Property(&QString::toStdString, testing::StartsWith("failed: ")), "invalid"));
+    connect();
+    EXPECT_THAT(install(), ElementsAre("missing")) << "no bus";
 }
 
 } // namespace

@@ -64,20 +64,13 @@ struct SecurityKeysTest : LoopFixture {
     void TearDown() override { EXPECT_EQ(key.endlessWaits() + finger.endlessWaits(), 0); }
     static std::string wordsFor(const PasskeyPrompt& prompt)
     {
-        switch (prompt.kind) {
-        case Kind::none:
-        case Kind::touch: // comes only when the key waits for it for long
-            return "";
-        case Kind::insert:
-            return "insert, ";
-        case Kind::which:
-            return "which, ";
-        case Kind::pin:
+        if (prompt.kind == Kind::pin)
             return "pin " + std::to_string(prompt.triesLeft) + (prompt.isWrong ? " wrong, " : ", ");
-        case Kind::account:
+        if (prompt.kind == Kind::account)
             return "account " + prompt.names.join('|').toStdString() + ", ";
-        }
-        return "?";
+        if (prompt.kind == Kind::insert)
+            return "insert, ";
+        return prompt.kind == Kind::which ? "which, " : ""; // a touch is asked for only when the key waits for it
     }
 
     /// What the user was asked, and how it ended: with the name of the passkey that has signed, or a failure's text.
@@ -126,7 +119,6 @@ struct SecurityKeysTest : LoopFixture {
                 return name;
         return "signed by nobody";
     }
-    void discover() { request.allowed.clear(); }
 };
 
 TEST_F(SecurityKeysTest, theRightPasskeySignsOnceItsUserIsVerified)
@@ -134,7 +126,7 @@ TEST_F(SecurityKeysTest, theRightPasskeySignsOnceItsUserIsVerified)
     EXPECT_EQ(attempt({.pins = {"2468"}}), "pin 8, ada");
     EXPECT_EQ(attempt({.pins = {"1111", "2468"}}), "pin 8, pin 7 wrong, ada");
     EXPECT_EQ(attempt({.does = {{Kind::pin, [&] { keys.cancel(); }}}}), "pin 8, cancelled");
-    discover();
+    request.allowed.clear();
     EXPECT_EQ(attempt({.pins = {"2468"}, .account = 1}), "pin 8, account ben|, cleo");
     request.relyingParty = "elsewhere.example";
     EXPECT_EQ(attempt({.pins = {"2468"}}), "pin 8, This security key holds no passkey for Palvera.");
@@ -142,7 +134,7 @@ TEST_F(SecurityKeysTest, theRightPasskeySignsOnceItsUserIsVerified)
 
 TEST_F(SecurityKeysTest, aKeyWithoutAPinOrWithAFingerIsNotAskedForOne)
 {
-    discover();
+    request.allowed.clear();
     plugged = {&finger};
     EXPECT_EQ(attempt({}), "eve");
     SoftKey bare({.passkeys = {ben}});
@@ -188,7 +180,7 @@ TEST_F(SecurityKeysTest, itWaitsForAKeyThatIsOfUse)
 
 TEST_F(SecurityKeysTest, ofSeveralTheOneIsMeantThatIsTouched)
 {
-    discover();
+    request.allowed.clear();
     plugged = {&key, &finger};
     const auto among = [&](const std::function<void()>& does) {
         key.setTouched(false);
@@ -201,12 +193,8 @@ TEST_F(SecurityKeysTest, ofSeveralTheOneIsMeantThatIsTouched)
     EXPECT_EQ(among([&] { key.touch(); }), "which, pin 8, account ben|, ben");
     EXPECT_EQ(among([&] { keys.cancel(); }), "which, cancelled");
     key.setTouched(false);
-    EXPECT_EQ(attempt({.does = {{Kind::which,
-                                 [&] {
-                                     key.setPlugged(false);
-                                     finger.setPlugged(false);
-                                 }},
-                                {Kind::insert, [&] { keys.cancel(); }}}}),
+    const auto takeOut = [&] { std::ranges::for_each(plugged, [](auto* each) { each->setPlugged(false); }); };
+    EXPECT_EQ(attempt({.does = {{Kind::which, takeOut}, {Kind::insert, [&] { keys.cancel(); }}}}),
               "which, insert, cancelled");
     key.setPlugged(true);
     finger.setPlugged(true);

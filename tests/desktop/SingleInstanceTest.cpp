@@ -9,14 +9,16 @@
 #include <QLocalSocket>
 #include <QTemporaryDir>
 
+#include <thread>
+
 namespace palvera {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 
 struct SingleInstanceTest : LoopFixture {
     QTemporaryDir folder;
-
     QByteArrayList heard;
 
     std::unique_ptr<SingleInstance> start(const QString& runtimeFolder)
@@ -34,14 +36,6 @@ struct SingleInstanceTest : LoopFixture {
     {
         return folder.filePath(QDir(folder.path()).entryList({"palvera-*"}, QDir::System).value(0, "no socket"));
     }
-    /// Connects to whoever listens and says `bytes`, as a program that is not ours might.
-    void say(QLocalSocket& socket, const QByteArray& bytes) const
-    {
-        socket.connectToServer(socketPath());
-        ASSERT_TRUE(socket.waitForConnected(2000));
-        socket.write(bytes);
-        socket.waitForBytesWritten(2000);
-    }
     void expectTheNextTakesOver()
     {
         const auto next = start(folder.path());
@@ -51,7 +45,7 @@ struct SingleInstanceTest : LoopFixture {
     }
 };
 
-TEST_F(SingleInstanceTest, theSecondHandsOverWhatItHasToSay)
+TEST_F(SingleInstanceTest, theSecondHandsOverWhatItHasToSayWhateverOthersSay)
 {
     const auto first = start(folder.path());
     SingleInstance second("/data", folder.path());
@@ -64,24 +58,34 @@ TEST_F(SingleInstanceTest, theSecondHandsOverWhatItHasToSay)
     EXPECT_TRUE(second.send(longest));
     EXPECT_THAT(hear(), ElementsAre(longest));
     EXPECT_FALSE(second.send(longest + 'x'));
+    QLocalSocket others[4]; // cut off, too long, far too long, and one that only stays
+    const QByteArray said[] = {"rai", longest + "x\n", longest.repeated(4) + "\n", ""};
+    for (std::size_t i = 0; i < std::size(others); ++i) {
+        others[i].connectToServer(socketPath());
+        ASSERT_TRUE(others[i].waitForConnected(2000));
+        others[i].write(said[i]);
+        others[i].waitForBytesWritten(2000);
+        if (!said[i].isEmpty())
+            others[i].disconnectFromServer();
+    }
+    EXPECT_TRUE(second.send("raise"));
+    EXPECT_THAT(hear(), ElementsAre("raise"));
     ASSERT_TRUE(QFile::remove(socketPath()));
     EXPECT_FALSE(second.send("raise")) << "nobody takes it";
 }
 
-TEST_F(SingleInstanceTest, whatIsCutOffOrTooLongOrNeverComesDoesNotKeepTheNextFromBeingHeard)
+TEST_F(SingleInstanceTest, theNextWaitsForOneThatEndsAndIsNotHeardByIt)
 {
-    const auto first = start(folder.path());
+    auto first = start(folder.path());
     SingleInstance second("/data", folder.path());
-    QLocalSocket silent;
-    say(silent, "");
-    for (const auto& bytes : {QByteArray("rai"), QByteArray(MessageSocket::longestMessage + 1, 'x') + "\n",
-                              QByteArray(4 * MessageSocket::longestMessage, 'x') + "\n"}) {
-        QLocalSocket socket;
-        say(socket, bytes);
-        socket.disconnectFromServer();
-    }
-    EXPECT_TRUE(second.send("raise"));
-    EXPECT_THAT(hear(), ElementsAre("raise"));
+    first->close();
+    EXPECT_FALSE(second.send("raise"));
+    EXPECT_FALSE(second.succeed(1ms));
+    std::thread goes([&] { first.reset(); });
+    EXPECT_TRUE(second.succeed(10s));
+    goes.join();
+    EXPECT_FALSE(SingleInstance("/data", folder.path()).isFirst());
+    EXPECT_TRUE(SingleInstance("/data", folder.filePath("nowhere")).isFirst()) << "where no lock can be";
 }
 
 TEST_F(SingleInstanceTest, oneDataFolderIsOneHoweverItsPathIsSpelledAndOthersDoNotMeet)
@@ -105,48 +109,18 @@ TEST_F(SingleInstanceTest, theNextTakesOverFromOneThatIsGoneOrWasKilled)
     expectTheNextTakesOver();
 }
 
-TEST_F(SingleInstanceTest, oneThatEndsTakesNothingAnyMoreAndHasTheNextWait)
+TEST_F(SingleInstanceTest, withoutASessionTheyMeetWhereOnlyTheUserMayEnterAndNowhereIfALinkIsInItsPlace)
 {
-    auto first = start(folder.path());
-    first->close();
-    SingleInstance second("/data", folder.path());
-    EXPECT_FALSE(second.send("raise"));
-    EXPECT_FALSE(second.succeed(std::chrono::milliseconds(1)));
-    first.reset();
-    EXPECT_TRUE(second.succeed(std::chrono::milliseconds(1)));
-}
-
-TEST_F(SingleInstanceTest, withoutAPlaceForTheLockTheProgramStillStarts)
-{
-    EXPECT_TRUE(SingleInstance("/data", folder.filePath("nowhere")).isFirst());
-}
-
-/// Without a session's runtime folder, and with a folder for temporary files of its own.
-struct SingleInstanceOfUserTest : SingleInstanceTest {
-    const ScopedVariable session{"XDG_RUNTIME_DIR", {}};
-    const ScopedVariable temporary{"TMPDIR", folder.path().toUtf8()};
-    QDir top{folder.path()};
-
-    QString runtimeFolder() const
-    {
-        return top.filePath(top.entryList({"runtime-*"}, QDir::Dirs).value(0, "no folder"));
-    }
-};
-
-TEST_F(SingleInstanceOfUserTest, meetsInAFolderThatOnlyTheUserMayEnter)
-{
-    SingleInstance first("/data"), second("/data");
-    EXPECT_TRUE(first.isFirst());
-    EXPECT_FALSE(second.isFirst());
-    ASSERT_TRUE(QFile::exists(runtimeFolder()));
-    EXPECT_EQ(int(QFile::permissions(runtimeFolder())) & 0x77, 0) << "its group and all others";
-}
-
-TEST_F(SingleInstanceOfUserTest, leavesNothingAnywhereWhenSomebodyPutALinkInPlaceOfThatFolder)
-{
+    const ScopedVariable session("XDG_RUNTIME_DIR", {}), temporary("TMPDIR", folder.path().toUtf8());
+    const QDir top(folder.path());
     const auto before = QDir::currentPath();
-    std::optional<SingleInstance>(std::in_place, "/data").reset(); // makes the folder
-    const auto own = runtimeFolder();
+    {
+        const SingleInstance first("/data"), second("/data");
+        EXPECT_TRUE(first.isFirst());
+        EXPECT_FALSE(second.isFirst());
+    }
+    const auto own = top.filePath(top.entryList({"runtime-*"}, QDir::Dirs).value(0, "no folder"));
+    EXPECT_EQ(int(QFile::permissions(own)) & 0x77, 0) << "its group and all others";
     ASSERT_TRUE(QDir(own).removeRecursively() && top.mkdir("theirs") && top.mkdir("working"));
     ASSERT_TRUE(QFile::link(top.filePath("theirs"), own) && QDir::setCurrent(top.filePath("working")));
     SingleInstance one("/data"), other("/data");

@@ -6,8 +6,6 @@
 
 #include <QTemporaryDir>
 
-#include <gmock/gmock.h>
-
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -23,17 +21,14 @@ namespace {
 TEST(StartRecordTest, aBuildThatTwiceCameToNothingGivesWayToTheOneBeforeUnlessItHasWorked)
 {
     using Record = std::optional<StartRecord>;
-    struct {
-        Record last;
-        std::vector<long long> builds;
-        Launch launch;
-    } const rows[]{{{}, {57, 58}, {.build = 58, .record = StartRecord{58, 1}}},
-                   {StartRecord{58, 1}, {57, 58}, {.build = 58, .record = StartRecord{58, 2}}},
-                   {StartRecord{58, 2}, {9, 57, 58, 60}, {.build = 57, .fellBackFrom = 58}},
-                   {StartRecord{58, 2}, {58}, {.build = 58}},
-                   {StartRecord{58, 0}, {57, 58}, {.build = 58}},
-                   {StartRecord{57, 2}, {57, 58}, {.build = 58, .record = StartRecord{58, 1}}},
-                   {StartRecord{59, 0}, {57, 58}, {.build = 58, .record = StartRecord{58, 1}}}};
+    const std::tuple<Record, std::vector<long long>, Launch> rows[]{
+        {{}, {57, 58}, {.build = 58, .record = StartRecord{58, 1}}},
+        {StartRecord{58, 1}, {57, 58}, {.build = 58, .record = StartRecord{58, 2}}},
+        {StartRecord{58, 2}, {9, 57, 58, 60}, {.build = 57, .fellBackFrom = 58}},
+        {StartRecord{58, 2}, {58}, {.build = 58}},
+        {StartRecord{58, 0}, {57, 58}, {.build = 58}},
+        {StartRecord{57, 2}, {57, 58}, {.build = 58, .record = StartRecord{58, 1}}},
+        {StartRecord{59, 0}, {57, 58}, {.build = 58, .record = StartRecord{58, 1}}}};
     for (const auto& [last, builds, launch] : rows)
         EXPECT_EQ(decideLaunch(58, builds, last), launch) << (last ? last->text() : "none");
 }

@@ -1,19 +1,12 @@
 #include "desktop/Succession.h"
 #include "async/Failure.h"
 #include "desktop/ProgramCopy.h"
-#include "desktop/SingleInstance.h"
 #include "tests/support/Files.h"
-#include "tests/support/LoopFixture.h"
 #include "tests/support/QtPrinting.h"
 #include "tests/support/ScopedVariable.h"
 #include "tests/support/Simulation.h"
 
-#include <QDir>
 #include <QTemporaryDir>
-
-#include <gmock/gmock.h>
-
-#include <thread>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -57,7 +50,9 @@ TEST_F(SuccessionTest, endsWithTheWordOfTheOneThatWasStartedAndOfNoOther)
     EXPECT_FALSE(succession.take(R"({"addresses":[],"token":""})"));
     world.pass(5s);
     EXPECT_EQ(end, std::nullopt);
-    EXPECT_TRUE(succession.take(Successor{.token = token}.message()));
+    const ScopedVariable given("PALVERA_SUCCESSOR", token);
+    EXPECT_TRUE(succession.take(Successor::take()->message()));
+    EXPECT_FALSE(Successor::take()) << "it is taken out of the environment";
     world.pass(100ms);
     EXPECT_EQ(end, "");
 }
@@ -78,40 +73,16 @@ TEST_F(SuccessionTest, oneThatEndsOrStaysSilentForTwentySecondsDidNotStart)
     EXPECT_EQ(end, "The new build did not start.");
 }
 
-TEST(SuccessorTest, takesItsTokenOutOfTheEnvironment)
-{
-    const ScopedVariable given("PALVERA_SUCCESSOR", "abc");
-    ASSERT_TRUE(Successor::take());
-    EXPECT_FALSE(Successor::take());
-}
-
-struct SuccessorInstanceTest : LoopFixture {};
-
-TEST_F(SuccessorInstanceTest, waitsForThePlaceOfTheOneBefore)
-{
-    const QTemporaryDir folder;
-    std::optional<SingleInstance> first(std::in_place, "/data", folder.path());
-    SingleInstance next("/data", folder.path());
-    EXPECT_FALSE(next.succeed(10ms));
-    std::thread goes([&] { first.reset(); });
-    EXPECT_TRUE(next.succeed(10s));
-    goes.join();
-    EXPECT_FALSE(SingleInstance("/data", folder.path()).isFirst());
-}
-
 TEST(ProgramCopyTest, isLookedAfterWhereItsFolderIsThatOfABuild)
 {
-    struct {
-        const char* folder;
-        const char* root;
-    } const rows[]{{"/opt/palvera/builds/57/bin", "/opt/palvera"},
-                   {"/home/a/builds/b/builds/1/bin", "/home/a/builds/b"},
-                   {"/usr/bin", ""},
-                   {"/opt/palvera/builds/57", ""},
-                   {"/opt/palvera/builds/x/bin", ""},
-                   {"/opt/palvera/builds/57/bin/more", ""},
-                   {"/builds/57/bin", ""}};
-    for (const auto& [folder, root] : rows)
+    const std::pair<const char*, const char*> cases[] = {{"/opt/palvera/builds/57/bin", "/opt/palvera"},
+                                                         {"/home/a/builds/b/builds/1/bin", "/home/a/builds/b"},
+                                                         {"/usr/bin", ""},
+                                                         {"/opt/palvera/builds/57", ""},
+                                                         {"/opt/palvera/builds/x/bin", ""},
+                                                         {"/opt/palvera/builds/57/bin/more", ""},
+                                                         {"/builds/57/bin", ""}};
+    for (const auto& [folder, root] : cases)
         EXPECT_EQ(ProgramCopy(folder).root(), root) << folder;
     EXPECT_EQ(ProgramCopy("/usr/bin").launcher(), "");
 }

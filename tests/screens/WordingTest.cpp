@@ -4,8 +4,6 @@
 #include "screens/LocalPath.h"
 #include "tests/support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 

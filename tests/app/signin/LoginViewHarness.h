@@ -3,7 +3,6 @@
 #include "app/signin/LoginView.h"
 
 #include "files/Preferences.h"
-#include "http/TransportError.h"
 #include "localplatform/Platform.h"
 #include "localplatform/SignIn.h"
 #include "service/API.h"
@@ -18,8 +17,6 @@
 #include "support/Simulation.h"
 
 #include <QTemporaryDir>
-
-#include <gmock/gmock.h>
 
 namespace palvera {
 
@@ -50,12 +47,7 @@ struct LoginViewTest : testing::Test {
                     .session = session,
                     .network = path,
                     .doors = {api, browser, passkey}}};
-    std::vector<LoginView::Field> focused;
 
-    LoginViewTest()
-    {
-        QObject::connect(&view, &LoginView::focusWanted, [this](LoginView::Field field) { focused.push_back(field); });
-    }
     ~LoginViewTest() override { world.run(view.close()); }
 
     void open(bool developerDoor = false)
@@ -101,9 +93,9 @@ struct LoginViewTest : testing::Test {
                 all.push_back(each);
         return all;
     }
-    void fail(local::Operation operation, local::Fault fault, int times = 1)
+    void fail(local::Operation operation, local::Fault fault)
     {
-        platform.faults().add({.operation = operation, .times = times, .fault = std::move(fault)});
+        platform.faults().add({.operation = operation, .times = 1, .fault = std::move(fault)});
     }
 };
 

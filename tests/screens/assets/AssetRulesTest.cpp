@@ -43,7 +43,6 @@ TEST(AssetRulesTest, textsCountAndNameWhatTheySpeakOf)
     EXPECT_EQ(dropText(""), "Drop to add to Uploads");
     EXPECT_EQ(dropText("Reels/Night shots/"), "Drop to add to Night shots");
     EXPECT_EQ(leftOutText({}), "");
-    EXPECT_EQ(leftOutText({.folders = {"A"}}), "1 folder was left out: only files can be added. “A”");
     EXPECT_EQ(leftOutText({.folders = {"A", "B"}, .onTheirWay = {"r.mov"}, .objections = {"No."}}),
               "2 folders were left out: only files can be added. “A” and “B”\n“r.mov” is on its way already.\nNo.");
     EXPECT_EQ(leftOutText({.onTheirWay = {"1", "2", "3", "4", "5"}}),

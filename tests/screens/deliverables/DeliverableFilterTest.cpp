@@ -3,8 +3,6 @@
 
 #include "tests/support/QtPrinting.h"
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 

@@ -1,6 +1,7 @@
 #include "screens/panel/TransferRow.h"
 #include "screens/TransferTexts.h"
 #include "screens/panel/Footing.h"
+#include "screens/panel/SpeedTraceShape.h"
 #include "screens/panel/TransferActions.h"
 
 #include "files/FileError.h"
@@ -12,12 +13,11 @@
 #include <QDateTime>
 #include <QMetaEnum>
 
-#include <gmock/gmock.h>
-
 namespace palvera {
 namespace {
 
 using namespace std::chrono_literals;
+using testing::ElementsAre;
 
 const auto now = ManualClock::wallStart;
 const Item::State running = Item::Running{};
@@ -161,37 +161,60 @@ TEST(FootingTest, theWholeIsWhatIsInFlightAndHasASize)
 TEST(TransferActionsTest, areThoseThatItsStateAndItsKindAllow)
 {
     using enum TransferAction::Value;
-    auto with = [](Item of, QString file, Item::Kind kind) {
-        of.file = std::move(file);
-        of.kind = kind;
-        return of;
+    const auto of = [](Item::State state, QString file = {}, Item::Kind kind = Item::Kind::upload) {
+        auto made = item(std::move(state));
+        made.file = std::move(file);
+        made.kind = kind;
+        return made;
     };
-    const auto upload = Item::Kind::upload, download = Item::Kind::download;
+    const auto down = Item::Kind::download;
     auto intoBin = item(running);
     intoBin.target = TransferTarget::Bin{};
     const std::tuple<Item, QList<TransferAction::Value>, TransferAction::Value> cases[] = {
-        {with(item(Item::Waiting{}), "f", upload),
+        {of(Item::Waiting{}, "f"),
          {StartNow, Pause, Stop, ShowInFolder, Open, ShowDeliverable, CopyName},
          ShowDeliverable},
-        {item(Item::Waiting{.why = "No."}), {Pause, Stop, ShowDeliverable, CopyError, CopyName}, ShowDeliverable},
+        {of(Item::Waiting{.why = "x"}), {Pause, Stop, ShowDeliverable, CopyError, CopyName}, ShowDeliverable},
         {intoBin, {Pause, Stop, CopyName}, None},
-        {with(item(running), "f", download), {Pause, Stop, ShowInFolder, ShowDeliverable, CopyName}, ShowDeliverable},
-        {item(Item::Retrying{.message = "No."}),
+        {of(running, "f", down), {Pause, Stop, ShowInFolder, ShowDeliverable, CopyName}, ShowDeliverable},
+        {of(Item::Retrying{.message = "x"}),
          {StartNow, Pause, Stop, ShowDeliverable, CopyError, CopyName},
          ShowDeliverable},
-        {item(Item::Paused{}), {Resume, Stop, ShowDeliverable, CopyName}, Resume},
-        {item(Item::Failed{.message = "No."}), {TryAgain, ShowDeliverable, CopyError, CopyName, Remove}, TryAgain},
-        {item(Item::Stopped{}), {TryAgain, ShowDeliverable, CopyName, Remove}, TryAgain},
-        {with(item(Item::Done{}), "f", upload),
-         {ShowInFolder, Open, ShowDeliverable, CopyName, Remove},
-         ShowDeliverable},
-        {with(item(Item::Done{}), "f", download),
-         {ShowInFolder, Open, ShowDeliverable, CopyName, Remove},
-         ShowInFolder}};
-    for (const auto& [of, actions, main] : cases) {
-        EXPECT_EQ(actionsFor(of), actions) << nameOf(of.state).toStdString();
-        EXPECT_EQ(mainActionFor(of), main) << nameOf(of.state).toStdString();
+        {of(Item::Paused{}), {Resume, Stop, ShowDeliverable, CopyName}, Resume},
+        {of(Item::Failed{.message = "x"}), {TryAgain, ShowDeliverable, CopyError, CopyName, Remove}, TryAgain},
+        {of(Item::Stopped{}), {TryAgain, ShowDeliverable, CopyName, Remove}, TryAgain},
+        {of(Item::Done{}, "f"), {ShowInFolder, Open, ShowDeliverable, CopyName, Remove}, ShowDeliverable},
+        {of(Item::Done{}, "f", down), {ShowInFolder, Open, ShowDeliverable, CopyName, Remove}, ShowInFolder}};
+    for (const auto& [shown, actions, main] : cases) {
+        EXPECT_EQ(actionsFor(shown), actions) << nameOf(shown.state).toStdString();
+        EXPECT_EQ(mainActionFor(shown), main) << nameOf(shown.state).toStdString();
     }
+}
+
+TEST(SpeedTraceShapeTest, thePeakIsNamedInThousandsOrMillions)
+{
+    const std::pair<QList<double>, QString> cases[] = {
+        {{}, "0K"},          {{0, 0}, "0K"},           {{850'000, 3}, "850K"},
+        {{1'000'000}, "1M"}, {{12'400'000, 1}, "12M"}, {{1'500'000}, "2M"}};
+    for (const auto& [samples, text] : cases)
+        EXPECT_EQ(peakText(samples), text);
+}
+
+TEST(SpeedTraceShapeTest, thePeakTouchesTheTopAndWhatIsUnderWayUsesItsShareOfTheWidth)
+{
+    EXPECT_THAT(tracePoints({0, 50, 100}, 1, {200, 34}),
+                ElementsAre(QPointF(0, 33), QPointF(100, 17), QPointF(200, 1)));
+    EXPECT_THAT(tracePoints({0, 0}, 1, {200, 34}), ElementsAre(QPointF(0, 33), QPointF(200, 33)));
+    EXPECT_TRUE(tracePoints({7}, 1, {200, 34}).isEmpty());
+    EXPECT_EQ(tracePoints({1, 1, 1}, 0.5, {200, 34}).last().x(), 100);
+    EXPECT_EQ(tracePoints({1, 1}, 0, {200, 34}).last().x(), 4) << "never less than a fiftieth";
+    EXPECT_EQ(tracePoints({1, 1}, 7, {200, 34}).last().x(), 200);
+}
+
+TEST(SpeedTraceShapeTest, fastIsGreenAndSlowIsRed)
+{
+    for (const auto& [sample, hue] : {std::pair(100.0, 0.33), std::pair(50.0, 0.165), std::pair(0.0, 0.0)})
+        EXPECT_NEAR(traceColor(sample, 100).hsvHueF(), hue, 0.001);
 }
 
 } // namespace

@@ -1,9 +1,15 @@
 #include "controls/DataImage.h"
+#include "controls/SymbolIcon.h"
 #include "tests/support/Screen.h"
 
 #include <gtest/gtest.h>
 
 #include <QBuffer>
+#include <QDir>
+#include <QImage>
+#include <QPainter>
+
+#include <span>
 
 namespace palvera {
 namespace {
@@ -62,6 +68,31 @@ TEST(DataImageTest, showsTheLastAddressThatItWasGiven)
     screen.window().setProperty("address", "");
     EXPECT_EQ(state(), DataImage::Empty);
     EXPECT_NE(screen.window().grabWindow().pixelColor(50, 50), QColor(Qt::red));
+}
+
+int paintedPixels(const QString& name, const QColor& color)
+{
+    SymbolIcon icon;
+    icon.setSize({32, 32});
+    icon.setName(name);
+    icon.setProperty("color", QColor(color));
+    QImage picture(32, 32, QImage::Format_ARGB32);
+    picture.fill(Qt::transparent);
+    QPainter painter(&picture);
+    icon.paint(&painter);
+    auto pixels = std::span(reinterpret_cast<const QRgb*>(picture.constBits()), 32 * 32);
+    return int(std::ranges::count(pixels, color.rgba()));
+}
+
+TEST(SymbolIconTest, drawsEverySymbolInTheColorAskedAndWarnsOfOneThatThereIsNot)
+{
+    Screen screen;
+    auto symbols = QDir(":/palvera/symbols").entryList({"*.svg"});
+    ASSERT_GT(symbols.size(), 20);
+    for (const auto& file : symbols)
+        EXPECT_GT(paintedPixels(file.chopped(4), QColor("#1e90ff")), 10) << file.toStdString();
+    EXPECT_EQ(paintedPixels("no.such.symbol", Qt::red), 0);
+    EXPECT_TRUE(screen.takeWarnings().join(' ').contains("no.such.symbol"));
 }
 
 } // namespace
