@@ -56,15 +56,6 @@ TEST_F(DestinationFileTest, reservesRealRoomAndSaysHowMuchIsMissing)
     EXPECT_EQ(file.identity().size, 0);
 }
 
-TEST_F(DestinationFileTest, keepsOthersOutWhileItIsOpen)
-{
-    {
-        auto file = DestinationFile::open(path);
-        EXPECT_EQ(failureOf([&] { DestinationFile::open(path); }), "“master.mov” is being downloaded already.");
-    }
-    EXPECT_EQ(failureOf([&] { DestinationFile::open(path); }), "");
-}
-
 TEST_F(DestinationFileTest, opensNothingButAnOrdinaryFile)
 {
     ASSERT_TRUE(QFile::link(root.filePath("elsewhere"), root.filePath("link")));
@@ -84,13 +75,6 @@ TEST_F(DestinationFileTest, noticesThatItsNameLeadsElsewhere)
         EXPECT_EQ(failureOf([&] { file.sync(); }), "“master.mov” was moved or removed while it was being downloaded.");
         QFile::remove(path);
     }
-}
-
-TEST_F(DestinationFileTest, isMadeOnlyWhereNothingStands)
-{
-    EXPECT_TRUE(DestinationFile::create(path));
-    EXPECT_FALSE(DestinationFile::create(path));
-    EXPECT_NE(failureOf([&] { DestinationFile::create(root.filePath("no folder/x")); }), "");
 }
 
 } // namespace
