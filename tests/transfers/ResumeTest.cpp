@@ -53,10 +53,10 @@ TEST_F(ResumeTest, whatIsInFlightIsNotInterrupted)
     EXPECT_EQ(interruptedKeys(), QStringList("row-2"));
 }
 
-TEST_F(ResumeTest, whatIsRefusedOrDoubtedAgainCanBeResumedAgain)
+TEST_F(ResumeTest, whatIsRefusedOrDoubtedAgainCanBeResumedAgainAndStillBelongsToItsDeliverable)
 {
-    auto left = journal();
-    makeModel({});
+    auto left = journal("row-1~2"); // which was set aside
+    left.target = TransferTarget::Deliverable{"org", "salt", "row-1"};
     for (const auto& end : {platformSays(403), platformSays(409, "delivery_doubt"), platformSays(403)}) {
         SCOPED_TRACE(describe(end).toStdString());
         uploads.ends = {end};
@@ -65,20 +65,12 @@ TEST_F(ResumeTest, whatIsRefusedOrDoubtedAgainCanBeResumedAgain)
         EXPECT_THAT(interruptedKeys(), IsEmpty());
         world.runUntil([&] { return stateOf(*id) != "running"; });
         world.settle();
-        EXPECT_EQ(interruptedKeys(), QStringList("row-1"));
+        EXPECT_EQ(interruptedKeys(), QStringList("row-1~2"));
     }
-}
-
-TEST_F(ResumeTest, aJournalThatWasSetAsideStillBelongsToItsDeliverable)
-{
-    auto left = journal("row-1~2");
-    left.target = TransferTarget::Deliverable{"org", "salt", "row-1"};
-    uploads.ends = {platformSays(409, "delivery_doubt")};
-    model->resume(left);
-    world.runUntil([&] { return model->doubt().has_value(); });
     model->confirmDoubt();
     world.settle();
     EXPECT_EQ(uploads.requests.back().target, *left.target);
+    EXPECT_TRUE(uploads.requests.back().confirmed);
 }
 
 TEST_F(ResumeTest, findsAFileUnderItsOtherName)
