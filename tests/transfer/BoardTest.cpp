@@ -90,26 +90,23 @@ TEST_F(BoardTest, aPartThatIsOutIsTakenOverWhenItsAnswerTakesLongerThanThreePart
 TEST_F(BoardTest, whereConnectionsBreakFewerAttemptsBeginUntilPartsGetThroughAgain)
 {
     Board board({9, 8, 7, 6, 5, 4, 3, 2, 1}, {}, 10, 90, 4);
-    auto begin = [&] {
+    auto beginAndEnd = [&](bool broken) {
         int begun = 0;
         while (board.mayBeginAttempt())
             ++begun;
-        return begun;
-    };
-    auto allEnd = [&](int begun, bool broken) {
         for (int i = 0; i < begun; ++i)
             board.attemptEnded(broken);
         return begun;
     };
-    EXPECT_EQ(allEnd(begin(), true), 4);
-    EXPECT_EQ(allEnd(begin(), true), 4) << "once may happen to anybody";
-    EXPECT_EQ(allEnd(begin(), true), 1);
-    EXPECT_EQ(allEnd(begin(), true), 1);
+    EXPECT_EQ(beginAndEnd(true), 4);
+    EXPECT_EQ(beginAndEnd(true), 4) << "once may happen to anybody";
+    EXPECT_EQ(beginAndEnd(true), 1);
+    EXPECT_EQ(beginAndEnd(true), 1);
     auto settle = [&](int part, std::chrono::seconds taken) {
         auto sending = send(board, part, 10);
         clock.advance(taken);
         end(board, sending);
-        return allEnd(begin(), false);
+        return beginAndEnd(false);
     };
     EXPECT_EQ(settle(1, 1s), 2);
     EXPECT_EQ(settle(2, 1s), 2);
@@ -158,7 +155,7 @@ TEST(PaceTest, looksBackFiveToTenSeconds)
     EXPECT_EQ(rate(meter.pace(start + 11s, 500)), std::nullopt) << "after it";
 }
 
-TEST(PaceTest, anAttemptCrawlsWhenItsRestTakesLongerThanThreeOfItsKind)
+TEST(PaceTest, tooSlowIsWhatTakesThreeTimesAsLongAsOthersUnlessMostStandStill)
 {
     const std::tuple<qint64, double, double, bool> cases[] = {
         // of 1000 bytes, usually there in 10 s
@@ -167,16 +164,8 @@ TEST(PaceTest, anAttemptCrawlsWhenItsRestTakesLongerThanThreeOfItsKind)
     };
     for (const auto& [left, pace, age, expected] : cases)
         EXPECT_EQ(crawls(left, {.bytesPerSecond = pace, .age = age}, 1000, 100), expected) << left << " " << pace;
-}
-
-TEST(PaceTest, noAnswerIsOverdueWithinTenSeconds)
-{
     EXPECT_FALSE(isOverdue(9s, 1000, 1000));
-    EXPECT_TRUE(isOverdue(10s, 1000, 1000));
-}
-
-TEST(PaceTest, theMedianIsNoneWhereMostStandStill)
-{
+    EXPECT_TRUE(isOverdue(10s, 1000, 1000)) << "an answer that is out, at the earliest";
     EXPECT_EQ(medianPace({}), std::nullopt);
     EXPECT_EQ(medianPace({5}), 5);
     EXPECT_EQ(medianPace({9, 1, 5}), 5);

@@ -32,13 +32,16 @@ struct URLPoolTest : testing::Test {
     QByteArray urlFor(int part) { return world.run(pool.urlFor(part)); }
 };
 
-TEST_F(URLPoolTest, signsSixteenFromTheMissingPartOnAndNeverBeyondTheLast)
+TEST_F(URLPoolTest, signsSixteenFromTheMissingOrForgottenPartOnAndNeverBeyondTheLast)
 {
     EXPECT_EQ(urlFor(20), "https://s/20?try=1");
     EXPECT_EQ(urlFor(35), "https://s/35?try=1");
     EXPECT_EQ(urlFor(36), "https://s/36?try=2");
     EXPECT_EQ(urlFor(95), "https://s/95?try=3");
-    EXPECT_THAT(signings, ElementsAre(std::pair(20, 35), std::pair(36, 51), std::pair(95, 100)));
+    world.run(pool.forget(22));
+    EXPECT_EQ(urlFor(22), "https://s/22?try=4");
+    EXPECT_EQ(urlFor(21), "https://s/21?try=1") << "which nobody forgot";
+    EXPECT_THAT(signings, ElementsAre(std::pair(20, 35), std::pair(36, 51), std::pair(95, 100), std::pair(22, 37)));
 }
 
 TEST_F(URLPoolTest, trustsAnAddressForEightMinutesAndNoLongerThoughNoOtherIsSigned)
@@ -50,15 +53,6 @@ TEST_F(URLPoolTest, trustsAnAddressForEightMinutesAndNoLongerThoughNoOtherIsSign
     unsignedPart = 7;
     EXPECT_EQ(inWords(world.run(outcomeOf(pool.urlFor(7))).failure), "The platform did not sign part 7.");
     EXPECT_EQ(urlFor(8), "https://s/8?try=2");
-}
-
-TEST_F(URLPoolTest, aForgottenAddressAloneIsSignedAfresh)
-{
-    urlFor(1);
-    world.run(pool.forget(5));
-    world.run(pool.forget(77));
-    EXPECT_EQ(urlFor(5), "https://s/5?try=2");
-    EXPECT_EQ(urlFor(4), "https://s/4?try=1");
 }
 
 } // namespace

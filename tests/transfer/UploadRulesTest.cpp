@@ -12,7 +12,7 @@ constexpr qint64 mebibyte = 1 << 20;
 constexpr qint64 budget = 256 * mebibyte;
 constexpr qint64 huge = std::numeric_limits<qint64>::max();
 
-TEST(UploadRulesTest, partsCoverAFileExactlyOrNotAtAll)
+TEST(UploadRulesTest, partsCoverAFileExactlyOrNotAtAllAndAreCompleteTogether)
 {
     using Case = std::array<qint64, 3>; // the size of parts, their count, the size of the file
     for (auto [partSize, partCount, byteSize] : {Case{10, 3, 30}, {10, 3, 21}, {10, 1, 1}, {huge, 1, 10}})
@@ -21,23 +21,15 @@ TEST(UploadRulesTest, partsCoverAFileExactlyOrNotAtAll)
     for (auto [partSize, partCount, byteSize] :
          {emptyLast, {10, 3, 31}, {0, 1, 10}, {-10, -1, 10}, {10, 0, 0}, tooMany})
         EXPECT_FALSE(coversExactly(partSize, partCount, byteSize)) << partSize << ' ' << partCount << ' ' << byteSize;
-}
-
-TEST(UploadRulesTest, lastPartEndsWithTheFile)
-{
     EXPECT_EQ(rangeOfPart(3, 10, 21), (ByteRange{20, 1}));
     EXPECT_EQ(rangeOfPart(9000, budget, 9000 * budget), (ByteRange{8999 * budget, budget})) << "beyond 32 bits";
-}
-
-TEST(UploadRulesTest, isCompleteOnlyWithEveryPart)
-{
     EXPECT_TRUE(isComplete({{1, "a"}, {2, "b"}}, 2));
     for (const auto& done : {ConfirmedParts{{1, "a"}}, {{1, "a"}, {3, "c"}}, {{2, "b"}, {3, "c"}}})
         EXPECT_FALSE(isComplete(done, 2));
     EXPECT_FALSE(isComplete({}, 0));
 }
 
-TEST(UploadRulesTest, lanesKeepWithinTheMemoryBudget)
+TEST(UploadRulesTest, lanesKeepWithinTheMemoryBudgetAndTriesBackOffWithASpread)
 {
     const std::tuple<qint64, std::size_t, int> cases[] = {
         {16 * mebibyte, 3, 3},     {32 * mebibyte, 1000, 8},  {32 * mebibyte + 1, 1000, 7},
@@ -45,10 +37,6 @@ TEST(UploadRulesTest, lanesKeepWithinTheMemoryBudget)
     };
     for (auto [partSize, queued, lanes] : cases)
         EXPECT_EQ(laneCount(8, budget, partSize, queued), lanes) << partSize << " " << queued;
-}
-
-TEST(UploadRulesTest, backsOffWithASpread)
-{
     EXPECT_EQ(backOff(7, 1.2), 36s);
     EXPECT_EQ(backOff(1, 0.8), 800ms);
 }
@@ -112,17 +100,13 @@ TEST(ResumeRulesTest, aJournalFitsTheSameUnchangedFileOnItsWayToTheSamePlace)
         EXPECT_EQ(fitOf(journal, subject), fit) << what;
 }
 
-TEST(ResumeRulesTest, twoRunsAreTheSameUploadOnlyWithTheSameFilePlaceAndPlatform)
+TEST(ResumeRulesTest, twoRunsAreTheSameUploadOnlyWithTheSameFilePlaceAndPlatformAsTheNoteOfOneSays)
 {
     EXPECT_TRUE(isSameUpload(subject, {"/link/a.mov", film, row, "https://one/api"}));
     EXPECT_FALSE(isSameUpload(subject, {"/f/a.mov", sameSecond, row, "https://one/api"}));
     EXPECT_FALSE(isSameUpload(subject, {"/f/a.mov", film, TransferTarget::Bin{"o", {}}, "https://one/api"}));
     EXPECT_FALSE(isSameUpload(subject, {"/f/a.mov", film, row, "https://two/api"}));
     EXPECT_FALSE(isSameUpload(subject, {"/f/b.mov", anotherFile, row, "https://one/api"}));
-}
-
-TEST(ResumeRulesTest, whatIsNoNoteSaysNothing)
-{
     for (const char* text : {"", "{}", "[]", R"({"file":"/a"})"})
         EXPECT_EQ(decodeNote(text), std::nullopt) << text;
 }
