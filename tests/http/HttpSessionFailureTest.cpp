@@ -236,7 +236,7 @@ using Verdict = RequestWatch::Verdict;
 
 constexpr RequestWatch::Moment begun{};
 
-TEST(RequestWatchTest, countsTheIdleLimitFromTheLastMovementAndTheTotalOneFromTheStart)
+TEST(RequestWatchTest, countsIdleFromTheLastMovementAndAllFromTheStartAndLooksJustInTimeForEither)
 {
     RequestWatch watch(60s, 200s, begun);
     EXPECT_EQ(watch.verdict(begun + 60s - 1ns), Verdict::inTime);
@@ -248,11 +248,7 @@ TEST(RequestWatchTest, countsTheIdleLimitFromTheLastMovementAndTheTotalOneFromTh
     EXPECT_EQ(watch.verdict(begun + 199s), Verdict::inTime);
     EXPECT_EQ(watch.verdict(begun + 200s), Verdict::timedOut);
     EXPECT_EQ(RequestWatch(0s, 0s, begun).verdict(begun + 1000h), Verdict::inTime);
-}
-
-TEST(RequestWatchTest, looksEverySecondAtTheLatestAndJustInTimeForALimit)
-{
-    EXPECT_EQ(RequestWatch(0s, 0s, begun).nextLook(begun), begun + 1s);
+    EXPECT_EQ(RequestWatch(0s, 0s, begun).nextLook(begun), begun + 1s) << "every second at the latest";
     EXPECT_EQ(RequestWatch(60s, 0s, begun).nextLook(begun), begun + 1s);
     EXPECT_EQ(RequestWatch(60s, 0s, begun).nextLook(begun + 59'700ms), begun + 60s);
     EXPECT_EQ(RequestWatch(60s, 500ms, begun).nextLook(begun), begun + 500ms);
