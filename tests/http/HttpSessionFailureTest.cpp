@@ -57,8 +57,13 @@ TEST_F(HttpSessionFailureTest, takesNobodysWordWhoHasNotShownHisCertificate)
                   {.authorities = oldStyle.file()});
 }
 
-TEST_F(HttpSessionFailureTest, tellsAProxyThatRefusesFromOneThatCannotHelp)
+TEST_F(HttpSessionFailureTest, usesTheEnvironmentsProxyForOtherMachinesAndTellsWhatItRefusesFromWhatItCannot)
 {
+    LoopbackServer helpful(answering([](const auto& request) { return answer("200 OK", "sees " + request.path()); }));
+    LoopbackServer server(answering(answer("200 OK", "direct")));
+    const ScopedVariable plain("http_proxy", helpful.url(""));
+    EXPECT_EQ(send({.url = "http://far.test/x"}, {.networkPath = m_path}).body, "sees http://far.test/x");
+    EXPECT_EQ(send({.url = server.url("/")}, {.networkPath = m_path}).body, "direct");
     const std::tuple<const char*, Kind, const char*> cases[] = {
         {"403 Forbidden", Kind::proxy, "The proxy refused the connection."},
         {"407 Who Are You", Kind::proxy, "The proxy asks for a name and a password."},
@@ -273,7 +278,7 @@ struct HttpSessionCancellationTest : HttpFixture {
     }
 };
 
-TEST_F(HttpSessionCancellationTest, resetsTheConnectionSoThatNothingGoesOnFlowing)
+TEST_F(HttpSessionCancellationTest, endsAWaitAtOnceAndResetsTheConnectionSoThatNothingGoesOnFlowing)
 {
     Gate underWay(0), reset(0);
     LoopbackServer server([&](Connection& connection) {
@@ -286,17 +291,9 @@ TEST_F(HttpSessionCancellationTest, resetsTheConnectionSoThatNothingGoesOnFlowin
     expectCutOff(HttpSessionOptions::storage(), {.method = "PUT", .url = server.url("/"), .body = patterned(20 << 20)},
                  [&] { return underWay.try_acquire_for(10s); });
     EXPECT_TRUE(reset.try_acquire_for(10s) && reset.try_acquire_for(10s));
-}
-
-TEST_F(HttpSessionCancellationTest, endsALookUpOfANameAtOnce)
-{
     expectCutOff({.networkPath = m_path}, {.url = "http://slow.test/"},
-                 [] { return slowNameAsked.try_acquire_for(10s); });
+                 [] { return slowNameAsked.try_acquire_for(10s); }); // its name is looked up
     slowNameLetGo.release(2);
-}
-
-TEST_F(HttpSessionCancellationTest, waitsNoLongerForANetwork)
-{
     m_path->usable = false;
     expectCutOff({.networkPath = m_path}, {.url = "http://unknown.test/", .idleTimeout = 0ms},
                  [&] { return m_path->waitedFor.try_acquire_for(10s); });

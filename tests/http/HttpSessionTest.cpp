@@ -278,16 +278,7 @@ TEST(NetworkThreadsTest, keepsEachSessionToOneThreadAndSpreadsThem)
     EXPECT_TRUE(threadOf(third) == usual) << "it is the first one's turn again";
 }
 
-TEST_F(HttpSessionTest, usesTheEnvironmentsProxyForOtherMachinesOnly)
-{
-    LoopbackServer proxy(answering([](const Request& request) { return answer("200 OK", "sees " + request.path()); }));
-    LoopbackServer server(answering(answer("200 OK", "direct")));
-    const ScopedVariable variable("http_proxy", proxy.url(""));
-    EXPECT_EQ(send({.url = "http://far.test/x"}, {.networkPath = m_path}).body, "sees http://far.test/x");
-    EXPECT_EQ(send({.url = server.url("/")}, {.networkPath = m_path}).body, "direct");
-}
-
-TEST(HttpAddressTest, onlyWhatCanBeAskedForIsAnAddress)
+TEST(HttpAddressTest, onlyWhatCanBeAskedForIsAnAddressAndOnlyThisMachineIsLoopback)
 {
     for (const char* usable : {"https://storage.example/a%2fb?sig=x+y~z", "http://127.0.0.1:8080/p"})
         EXPECT_TRUE(parseHttpAddress(usable)) << usable;
@@ -295,10 +286,6 @@ TEST(HttpAddressTest, onlyWhatCanBeAskedForIsAnAddress)
                                  "https://host/a b", "https://host/a\r\nX-Evil: 1", "javascript:alert(1)"})
         EXPECT_FALSE(parseHttpAddress(unusable)) << unusable;
     EXPECT_FALSE(parseHttpAddress(QByteArray("https://host/a\0b", 16))) << "the rest would be cut off";
-}
-
-TEST(HttpAddressTest, onlyThisMachineIsLoopback)
-{
     for (const char* here : {"http://localhost/", "http://LOCALHOST:80/", "http://api.localhost/", "http://127.0.0.1/",
                              "http://127.1.2.3:8080/x", "http://[::1]/"})
         EXPECT_TRUE(parseHttpAddress(here)->loopback) << here;
