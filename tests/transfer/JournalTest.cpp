@@ -31,7 +31,7 @@ Journal decodeWith(const QString& key, const QJsonValue& value)
     return decodeJournal(QJsonDocument(object).toJson());
 }
 
-TEST(JournalTest, isWrittenInTheFormThatEveryVersionReads)
+TEST(JournalTest, isWrittenInTheFormThatEveryVersionReadsAndKeepsNamesInTheirPlacesOfAnAddress)
 {
     for (const auto& text : {bare, full})
         EXPECT_EQ(jsonObject(encodeJournal(decodeJournal(text))), jsonObject(text));
@@ -40,10 +40,6 @@ TEST(JournalTest, isWrittenInTheFormThatEveryVersionReads)
     EXPECT_EQ(sample().destination(), TransferTarget(TransferTarget::Bin{"org", "folder"}));
     EXPECT_EQ(decodeJournal(bare).destination(),
               TransferTarget(TransferTarget::Deliverable{"org", "project", "row-1"}));
-}
-
-TEST(TransferTargetTest, staysWhatItIsInAJournalAndKeepsItsNamesInTheirPlacesOfAnAddress)
-{
     for (const char* text : {R"({"deliverable":{"orgId":"o","projectId":"p","deliverableId":"d"}})",
                              R"({"bin":{"orgId":"o"}})", R"({"bin":{"orgId":"o","folder":""}})"})
         EXPECT_EQ(TransferTarget::fromJson(jsonObject(text)).toJson(), jsonObject(text));
@@ -127,19 +123,13 @@ struct JournalStoreTest : testing::Test {
     QStringList files() const { return entriesOf(home.filePath("Palvera/Uploads")); }
 };
 
-TEST_F(JournalStoreTest, keepsOneFileAJournalAndNothingElseBesideIt)
+TEST_F(JournalStoreTest, keepsOneFileAJournalSkipsStrayOnesAndLosesNoneToASaveThatFails)
 {
     store.saveJournal(further);
     EXPECT_THAT(files(), ElementsAre("row-1.json"));
     EXPECT_EQ(store.loadJournal("row-1"), further);
     const QFile file(store.journalFolder() + "/row-1.json");
     EXPECT_EQ(file.permissions() & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
-    store.removeJournal("row-1");
-    EXPECT_EQ(store.loadJournal("row-1"), std::nullopt);
-}
-
-TEST_F(JournalStoreTest, strayFilesAreSkippedAndLeftInPlace)
-{
     put("notes.txt", "hello");
     put("half.json", full.left(40));
     put("copy.json", full);
@@ -147,25 +137,22 @@ TEST_F(JournalStoreTest, strayFilesAreSkippedAndLeftInPlace)
     EXPECT_EQ(store.loadJournals().size(), 2u) << "the journal and its copy, which speaks for the same key";
     EXPECT_EQ(store.loadJournal("copy"), std::nullopt);
     EXPECT_EQ(files().size(), 5);
+    ASSERT_TRUE(QDir().rename(home.filePath("Palvera/Staging"), home.filePath("Palvera/away")));
+    put("../Staging", "a file where the staging folder should be");
+    EXPECT_THROW(store.saveJournal(sample()), FileError);
+    EXPECT_EQ(store.loadJournal("row-1"), further);
+    store.removeJournal("row-1");
+    EXPECT_EQ(store.loadJournal("row-1"), std::nullopt);
 }
 
 TEST_F(JournalStoreTest, aKeyThatLeavesTheFolderIsRefused)
 {
-    Journal evil = sample();
-    evil.key = "../evil";
-    EXPECT_THROW(store.saveJournal(evil), FileError);
+    further.key = "../evil";
+    EXPECT_THROW(store.saveJournal(further), FileError);
     EXPECT_FALSE(QFile::exists(home.filePath("Palvera/evil.json")));
     put("../outside.json", "keep");
     store.removeJournal("../outside");
     EXPECT_TRUE(QFile::exists(home.filePath("Palvera/outside.json")));
-}
-
-TEST_F(JournalStoreTest, aSaveThatFailsLosesNoEarlierJournal)
-{
-    ASSERT_TRUE(QDir().rename(home.filePath("Palvera/Staging"), home.filePath("Palvera/away")));
-    put("../Staging", "a file where the staging folder should be");
-    EXPECT_THROW(store.saveJournal(further), FileError);
-    EXPECT_EQ(store.loadJournal("row-1"), sample());
 }
 
 TEST_F(JournalStoreTest, aJournalThatIsSetAsideLivesOnUnderAnotherKey)
