@@ -111,22 +111,7 @@ TEST_F(InterruptedDownloadsTest, whatHasNotBegunYetIsNotForgotten)
     EXPECT_EQ(list.findDownload(next.key()), nullptr);
 }
 
-TEST_F(InterruptedDownloadsTest, whatTheUserRemovedIsForgottenUnlessItsDiskIsAway)
-{
-    const auto entries = [this] { return entriesOf(disk.filePath("Palvera/Downloads")).size(); };
-    downloadAChunk();
-    model->cutOff();
-    world.settle();
-    QDir().rename(downloadsFolder, disk.filePath("away"));
-    world.run(model->interrupted().load());
-    EXPECT_THAT(interruptedPaths(), IsEmpty());
-    EXPECT_EQ(entries(), 1);
-    QDir().mkpath(downloadsFolder);
-    world.run(model->interrupted().load());
-    EXPECT_EQ(entries(), 0);
-}
-
-TEST_F(InterruptedDownloadsTest, discardingRemovesWhatIsThereAndNoOtherFile)
+TEST_F(InterruptedDownloadsTest, whatIsDiscardedOrRemovedIsForgottenUnlessItsDiskIsAwayAndNoOtherFileGoes)
 {
     for (bool isReplaced : {false, true}) {
         downloadAChunk();
@@ -142,6 +127,16 @@ TEST_F(InterruptedDownloadsTest, discardingRemovesWhatIsThereAndNoOtherFile)
         EXPECT_EQ(QFile::exists(path()), isReplaced);
         EXPECT_THAT(interruptedPaths(), IsEmpty());
         EXPECT_THAT(entriesOf(disk.filePath("Palvera/Downloads")), IsEmpty());
+        QFile::remove(path());
+    }
+    downloadAChunk();
+    model->cutOff();
+    world.settle();
+    for (bool isAway : {true, false}) { // the disk, or what the user removed from it
+        isAway ? QDir().rename(downloadsFolder, disk.filePath("away")) : QDir().mkpath(downloadsFolder);
+        world.run(model->interrupted().load());
+        EXPECT_THAT(interruptedPaths(), IsEmpty());
+        EXPECT_EQ(entriesOf(disk.filePath("Palvera/Downloads")).size(), isAway);
     }
 }
 

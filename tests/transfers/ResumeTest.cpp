@@ -39,20 +39,6 @@ TEST_F(ResumeTest, listsWhatAnEarlierRunLeftAndGoesOnWithItOnce)
     EXPECT_EQ(announced, 2);
 }
 
-TEST_F(ResumeTest, whatIsInFlightIsNotInterrupted)
-{
-    auto id = addUpload();
-    journal();
-    journal("row-2");
-    world.run(model->interrupted().load());
-    EXPECT_EQ(interruptedKeys(), QStringList("row-2"));
-    EXPECT_EQ(model->resume(*journals.loadJournal("row-1")), std::nullopt);
-    model->stop(id);
-    EXPECT_EQ(interruptedKeys(), QStringList("row-2")) << "it is being given up";
-    world.settle();
-    EXPECT_EQ(interruptedKeys(), QStringList("row-2"));
-}
-
 TEST_F(ResumeTest, whatIsRefusedOrDoubtedAgainCanBeResumedAgainAndStillBelongsToItsDeliverable)
 {
     auto left = journal("row-1~2"); // which was set aside

@@ -51,7 +51,7 @@ TEST_F(SignInsTest, whatIsRefusedWaitsForItsUserAtItsServiceAndGoesOnByItself)
     EXPECT_EQ(downloads.requests[2].destination, downloads.requests[0].destination) << "into another file";
 }
 
-TEST_F(SignInsTest, aRefusalOfAUserWhomThePlatformKnowsStandsTheSecondTime)
+TEST_F(SignInsTest, aRefusalStandsTheSecondTimeWhereThePlatformKnowsTheUserAndAtOnceWhereNobodyCanSignIn)
 {
     isKnown = true;
     for (auto kind : kinds) {
@@ -60,11 +60,8 @@ TEST_F(SignInsTest, aRefusalOfAUserWhomThePlatformKnowsStandsTheSecondTime)
         const auto refused = begin(kind, {platformSays(401), platformSays(401)});
         EXPECT_EQ(stateAfter(refused, 5s), "failed: The platform says 401.");
     }
-}
-
-TEST_F(SignInsTest, nobodyWaitsWhereNobodyCanSignIn)
-{
-    account.reset();
+    account.reset(); // nobody can sign in
+    isKnown = false;
     for (auto kind : kinds)
         EXPECT_EQ(stateAfter(begin(kind, {platformSays(401)}), 2s), "failed: The platform says 401.");
 }

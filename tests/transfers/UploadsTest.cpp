@@ -29,9 +29,16 @@ TEST_F(UploadsTest, theEngineDecidesHowItEndsAndOnlyARowIsToldOfAFailure)
         auto id = intoBin ? addBinUploads({.files = {file("a.mov")}, .orgId = "org"}).at(0) : addUpload();
         runUntilState(id, state);
         world.settle();
+        model->stop(id);
+        EXPECT_EQ(stateOf(id), state) << "what is over cannot be stopped";
         EXPECT_EQ(client.requests().size() - before, reports) << state;
         EXPECT_FALSE(sleep.held) << state;
     }
+    EXPECT_EQ(model->activeItem("row-1"), std::nullopt);
+    model->clearFinished();
+    uploads.requests.at(0).onProgress({.sent = 2, .total = 2});
+    world.settle();
+    EXPECT_THAT(model->items(), IsEmpty()) << "a report that comes late brings nothing back";
     EXPECT_EQ(model->uploadsFinished(), 2);
     EXPECT_EQ(model->doubt(), std::nullopt);
     EXPECT_THAT(asked(), Each(std::string(stopReport)));
@@ -153,6 +160,8 @@ TEST_F(UploadsTest, anUploadUnderTheKeyOfOneThatIsGivenUpWaitsForThat)
     auto third = addUpload();
     world.settle();
     EXPECT_EQ(uploads.requests.size(), 1u) << "it would lose its journal to the first one";
+    world.run(model->interrupted().load());
+    EXPECT_THAT(interruptedKeys(), IsEmpty()) << "it is being given up";
     model->stop(second);
     model->stop(third);
     auto fourth = addUpload();
@@ -221,26 +230,6 @@ TEST_F(UploadsTest, theBinTakesFilesNotFoldersAndNoneTwice)
     EXPECT_EQ(addBinUploads({.files = {files[0]}, .orgId = "org", .folder = "Reel/"}).size(), 1);
 }
 
-TEST_F(UploadsTest, whatMovesAndWhatIsOverAreToldApart)
-{
-    uploads.ends = {nullptr};
-    auto first = addUpload();
-    runUntilState(first, "done");
-    model->stop(first);
-    EXPECT_EQ(stateOf(first), "done") << "what is over cannot be stopped";
-    auto second = addUpload();
-    auto third = addUpload();
-    EXPECT_EQ(model->activeItem("row-1")->id, second);
-    EXPECT_EQ(model->inFlight().size(), 2u);
-    model->clearFinished();
-    uploads.requests.at(0).onProgress({.sent = 2, .total = 2});
-    world.settle();
-    EXPECT_EQ(model->find(first), nullptr) << "a report that comes late brings nothing back";
-    EXPECT_EQ(model->items().at(1).id, third);
-    model->stop(third);
-    EXPECT_EQ(stateOf(third), "stopped") << "found where it has moved to";
-}
-
 TEST_F(UploadsTest, whatIsUnderWayEndsQuietlyOnceTheModelIsGone)
 {
     journal();
@@ -262,7 +251,7 @@ TEST_F(UploadsTest, whatIsUnderWayEndsQuietlyOnceTheModelIsGone)
     EXPECT_TRUE(journals.loadJournal("row-1")) << "the end of the program gives nothing up";
 }
 
-TEST(RetryRulesTest, onlyAnAnswerThatRefusesIsFinal)
+TEST(RetryRulesTest, onlyAnAnswerThatRefusesIsFinalAndOnlyItsExactCodeMakesADoubt)
 {
     const std::pair<qint64, bool> table[] = {{0, true},    {400, false}, {401, false}, {403, false}, {408, true},
                                              {409, false}, {429, true},  {499, false}, {500, true},  {599, true}};
@@ -274,13 +263,9 @@ TEST(RetryRulesTest, onlyAnAnswerThatRefusesIsFinal)
                   kind != Kind::proxy && kind != Kind::untrusted);
     EXPECT_TRUE(isRetryable(std::make_exception_ptr(FileError("no"))));
     EXPECT_TRUE(isRetryable(std::make_exception_ptr(std::runtime_error("no"))));
-}
-
-TEST(RetryRulesTest, onlyItsExactCodeMakesADoubt)
-{
-    const std::pair<std::optional<QString>, bool> table[] = {
+    const std::pair<std::optional<QString>, bool> codes[] = {
         {"delivery_doubt", true}, {"delivery_doubts", false}, {"Delivery_Doubt", false}, {{}, false}};
-    for (const auto& [code, doubts] : table)
+    for (const auto& [code, doubts] : codes)
         EXPECT_EQ(isDeliveryDoubt(std::make_exception_ptr(APIError(409, "no", code))), doubts)
             << code.value_or("none").toStdString();
     EXPECT_FALSE(isDeliveryDoubt(std::make_exception_ptr(FileError("delivery_doubt"))));
