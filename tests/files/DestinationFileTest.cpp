@@ -56,13 +56,15 @@ TEST_F(DestinationFileTest, reservesRealRoomAndSaysHowMuchIsMissing)
     EXPECT_EQ(file.identity().size, 0);
 }
 
-TEST_F(DestinationFileTest, opensNothingButAnOrdinaryFile)
+TEST_F(DestinationFileTest, opensNothingButAnOrdinaryFileAndMakesOneOnlyWhereNothingStands)
 {
     ASSERT_TRUE(QFile::link(root.filePath("elsewhere"), root.filePath("link")));
     ASSERT_EQ(::mkfifo(QFile::encodeName(root.filePath("pipe")).constData(), 0600), 0);
     for (const char* name : {"link", "pipe", "", "no folder/x"})
         EXPECT_NE(failureOf([&] { DestinationFile::open(root.filePath(name)); }), "") << name;
     EXPECT_FALSE(QFile::exists(root.filePath("elsewhere")));
+    EXPECT_TRUE(DestinationFile::create(path));
+    EXPECT_FALSE(DestinationFile::create(path)) << "somebody was quicker";
 }
 
 TEST_F(DestinationFileTest, noticesThatItsNameLeadsElsewhere)
