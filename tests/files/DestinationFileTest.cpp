@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 using DestinationFileTest = FileFixture;
 
-TEST_F(DestinationFileTest, holdsZerosUntilItIsWritten)
+TEST_F(DestinationFileTest, holdsZerosUntilItIsWrittenInRoomThatIsReservedOrSaysHowMuchIsMissing)
 {
     auto file = DestinationFile::open(path);
     file.reset(8);
@@ -24,6 +24,14 @@ TEST_F(DestinationFileTest, holdsZerosUntilItIsWritten)
     file.writeAt(0, std::string_view("ab"));
     EXPECT_EQ(readFile(path), QByteArray("ab\0\0ef", 6));
     EXPECT_EQ(file.identity().size, 6);
+    constexpr qint64 size = 3 << 20;
+    file.reset(size);
+    struct stat status{};
+    ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
+    EXPECT_GE(status.st_blocks * 512, size);
+    EXPECT_THAT(failureOf([&] { file.reset(1LL << 60); }),
+                HasSubstr("There is not enough room for “master.mov”: it needs 1152921.5 TB, and "));
+    EXPECT_EQ(file.identity().size, 0);
 }
 
 TEST_F(DestinationFileTest, syncPutsWhatWasWrittenOnTheDiskOrFails)
@@ -41,19 +49,6 @@ TEST_F(DestinationFileTest, syncPutsWhatWasWrittenOnTheDiskOrFails)
                   }),
                   "“master.mov” cannot be written: Input/output error.");
     }
-}
-
-TEST_F(DestinationFileTest, reservesRealRoomAndSaysHowMuchIsMissing)
-{
-    constexpr qint64 size = 3 << 20;
-    auto file = DestinationFile::open(path);
-    file.reset(size);
-    struct stat status{};
-    ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
-    EXPECT_GE(status.st_blocks * 512, size);
-    EXPECT_THAT(failureOf([&] { file.reset(1LL << 60); }),
-                HasSubstr("There is not enough room for “master.mov”: it needs 1152921.5 TB, and "));
-    EXPECT_EQ(file.identity().size, 0);
 }
 
 TEST_F(DestinationFileTest, opensNothingButAnOrdinaryFileAndMakesOneOnlyWhereNothingStands)

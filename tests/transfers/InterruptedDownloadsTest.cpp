@@ -103,9 +103,7 @@ TEST_F(InterruptedDownloadsTest, whatHasNotBegunYetIsNotForgotten)
     client.handler = [](const HttpRequest&) {
         return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/a"})"};
     };
-    const auto again = model->resume(next);
-    EXPECT_EQ(interruptedPaths().size(), 1);
-    runUntilState(again, "done");
+    runUntilState(model->resume(next), "done");
     world.settle();
     EXPECT_EQ(interruptedPaths().size(), 1);
     EXPECT_EQ(list.findDownload(next.key()), nullptr);
