@@ -8,6 +8,13 @@ namespace palvera {
 namespace {
 
 struct InterruptedDownloadsTest : TransfersTest {
+    InterruptedDownloadsTest()
+    {
+        client.handler = [](const HttpRequest&) {
+            return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/a"})"};
+        };
+    }
+
     /// Downloads "a.mov", of which a chunk arrives before it ends as the script says.
     QUuid downloadAChunk()
     {
@@ -64,9 +71,6 @@ TEST_F(InterruptedDownloadsTest, whatWasCutOffOrFailedIsListedUntilItIsGoneOnWit
     ASSERT_EQ(interruptedPaths(), QStringList(path()));
     const auto found = model->interrupted().downloads().front();
     EXPECT_EQ(found.received, 4);
-    client.handler = [](const HttpRequest&) {
-        return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/a"})"};
-    };
     const auto runs = downloads.requests.size();
     const auto id = model->resume(found.download);
     EXPECT_THAT(interruptedPaths(), IsEmpty());
@@ -100,9 +104,6 @@ TEST_F(InterruptedDownloadsTest, whatHasNotBegunYetIsNotForgotten)
     EXPECT_EQ(interruptedPaths().size(), 2);
     const auto next = list.downloads().at(0).download;
     downloads.ends = {nullptr};
-    client.handler = [](const HttpRequest&) {
-        return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/a"})"};
-    };
     runUntilState(model->resume(next), "done");
     world.settle();
     EXPECT_EQ(interruptedPaths().size(), 1);

@@ -15,12 +15,14 @@ using testing::UnorderedElementsAre;
 
 using ResumeTest = TransfersTest;
 
-TEST_F(ResumeTest, listsWhatAnEarlierRunLeftAndGoesOnWithItOnce)
+TEST_F(ResumeTest, listsWhatAnEarlierRunLeftAndGoesOnWithItOnceUnderWhateverName)
 {
     auto intoBin = journal("bin-1");
     intoBin.target = TransferTarget::Bin{.orgId = "org", .folder = "Reel/"};
     journals.saveJournal(intoBin);
     auto toRow = journal();
+    intoBin.bookmark = toRow.bookmark = bookmark::make(toRow.filePath);
+    QDir(disk.path()).rename("master.mov", "final.mov");
     makeModel({});
     EXPECT_THAT(interruptedKeys(), UnorderedElementsAre("bin-1", "row-1"));
     EXPECT_THAT(uploads.requests, IsEmpty()) << "nothing is resumed by itself";
@@ -35,6 +37,9 @@ TEST_F(ResumeTest, listsWhatAnEarlierRunLeftAndGoesOnWithItOnce)
         world.settle();
         EXPECT_EQ(uploads.requests.back().target, left.destination());
         EXPECT_EQ(uploads.requests.back().key, left.key);
+        EXPECT_EQ(uploads.requests.back().file, left.filePath) << "under which nothing else may be sent afresh";
+        EXPECT_EQ(uploads.requests.back().bookmark, left.bookmark);
+        EXPECT_EQ(model->find(*id)->name, "final.mov");
     }
     EXPECT_EQ(announced, 2);
 }
@@ -57,18 +62,6 @@ TEST_F(ResumeTest, whatIsRefusedOrDoubtedAgainCanBeResumedAgainAndStillBelongsTo
     world.settle();
     EXPECT_EQ(uploads.requests.back().target, *left.target);
     EXPECT_TRUE(uploads.requests.back().confirmed);
-}
-
-TEST_F(ResumeTest, findsAFileUnderItsOtherName)
-{
-    auto left = journal();
-    left.bookmark = bookmark::make(left.filePath);
-    QDir(disk.path()).rename("master.mov", "final.mov");
-    auto id = model->resume(left);
-    world.settle();
-    EXPECT_EQ(uploads.requests.at(0).file, left.filePath) << "under which nothing else may be sent afresh";
-    EXPECT_EQ(uploads.requests.at(0).bookmark, left.bookmark);
-    EXPECT_EQ(model->find(*id)->name, "final.mov");
 }
 
 TEST_F(ResumeTest, aStopDoesNotDiscardWhatAnotherProcessHasGoneOnWith)
