@@ -176,17 +176,14 @@ TEST_F(HttpSessionFailureTest, refusesABodyBeyondItsLimitOrTheRoomOfItsSinkAndKe
 
 TEST_F(HttpSessionFailureTest, endsWithWhatTheBodysSourceOrSinkThrows)
 {
-    struct : BodySource, BodySink {
-        qint64 size() const override { return 1'000'000; }
+    struct : Bytes {
+        using Bytes::Bytes;
         std::size_t read(qint64 offset, std::span<char> into) override
         {
-            if (offset >= 500'000)
-                throw FileError("The disk was pulled out.");
-            return std::min<std::size_t>(into.size(), 100'000);
+            return offset < 500'000 ? Bytes::read(offset, into) : throw FileError("The disk was pulled out.");
         }
-        qint64 room() const override { return 10; }
         void take(std::span<const char>) override { throw FileError("The disk was pulled out."); }
-    } pulledOut;
+    } pulledOut(patterned(1'000'000), 10);
     LoopbackServer server(answering(answer("200 OK", "0123456789")));
     EXPECT_THROW(send({.method = "PUT", .url = server.url("/"), .source = &pulledOut}), FileError);
     EXPECT_THROW(send({.url = server.url("/"), .sink = &pulledOut}), FileError);
