@@ -77,7 +77,7 @@ TEST(JournalTest, refusesWhatIsNoJournal)
         EXPECT_THROW(decodeJournal(text), DecodingError) << text;
 }
 
-TEST(JournalTest, keysNameFilesInTheFolderOnly)
+TEST(JournalTest, keysNameFilesInTheFolderOnlyAndThoseOfTheBinTellFoldersApart)
 {
     const std::pair<QString, QString> usable[] = {{"row-1", "row-1.json"},
                                                   {"ünï", "ünï.json"},
@@ -93,10 +93,6 @@ TEST(JournalTest, keysNameFilesInTheFolderOnly)
          {QString(), QString("."), QString(".."), QString("../a"), QString("/etc/passwd"), QString("a//b"),
           QString("a/./b"), QString("a/"), QString(251, 'x'), QString(126, QChar(0xfc))})
         EXPECT_FALSE(isUsableKey(other)) << other.toStdString();
-}
-
-TEST(JournalTest, binKeysTellFoldersApartAndFindTheSameFileAgain)
-{
     // Worked out with another program.
     EXPECT_EQ(binJournalKey("org", "Masters/ü", "/films/a.mov"), "bin-72fbfcf28643dbf8");
     EXPECT_EQ(binJournalKey("", std::nullopt, ""), "bin-8e34c07b581a8a5");
