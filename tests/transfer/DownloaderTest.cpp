@@ -146,7 +146,7 @@ TEST_F(DownloaderTest, bringsAFileOfAnyLengthDownWholeAndKeepsOthersOutMeanwhile
     expectWholeAfter(1);
 }
 
-TEST_F(DownloaderTest, startsNoWaveOfEightBeforeTheSlowestChunkOfTheLastIsThere)
+TEST_F(DownloaderTest, startsNoWaveOfEightBeforeTheSlowestChunkOfTheLastIsThereAndSaysOnceASecondWhatIs)
 {
     storage.content = patterned(10 * chunk);
     storage.spoil = [refused = 0](const auto& range, auto& answer) mutable {
@@ -157,6 +157,15 @@ TEST_F(DownloaderTest, startsNoWaveOfEightBeforeTheSlowestChunkOfTheLastIsThere)
     EXPECT_THAT(life->ranges.mid(8),
                 ElementsAre("bytes=3000-3999", "bytes=3000-3999", "bytes=8000-8999", "bytes=9000-9999"));
     EXPECT_EQ(life->world.clock.elapsed(), 100ms + (100ms + 1s + 100ms + 2s + 100ms) + 100ms);
+    const DownloadProgress none{.total = 10 * chunk}, all{.received = 10 * chunk, .total = 10 * chunk};
+    auto some = none;
+    some.received = 7 * chunk;
+    some.bytesPerSecond = 7 * chunk; // in the first second
+    some.trouble = Trouble{"Storage answered 503 on a chunk.", 2};
+    auto stuck = some;
+    stuck.bytesPerSecond = 0;
+    stuck.trouble->attempt = 3;
+    EXPECT_EQ(life->progress, (std::vector{none, some, stuck, stuck, all}));
     expectWhole();
 }
 
@@ -182,19 +191,6 @@ TEST_F(DownloaderTest, aChunkThatCrawlsIsFetchedByALaneThatIsDone)
     EXPECT_LT(life->world.clock.elapsed(), 2s + (2s + 300ms + 2s) + 2s);
     EXPECT_EQ(life->ranges.count("bytes=3000-3999"), 1);
     expectWhole();
-}
-
-TEST_F(DownloaderTest, reportsWhatIsHereOnceASecond)
-{
-    storage.content = patterned(24 * chunk - 400);
-    storage.latency = [](auto) { return 600ms; };
-    EXPECT_EQ(download(), "");
-    const auto total = storage.content.size();
-    const auto& progress = life->progress;
-    ASSERT_EQ(progress.size(), 3U);
-    EXPECT_EQ(progress[0], (DownloadProgress{.received = 0, .total = total}));
-    EXPECT_EQ(progress[1], (DownloadProgress{.received = 8 * chunk, .total = total, .bytesPerSecond = 8 * chunk}));
-    EXPECT_EQ(progress[2], (DownloadProgress{.received = total, .total = total}));
 }
 
 TEST_F(DownloaderTest, goesOnFromARecordThatFitsAndStartsOverFromAnyOther)
