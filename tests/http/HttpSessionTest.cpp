@@ -321,19 +321,14 @@ TEST(RedirectsTest, anAnswerLeadsOnWhereItsStatusAndItsAddressSaySo)
             << status << " " << location;
 }
 
-struct FollowingTest : testing::Test {
+TEST(FollowingTest, goesOnFiveTimesWithinTheTimeThatThereIsForAllOfItToAllowedAddressesAlone)
+{
     Simulation world;
     FakeHttpClient client{world.clock};
-
-    HttpResponse get(const QByteArray& url)
-    {
+    const auto get = [&](const QByteArray& url) {
         return world.run(sendFollowing(client, world.clock, {.url = url, .totalTimeout = 15s},
                                        [](const QByteArray& each) { return each.startsWith("https:"); }));
-    }
-};
-
-TEST_F(FollowingTest, goesOnFiveTimesWithinTheTimeThatThereIsForAllOfItToAllowedAddressesAlone)
-{
+    };
     client.latency = 2s;
     client.handler = [](const HttpRequest& request) -> HttpResponse { // each leads to the one below, 0 to none
         const int left = request.url.mid(request.url.lastIndexOf('/') + 1).toInt();

@@ -138,36 +138,26 @@ TEST(UploaderTest, aStopAmongPartsInABackOffOrInTheCompletionCutsAllOffAtOnceAnd
         }
 }
 
-/// Another program that sends the master, or something else, to the picture master's row.
-struct Elsewhere {
-    LockFile lock;
-
-    explicit Elsewhere(const Delivery& delivery) : lock(delivery.journals.lockOf(pictureMaster.deliverableId))
-    {
-        EXPECT_EQ(lock.tryLock(), LockFile::Outcome::taken);
-    }
-    void say(const QString& path, bool isDone = false) const
-    {
-        const UploadSubject subject{path, identityOf(path).value(), pictureMaster, "http://platform.test/api/"};
-        lock.setNote(encodeNote({.subject = subject, .isDone = isDone}));
-    }
-};
-
 TEST(UploadClaimTest, aFileThatIsBeingSentAlreadyIsWaitedForAndAnotherIsRefused)
 {
     for (bool isDone : {true, false}) {
         Delivery delivery;
         Life life(delivery);
-        std::optional<Elsewhere> other(delivery);
-        other->say(delivery.disk.filePath("."));
+        std::optional other(delivery.journals.lockOf(pictureMaster.deliverableId)); // that of another program
+        ASSERT_EQ(other->tryLock(), LockFile::Outcome::taken);
+        const auto say = [&](const QString& path, bool hasSent) {
+            const UploadSubject subject{path, identityOf(path).value(), pictureMaster, "http://platform.test/api/"};
+            other->setNote(encodeNote({.subject = subject, .isDone = hasSent}));
+        };
+        say(delivery.disk.filePath("."), false);
         EXPECT_EQ(life.send(), "“.” is on its way there already.");
-        other->say(delivery.path());
+        say(delivery.path(), false);
         life.world.start(life.sending());
         life.world.run(life.world.clock.sleep(60s));
         ASSERT_THAT(life.remarks, ElementsAre("This file is being sent already. Waiting for that."));
         EXPECT_THAT(life.network.seen(), IsEmpty());
         if (isDone)
-            other->say(delivery.path(), true);
+            say(delivery.path(), true);
         other.reset();
         EXPECT_EQ(life.end(), "");
         EXPECT_EQ(life.network.seen().empty(), isDone) << "nothing is sent twice";

@@ -18,10 +18,6 @@ struct SignInsTest : TransfersTest {
         (kind == Item::Kind::upload ? uploads.ends : downloads.ends) = std::move(ends);
         return kind == Item::Kind::upload ? addUpload() : addDownload();
     }
-    std::size_t runs(Item::Kind kind) const
-    {
-        return kind == Item::Kind::upload ? uploads.requests.size() : downloads.requests.size();
-    }
     std::string stateAfter(const QUuid& id, std::chrono::seconds time)
     {
         world.pass(time);
@@ -42,7 +38,7 @@ TEST_F(SignInsTest, whatIsRefusedWaitsForItsUserAtItsServiceAndGoesOnByItself)
                 account = other;
                 EXPECT_EQ(stateAfter(id, 100s), waiting);
             }
-            EXPECT_EQ(runs(kind), times);
+            EXPECT_EQ(kind == Item::Kind::upload ? uploads.requests.size() : downloads.requests.size(), times);
             account = ada;
         }
         EXPECT_EQ(stateAfter(id, 5s), "done");
