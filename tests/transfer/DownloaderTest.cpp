@@ -321,15 +321,6 @@ TEST_F(DownloaderTest, finishesTheWaveThatRunsWhenItIsStopped)
     expectWholeAfter(4);
 }
 
-TEST_F(DownloaderTest, writesOverWhatAnAnswerLeftThatWasCutOff)
-{
-    storage.spoil = [cutOff = 0](const auto& range, auto& answer) mutable {
-        if (range == "bytes=1000-1999" && ++cutOff <= 2)
-            answer.body = QByteArray(cutOff == 1 ? 999 : 600, 'x');
-    };
-    expectWholeAfter(6);
-}
-
 TEST_F(DownloaderTest, losesNothingWhenItDiesAtAnyRecord)
 {
     storage.content = patterned(20 * chunk + 7);

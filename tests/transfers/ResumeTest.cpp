@@ -171,7 +171,6 @@ TEST_F(ResumeTest, signingOutCutsOffAndEmptiesEverythingAndOnlyTheSameUserFindsI
     model->followAccount();
     world.settle();
     EXPECT_THAT(model->items(), IsEmpty());
-    EXPECT_EQ(model->inFlightCount(), 0);
     EXPECT_FALSE(model->isPanelOpen());
     EXPECT_FALSE(model->doubt());
     EXPECT_EQ(model->interrupted().count(), 0) << "nobody is there to see it";
