@@ -1,6 +1,7 @@
 #include "FileFixture.h"
 
 #include "files/AtomicFile.h"
+#include "files/LockFile.h"
 #include "files/SmallFile.h"
 #include "support/FileCalls.h"
 
@@ -75,15 +76,18 @@ TEST_F(AtomicFileTest, sweepsOnlyOldStagingFilesOfOurs)
     EXPECT_THAT(entriesOf(staging), ElementsAre(ours + ".json", fresh, "palvera-notes.staging", "x" + ours));
 }
 
-struct SmallFileTest : FileFixture {
-    QString at(const char* name) const { return root.filePath(name); }
-};
+using SmallFileTest = FileFixture;
 
-TEST_F(SmallFileTest, onlyAnOrdinaryFileOfModestSizeIsRead)
+TEST_F(SmallFileTest, onlyAnOrdinaryFileOfModestSizeIsReadAndAddedToForItsOwnerAlone)
 {
+    const auto at = [this](const char* name) { return root.filePath(name); };
     appendToFile(at("file"), "12345");
     appendToFile(at("file"), "67890");
+    EXPECT_EQ(QFile::permissions(at("file")) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
     QFile::link(at("file"), at("link"));
+    QFile::link(at("elsewhere"), at("dangling"));
+    appendToFile(at("dangling"), "text");
+    EXPECT_FALSE(QFile::exists(at("elsewhere")));
     ASSERT_EQ(::mkfifo(at("pipe").toUtf8().constData(), 0600), 0); // opening which would wait for ever
     const std::tuple<QString, qint64, std::optional<QByteArray>> cases[] = {
         {at("file"), 10, "1234567890"}, {at("file"), 9, {}},  {at("link"), 10, {}},    {at("pipe"), 10, {}},
@@ -93,13 +97,29 @@ TEST_F(SmallFileTest, onlyAnOrdinaryFileOfModestSizeIsRead)
         EXPECT_EQ(readSmallFile(path, limit), read) << path.toStdString() << " " << limit;
 }
 
-TEST_F(SmallFileTest, aLineIsAddedToAFileOfTheOwnersAndToNothingElse)
+using Outcome = LockFile::Outcome;
+
+using LockFileTest = FileFixture;
+
+TEST_F(LockFileTest, oneHasItAndLeavesAWordForWhoeverWaits)
 {
-    QFile::link(at("elsewhere"), at("link"));
-    appendToFile(at("link"), "text");
-    EXPECT_FALSE(QFile::exists(at("elsewhere")));
-    appendToFile(at("log"), "text");
-    EXPECT_EQ(QFile::permissions(at("log")) & (QFile::ReadGroup | QFile::ReadOther), QFile::Permissions());
+    auto waiting = LockFile::open(path);
+    {
+        auto owner = LockFile::open(path);
+        EXPECT_FALSE(LockFile::isHeld(path));
+        EXPECT_EQ(owner.tryLock(), Outcome::taken);
+        owner.setNote("a longer note");
+        owner.setNote("at it");
+        EXPECT_TRUE(LockFile::isHeld(path));
+        EXPECT_EQ(waiting.tryLock(), Outcome::held);
+        EXPECT_EQ(waiting.note(), "at it");
+        owner.setNote("done");
+    }
+    EXPECT_FALSE(QFile::exists(path));
+    EXPECT_EQ(waiting.tryLock(), Outcome::released) << "it must not be taken for that of the next file";
+    EXPECT_EQ(waiting.note(), "done");
+    EXPECT_EQ(LockFile::open(path).tryLock(), Outcome::taken);
+    EXPECT_THROW(LockFile::open(root.filePath("nowhere/lock")), FileError);
 }
 
 } // namespace

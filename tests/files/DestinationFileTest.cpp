@@ -13,7 +13,7 @@ using testing::HasSubstr;
 
 using DestinationFileTest = FileFixture;
 
-TEST_F(DestinationFileTest, holdsZerosUntilItIsWritten)
+TEST_F(DestinationFileTest, holdsZerosUntilItIsWrittenInRoomThatIsReservedOrSaysHowMuchIsMissing)
 {
     auto file = DestinationFile::open(path);
     file.reset(8);
@@ -24,6 +24,14 @@ TEST_F(DestinationFileTest, holdsZerosUntilItIsWritten)
     file.writeAt(0, std::string_view("ab"));
     EXPECT_EQ(readFile(path), QByteArray("ab\0\0ef", 6));
     EXPECT_EQ(file.identity().size, 6);
+    constexpr qint64 size = 3 << 20;
+    file.reset(size);
+    struct stat status{};
+    ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
+    EXPECT_GE(status.st_blocks * 512, size);
+    EXPECT_THAT(failureOf([&] { file.reset(1LL << 60); }),
+                HasSubstr("There is not enough room for “master.mov”: it needs 1152921.5 TB, and "));
+    EXPECT_EQ(file.identity().size, 0);
 }
 
 TEST_F(DestinationFileTest, syncPutsWhatWasWrittenOnTheDiskOrFails)
@@ -43,35 +51,15 @@ TEST_F(DestinationFileTest, syncPutsWhatWasWrittenOnTheDiskOrFails)
     }
 }
 
-TEST_F(DestinationFileTest, reservesRealRoomAndSaysHowMuchIsMissing)
-{
-    constexpr qint64 size = 3 << 20;
-    auto file = DestinationFile::open(path);
-    file.reset(size);
-    struct stat status{};
-    ASSERT_EQ(::stat(QFile::encodeName(path).constData(), &status), 0);
-    EXPECT_GE(status.st_blocks * 512, size);
-    EXPECT_THAT(failureOf([&] { file.reset(1LL << 60); }),
-                HasSubstr("There is not enough room for “master.mov”: it needs 1152921.5 TB, and "));
-    EXPECT_EQ(file.identity().size, 0);
-}
-
-TEST_F(DestinationFileTest, keepsOthersOutWhileItIsOpen)
-{
-    {
-        auto file = DestinationFile::open(path);
-        EXPECT_EQ(failureOf([&] { DestinationFile::open(path); }), "“master.mov” is being downloaded already.");
-    }
-    EXPECT_EQ(failureOf([&] { DestinationFile::open(path); }), "");
-}
-
-TEST_F(DestinationFileTest, opensNothingButAnOrdinaryFile)
+TEST_F(DestinationFileTest, opensNothingButAnOrdinaryFileAndMakesOneOnlyWhereNothingStands)
 {
     ASSERT_TRUE(QFile::link(root.filePath("elsewhere"), root.filePath("link")));
     ASSERT_EQ(::mkfifo(QFile::encodeName(root.filePath("pipe")).constData(), 0600), 0);
     for (const char* name : {"link", "pipe", "", "no folder/x"})
         EXPECT_NE(failureOf([&] { DestinationFile::open(root.filePath(name)); }), "") << name;
     EXPECT_FALSE(QFile::exists(root.filePath("elsewhere")));
+    EXPECT_TRUE(DestinationFile::create(path));
+    EXPECT_FALSE(DestinationFile::create(path)) << "somebody was quicker";
 }
 
 TEST_F(DestinationFileTest, noticesThatItsNameLeadsElsewhere)
@@ -84,13 +72,6 @@ TEST_F(DestinationFileTest, noticesThatItsNameLeadsElsewhere)
         EXPECT_EQ(failureOf([&] { file.sync(); }), "“master.mov” was moved or removed while it was being downloaded.");
         QFile::remove(path);
     }
-}
-
-TEST_F(DestinationFileTest, isMadeOnlyWhereNothingStands)
-{
-    EXPECT_TRUE(DestinationFile::create(path));
-    EXPECT_FALSE(DestinationFile::create(path));
-    EXPECT_NE(failureOf([&] { DestinationFile::create(root.filePath("no folder/x")); }), "");
 }
 
 } // namespace

@@ -44,33 +44,25 @@ TEST(FoldersTest, areMadeForTheirOwnerAloneAndClosedToOthersWhereTheyAreThere)
     EXPECT_EQ(modeOf(deep), 0x700);
 }
 
-struct PreferencesTest : FileFixture {
-    QString file = root.filePath("config/Palvera/palvera.conf");
-    Preferences preferences{file};
-};
+using PreferencesTest = FileFixture;
 
-TEST_F(PreferencesTest, keepsTextsAndBytesUnderTheirKeysAsTheyAre)
+TEST_F(PreferencesTest, keepsTextsAndBytesUnderTheirKeysAsTheyAreUntilTheyAreRemoved)
 {
-    for (const QString text : {"live", "", "a, b", "@text", "grün \"quoted\"\n"}) {
+    const QString file = root.filePath("config/Palvera/palvera.conf");
+    Preferences preferences(file);
+    const QByteArray bytes = QByteArray::fromHex("00ff0a0d22315c00");
+    preferences.setBytes("pv.downloadsBookmark", bytes);
+    for (const QString text : {"", "a, b", "@text", "grün \"quoted\"\n", "live"}) {
         preferences.setString("pv.site", text);
         EXPECT_EQ(Preferences(file).string("pv.site"), text);
     }
-    const QByteArray bytes = QByteArray::fromHex("00ff0a0d22315c00");
-    preferences.setBytes("pv.downloadsBookmark", bytes);
     EXPECT_EQ(Preferences(file).bytes("pv.downloadsBookmark"), bytes);
-    preferences.setString("pv.site", "live");
     EXPECT_TRUE(readFile(file).contains("\npv.site=live\n"));
-}
-
-TEST_F(PreferencesTest, givesNothingForWhatIsAbsentOrOfTheOtherTypeOrRemoved)
-{
-    preferences.setString("text", "x");
-    preferences.setBytes("bytes", "x");
-    EXPECT_EQ(preferences.string("bytes"), std::nullopt);
-    EXPECT_EQ(preferences.bytes("text"), std::nullopt);
-    preferences.remove("text");
+    EXPECT_EQ(preferences.string("pv.downloadsBookmark"), std::nullopt) << "of the other type";
+    EXPECT_EQ(preferences.bytes("pv.site"), std::nullopt);
+    preferences.remove("pv.site");
     for (const auto& each : {file, root.filePath("absent.conf")})
-        EXPECT_EQ(Preferences(each).string("text"), std::nullopt);
+        EXPECT_EQ(Preferences(each).string("pv.site"), std::nullopt);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "FileFixture.h"
 
+#include "files/Bookmark.h"
 #include "files/FileTypes.h"
 #include "files/SourceFile.h"
 #include "files/SourcePath.h"
@@ -63,17 +64,52 @@ TEST(SourcePathTest, everyNameComesBackAsTheBytesThatItWas)
 
 TEST(FileTypesTest, knowsATypeByItsExtensionAlone)
 {
-    const char* const none = "application/octet-stream";
-    const std::pair<const char*, const char*> cases[] = {
-        {"MASTER.MOV", "video/quicktime"},
-        {"a master.of.masters.mp4", "video/mp4"},
-        {"CMakeLists.txt", "text/plain"},
-        {"master.unheardof", none},
-        {"Makefile", none},
-        {"", none},
-    };
-    for (const auto& [filename, type] : cases)
-        EXPECT_EQ(mimeTypeForName(filename), type) << filename;
+    EXPECT_EQ(mimeTypeForName("a master.of.masters.MOV"), "video/quicktime");
+    EXPECT_EQ(mimeTypeForName("CMakeLists.txt"), "text/plain");
+    for (const char* unknown : {"master.unheardof", "Makefile", ""})
+        EXPECT_EQ(mimeTypeForName(unknown), "application/octet-stream") << unknown;
+}
+
+using BookmarkTest = SourceFileTest;
+using bookmark::Resolved;
+
+TEST_F(BookmarkTest, findsAFileOrAFolderUnderAnyNameAndSaysSoUnlessAnotherTookItsName)
+{
+    for (const auto& place : {path, root.filePath("folder")}) {
+        QDir(root.path()).mkdir("folder");
+        const auto bytes = bookmark::make(place).value();
+        EXPECT_EQ(bookmark::resolve(bytes), (Resolved{.path = place, .stale = false}));
+        if (identityOf(place)->handle.isEmpty())
+            GTEST_SKIP() << "a file system without handles";
+        const QString renamed = root.filePath(".hidden ümlaut");
+        ASSERT_TRUE(QFile::rename(place, renamed));
+        EXPECT_EQ(bookmark::resolve(bytes), (Resolved{.path = renamed, .stale = true}));
+        writeFile(place, "another");
+        EXPECT_EQ(bookmark::resolve(bytes), (Resolved{.path = place, .stale = true})) << "the path wins";
+        QFile::remove(place);
+        ASSERT_TRUE(QDir(renamed).exists() ? QDir(renamed).removeRecursively() : QFile::remove(renamed));
+    }
+}
+
+TEST_F(BookmarkTest, nothingElseIsTakenForAFileThatIsGoneOrForABookmark)
+{
+    writeFile(path, "film");
+    const auto bytes = bookmark::make(path).value();
+    ASSERT_TRUE(QFile::remove(path));
+    EXPECT_EQ(bookmark::make(path), std::nullopt);
+    for (int number = 0; number < 50; ++number) // some of them under its inode number
+        writeFile(root.filePath(QString::number(number)), "film");
+    EXPECT_EQ(bookmark::resolve(bytes), std::nullopt);
+    writeFile(path, "film");
+    const auto known = bookmark::make(path).value();
+    const auto renamed = root.filePath("renamed.mov");
+    ASSERT_TRUE(QFile::rename(path, renamed));
+    writeFile(renamed, "film and more");
+    EXPECT_EQ(bookmark::resolve(known), std::nullopt) << "it is not what it was";
+    const auto good = bookmark::make(renamed).value();
+    for (qsizetype length = 0; length < good.size(); ++length)
+        EXPECT_EQ(bookmark::resolve(good.left(length)), std::nullopt) << length;
+    EXPECT_EQ(bookmark::resolve("X" + good.sliced(1)), std::nullopt);
 }
 
 } // namespace

@@ -5,8 +5,6 @@
 #include "cli/TestStream.h"
 #include "text/VisibleText.h"
 
-#include <QJsonDocument>
-
 #include <algorithm>
 
 namespace palvera {
@@ -50,11 +48,4 @@ void palvera::check(const QByteArray& input)
     people.fail(text);
     require(out.written.count('\n') <= 1 && error.written.count('\n') <= 1, "a line each");
     require(!(out.written + error.written).contains('\x1b'), "with no command");
-
-    cli::TestStream records;
-    cli::Output programs(cli::Output::Style::json, records, error);
-    programs.say({}, {{QStringLiteral("message"), text}});
-    require(records.written.count('\n') == 1 && !records.written.contains('\x1b'), "a record is a line");
-    require(QJsonDocument::fromJson(records.written).object().value(u"message").toString() == text,
-            "and says the same");
 }

@@ -5,6 +5,8 @@
 #include "installer/Tree.h"
 #include "installer/Unpack.h"
 
+#include <QTemporaryDir>
+
 #include <cerrno>
 
 #include <fcntl.h>
@@ -31,15 +33,6 @@ FileDescriptor memoryFile(const QByteArray& bytes)
 /// A folder in memory, gone at the end, with one in it that inputs are unpacked into.
 class Outside {
 public:
-    Outside()
-    {
-        require(::mkdtemp(m_path.data()) != nullptr, "a folder can be made");
-        m_folder = FileDescriptor(::open(m_path.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-    }
-    ~Outside() { ::rmdir(m_path.constData()); }
-    Outside(const Outside&) = delete;
-    Outside& operator=(const Outside&) = delete;
-
     void unpackInside(const QByteArray& archive) const
     {
         require(::mkdirat(m_folder.number(), "build", 0755) == 0, "the folder is empty");
@@ -78,8 +71,8 @@ private:
         require(file.number() >= 0 || errno != EXDEV, "it leads inside");
     }
 
-    QByteArray m_path = "/dev/shm/palvera-fuzz-XXXXXX";
-    FileDescriptor m_folder;
+    QTemporaryDir m_temporary{"/dev/shm/palvera-fuzz-XXXXXX"};
+    FileDescriptor m_folder{::open(m_temporary.path().toUtf8().constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)};
 };
 
 } // namespace

@@ -5,6 +5,10 @@
 #include "http/RequestWatch.h"
 #include "support/ScopedVariable.h"
 
+#include <fcntl.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
 namespace palvera {
 namespace {
 
@@ -34,27 +38,23 @@ TEST_F(HttpSessionFailureTest, tellsFailuresApartInWordsForTheUser)
     expect(LoopbackServer(afterTheHead("HTTP/1.1 200 OK\r\nContent-Length: 10\r\n\r\n12345")), {},
            "The connection was lost.");
     expect(LoopbackServer(afterTheHead("SSH-2.0-hello\r\n")), {}, "The server's answer was not understood.");
+    LoopbackServer impostor([](Connection& connection) { // whose word counts for nothing
+        connection.write("AAAAAHTTP/1.1 403 No\r\nContent-Length: 9\r\n\r\n{\"a\":\"b\"}"); // for a record that is none
+        connection.waitForReset();
+    });
+    expectFailure({.method = "POST", .url = "https" + impostor.url("/").sliced(4), .body = patterned(1000)}, Kind::tls,
+                  "No encrypted connection to the server could be made.");
     expectFailure({.url = "http://127.0.0.1:1/"}, Kind::connect, "Could not connect to the server.");
     expectFailure({.url = "file:///etc/passwd"}, Kind::connect, "The address is not valid.");
 }
 
-TEST_F(HttpSessionFailureTest, takesNobodysWordWhoHasNotShownHisCertificate)
+TEST_F(HttpSessionFailureTest, usesTheEnvironmentsProxyForOtherMachinesAndTellsWhatItRefusesFromWhatItCannot)
 {
-    LoopbackServer impostor([](Connection& connection) {
-        connection.write("AAAAAHTTP/1.1 403 No\r\nContent-Length: 9\r\n\r\n{\"a\":\"b\"}"); // for a record that is none
-        connection.waitForReset();
-    });
-    auto address = impostor.url("/").replace("http:", "https:");
-    expectFailure({.method = "POST", .url = address, .body = patterned(1000)}, Kind::tls,
-                  "No encrypted connection to the server could be made.");
-    const TestCertificate oldStyle(TestCertificate::Named::byCommonName);
-    LoopbackServer server(answering(answer("200 OK")), &oldStyle);
-    expectFailure({.url = server.url("/")}, Kind::untrusted, "The server's certificate is not trusted.",
-                  {.authorities = oldStyle.file()});
-}
-
-TEST_F(HttpSessionFailureTest, tellsAProxyThatRefusesFromOneThatCannotHelp)
-{
+    LoopbackServer helpful(answering([](const auto& request) { return answer("200 OK", "sees " + request.path()); }));
+    LoopbackServer server(answering(answer("200 OK", "direct")));
+    const ScopedVariable plain("http_proxy", helpful.url(""));
+    EXPECT_EQ(send({.url = "http://far.test/x"}, {.networkPath = m_path}).body, "sees http://far.test/x");
+    EXPECT_EQ(send({.url = server.url("/")}, {.networkPath = m_path}).body, "direct");
     const std::tuple<const char*, Kind, const char*> cases[] = {
         {"403 Forbidden", Kind::proxy, "The proxy refused the connection."},
         {"407 Who Are You", Kind::proxy, "The proxy asks for a name and a password."},
@@ -176,17 +176,14 @@ TEST_F(HttpSessionFailureTest, refusesABodyBeyondItsLimitOrTheRoomOfItsSinkAndKe
 
 TEST_F(HttpSessionFailureTest, endsWithWhatTheBodysSourceOrSinkThrows)
 {
-    struct : BodySource, BodySink {
-        qint64 size() const override { return 1'000'000; }
+    struct : Bytes {
+        using Bytes::Bytes;
         std::size_t read(qint64 offset, std::span<char> into) override
         {
-            if (offset >= 500'000)
-                throw FileError("The disk was pulled out.");
-            return std::min<std::size_t>(into.size(), 100'000);
+            return offset < 500'000 ? Bytes::read(offset, into) : throw FileError("The disk was pulled out.");
         }
-        qint64 room() const override { return 10; }
         void take(std::span<const char>) override { throw FileError("The disk was pulled out."); }
-    } pulledOut;
+    } pulledOut(patterned(1'000'000), 10);
     LoopbackServer server(answering(answer("200 OK", "0123456789")));
     EXPECT_THROW(send({.method = "PUT", .url = server.url("/"), .source = &pulledOut}), FileError);
     EXPECT_THROW(send({.url = server.url("/"), .sink = &pulledOut}), FileError);
@@ -214,10 +211,7 @@ TEST_F(HttpSessionFailureTest, takesAnAnswerThatComesBeforeTheBodyIsThroughEvenI
         }
         EXPECT_EQ(send({.method = "PUT", .url = server.url("/cut"), .source = &source}, options).status, 413);
     }
-}
-
-TEST_F(HttpSessionFailureTest, findsARefusalInWhatABrokenConnectionLeftUnread)
-{
+    // In what a broken connection left unread.
     const QByteArray refusal = "HTTP/1.1 503 Slow Down\r\nRetry-After: 7\r\nContent-Length: 5\r\n\r\nlater";
     EXPECT_EQ(parseRefusal(refusal)->status, 503);
     EXPECT_EQ(parseRefusal(refusal)->header("retry-after"), "7");
@@ -232,7 +226,7 @@ using Verdict = RequestWatch::Verdict;
 
 constexpr RequestWatch::Moment begun{};
 
-TEST(RequestWatchTest, countsTheIdleLimitFromTheLastMovementAndTheTotalOneFromTheStart)
+TEST(RequestWatchTest, countsIdleFromTheLastMovementAndAllFromTheStartAndLooksJustInTimeForEither)
 {
     RequestWatch watch(60s, 200s, begun);
     EXPECT_EQ(watch.verdict(begun + 60s - 1ns), Verdict::inTime);
@@ -244,15 +238,103 @@ TEST(RequestWatchTest, countsTheIdleLimitFromTheLastMovementAndTheTotalOneFromTh
     EXPECT_EQ(watch.verdict(begun + 199s), Verdict::inTime);
     EXPECT_EQ(watch.verdict(begun + 200s), Verdict::timedOut);
     EXPECT_EQ(RequestWatch(0s, 0s, begun).verdict(begun + 1000h), Verdict::inTime);
-}
-
-TEST(RequestWatchTest, looksEverySecondAtTheLatestAndJustInTimeForALimit)
-{
-    EXPECT_EQ(RequestWatch(0s, 0s, begun).nextLook(begun), begun + 1s);
+    EXPECT_EQ(RequestWatch(0s, 0s, begun).nextLook(begun), begun + 1s) << "every second at the latest";
     EXPECT_EQ(RequestWatch(60s, 0s, begun).nextLook(begun), begun + 1s);
     EXPECT_EQ(RequestWatch(60s, 0s, begun).nextLook(begun + 59'700ms), begun + 60s);
     EXPECT_EQ(RequestWatch(60s, 500ms, begun).nextLook(begun), begun + 500ms);
     EXPECT_EQ(RequestWatch(100ms, 0s, begun).nextLook(begun), begun + 25ms);
+}
+
+struct HttpSessionCancellationTest : HttpFixture {
+    /// Cuts a request off by its caller, and another by the end of its session, once each `isUnderWay`.
+    void expectCutOff(const HttpSessionOptions& options, const HttpRequest& request,
+                      const std::function<bool()>& isUnderWay)
+    {
+        for (bool bySession : {false, true}) {
+            auto session = std::make_unique<HttpSession>(executor(), options);
+            auto sending = start(*session, request);
+            ASSERT_TRUE(isUnderWay());
+            if (bySession)
+                session.reset();
+            else
+                sending.cancel();
+            EXPECT_TRUE(sending.wasCancelled());
+        }
+    }
+};
+
+TEST_F(HttpSessionCancellationTest, endsAWaitAtOnceAndResetsTheConnectionSoThatNothingGoesOnFlowing)
+{
+    Gate underWay(0), reset(0);
+    LoopbackServer server([&](Connection& connection) {
+        connection.readHead();
+        connection.discard(100'000);
+        underWay.release();
+        if (connection.waitForReset())
+            reset.release();
+    });
+    expectCutOff(HttpSessionOptions::storage(), {.method = "PUT", .url = server.url("/"), .body = patterned(20 << 20)},
+                 [&] { return underWay.try_acquire_for(10s); });
+    EXPECT_TRUE(reset.try_acquire_for(10s) && reset.try_acquire_for(10s));
+    expectCutOff({.networkPath = m_path}, {.url = "http://slow.test/"},
+                 [] { return slowNameAsked.try_acquire_for(10s); }); // its name is looked up
+    slowNameLetGo.release(2);
+    m_path->usable = false;
+    expectCutOff({.networkPath = m_path}, {.url = "http://unknown.test/", .idleTimeout = 0ms},
+                 [&] { return m_path->waitedFor.try_acquire_for(10s); });
+}
+
+TEST_F(HttpSessionCancellationTest, isSafeAtEveryMomentAndLeavesTheDescriptorsOfOtherSessionsAlone)
+{
+    LoopbackServer server([](Connection& connection) {
+        if (connection.read().path() == "/stall")
+            connection.waitForReset();
+        else
+            connection.write(answer("200 OK", {}, "Connection: close\r\n"));
+    });
+    HttpSession working(executor()), churning(executor());
+    std::atomic<bool> stop = false;
+    auto others = std::async(std::launch::async, [&] {
+        while (!stop)
+            EXPECT_EQ(send(working, {.url = server.url("/"), .idleTimeout = 5s}).status, 200);
+    });
+    for (int round = 0; round < 200; ++round) {
+        auto stalled = start(churning, {.url = server.url("/stall")});
+        auto answered = start(churning, {.method = "PUT", .url = server.url("/"), .body = "some bytes"});
+        for (int turns = round % 40; turns > 0; --turns)
+            std::this_thread::yield(); // before, within and after the making of the connection
+        stalled.cancel();
+        answered.cancel();
+        EXPECT_TRUE(stalled.wasCancelled());
+        answered.wasCancelled(); // or not
+    }
+    stop = true;
+    others.get();
+    EXPECT_EQ(send(churning, {.url = server.url("/")}).status, 200);
+}
+
+TEST_F(HttpSessionCancellationTest, failsTheRequestWhenDescriptorsRunOut)
+{
+#if __has_feature(undefined_behavior_sanitizer)
+    GTEST_SKIP() << "the type checks of this sanitizer need descriptors themselves";
+#endif
+    LoopbackServer server(answering(answer("200 OK")));
+    HttpSession session(executor());
+    rlimit usual{};
+    ::getrlimit(RLIMIT_NOFILE, &usual);
+    const rlimit tight{.rlim_cur = 200, .rlim_max = usual.rlim_max};
+    ::setrlimit(RLIMIT_NOFILE, &tight);
+    std::vector<int> taken;
+    for (int next = ::fcntl(0, F_DUPFD_CLOEXEC, 0); next >= 0; next = ::fcntl(0, F_DUPFD_CLOEXEC, 0))
+        taken.push_back(next);
+    for (int left : {0, 1}) { // none for the connection, or one for it but none for watching it
+        EXPECT_THROW(send(session, {.url = server.url("/")}), TransportError) << left;
+        ::close(taken.back());
+        taken.pop_back();
+    }
+    std::ranges::for_each(taken, ::close);
+    ::setrlimit(RLIMIT_NOFILE, &usual);
+    EXPECT_EQ(send(session, {.url = server.url("/")}).status, 200);
 }
 
 } // namespace

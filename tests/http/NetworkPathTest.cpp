@@ -70,17 +70,6 @@ TEST_F(NetworkPathTest, takesARunningInterfaceWithAnAddressThatIsNotLoopbackAndW
     EXPECT_FALSE(isUsable()) << "an address that nobody gave it leads nowhere";
 }
 
-TEST_F(NetworkPathTest, stopsWaitingWhenCancelled)
-{
-    asio::cancellation_signal stop;
-    std::promise<bool> cancelled;
-    asio::co_spawn(thread, path.untilUsable(),
-                   asio::bind_cancellation_slot(
-                       stop.slot(), [&](std::exception_ptr failure) { cancelled.set_value(isCancellation(failure)); }));
-    asio::post(thread, [&] { stop.emit(asio::cancellation_type::terminal); });
-    EXPECT_TRUE(cancelled.get_future().get());
-}
-
 TEST_F(NetworkPathTest, aConnectionThatTheNetworkHasLeftBehindFailsAtOnce)
 {
     configure("ip link set lo up && ip link add one type veth peer name other && ip link set other up && "

@@ -1,6 +1,9 @@
 #include "transfer/DownloadRules.h"
 #include "TransferTest.h"
 
+#include "files/DestinationFile.h"
+#include "transfer/DownloadPlace.h"
+
 namespace palvera {
 namespace {
 
@@ -41,34 +44,27 @@ TEST(DownloadRulesTest, aRecordSpeaksOfItsOwnFileOnly)
     EXPECT_FALSE(recordBinds({.total = 9, .file = "h"}, "", "h", 9)) << "nobody knows what is asked for";
 }
 
-TEST(DownloadRulesTest, otherBytesThanThoseAskedForAreObjectedTo)
+TEST(DownloadRulesTest, anAnswerWithOtherBytesOrOfAnotherObjectIsObjectedTo)
 {
-    const std::pair<HttpHeaders, QString> cases[] = {
-        {{}, {}},
-        {{{"Content-Range", "bytes 10-19/100"}, {"Content-Length", "10"}}, {}},
-        {{{"content-range", "  bytes   10-19 / 100"}}, {}},
-        {{{"Content-Range", "bytes 10-19/*"}}, {}},
-        {{{"Content-Range", "bytes 0-9/100"}}, "Storage sent other bytes than those asked for."},
-        {{{"Content-Range", "bytes 10-18/100"}}, "Storage sent other bytes than those asked for."},
-        {{{"Content-Length", "9"}}, "Storage sent 9 bytes of a chunk of 10."},
-        {{{"Content-Length", "nine"}}, {}},
+    const char* const otherBytes = "Storage sent other bytes than those asked for.";
+    const std::tuple<HttpHeaders, const char*, const char*, bool> cases[] = {
+        // to bytes 10-19 of 100
+        {{}, "\"a\"", "", false},
+        {{{"Content-Range", "bytes 10-19/100"}, {"Content-Length", "10"}, {"ETag", "\"a\""}}, "\"a\"", "", false},
+        {{{"content-range", "  bytes   10-19 / 100"}}, "", "", false},
+        {{{"Content-Range", "bytes 10-19/*"}}, "", "", false},
+        {{{"Content-Range", "bytes 0-9/100"}}, "", otherBytes, false},
+        {{{"Content-Range", "bytes 10-18/100"}}, "", otherBytes, false},
+        {{{"Content-Length", "9"}}, "", "Storage sent 9 bytes of a chunk of 10.", false},
+        {{{"Content-Length", "nine"}}, "", "", false},
+        {{{"Content-Range", "bytes 10-19/101"}}, "", "", true},
+        {{{"ETag", "\"b\""}}, "\"a\"", "", true},
+        {{{"ETag", "\"b\""}}, "", "", false},
     };
-    for (const auto& [headers, objection] : cases)
+    for (const auto& [headers, tag, objection, isAnother] : cases) {
         EXPECT_EQ(objectionTo({.headers = headers}, {10, 10}).value_or(QString()), objection);
-}
-
-TEST(DownloadRulesTest, anotherSizeOrTagIsAnotherObject)
-{
-    const std::tuple<HttpHeaders, QString, bool> cases[] = {
-        {{{"Content-Range", "bytes 0-9/100"}, {"ETag", "\"a\""}}, "\"a\"", false},
-        {{{"Content-Range", "bytes 0-9/101"}}, {}, true},
-        {{{"Content-Range", "bytes 0-9/*"}}, {}, false},
-        {{{"ETag", "\"b\""}}, "\"a\"", true},
-        {{{"ETag", "\"b\""}}, {}, false},
-        {{}, "\"a\"", false},
-    };
-    for (const auto& [headers, tag, isAnother] : cases)
-        EXPECT_EQ(isAnotherObject({.headers = headers}, 100, tag), isAnother);
+        EXPECT_EQ(isAnotherObject({.headers = headers}, 100, tag), isAnother) << tag;
+    }
 }
 
 TEST(DownloadRulesTest, aRecordIsGoneOnWithWhereItFits)
@@ -85,6 +81,89 @@ TEST(DownloadRulesTest, aRecordIsGoneOnWithWhereItFits)
     };
     for (const auto& [what, record, fileSize, fits] : cases)
         EXPECT_EQ(recordFits(record, {.total = 100, .tag = "a"}, fileSize, 10), fits) << what;
+}
+
+struct DownloadPlaceTest : testing::Test {
+    QTemporaryDir disk;
+    QDir folder{disk.path()};
+
+    DownloadPlace place(const QString& name, const QString& source)
+    {
+        return DownloadPlace::claim(folder.path(), name, source);
+    }
+    QString claim(const QString& name, const QString& source = "one")
+    {
+        return folder.relativeFilePath(place(name, source).path());
+    }
+};
+
+TEST_F(DownloadPlaceTest, makesAnyNameOneOfAFileInTheFolder)
+{
+    const std::pair<QString, QString> cases[] = {
+        {"../../x", "x"},
+        {"", "Download"},
+        {".", "Download"},
+        {"a/..", "Download"},
+        {"a/", "Download"},
+        {".bashrc", "bashrc"},
+        {"two\nlines\t.mov", "two lines .mov"},
+        {QString("nul") + QChar(0) + ".mov", "nul.mov"},
+        {" spaced .mov ", "spaced .mov"},
+        {QString::fromUtf8("Fo\u0308hn.mov"), QString::fromUtf8("F\u00f6hn.mov")},
+        {"a\\b.mov", "a\\b.mov"},
+    };
+    for (const auto& [name, safe] : cases)
+        EXPECT_EQ(safeFileName(name), safe) << name.toStdString();
+    for (const auto& letter : {QString("x"), QString::fromUtf8("ö"), QString::fromUtf8("🎬")}) {
+        auto safe = safeFileName(letter.repeated(300) + ".mov");
+        EXPECT_TRUE(safe.endsWith(letter + ".mov"));
+        EXPECT_LE(safe.toUtf8().size(), 243);
+        EXPECT_GE(safe.toUtf8().size(), 239);
+        EXPECT_EQ(claim(letter.repeated(300) + ".mov"), safe);
+    }
+    EXPECT_FALSE(safeFileName(QString("x").repeated(242) + " and more").endsWith(' ')) << "cut at a blank";
+}
+
+TEST_F(DownloadPlaceTest, touchesNoFileThatIsNotItsOwnAndFindsItsOwnUnfinishedOneAgain)
+{
+    writeFile(folder.filePath("Master.mov"), "the user's");
+    folder.mkdir("Master 2.mov");
+    ASSERT_TRUE(QFile::link("/nowhere", folder.filePath("Master 3.mov")));
+    for (int run = 1; run <= 2; ++run) {
+        EXPECT_EQ(claim("Master.mov"), "Master 4.mov");
+        EXPECT_EQ(claim("Master.mov", "another"), "Master 5.mov");
+    }
+    EXPECT_EQ(readFile(folder.filePath("Master.mov")), "the user's");
+    removePartial(folder.filePath("Master 4.mov")); // it is done
+    EXPECT_EQ(claim("Master.mov"), "Master 6.mov");
+    EXPECT_EQ(claim("no extension", ""), "no extension");
+    EXPECT_EQ(claim("no extension", ""), "no extension 2"); // nobody knows whether it is the same
+}
+
+TEST_F(DownloadPlaceTest, leavesNothingOfADownloadThatNeverBegan)
+{
+    place("Master.mov", "one").removeIfEmpty();
+    EXPECT_THAT(entriesOf(disk.path()), IsEmpty());
+
+    auto begun = place("Master.mov", "one");
+    savePartial(begun.path(), {.done = {3}, .total = 9000, .source = "one"});
+    begun.removeIfEmpty();
+    EXPECT_THAT(entriesOf(disk.path()), ElementsAre("Master.mov", "Master.mov.pvpart"));
+
+    auto held = place("Reel.mov", "two");
+    auto writer = DestinationFile::open(held.path());
+    held.removeIfEmpty(); // another program writes it
+    EXPECT_TRUE(QFile::exists(held.path()));
+}
+
+TEST(PartialTest, survivesItsFile)
+{
+    for (const auto& partial :
+         {Partial{}, {.done = {0, 7, 1'000'000}, .total = 1LL << 40, .tag = "\"a\\b\"", .source = "“x”/y"}})
+        EXPECT_EQ(decodePartial(encodePartial(partial)), partial);
+    for (const char* broken : {"", "[]", "{}", R"({"done":[],"total":"5"})", R"({"done":["1"],"total":5})",
+                               R"({"done":{},"total":5})", R"({"done":[1.5],"total":5})"})
+        EXPECT_EQ(decodePartial(broken), std::nullopt) << broken;
 }
 
 } // namespace

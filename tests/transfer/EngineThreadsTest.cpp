@@ -123,10 +123,8 @@ TEST_F(EngineThreadsTest, aStopMeetsWhatIsInFlightAndTheNextRunGoesOn)
     auto running = fetch(path, {}, flag);
     flag->stop();
     EXPECT_THROW(running.get(), boost::system::system_error);
-    std::vector<qint64> received;
-    fetch(path, [&](const DownloadProgress& now) { received.push_back(now.received); }).get();
+    fetch(path).get();
     EXPECT_TRUE(readFile(path) == delivery.content());
-    EXPECT_TRUE(std::ranges::is_sorted(received));
 }
 
 } // namespace

@@ -1,7 +1,10 @@
 #include "UploadHarness.h"
 
+#include "support/FakeHttpClient.h"
+#include "support/Json.h"
 #include "support/ScopedVariable.h"
 #include "transfer/PartBody.h"
+#include "transfer/URLPool.h"
 #include "transfer/UploadFailures.h"
 
 namespace palvera {
@@ -64,19 +67,16 @@ TEST(PartSenderTest, whatOnlyTheUserCanMendEndsTheUploadAtOnceAndItIsGoneOnWith)
     }
 }
 
-TEST(PartBodyTest, givesThePartsBytesAndAgainToARetryUntilTheFileEndsBefore)
+TEST(PartBodyTest, givesNoByteBeyondThePartAndNoneOfAFileThatEndsBefore)
 {
     const Delivery delivery(30);
     const auto source = SourceFile::open(delivery.path());
     PartBody body(source, {.offset = 10, .length = 15});
     QByteArray piece(20, '\0');
-    for (qint64 offset : {0, 0, 8, 14})
-        EXPECT_EQ(piece.left(qsizetype(body.read(offset, {piece.data(), 20}))),
-                  delivery.content().mid(10, 15).mid(offset));
-    EXPECT_EQ(body.read(3, {piece.data(), 4}), 4u);
+    EXPECT_EQ(body.read(8, {piece.data(), 20}), 7u);
+    EXPECT_EQ(piece.first(7), delivery.content().mid(18, 7));
     QFile::resize(delivery.path(), 24);
-    EXPECT_EQ(body.read(0, {piece.data(), 14}), 14u);
-    EXPECT_THROW(body.read(12, {piece.data(), 20}), SourceChanged);
+    EXPECT_THROW(body.read(8, {piece.data(), 20}), SourceChanged);
 }
 
 const local::Fault stall{.kind = Kind::stallMidBody, .bytes = 50'000};
@@ -166,6 +166,41 @@ TEST(UploadTroubleTest, onALineThatKeepsBreakingOnePartAtATimeIsTried)
     const auto puts = life.network.seen(Operation::put);
     for (std::size_t i = 18; i < 24; ++i) // once all have broken twice, and two a third time
         EXPECT_GE(puts[i].at, puts[i - 1].ended) << i;
+}
+
+TEST(URLPoolTest, signsSixteenFromTheMissingOrForgottenPartOnAndTrustsAnAddressForEightMinutesAndNoLonger)
+{
+    Simulation world;
+    FakeHttpClient client{world.clock};
+    API api{{.client = client, .executor = world.executor()}};
+    URLPool pool{world.executor(), world.clock, api, {.target = TransferTarget::Bin{}, .sessionId = "s"}, 100};
+    std::optional<int> unsignedPart;
+    std::vector<std::pair<int, int>> signings;
+    client.handler = [&](const HttpRequest& request) {
+        const auto body = jsonObject(request.body);
+        auto [from, to] = signings.emplace_back(body["from"].toInt(), body["to"].toInt());
+        QJsonArray urls;
+        for (int part = from; part <= to; ++part)
+            if (part != unsignedPart)
+                urls.append(QJsonObject{{"partNumber", part},
+                                        {"url", QString("https://s/%1?try=%2").arg(part).arg(signings.size())}});
+        return HttpResponse{.status = 200, .body = QJsonDocument(QJsonObject{{"urls", urls}}).toJson()};
+    };
+    const auto urlFor = [&](int part) { return world.run(pool.urlFor(part)); };
+    EXPECT_EQ(urlFor(20), "https://s/20?try=1");
+    EXPECT_EQ(urlFor(35), "https://s/35?try=1");
+    EXPECT_EQ(urlFor(36), "https://s/36?try=2");
+    EXPECT_EQ(urlFor(95), "https://s/95?try=3");
+    world.run(pool.forget(22));
+    EXPECT_EQ(urlFor(22), "https://s/22?try=4");
+    EXPECT_EQ(urlFor(21), "https://s/21?try=1") << "which nobody forgot";
+    EXPECT_THAT(signings, ElementsAre(std::pair(20, 35), std::pair(36, 51), std::pair(95, 100), std::pair(22, 37)));
+    world.clock.advance(480s - 1ns);
+    EXPECT_EQ(urlFor(21), "https://s/21?try=1");
+    world.clock.advance(1ns);
+    unsignedPart = 21;
+    EXPECT_EQ(inWords(world.run(outcomeOf(pool.urlFor(21))).failure), "The platform did not sign part 21.");
+    EXPECT_EQ(urlFor(22), "https://s/22?try=5") << "though it is signed by the way";
 }
 
 } // namespace

@@ -17,12 +17,6 @@ using Operation = local::Operation;
 
 constexpr qint64 partSize = 100'000;
 
-/// GoogleTest would show bytes of memory, and ctest would name cases by them.
-inline void PrintTo(const TransferTarget& target, std::ostream* out)
-{
-    *out << (target.asBin() ? "bin" : "deliverable");
-}
-
 inline const TransferTarget::Deliverable pictureMaster{"org-northlight", "salt", "salt-row-1"};
 inline const TransferTarget::Bin binFolder{"org-northlight", "Masters/Reel 1/"};
 inline const std::vector<TransferTarget> bothTargets{pictureMaster, binFolder};

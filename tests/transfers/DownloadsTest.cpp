@@ -34,40 +34,34 @@ TEST_F(DownloadsTest, asksForTheAddressAndBringsTheFileDownToAPlaceOfItsOwnInThe
     EXPECT_THAT(client.requests(), IsEmpty()) << "the platform hears nothing of downloads";
 }
 
-TEST_F(DownloadsTest, aFailureIsFinalAndLeavesNoEmptyFile)
+TEST_F(DownloadsTest, aFailureOrAStopIsFinalWhereverItIsAndLeavesNoEmptyFile)
 {
-    address = "file:///etc/passwd";
+    auto asking = addDownload();
+    world.settle();
+    model->stop(asking);
+    world.settle();
+    EXPECT_EQ(stateOf(asking), "stopped");
+    EXPECT_FALSE(world.clock.advanceToNextWake()) << "it does not wait for the address";
+    const auto allowed = std::exchange(address, "file:///etc/passwd");
     runUntilState(addDownload(), "failed: That file has no address.");
     noAddress = platformSays(503);
     runUntilState(addDownload(), "failed: The platform says 503.");
     EXPECT_THAT(downloads.requests, IsEmpty());
     noAddress = nullptr;
-    address = "https://storage.test/object";
+    address = allowed;
     downloads.ends = {platformSays(503)};
     runUntilState(addDownload(), "failed: The platform says 503.");
-    EXPECT_EQ(downloads.requests.size(), 1u);
-    EXPECT_THAT(entriesOf(downloadsFolder), IsEmpty());
-}
-
-TEST_F(DownloadsTest, aStopIsFinalWhereverItIs)
-{
-    auto asking = addDownload();
-    world.settle();
-    model->stop(asking);
-    EXPECT_EQ(stateOf(asking), "stopped");
-    world.settle();
-    EXPECT_EQ(elapsed(), 0) << "it does not wait for the address";
-
     auto running = addDownload();
-    untilEngineRuns(1);
+    untilEngineRuns(2);
     model->stop(running);
     world.settle();
     EXPECT_EQ(stateOf(running), "stopped");
     EXPECT_THAT(entriesOf(downloadsFolder), IsEmpty());
 }
 
-TEST_F(DownloadsTest, theSameObjectIsNotWrittenTwiceAtOnce)
+TEST_F(DownloadsTest, theSameObjectIsNotWrittenTwiceAtOnceAndOneThatWasStoppedIsWaitedForUntilTheProgramEnds)
 {
+    downloads.deafFor = 5s;
     auto first = addDownload();
     downloadsFolder += "/../Downloads"; // another way there
     auto second = addDownload();
@@ -75,14 +69,16 @@ TEST_F(DownloadsTest, theSameObjectIsNotWrittenTwiceAtOnce)
     world.settle();
     EXPECT_EQ(stateOf(second), "failed: “a.mov” is being downloaded to that folder already.");
     EXPECT_EQ(stateOf(first), "running");
-    EXPECT_EQ(downloads.requests.size(), 1u);
     EXPECT_TRUE(entriesOf(downloadsFolder).contains("a.mov")) << "the second one's end leaves the first one's file";
-
     model->stop(first);
-    world.settle();
-    addDownload();
+    EXPECT_EQ(stateOf(first), "stopped");
+    auto third = addDownload();
+    runUntilState(third, "waiting");
     untilEngineRuns(2);
-    EXPECT_EQ(downloads.requests[1].destination, downloads.requests[0].destination) << "free again";
+    EXPECT_EQ(elapsed(), 6) << "an address takes a second, the first one's end five";
+    EXPECT_EQ(downloads.requests[1].destination, downloads.requests[0].destination);
+    world.run(model->suspend());
+    EXPECT_EQ(elapsed(), 6);
 }
 
 Task<std::optional<qint64>> listing(qint64 bytes)
@@ -110,22 +106,6 @@ TEST_F(DownloadsTest, fewerBytesThanTheListingStillSaysAreNoFileAndMoreAreRemark
         model->stop(id);
         world.settle();
     }
-}
-
-TEST_F(DownloadsTest, anotherDownloadOfAnObjectWaitsForOneThatWasStoppedAndNotForTheEndOfTheProgram)
-{
-    downloads.deafFor = 5s;
-    auto first = addDownload();
-    untilEngineRuns(1);
-    model->stop(first);
-    EXPECT_EQ(stateOf(first), "stopped");
-    auto second = addDownload();
-    runUntilState(second, "waiting");
-    untilEngineRuns(2);
-    EXPECT_EQ(elapsed(), 6) << "an address takes a second, the first one's end five";
-    EXPECT_EQ(downloads.requests[1].destination, downloads.requests[0].destination);
-    world.run(model->suspend());
-    EXPECT_EQ(elapsed(), 6);
 }
 
 TEST_F(DownloadsTest, storedObjectsAreToldApartAndKnowTheirWay)

@@ -8,6 +8,13 @@ namespace palvera {
 namespace {
 
 struct InterruptedDownloadsTest : TransfersTest {
+    InterruptedDownloadsTest()
+    {
+        client.handler = [](const HttpRequest&) {
+            return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/a"})"};
+        };
+    }
+
     /// Downloads "a.mov", of which a chunk arrives before it ends as the script says.
     QUuid downloadAChunk()
     {
@@ -37,20 +44,8 @@ struct InterruptedDownloadsTest : TransfersTest {
 
 TEST_F(InterruptedDownloadsTest, whatWasCutOffOrFailedIsListedUntilItIsGoneOnWithDoneOrStopped)
 {
-    struct {
-        const char* how;
-        std::deque<std::exception_ptr> ends;
-        std::function<void(const QUuid&)> end;
-        bool isListed;
-    } const cases[] = {
-        {"done",
-         {nullptr},
-         [this](const QUuid& id) {
-             removePartial(path());
-             world.runUntil([&] { return !model->find(id)->isInFlight(); });
-             EXPECT_TRUE(QFile::remove(path()));
-         },
-         false},
+    using Ends = std::deque<std::exception_ptr>;
+    const std::tuple<const char*, Ends, std::function<void(const QUuid&)>, bool> cases[] = {
         {"failed", {platformSays(503)}, {}, true},
         {"done then", {nullptr}, {}, false},
         {"stopped", {}, [this](const QUuid& id) { model->stop(id); }, false},
@@ -76,9 +71,6 @@ TEST_F(InterruptedDownloadsTest, whatWasCutOffOrFailedIsListedUntilItIsGoneOnWit
     ASSERT_EQ(interruptedPaths(), QStringList(path()));
     const auto found = model->interrupted().downloads().front();
     EXPECT_EQ(found.received, 4);
-    client.handler = [](const HttpRequest&) {
-        return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/a"})"};
-    };
     const auto runs = downloads.requests.size();
     const auto id = model->resume(found.download);
     EXPECT_THAT(interruptedPaths(), IsEmpty());
@@ -112,33 +104,13 @@ TEST_F(InterruptedDownloadsTest, whatHasNotBegunYetIsNotForgotten)
     EXPECT_EQ(interruptedPaths().size(), 2);
     const auto next = list.downloads().at(0).download;
     downloads.ends = {nullptr};
-    client.handler = [](const HttpRequest&) {
-        return HttpResponse{.status = 200, .body = R"({"url":"https://storage.test/a"})"};
-    };
-    const auto again = model->resume(next);
-    EXPECT_EQ(interruptedPaths().size(), 1);
-    runUntilState(again, "done");
+    runUntilState(model->resume(next), "done");
     world.settle();
     EXPECT_EQ(interruptedPaths().size(), 1);
     EXPECT_EQ(list.findDownload(next.key()), nullptr);
 }
 
-TEST_F(InterruptedDownloadsTest, whatTheUserRemovedIsForgottenUnlessItsDiskIsAway)
-{
-    const auto entries = [this] { return entriesOf(disk.filePath("Palvera/Downloads")).size(); };
-    downloadAChunk();
-    model->cutOff();
-    world.settle();
-    QDir().rename(downloadsFolder, disk.filePath("away"));
-    world.run(model->interrupted().load());
-    EXPECT_THAT(interruptedPaths(), IsEmpty());
-    EXPECT_EQ(entries(), 1);
-    QDir().mkpath(downloadsFolder);
-    world.run(model->interrupted().load());
-    EXPECT_EQ(entries(), 0);
-}
-
-TEST_F(InterruptedDownloadsTest, discardingRemovesWhatIsThereAndNoOtherFile)
+TEST_F(InterruptedDownloadsTest, whatIsDiscardedOrRemovedIsForgottenUnlessItsDiskIsAwayAndNoOtherFileGoes)
 {
     for (bool isReplaced : {false, true}) {
         downloadAChunk();
@@ -154,6 +126,16 @@ TEST_F(InterruptedDownloadsTest, discardingRemovesWhatIsThereAndNoOtherFile)
         EXPECT_EQ(QFile::exists(path()), isReplaced);
         EXPECT_THAT(interruptedPaths(), IsEmpty());
         EXPECT_THAT(entriesOf(disk.filePath("Palvera/Downloads")), IsEmpty());
+        QFile::remove(path());
+    }
+    downloadAChunk();
+    model->cutOff();
+    world.settle();
+    for (bool isAway : {true, false}) { // the disk, or what the user removed from it
+        isAway ? QDir().rename(downloadsFolder, disk.filePath("away")) : QDir().mkpath(downloadsFolder);
+        world.run(model->interrupted().load());
+        EXPECT_THAT(interruptedPaths(), IsEmpty());
+        EXPECT_EQ(entriesOf(disk.filePath("Palvera/Downloads")).size(), isAway);
     }
 }
 

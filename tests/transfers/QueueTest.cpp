@@ -140,11 +140,6 @@ TEST_F(QueueTest, aPausedUploadKeepsItsJournalUntilItIsStopped)
     settleFor(2s);
     EXPECT_FALSE(journals.loadJournal("row-1"));
     EXPECT_EQ(stateOf(id), "stopped");
-
-    journal("row-1");
-    model->pause(addUpload());
-    world.run(model->suspend());
-    EXPECT_TRUE(journals.loadJournal("row-1")) << "it is listed at the next start";
 }
 
 TEST_F(QueueTest, aFailureStaysWithItsDeliverableUntilTheNextTry)

@@ -15,12 +15,14 @@ using testing::UnorderedElementsAre;
 
 using ResumeTest = TransfersTest;
 
-TEST_F(ResumeTest, listsWhatAnEarlierRunLeftAndGoesOnWithItOnce)
+TEST_F(ResumeTest, listsWhatAnEarlierRunLeftAndGoesOnWithItOnceUnderWhateverName)
 {
     auto intoBin = journal("bin-1");
     intoBin.target = TransferTarget::Bin{.orgId = "org", .folder = "Reel/"};
     journals.saveJournal(intoBin);
     auto toRow = journal();
+    intoBin.bookmark = toRow.bookmark = bookmark::make(toRow.filePath);
+    QDir(disk.path()).rename("master.mov", "final.mov");
     makeModel({});
     EXPECT_THAT(interruptedKeys(), UnorderedElementsAre("bin-1", "row-1"));
     EXPECT_THAT(uploads.requests, IsEmpty()) << "nothing is resumed by itself";
@@ -35,28 +37,17 @@ TEST_F(ResumeTest, listsWhatAnEarlierRunLeftAndGoesOnWithItOnce)
         world.settle();
         EXPECT_EQ(uploads.requests.back().target, left.destination());
         EXPECT_EQ(uploads.requests.back().key, left.key);
+        EXPECT_EQ(uploads.requests.back().file, left.filePath) << "under which nothing else may be sent afresh";
+        EXPECT_EQ(uploads.requests.back().bookmark, left.bookmark);
+        EXPECT_EQ(model->find(*id)->name, "final.mov");
     }
     EXPECT_EQ(announced, 2);
 }
 
-TEST_F(ResumeTest, whatIsInFlightIsNotInterrupted)
+TEST_F(ResumeTest, whatIsRefusedOrDoubtedAgainCanBeResumedAgainAndStillBelongsToItsDeliverable)
 {
-    auto id = addUpload();
-    journal();
-    journal("row-2");
-    world.run(model->interrupted().load());
-    EXPECT_EQ(interruptedKeys(), QStringList("row-2"));
-    EXPECT_EQ(model->resume(*journals.loadJournal("row-1")), std::nullopt);
-    model->stop(id);
-    EXPECT_EQ(interruptedKeys(), QStringList("row-2")) << "it is being given up";
-    world.settle();
-    EXPECT_EQ(interruptedKeys(), QStringList("row-2"));
-}
-
-TEST_F(ResumeTest, whatIsRefusedOrDoubtedAgainCanBeResumedAgain)
-{
-    auto left = journal();
-    makeModel({});
+    auto left = journal("row-1~2"); // which was set aside
+    left.target = TransferTarget::Deliverable{"org", "salt", "row-1"};
     for (const auto& end : {platformSays(403), platformSays(409, "delivery_doubt"), platformSays(403)}) {
         SCOPED_TRACE(describe(end).toStdString());
         uploads.ends = {end};
@@ -65,32 +56,12 @@ TEST_F(ResumeTest, whatIsRefusedOrDoubtedAgainCanBeResumedAgain)
         EXPECT_THAT(interruptedKeys(), IsEmpty());
         world.runUntil([&] { return stateOf(*id) != "running"; });
         world.settle();
-        EXPECT_EQ(interruptedKeys(), QStringList("row-1"));
+        EXPECT_EQ(interruptedKeys(), QStringList("row-1~2"));
     }
-}
-
-TEST_F(ResumeTest, aJournalThatWasSetAsideStillBelongsToItsDeliverable)
-{
-    auto left = journal("row-1~2");
-    left.target = TransferTarget::Deliverable{"org", "salt", "row-1"};
-    uploads.ends = {platformSays(409, "delivery_doubt")};
-    model->resume(left);
-    world.runUntil([&] { return model->doubt().has_value(); });
     model->confirmDoubt();
     world.settle();
     EXPECT_EQ(uploads.requests.back().target, *left.target);
-}
-
-TEST_F(ResumeTest, findsAFileUnderItsOtherName)
-{
-    auto left = journal();
-    left.bookmark = bookmark::make(left.filePath);
-    QDir(disk.path()).rename("master.mov", "final.mov");
-    auto id = model->resume(left);
-    world.settle();
-    EXPECT_EQ(uploads.requests.at(0).file, left.filePath) << "under which nothing else may be sent afresh";
-    EXPECT_EQ(uploads.requests.at(0).bookmark, left.bookmark);
-    EXPECT_EQ(model->find(*id)->name, "final.mov");
+    EXPECT_TRUE(uploads.requests.back().confirmed);
 }
 
 TEST_F(ResumeTest, aStopDoesNotDiscardWhatAnotherProcessHasGoneOnWith)
@@ -200,7 +171,6 @@ TEST_F(ResumeTest, signingOutCutsOffAndEmptiesEverythingAndOnlyTheSameUserFindsI
     model->followAccount();
     world.settle();
     EXPECT_THAT(model->items(), IsEmpty());
-    EXPECT_EQ(model->inFlightCount(), 0);
     EXPECT_FALSE(model->isPanelOpen());
     EXPECT_FALSE(model->doubt());
     EXPECT_EQ(model->interrupted().count(), 0) << "nobody is there to see it";

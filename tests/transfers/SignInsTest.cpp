@@ -18,10 +18,6 @@ struct SignInsTest : TransfersTest {
         (kind == Item::Kind::upload ? uploads.ends : downloads.ends) = std::move(ends);
         return kind == Item::Kind::upload ? addUpload() : addDownload();
     }
-    std::size_t runs(Item::Kind kind) const
-    {
-        return kind == Item::Kind::upload ? uploads.requests.size() : downloads.requests.size();
-    }
     std::string stateAfter(const QUuid& id, std::chrono::seconds time)
     {
         world.pass(time);
@@ -42,7 +38,7 @@ TEST_F(SignInsTest, whatIsRefusedWaitsForItsUserAtItsServiceAndGoesOnByItself)
                 account = other;
                 EXPECT_EQ(stateAfter(id, 100s), waiting);
             }
-            EXPECT_EQ(runs(kind), times);
+            EXPECT_EQ(kind == Item::Kind::upload ? uploads.requests.size() : downloads.requests.size(), times);
             account = ada;
         }
         EXPECT_EQ(stateAfter(id, 5s), "done");
@@ -51,7 +47,7 @@ TEST_F(SignInsTest, whatIsRefusedWaitsForItsUserAtItsServiceAndGoesOnByItself)
     EXPECT_EQ(downloads.requests[2].destination, downloads.requests[0].destination) << "into another file";
 }
 
-TEST_F(SignInsTest, aRefusalOfAUserWhomThePlatformKnowsStandsTheSecondTime)
+TEST_F(SignInsTest, aRefusalStandsTheSecondTimeWhereThePlatformKnowsTheUserAndAtOnceWhereNobodyCanSignIn)
 {
     isKnown = true;
     for (auto kind : kinds) {
@@ -60,11 +56,8 @@ TEST_F(SignInsTest, aRefusalOfAUserWhomThePlatformKnowsStandsTheSecondTime)
         const auto refused = begin(kind, {platformSays(401), platformSays(401)});
         EXPECT_EQ(stateAfter(refused, 5s), "failed: The platform says 401.");
     }
-}
-
-TEST_F(SignInsTest, nobodyWaitsWhereNobodyCanSignIn)
-{
-    account.reset();
+    account.reset(); // nobody can sign in
+    isKnown = false;
     for (auto kind : kinds)
         EXPECT_EQ(stateAfter(begin(kind, {platformSays(401)}), 2s), "failed: The platform says 401.");
 }
