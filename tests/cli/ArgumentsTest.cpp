@@ -99,14 +99,6 @@ TEST(Arguments, areAnsweredWithWhatIsWrong)
     EXPECT_THAT(answerTo("\x1b[2Jboo"), Not(HasSubstr("\x1b"))) << "the user's own words must not reach a terminal raw";
 }
 
-TEST(Arguments, offerHelpForTheProgramAndForEachCommand)
-{
-    EXPECT_THAT(answerTo("--help"), AllOf(HasSubstr("Exit status"), HasSubstr("upload-bin")));
-    EXPECT_THAT(answerTo("upload --help"), AllOf(HasSubstr("--confirmed"), HasSubstr("ORG PROJECT DELIVERABLE FILE")));
-    EXPECT_EQ(answerTo("--version"), "palvera-cli 1.2.3\n");
-    EXPECT_FALSE(std::get<TextAnswer>(read("--help")).isError);
-}
-
 } // namespace
 
 } // namespace palvera::cli

@@ -74,13 +74,11 @@ TEST(UpdateRulesTest, thePillSaysWhereTheUpdateStandsAndWhatATapDoes)
     } const rows[]{
         {Updater::Available{}, {.symbol = "arrow.down.circle", .text = "Install", .tooltip = offer}},
         {Updater::Downloading{0.009}, {.text = "0%", .percent = 0, .tooltip = offer}},
-        {Updater::Downloading{0.424}, {.text = "42%", .percent = 42, .tooltip = offer}},
         {Updater::Preparing{}, {.text = "Checking", .tooltip = offer, .isBusy = true}},
         {Updater::Ready{},
          {.symbol = "arrow.clockwise",
           .text = "Restart",
           .tooltip = "Palvera 1.5 is ready. Restart to use it; you stay signed in."}},
-        {Updater::Restarting{}, {.text = "Restarting", .tooltip = offer, .isBusy = true}},
         {Updater::Failed{"The update is damaged."},
          {.symbol = "exclamationmark.triangle.fill", .text = "Retry update", .tooltip = "The update is damaged."}}};
     for (const auto& [phase, look] : rows)
