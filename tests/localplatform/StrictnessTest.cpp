@@ -37,8 +37,6 @@ const Case calls[] = {
     {"a session with its hyphen", "POST " + bin + "/uploads/a-b/abort", '{' + upload(9) + '}'},
     {"a query where none belongs", "GET /api/orgs?x=1"},
     {"an item missing", "GET " + bin + "?prefix=a"},
-    {"items out of order", "GET " + assets + "pageSize=60&page=1&sort=newest"},
-    {"another sort", "GET " + assets + "page=1&pageSize=60&sort=oldest"},
     {"an optional item that is empty", "GET " + bin + "?limit=100&q="},
     {"an unescaped hyphen in a query", "GET " + bin + "?limit=100&q=a-b"},
     {"a cursor that was not given out", "GET " + bin + "?limit=100&cursor=5"},

@@ -18,11 +18,7 @@ TEST_F(OperationsTest, eachIsOneRequest)
     const BinQuery noBin{.prefix = "", .search = "", .cursor = ""};
     const BinQuery someBin{.prefix = "a b/c/", .search = "x", .cursor = "=", .limit = 7};
     const auto run = [this](auto operation) { simulation.run(std::move(operation)); };
-    const struct {
-        QByteArray answer;
-        std::function<void()> call;
-        const char* request;
-    } cases[] = {
+    const std::tuple<QByteArray, std::function<void()>, const char*> cases[] = {
         {R"({"projects":[]})", [&] { run(listProjects(*api, "o 1")); }, "GET orgs/o%201/projects"},
         {R"({"deliverables":[]})", [&] { run(listDeliverables(*api, "..", "a/b?c")); },
          "GET orgs/%2E%2E/projects/a%2Fb%3Fc/deliverables"},
@@ -37,10 +33,10 @@ TEST_F(OperationsTest, eachIsOneRequest)
         {url, [&] { run(binDownloadURL(*api, "o/1", "a/b-c.mov")); },
          "GET orgs/o%2F1/bin/download?key=a%2Fb%2Dc%2Emov"},
     };
-    for (const auto& each : cases) {
-        client.answer(200, each.answer);
-        each.call();
-        EXPECT_EQ(lastRequest(), each.request);
+    for (const auto& [answer, call, request] : cases) {
+        client.answer(200, answer);
+        call();
+        EXPECT_EQ(lastRequest(), request);
     }
 }
 

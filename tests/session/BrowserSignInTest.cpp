@@ -61,11 +61,8 @@ struct BrowserSignInTest : testing::Test {
 
 TEST_F(BrowserSignInTest, endsOnceInOneWayAndKnowsWhatComesLater)
 {
-    const struct {
-        std::function<void()> end;
-        const char* ended;
-        Taken next;
-    } cases[] = {
+    const std::tuple<std::function<void()>, const char*, Taken> cases[] = {
+        // what ends it, how, and what comes of the next callback
         {[&] { EXPECT_EQ(browser.take(callback), Taken::used); }, "palvera://sign-in?grant=g", Taken::again},
         {[&] { browser.cancel(); }, "cancelled", Taken::late},
         {[&] {
