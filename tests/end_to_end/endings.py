@@ -23,7 +23,7 @@ SM.SmsGenerateClientID.restype = ICE.IceAcceptConnection.restype = Pointer
 class SessionManager:
     """The desktop's (XSMP), for one program, which registers with it."""
 
-    def __enter__(self):
+    def __init__(self):
         self.said, self.lock, self.client, self.is_ending = queue.Queue(), threading.Lock(), None, False
         others = 5 * [lambda *_: 1]  # which the program asks for nothing
         does = [self.register, *others[:4], self.take_saved, self.lose, *others[:3]]
@@ -38,10 +38,6 @@ class SessionManager:
         ICE.IceSetIOErrorHandler(admit)  # its own ends the script
         self.address = name.decode()
         threading.Thread(target=self.serve, daemon=True).start()
-        return self
-
-    def __exit__(self, *unused):
-        pass  # it goes with the script
 
     def serve(self):
         talk, status, listening = None, ctypes.c_int(), ICE.IceGetListenConnectionNumber(self.listener)
@@ -119,8 +115,8 @@ def resume_all(desktop, platform):
 
 def ended_in_every_way_and_gone_on_with():
     with Workspace() as workspace:
-        file = workspace.make_file("film.mov", 120 * PART + 123)
-        with (Display(), WindowManager(), SessionManager() as session,
+        file, session = workspace.make_file("film.mov", 120 * PART + 123), SessionManager()
+        with (Display(), WindowManager(),
               Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "500000") as platform):
             client = Client(workspace, platform.address)
             desktop = Desktop(workspace, platform.address)
