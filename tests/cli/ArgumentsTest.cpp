@@ -36,7 +36,6 @@ TEST(Arguments, makeACommand)
         {"orgs --json", {ListOrgs{}, true}},
         {"projects o", {ListProjects{"o"}}},
         {"deliverables o p", {ListDeliverables{"o", "p"}}},
-        {"assets o", {ListAssets{"o"}}},
         {"assets o --search reel --family video", {ListAssets{.org = "o", .search = "reel", .family = "video"}}},
         {"bin --folder=a/b o --search t", {ListBin{.org = "o", .folder = "a/b", .search = "t"}}},
         {"upload o p d f", {UploadFile{"o", "p", "d", "f"}}},

@@ -20,16 +20,11 @@ def dragged_killed_resumed_filed_downloaded_and_replaced():
         asked = install_portal(workspace, chosen)
         with Display(), Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "700000") as platform:
             deliver(workspace, platform, file)
-            hurry(platform)
+            platform.kill()
+            platform.options = "--part-size", str(PART)  # what is left need not take long enough to be killed in
+            platform.start()
             resume_and_replace(workspace, platform, file, chosen, asked)
         assert asked.read_text() == "Choose a file to send\n"
-
-
-def hurry(platform):
-    """What is left need not take long enough to be killed in."""
-    platform.kill()
-    platform.options = "--part-size", str(PART)
-    platform.start()
 
 
 def begin_on_row(desktop, platform, *files):

@@ -154,12 +154,6 @@ class Attacks:
         missing = "The installer is missing from this copy of the app."
         self.expect(self.bus.caller(ONE).install(), missing, "a root that anybody may write")
 
-    def knows_its_methods_alone(self):
-        for method, image in ("Prepare", None), ("PrepareWithImage", None), ("InstallWithTarget", self.good):
-            answer = self.bus.caller(ONE).start(method, image, announced={}).wait()
-            self.cases += 1
-            assert answer.failure and "No such" in answer.failure, f"{method}: {answer}"
-
     def asks_who_may(self):
         if not IS_ROOT:
             raise Skipped("needs other users")
