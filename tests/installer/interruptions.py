@@ -88,7 +88,6 @@ def main():
                 except (AssertionError, OSError) as failure:
                     tally[job, "WRONG", 0] += 1
                     print(job, fault, failure, flush=True)
-            print(job, "makes", ", ".join(f"{counts[job][name]} {name}" for name in DECISIVE + OTHERS))
     for (job, outcome, reached), count in sorted(tally.items()):
         print(f"{count:4} {job}: {outcome}, {reached} is current")
     wrong = sum(count for (_, outcome, _), count in tally.items() if outcome == "WRONG")
