@@ -1,9 +1,8 @@
 #!/usr/bin/python3
 """The path that suppliers take every day, with the real programs, as somebody takes it who has a keyboard, a pointer
-and a program that reads the screen out: a file is dragged onto a row of the list, or its deliverable, the program is
-killed in the middle, started again and told to resume; the file is filed, downloaded, shown by the file manager and
-replaced by one from the desktop's own dialog. On the way the platform forgets twice who is signed in.
-"""
+and a program that reads the screen out: a file is dragged onto a row of the list, the program is killed in the middle,
+started again and told to resume; the file is filed, downloaded, shown by the file manager and replaced by one from the
+desktop's own dialog; two more go into a folder of Uploads. Twice on the way the platform forgets who is signed in."""
 import support
 from desktop_programs import Desktop, Display, FileManager, install_portal
 from support import DONE, Client, Platform, Workspace, digest, expect, expect_filed, wait_until
@@ -87,10 +86,21 @@ def resume_and_replace(workspace, platform, file, chosen, asked):
         client.sign_in()  # of which the window learns by the cookies
         desktop.activate(desktop.BUTTON, "Deliverables")
         desktop.activate(desktop.BUTTON, "Projects")
-        desktop.open("Assets")
+        add_to_uploads(workspace, desktop)
         desktop.sign_out()
         desktop.quit()
         assert desktop.errors.read_text() == "", desktop.errors.read_text()
+
+
+def add_to_uploads(workspace, desktop):
+    files = [workspace.make_file(f"Reel {name}.mov", PART + 1, seed=name) for name in "AB"]
+    desktop.open("Assets", "Uploads", "Rushes 2025")
+    with FileManager(*files) as manager:
+        result = manager.drag_to(*desktop.middle_of(desktop.find("list item", "Day 5.mov")))
+        assert result == "copied", f"the drop was {result}"
+        for file in files:
+            wait_until(lambda: ["Date:" in node.get_description() for kind, name, node in desktop.items()
+                                if (kind, name) == ("list item", file.name)] == [True], "it is listed once, as filed")
 
 
 support.main()

@@ -65,6 +65,7 @@ TEST(UpdateRulesTest, thePillSaysWhereTheUpdateStandsAndWhatATapDoes)
         {Updater::Available{}, {.symbol = "arrow.down.circle", .text = "Install", .tooltip = offer}},
         {Updater::Downloading{0.009}, {.text = "0%", .percent = 0, .tooltip = offer}},
         {Updater::Preparing{}, {.text = "Checking", .tooltip = offer, .isBusy = true}},
+        {Updater::Restarting{}, {.text = "Restarting", .tooltip = offer, .isBusy = true}},
         {Updater::Ready{},
          {.symbol = "arrow.clockwise",
           .text = "Restart",
