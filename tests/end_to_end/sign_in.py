@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Each account of the local platform signs in in its own way, or is told why it cannot; and a sign-in that cannot be kept.
+"""Each account of the local platform signs in in its own way, or is told why not; and a sign-in that cannot be kept.
 """
 import support
 from support import DONE, FAILED, NOT_SIGNED_IN, UNREACHABLE, Client, Platform, Workspace, expect

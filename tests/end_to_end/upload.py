@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""A file goes up and is filed, whatever it is called; a whole delivery goes into the bin and comes down again. Files come
-down under their own names, in the chosen folder, beside what is there.
+"""A file goes up and is filed, whatever it is called; a whole delivery goes into the bin and comes down again. Files
+come down under their own names, in the chosen folder, beside what is there.
 """
 import os
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The installer is killed before or after a call by which it changes something, or that call fails; where one may mount,
+"""The installer is killed before or after a call by which it changes something, or that call fails. Where one may mount
 the power goes with it, and an ext4 of its own has lost all that was not synced. Whatever the call, `current` leads to a
 whole build, old or new, nothing half lies among the builds, what was said to be done is, and the next try goes through.
 
@@ -13,8 +13,8 @@ import signal
 import sys
 
 from disk import Disk
-from installation import (IS_ROOT, KEEPER, Place, check_next_try, current, digest, enter_own_place, faults_at, make_root,
-                          may_mount, names, read_counts)
+from installation import (IS_ROOT, KEEPER, Place, check_next_try, current, digest, enter_own_place, faults_at,
+                          make_root, may_mount, names, read_counts)
 
 DECISIVE, OTHERS = ("sync", "rename", "mkdir"), ("open", "write", "truncate", "unlink", "lock")
 WAYS = "cut-before", "cut-after", "ENOSPC", "EIO"
@@ -80,7 +80,7 @@ def main():
         counts = {job: site.count(job) for job in JOBS}
         # Not every file system that keeps a file keeps the folders that it is in.
         parts = [path for path in (site.root / "builds/58").rglob("*") if not path.is_symlink()]
-        assert counts["prepare"]["sync"] >= len(parts) + len(["58", "builds", ".work"]), "a file or folder is not synced"
+        assert counts["prepare"]["sync"] >= len(parts) + len(["58", "builds", ".work"]), "a file or folder is unsynced"
         for job in JOBS:
             for fault in [*faults_at(counts[job], DECISIVE, WAYS), *faults_at(counts[job], OTHERS, WAYS)[::STEP], None]:
                 try:
