@@ -36,7 +36,6 @@ TEST(Arguments, makeACommand)
         {"orgs --json", {ListOrgs{}, true}},
         {"projects o", {ListProjects{"o"}}},
         {"deliverables o p", {ListDeliverables{"o", "p"}}},
-        {"assets o", {ListAssets{"o"}}},
         {"assets o --search reel --family video", {ListAssets{.org = "o", .search = "reel", .family = "video"}}},
         {"bin --folder=a/b o --search t", {ListBin{.org = "o", .folder = "a/b", .search = "t"}}},
         {"upload o p d f", {UploadFile{"o", "p", "d", "f"}}},
@@ -97,14 +96,6 @@ TEST(Arguments, areAnsweredWithWhatIsWrong)
         EXPECT_THAT(answerTo(line), HasSubstr("\nTry: palvera-cli"));
     }
     EXPECT_THAT(answerTo("\x1b[2Jboo"), Not(HasSubstr("\x1b"))) << "the user's own words must not reach a terminal raw";
-}
-
-TEST(Arguments, offerHelpForTheProgramAndForEachCommand)
-{
-    EXPECT_THAT(answerTo("--help"), AllOf(HasSubstr("Exit status"), HasSubstr("upload-bin")));
-    EXPECT_THAT(answerTo("upload --help"), AllOf(HasSubstr("--confirmed"), HasSubstr("ORG PROJECT DELIVERABLE FILE")));
-    EXPECT_EQ(answerTo("--version"), "palvera-cli 1.2.3\n");
-    EXPECT_FALSE(std::get<TextAnswer>(read("--help")).isError);
 }
 
 } // namespace

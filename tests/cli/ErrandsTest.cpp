@@ -158,13 +158,6 @@ TEST_F(ErrandsTest, chunksInFlightAreCutOffByAnInterruption)
     EXPECT_THAT(events(), ElementsAre("interrupted a.mov"));
 }
 
-TEST(UploadErrand, namesFoldersAsThePlatformDoes)
-{
-    EXPECT_EQ(binFolder(""), std::nullopt);
-    EXPECT_EQ(binFolder("Rushes"), "Rushes/");
-    EXPECT_EQ(binFolder("Rushes/Day 1/"), "Rushes/Day 1/");
-}
-
 TEST(ExitCode, tellsFailuresApart)
 {
     const std::pair<std::exception_ptr, ExitCode> cases[] = {

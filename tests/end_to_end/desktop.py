@@ -1,16 +1,14 @@
 #!/usr/bin/python3
 """The path that suppliers take every day, with the real programs, as somebody takes it who has a keyboard, a pointer
-and a program that reads the screen out: a file is dragged onto a row of the list, or its deliverable, the program is
-killed in the middle, started again and told to resume; the file is filed, downloaded, shown by the file manager and
-replaced by one from the desktop's own dialog. And two files that go into a folder of Uploads in the same way.
-"""
+and a program that reads the screen out: a file is dragged onto a row of the list, the program is killed in the middle,
+started again and told to resume; the file is filed, downloaded, shown by the file manager and replaced by one from the
+desktop's own dialog; two more go into a folder of Uploads. Twice on the way the platform forgets who is signed in."""
 import support
 from desktop_programs import Desktop, Display, FileManager, install_portal
-from support import DONE, ORG, Client, Platform, Workspace, digest, expect, expect_filed, wait_until
+from support import DONE, Client, Platform, Workspace, digest, expect, expect_filed, wait_until
 
 ROW = "salt-row-1"
 DELIVERABLE = "Northlight Pictures", "Salt", "Picture master"
-FOLDER = "Northlight Pictures", "Assets", "Uploads", "Rushes 2025"
 PART = 1 << 20
 
 
@@ -21,26 +19,11 @@ def dragged_killed_resumed_filed_downloaded_and_replaced():
         asked = install_portal(workspace, chosen)
         with Display(), Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "700000") as platform:
             deliver(workspace, platform, file)
-            hurry(platform)
+            platform.kill()
+            platform.options = "--part-size", str(PART)  # what is left need not take long enough to be killed in
+            platform.start()
             resume_and_replace(workspace, platform, file, chosen, asked)
         assert asked.read_text() == "Choose a file to send\n"
-
-
-def hurry(platform):
-    """What is left need not take long enough to be killed in."""
-    platform.kill()
-    platform.options = "--part-size", str(PART)
-    platform.start()
-
-
-def begin(desktop, platform, file):
-    desktop.open(*DELIVERABLE)
-    zone = desktop.middle_of(desktop.find("panel|grouping", "Drop a file here"))
-    with FileManager(file) as files:
-        result = files.drag_to(*zone)
-        assert result == "copied", f"the drop was {result}"
-        desktop.find("heading|label|static|text", "Uploading")  # until then the file is still to be fetched
-    wait_until(lambda: platform.stored_parts(ROW) > 10, "parts in storage")
 
 
 def begin_on_row(desktop, platform, *files):
@@ -62,6 +45,13 @@ def deliver(workspace, platform, file):
         assert desktop.start_again() == 0, "a second start does not hand over to the first"
         begin_on_row(desktop, platform, file, workspace.make_file("left out.mov", 1))
         assert desktop.says("upload, running"), "the panel has not opened"
+        platform.expire()
+        desktop.find(".*", "Your sign-in has expired. Sign in again.")
+        wait_until(lambda: desktop.says("Waiting for you to sign in"), "the panel says what it waits for")
+        before = platform.stored_parts(ROW)
+        desktop.focus()
+        desktop.sign_in(support.EMAIL, support.PASSWORD)
+        wait_until(lambda: platform.stored_parts(ROW) > before, "it goes on by itself")
         desktop.process.kill()
 
 
@@ -69,7 +59,8 @@ def resume_and_replace(workspace, platform, file, chosen, asked):
     client, folder = Client(workspace, platform.address), workspace.path / "Downloads"
     folder.mkdir()
     expect(DONE, client.run("downloads-folder", folder))
-    assert client.journal(ROW), "no journal is left"
+    confirmed = client.recorded_parts(ROW)
+    assert 10 <= len(confirmed) < 61, confirmed
     with Desktop(workspace, platform.address) as desktop:
         desktop.find("heading", "Choose a client")
         desktop.activate(desktop.BUTTON, "Show")
@@ -77,7 +68,8 @@ def resume_and_replace(workspace, platform, file, chosen, asked):
         desktop.activate(desktop.BUTTON, f"Resume {file.name}")
         wait_until(lambda: platform.is_filed(ROW, file) and not client.journal(ROW), "the file is filed")
         assert len(platform.uploads(ROW)) == 1, "it was not resumed but sent again"
-        expect_filed(platform, client, ROW, file)
+        sent = expect_filed(platform, client, ROW, file)["parts"]
+        assert all(sent[number]["times"] == 1 for number in confirmed), "a confirmed part was sent again"
         desktop.open(*DELIVERABLE)
         desktop.find("heading", "Filed against this deliverable")
         desktop.activate(desktop.BUTTON, "Download")
@@ -90,81 +82,25 @@ def resume_and_replace(workspace, platform, file, chosen, asked):
         asked.unlink()
         desktop.activate_until(desktop.BUTTON, "Choose a file", asked.exists)
         wait_until(lambda: platform.is_filed(ROW, chosen), "the chosen file is filed")
+        platform.expire()
+        client.sign_in()  # of which the window learns by the cookies
         desktop.activate(desktop.BUTTON, "Deliverables")
+        desktop.activate(desktop.BUTTON, "Projects")
+        add_to_uploads(workspace, desktop)
         desktop.sign_out()
         desktop.quit()
         assert desktop.errors.read_text() == "", desktop.errors.read_text()
 
 
-def signed_in_again_in_the_middle_of_an_upload_and_by_another_program():
-    with Workspace() as workspace:
-        file = workspace.make_file("film.mov", 60 * PART + 123)
-        with (Display(), Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "700000") as platform,
-              Desktop(workspace, platform.address) as desktop):
-            client = Client(workspace, platform.address)
-            desktop.sign_in(support.EMAIL, support.PASSWORD)
-            begin(desktop, platform, file)
-            platform.expire()
-            desktop.find(".*", "Your sign-in has expired. Sign in again.")
-            wait_until(lambda: desktop.says("Waiting for you to sign in"), "the panel says what it waits for")
-            confirmed = set(client.journal(ROW)["done"])
-            assert 10 <= len(confirmed) < 61, confirmed
-            desktop.focus()
-            desktop.sign_in(support.EMAIL, support.PASSWORD)
-            desktop.find("heading", DELIVERABLE[-1])
-            wait_until(lambda: platform.is_filed(ROW, file) and not client.journal(ROW), "the file is filed")
-            sent = expect_filed(platform, client, ROW, file)["parts"]
-            assert all(sent[number]["times"] == 1 for number in confirmed), "a confirmed part was sent again"
-            platform.expire()
-            client.sign_in()
-            desktop.activate(desktop.BUTTON, "Deliverables")
-            desktop.activate(desktop.BUTTON, "Projects")
-            desktop.activate("list item", "Assets")
-            desktop.find("heading", "Assets")
-            desktop.process.terminate()  # as the end of a session does
-            assert desktop.process.wait(support.PATIENCE) == 0
-            assert desktop.errors.read_text() == "", desktop.errors.read_text()
-
-
-def two_masters_added_to_uploads_killed_resumed_and_downloaded():
-    with Workspace() as workspace:
-        files = [workspace.make_file(f"Reel {name}.mov", 30 * PART + 1, seed=name) for name in "AB"]
-        folder = workspace.path / "Downloads"
-        folder.mkdir()
-        with Display(), Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "700000") as platform:
-            def sent():
-                return {upload["filename"]: len(upload["parts"]) for upload in platform.state()["uploads"]}
-
-            with Desktop(workspace, platform.address) as desktop:
-                desktop.sign_in(support.EMAIL, support.PASSWORD)
-                desktop.open(*FOLDER)
-                with FileManager(*files) as manager:
-                    result = manager.drag_to(*desktop.middle_of(desktop.find("list item", "Day 5.mov")))
-                    assert result == "copied", f"the drop was {result}"
-                    wait_until(lambda: all(sent().get(file.name, 0) > 5 for file in files), "parts of both")
-                desktop.find("list item", "Reel B.mov")
-                desktop.process.kill()
-            hurry(platform)
-            client = Client(workspace, platform.address)
-            expect(DONE, client.run("downloads-folder", folder))
-            with Desktop(workspace, platform.address) as desktop:
-                desktop.find("heading", "Choose a client")
-                desktop.activate(desktop.BUTTON, "Show")
-                for file in files:
-                    desktop.activate(desktop.BUTTON, f"Resume {file.name}")
-                desktop.open(*FOLDER)
-                listed = wait_until(lambda: not list(client.journals().glob("*.json")) and [
-                    record for record in client.run("bin", ORG, "--folder", "Rushes 2025/", "--json").records()
-                    if record.get("key", "").rsplit("/", 1)[-1] in sent()], "both are in the bin")
-                assert len(listed) == len(sent()) == 2, "one was sent again"
-                for file in files:
-                    wait_until(lambda: any(kind == "list item" and name == file.name and "Date:" in node.get_description()
-                                           for kind, name, node in desktop.items()), "the list has it, too")
-                    desktop.activate("list item", file.name)
-                    wait_until(lambda: (folder / file.name).exists() and len(list(folder.iterdir())) == 1 + files.index(file)
-                               and digest(folder / file.name) == digest(file), "the same bytes come down")
-                desktop.quit()
-                assert desktop.errors.read_text() == "", desktop.errors.read_text()
+def add_to_uploads(workspace, desktop):
+    files = [workspace.make_file(f"Reel {name}.mov", PART + 1, seed=name) for name in "AB"]
+    desktop.open("Assets", "Uploads", "Rushes 2025")
+    with FileManager(*files) as manager:
+        result = manager.drag_to(*desktop.middle_of(desktop.find("list item", "Day 5.mov")))
+        assert result == "copied", f"the drop was {result}"
+        for file in files:
+            wait_until(lambda: ["Date:" in node.get_description() for kind, name, node in desktop.items()
+                                if (kind, name) == ("list item", file.name)] == [True], "it is listed once, as filed")
 
 
 support.main()

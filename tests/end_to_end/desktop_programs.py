@@ -84,13 +84,6 @@ class Desktop:
                                           stderr=subprocess.DEVNULL).returncode == 0,  # a window may just have gone
                    "the window has the keyboard")
 
-    def is_active(self):
-        def look():
-            active = subprocess.run(["xdotool", "getactivewindow", "getwindowpid"], capture_output=True, text=True)
-            return active.stdout.split() == [str(self.process.pid)]
-
-        return wait_until(look, "the window is active")
-
     def quit(self):
         self.focus()
         self.press("ctrl+q")

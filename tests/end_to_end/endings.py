@@ -1,8 +1,11 @@
 #!/usr/bin/python3
 """Every way in which the program comes to its end while a master is on its way, and what the next start makes of it."""
-import os
+import ctypes
+import queue
+import select
 import signal
 import subprocess
+import threading
 
 import support
 from desktop_programs import Desktop, Display, FileManager, WindowManager
@@ -11,27 +14,75 @@ from support import Client, Platform, Workspace, wait_until
 ROW = "salt-row-1"
 DELIVERABLE = "Northlight Pictures", "Salt", "Picture master"
 PART = 1 << 20
+SM, ICE, Pointer = ctypes.CDLL("libSM.so.6"), ctypes.CDLL("libICE.so.6"), ctypes.c_void_p
+CALLBACK = ctypes.CFUNCTYPE(ctypes.c_int, *5 * [Pointer])  # of which some take fewer
+ICE.IceGetListenConnectionString.restype = ctypes.c_char_p
+SM.SmsGenerateClientID.restype = ICE.IceAcceptConnection.restype = Pointer
 
 
 class SessionManager:
-    """The desktop's, for one program, which registers with it."""
+    """The desktop's (XSMP), for one program, which registers with it."""
 
-    def __enter__(self):
-        self.process = subprocess.Popen([os.environ["PALVERA_SESSION_MANAGER"]], stdin=subprocess.PIPE,
-                                        stdout=subprocess.PIPE, text=True)
-        self.address = self.hear()
-        return self
+    def __init__(self):
+        self.said, self.lock, self.client, self.is_ending = queue.Queue(), threading.Lock(), None, False
+        others = 5 * [lambda *_: 1]  # which the program asks for nothing
+        does = [self.register, *others[:4], self.take_saved, self.lose, *others[:3]]
+        self.callbacks = [CALLBACK(each) for each in (*does, self.accept, lambda *_: 1)]
+        error, count, listeners = ctypes.create_string_buffer(256), ctypes.c_int(), ctypes.POINTER(Pointer)()
+        accept, admit = self.callbacks[-2:]
+        assert SM.SmsInitialize(b"stand-in", b"1", accept, None, admit, len(error), error), error.value
+        assert ICE.IceListenForConnections(ctypes.byref(count), ctypes.byref(listeners), len(error), error), error.value
+        names = {ICE.IceGetListenConnectionString(Pointer(each)): Pointer(each) for each in listeners[:count.value]}
+        name, self.listener = next(each for each in names.items() if each[0].startswith(b"local/"))
+        ICE.IceSetHostBasedAuthProc(self.listener, admit)
+        ICE.IceSetIOErrorHandler(admit)  # its own ends the script
+        self.address = name.decode()
+        threading.Thread(target=self.serve, daemon=True).start()
 
-    def __exit__(self, *unused):
-        self.process.kill()
-        self.process.communicate()
+    def serve(self):
+        talk, status, listening = None, ctypes.c_int(), ICE.IceGetListenConnectionNumber(self.listener)
+        while True:
+            ready = select.select([listening, *([ICE.IceConnectionNumber(talk)] if talk else [])], [], [])[0]
+            with self.lock:
+                if listening in ready:
+                    talk = Pointer(ICE.IceAcceptConnection(self.listener, ctypes.byref(status)))
+                elif ICE.IceProcessMessages(talk, None, None):
+                    ICE.IceCloseConnection(talk)
+                    talk = None
+
+    def accept(self, connection, data, mask, callbacks, reason):
+        ctypes.cast(mask, ctypes.POINTER(ctypes.c_ulong))[0] = (1 << 10) - 1
+        places = ctypes.cast(callbacks, ctypes.POINTER(Pointer))  # each with a pointer to data of its own
+        for number, callback in enumerate(self.callbacks[:10]):
+            places[2 * number] = ctypes.cast(callback, Pointer)
+        return 1
+
+    def register(self, connection, *unused):
+        self.client = Pointer(connection)
+        SM.SmsRegisterClientReply(self.client, Pointer(SM.SmsGenerateClientID(self.client)))
+        SM.SmsSaveYourself(self.client, 1, False, 0, False)  # a manager's first word
+        self.said.put("registered")
+        return 1
+
+    def take_saved(self, connection, data, success, *unused):
+        self.said.put("saved" if success else "not saved")
+        (SM.SmsDie if self.is_ending else SM.SmsSaveComplete)(self.client)
+        return 1
+
+    def lose(self, *unused):
+        self.said.put("gone")
+        return 1
 
     def hear(self):
-        return self.process.stdout.readline().strip()
+        return self.said.get(timeout=support.PATIENCE)
 
     def ask_to(self, what):
-        self.process.stdin.write(what + "\n")
-        self.process.stdin.flush()
+        """"end" or "cancel": what became of asking the program to save itself before the session ends."""
+        with self.lock:
+            self.is_ending = what == "end"
+            SM.SmsSaveYourself(self.client, 2, True, 2, False)  # all of it, and it may ask the user
+            if not self.is_ending:
+                SM.SmsShutdownCancelled(self.client)
         return self.hear()
 
 
@@ -64,8 +115,8 @@ def resume_all(desktop, platform):
 
 def ended_in_every_way_and_gone_on_with():
     with Workspace() as workspace:
-        file = workspace.make_file("film.mov", 120 * PART + 123)
-        with (Display(), WindowManager(), SessionManager() as session,
+        file, session = workspace.make_file("film.mov", 120 * PART + 123), SessionManager()
+        with (Display(), WindowManager(),
               Platform(workspace, "--part-size", str(PART), "--bytes-per-second", "500000") as platform):
             client = Client(workspace, platform.address)
             desktop = Desktop(workspace, platform.address)

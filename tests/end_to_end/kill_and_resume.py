@@ -47,9 +47,9 @@ class Upload:
         return next((journal.stem for journal in self.client.journals().glob("*.json")), None)
 
     def arguments(self):
-        """Resumes by key where there is a journal, as often as it sends the file again: both go on from it."""
+        """Resumes where there is a journal, as often as it sends the file again: both go on from it."""
         if self.key() and (self.is_done() or chance.random() < 0.5):
-            return ["resume", self.key()]
+            return ["resume", chance.choice((self.key(), "--all"))]
         return ["upload", ORG, PROJECT, self.row, self.file] if self.row else ["upload-bin", ORG, self.file]
 
     def check_nothing_is_sent_again(self):

@@ -10,9 +10,6 @@ import tempfile
 NOBODY = 65534
 # The display's server needs a folder that everybody may use.
 OPEN_TMP = ["unshare", "--mount", "sh", "-c", 'mount -t tmpfs -o mode=1777 tmpfs /tmp && exec "$@"', "sh"]
-SMALL_DISK = pathlib.Path("/tmp/small") # of 4 MiB, for everybody
-WITH_SMALL_DISK = ["unshare", "--mount", "sh", "-c", "mount -t tmpfs -o mode=1777 tmpfs /tmp && mkdir /tmp/small && "
-                   'mount -t tmpfs -o mode=1777,size=4m tmpfs /tmp/small && exec "$@"', "sh"]
 DROP = ["setpriv", f"--reuid={NOBODY}", f"--regid={NOBODY}", "--clear-groups"]
 
 
@@ -25,9 +22,9 @@ def can_run(*command):
     return subprocess.run([*map(str, command)], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0
 
 
-def leave_root(*variables, small_disk=False):
+def leave_root(*variables):
     """Goes on in another process, with the scripts, and the programs that these variables name, where that user can
-    read them. A small disk, if it can be had, is that at SMALL_DISK."""
+    read them."""
     if os.geteuid() != 0:
         return
     here = pathlib.Path(sys.argv[0]).resolve().parent
@@ -42,8 +39,6 @@ def leave_root(*variables, small_disk=False):
     opened = [] if os.stat("/tmp").st_mode & 1 else OPEN_TMP
     if opened and not can_run(*opened, "true"):
         skip("/tmp is closed to other users")
-    if small_disk and can_run(*WITH_SMALL_DISK, "true"):
-        opened = WITH_SMALL_DISK
     try:
         shutil.copytree(here, place / "scripts")
         moved = {name: shutil.copy(os.environ[name], place) for name in variables}

@@ -24,7 +24,7 @@ PLATFORM = os.environ["PALVERA_LOCAL_PLATFORM"]
 EMAIL, PASSWORD = "hana@kestrel.example", "open-sesame"
 ORG, PROJECT = "org-northlight", "salt"
 
-DONE, FAILED, USAGE, NOT_SIGNED_IN, CONFIRM, UNREACHABLE, DISK_FULL, INTERRUPTED = 0, 1, 2, 3, 4, 5, 6, 130
+DONE, FAILED, USAGE, NOT_SIGNED_IN, UNREACHABLE, DISK_FULL, INTERRUPTED = 0, 1, 2, 3, 5, 6, 130
 
 # A command that takes longer has hung. Sanitizers and two busy cores are slow.
 PATIENCE = 120

@@ -1,14 +1,13 @@
 #!/usr/bin/env python3
-"""A file goes up and is filed, whatever it is called and though the platform goes away on the way; a whole delivery
-goes into the bin and comes down again.
+"""A file goes up and is filed, whatever it is called; a whole delivery goes into the bin and comes down again. Files
+come down under their own names, in the chosen folder, beside what is there.
 """
 import os
-import time
 
 import support
-from support import DONE, FAILED, ORG, PROJECT, digest, expect, expect_filed, signed_in, wait_until
+from support import DONE, FAILED, ORG, PROJECT, digest, expect, expect_filed, signed_in
 
-PART = 1 << 20
+PART, CHUNK = 1 << 20, 33_554_432
 NAMES = {
     "salt-row-1": "Mäster 100%20 “v2” #1?&+.mov",
     "salt-row-7": "[a,b].wav",
@@ -24,50 +23,16 @@ def files_with_odd_names_are_filed_as_they_are():
             result = expect(DONE, client.upload(row, file))
             assert result.error == "" and "\r" not in result.out and len(result.out.splitlines()) == 2, result
             upload = expect_filed(platform, client, row, file)
-            rows = expect(DONE, client.run("deliverables", ORG, PROJECT, "--json")).records()
-            spec = next(record["spec"] for record in rows if record["id"] == row)
-            assert spec["assetFilename"] == name and spec["assetBytes"] == str(size), spec
             assert len(upload["parts"]) == -(-size // PART) and all(
                 part["times"] == 1 for part in upload["parts"].values()), upload
 
 
-def a_name_that_is_no_utf8_is_sent_and_found_again():
-    row, part = "salt-row-1", 100_000
-    slow = {"operation": "put", "times": 0, "latencyMs": 400}
-    with signed_in("--part-size", str(part), rules=[slow]) as (workspace, platform, client):
-        file = workspace.make_file(os.fsdecode(b"Reel \xff\xe4\xf6.mov"), 60 * part)
-        for path in file, workspace.path / os.fsdecode(b"Reel \xff.mov"):  # renamed meanwhile
-            if not path.exists():
-                file.rename(path)
-            process = client.start("resume" if client.journal(row) else "upload", *(
-                [row] if client.journal(row) else [ORG, PROJECT, row, path]))
-            before = platform.stored_parts(row)
-            wait_until(lambda: platform.stored_parts(row) > before + 8, "parts")
-            process.kill()
-            process.wait()
-        platform.break_with()
-        result = expect(DONE, client.run("resume", row))
-        assert "Reel \ufffd.mov" in result.out, result
-        [sent] = platform.uploads(row)
-        assert sent["filed"] and sent["filename"] == "Reel \ufffd\ufffd\ufffd.mov", sent
-        assert digest(sent["path"]) == digest(path)
-
-
-def away_for_a_moment_the_upload_waits_and_goes_on():
-    row, part, parts = "salt-row-1", 100_000, 60
-    slow = {"operation": "put", "times": 0, "latencyMs": 400}
-    with signed_in("--part-size", str(part), rules=[slow]) as (workspace, platform, client):
-        file = workspace.make_file("Reel 1.mov", part * parts - 1)
-        process = client.start("upload", ORG, PROJECT, row, file)
-        wait_until(lambda: platform.stored_parts(row) >= 10, "ten parts")
-        platform.kill()
-        time.sleep(1.5)
-        platform.start()
-        expect(DONE, client.finish(process))
-        upload = expect_filed(platform, client, row, file)
-        assert len(platform.uploads(row)) == 1, "the upload was started afresh"
-        times = sum(part["times"] for part in upload["parts"].values())
-        assert times <= parts + 8, "more than what was in flight is sent twice"
+def a_name_that_is_no_utf8_is_sent_as_far_as_it_is():
+    with signed_in() as (workspace, platform, client):
+        file = workspace.make_file(os.fsdecode(b"Reel \xff\xe4\xf6.mov"), 1000)
+        expect(DONE, client.upload("salt-row-1", file))
+        [sent] = platform.uploads("salt-row-1")
+        assert sent["filename"] == "Reel \ufffd\ufffd\ufffd.mov" and digest(sent["path"]) == digest(file), sent
 
 
 def a_whole_delivery_goes_into_the_bin_and_comes_down():
@@ -92,6 +57,26 @@ def a_whole_delivery_goes_into_the_bin_and_comes_down():
         assert {event["key"] for event in result.events("done")} == set(arriving), result
         assert {file.name: digest(file) for file in folder.iterdir()} == {
             file.name: digest(file) for file in arriving.values()}
+
+
+def filed_files_come_down_beside_what_is_there_and_into_the_downloads_folder():
+    with signed_in() as (workspace, platform, client):
+        folder = workspace.path / "down"
+        folder.mkdir()
+        file = workspace.make_file("Naïve reel 100%.mov", 2 * CHUNK + 7)
+        (folder / file.name).write_bytes(b"precious")
+        expect(DONE, client.upload("salt-row-1", file))
+        done = expect(DONE, client.run("download", ORG, PROJECT, "salt-row-1", "--to", folder, "--json"))
+        event, numbered = done.events("done")[0], folder / "Naïve reel 100% 2.mov"
+        assert (event["key"], event["file"], event["bytes"]) == (
+            "salt-row-1", str(numbered), file.stat().st_size), event
+        assert done.events("progress")[-1]["sent"] == file.stat().st_size, done
+        assert digest(numbered) == digest(file) and (folder / file.name).read_bytes() == b"precious"
+        expect(FAILED, client.run("download", ORG, PROJECT, "salt-row-1"))
+        expect(DONE, client.run("downloads-folder", folder))
+        assert client.run("downloads-folder").out == f"{folder}\n"
+        expect(DONE, client.run("download", ORG, PROJECT, "salt-row-1"))
+        assert digest(folder / "Naïve reel 100% 3.mov") == digest(file) and len(list(folder.iterdir())) == 3
 
 
 support.main()

@@ -36,40 +36,37 @@ protected:
     const QString m_root = m_folder.path();
 };
 
-struct SweepCase {
-    std::vector<qint64> builds;
-    qint64 current, next;
-    std::vector<qint64> running;
-    QStringList kept;
-};
-
 TEST_F(BuildsFolderTest, keepsWhatCanBeGoneBackToAndWhatRuns)
 {
-    for (const auto& each : std::vector<SweepCase>{{{57}, 57, 57, {}, {"57"}},
-                                                   {{56, 57, 58}, 57, 58, {56}, {"56", "57", "58"}},
-                                                   {{9, 57, 58, 100}, 57, 100, {}, {"100", "57"}},
-                                                   {{9, 57, 58, 100}, 58, 58, {9}, {"100", "57", "58", "9"}},
-                                                   {{1, 2, 3}, 4, 3, {}, {"2", "3"}},
-                                                   {{3}, 0, 3, {}, {"3"}}}) {
+    using Numbers = std::vector<qint64>;
+    const std::tuple<Numbers, qint64, qint64, Numbers, QStringList> cases[]{
+        // the builds, the current one and the next, which of them run, and what is kept
+        {{57}, 57, 57, {}, {"57"}},
+        {{56, 57, 58}, 57, 58, {56}, {"56", "57", "58"}},
+        {{9, 57, 58, 100}, 57, 100, {}, {"100", "57"}},
+        {{9, 57, 58, 100}, 58, 58, {9}, {"100", "57", "58", "9"}},
+        {{1, 2, 3}, 4, 3, {}, {"2", "3"}},
+        {{3}, 0, 3, {}, {"3"}}};
+    for (const auto& [builds, now, next, running, kept] : cases) {
         QDir(m_root + "/builds").removeRecursively();
-        for (const auto number : each.builds)
+        for (const auto number : builds)
             makeBuild(number);
         QFile::remove(m_root + "/current");
-        if (each.current > 0)
-            makeCurrent("builds/" + QByteArray::number(each.current));
+        if (now > 0)
+            makeCurrent("builds/" + QByteArray::number(now));
         std::vector<FileDescriptor> locks;
-        for (const auto number : each.running) {
+        for (const auto number : running) {
             locks.emplace_back(::open(QFile::encodeName(manifestOf(number)).constData(), O_RDONLY));
             ASSERT_EQ(::flock(locks.back().number(), LOCK_SH), 0);
         }
         {
             BuildsFolder folder(m_root);
-            if (each.next != each.current)
-                folder.switchTo(each.next);
+            if (next != now)
+                folder.switchTo(next);
             folder.sweep();
         }
-        EXPECT_EQ(namesIn(m_root + "/builds"), each.kept);
-        EXPECT_EQ(current(), QString::number(each.next));
+        EXPECT_EQ(namesIn(m_root + "/builds"), kept);
+        EXPECT_EQ(current(), QString::number(next));
         EXPECT_EQ(namesIn(m_root + "/.work"), QStringList{"lock"});
     }
 }

@@ -66,16 +66,12 @@ QByteArray textOf(const QJsonObject& object)
     return QJsonDocument(object).toJson();
 }
 
-struct FieldCase {
-    const char* name;
-    QList<QJsonValue> taken, refused; // undefined leaves the field out
-};
-
 TEST(ManifestTest, eachFieldIsOfItsTypeAndInItsRange)
 {
     const QString longest(64, 'x');
     const QJsonValue missing(QJsonValue::Undefined);
-    const QList<FieldCase> cases{
+    const std::tuple<const char*, QList<QJsonValue>, QList<QJsonValue>> cases[]{
+        // what is taken, and what is refused; undefined leaves the field out
         {"further", {"field"}, {}},
         {"product", {}, {missing, ""}},
         {"system", {}, {missing}},
@@ -99,12 +95,6 @@ TEST(ManifestTest, eachFieldIsOfItsTypeAndInItsRange)
     }
 }
 
-struct ImageCase {
-    const char* name;
-    QByteArray bytes;
-    std::optional<Refusal> refusal;
-};
-
 QByteArray good(const Publisher& publisher)
 {
     return publisher.image(textOf(fields()), payload);
@@ -117,7 +107,7 @@ TEST(ImageTest, isJudgedBeforeAnythingIsUnpacked)
     const auto changed = [&](const char* before, const char* after) {
         return QByteArray(whole).replace(before, after);
     };
-    const QList<ImageCase> cases{
+    const std::tuple<const char*, QByteArray, std::optional<Refusal>> cases[]{
         {"good", whole, std::nullopt},
         {"other key", good(other), Refusal::notSigned},
         {"other build in the manifest", changed("\"58\"", "\"99\""), Refusal::notSigned},

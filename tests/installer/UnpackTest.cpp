@@ -102,16 +102,11 @@ std::vector<Item> deepItems(int folders)
     return items;
 }
 
-struct ExtraCase {
-    const char* name;
-    std::vector<Item> extra;
-};
-
 // The name `victim/new` is free, so that O_EXCL alone saves nothing there.
 TEST_F(UnpackTest, refusesStrangeContentAndLeavesNothingOutside)
 {
     const auto outside = QFile::encodeName(m_outside.path());
-    for (const auto& [name, extra] : std::vector<ExtraCase>{
+    for (const auto& [name, extra] : std::vector<std::pair<const char*, std::vector<Item>>>{
              {"climbs", {{"../victim/new", "evil"}}},
              {"climbs in the middle", {{"lib/../../victim/new", "evil"}}},
              {"absolute", {{outside + "/victim/new", "evil"}}},
@@ -166,23 +161,15 @@ TEST_F(UnpackTest, takesFilesFoldersAndLinksThatStayInside)
     EXPECT_EQ(found.st_uid, ::geteuid());
 }
 
-struct BoundCase {
-    const char* name;
-    qint64 moreFiles, moreBytes;
-};
-
 TEST_F(UnpackTest, holdsExactlyAsMuchAsTheManifestSays)
 {
     std::vector<Item> items{{"a", QByteArray(100'000, '\0')}, {"b", "b"}};
-    for (const auto& [name, moreFiles, moreBytes] : {BoundCase{"a file more than announced", -1, 0},
-                                                     {"a file less", 1, 0},
-                                                     {"a byte more", 0, -1},
-                                                     {"a byte less", 0, 1}}) {
+    for (const auto& [moreFiles, moreBytes] : {std::pair(-1, 0), {1, 0}, {0, -1}, {0, 1}}) {
         auto manifest = manifestOf(items);
         manifest.files += moreFiles;
         manifest.unpackedSize += moreBytes;
-        EXPECT_EQ(unpackAll(manifest, archiveOf(items)), Refusal::strangeContent) << name;
-        EXPECT_LE(namesIn(m_build).size(), manifest.files) << name;
+        EXPECT_EQ(unpackAll(manifest, archiveOf(items)), Refusal::strangeContent) << moreFiles << moreBytes;
+        EXPECT_LE(namesIn(m_build).size(), manifest.files) << moreFiles << moreBytes;
         for (const auto& left : namesIn(m_build))
             QFile::remove(m_build + '/' + left);
     }

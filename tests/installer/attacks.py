@@ -3,7 +3,6 @@
 answered is a text for them, `current` leads to the build that it led to, and the next one who asks is served.
 """
 import contextlib
-import fcntl
 import json
 import os
 import pathlib
@@ -123,7 +122,6 @@ class Attacks:
         caller, announced = self.bus.caller(ONE), {"build": "58", "version": "1.5"}
         for what, data, error, options in [
                 ("other key", image(58, key=self.place.other_key), "The update is not signed by Palvera.", {}),
-                ("cut short", good[:-1], "The update is incomplete.", {}),
                 ("downgrade", image(56), OLDER, {"build": "56"}),
                 ("current build, other content", image(57), OLDER, {"build": "57"}),
                 ("other system", image(58, system="linux-other"), NOT_HERE, {}),
@@ -155,12 +153,6 @@ class Attacks:
         self.root.chmod(0o777)
         missing = "The installer is missing from this copy of the app."
         self.expect(self.bus.caller(ONE).install(), missing, "a root that anybody may write")
-
-    def knows_its_methods_alone(self):
-        for method, image in ("Prepare", None), ("PrepareWithImage", None), ("InstallWithTarget", self.good):
-            answer = self.bus.caller(ONE).start(method, image, announced={}).wait()
-            self.cases += 1
-            assert answer.failure and "No such" in answer.failure, f"{method}: {answer}"
 
     def asks_who_may(self):
         if not IS_ROOT:
@@ -253,19 +245,6 @@ class Attacks:
             self.expect(other.wait(), DONE, "the other user")
             for job in [self.bus.caller(user).start("InstallWithTarget") for user in (ONE, OTHER)]:
                 self.expect(job.wait(), DONE, "install")
-
-    def keeps_what_runs(self):
-        caller = self.bus.caller(ONE)
-        for build in 58, 59, 60:
-            self.expect(caller.prepare(self.put("image", self.place.image(build)), build), DONE, f"prepare {build}")
-            self.expect(caller.install(), DONE, f"install {build}")
-            if build == 58:
-                running = open(self.root / "builds/58/manifest.json")
-                fcntl.flock(running, fcntl.LOCK_SH)
-        assert names(self.root / "builds") == ["58", "59", "60"], names(self.root / "builds")
-        running.close()
-        self.expect(caller.install(), DONE, "install once more")
-        assert names(self.root / "builds") == ["59", "60"], names(self.root / "builds")
 
     def says_what_is_wrong_with_the_disk(self):
         if not may_mount():

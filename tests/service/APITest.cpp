@@ -12,18 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-struct APITest : ServiceTest {
-    /// How `operation` ends that is cancelled after a second, while its request is under way.
-    std::exception_ptr cutShort(Task<void> operation)
-    {
-        client.latency = 1h;
-        Outcome<void> end;
-        simulation.run(firstOf(detail::keepOutcome(std::move(operation), end), simulation.clock.sleep(1s)));
-        EXPECT_EQ(simulation.clock.elapsed(), 1s);
-        EXPECT_FALSE(simulation.clock.advanceToNextWake()) << "the request is under way still";
-        return end.failure;
-    }
-};
+using APITest = ServiceTest;
 
 TEST_F(APITest, servesTheSiteUnlessTheEnvironmentNamesAnAddress)
 {
@@ -68,14 +57,13 @@ TEST_F(APITest, asksForJsonAndSaysWhenItSendsSome)
     client.answer(200, "whatever it says");
     client.answer(204);
     EXPECT_EQ(simulation.run(api->send("a", "GET")), "whatever it says");
-    EXPECT_EQ(client.requests().back().headers, HttpHeaders({{"Accept", "application/json"}}));
-    EXPECT_EQ(client.requests().back().idleTimeout, 60s);
-    EXPECT_EQ(client.requests().back().totalTimeout, 120s);
-    EXPECT_TRUE(client.requests().back().asksForCompression);
-
     EXPECT_EQ(simulation.run(api->send("a", "POST", QJsonObject())), "");
-    EXPECT_EQ(client.requests().back().headers,
-              HttpHeaders({{"Accept", "application/json"}, {"Content-Type", "application/json"}}));
+    const auto& asking = client.requests().front();
+    EXPECT_EQ(asking.headers, HttpHeaders({{"Accept", "application/json"}}));
+    EXPECT_EQ(asking.idleTimeout, 60s);
+    EXPECT_EQ(asking.totalTimeout, 120s);
+    EXPECT_TRUE(asking.asksForCompression);
+    EXPECT_EQ(headerOf(client.requests().back().headers, "Content-Type"), "application/json");
 }
 
 TEST_F(APITest, everyStatusButFrom200To299IsAnError)
@@ -114,20 +102,14 @@ TEST_F(APITest, fetchDecodesTheWholeAnswerOrFails)
     EXPECT_EQ(failureOf<TransportError>(api->fetch<Orgs>("orgs")).kind(), TransportError::Kind::tls);
 }
 
-TEST_F(APITest, requestsOverlap)
-{
-    client.latency = 2s;
-    client.handler = [](const HttpRequest&) { return HttpResponse{.status = 200}; };
-    for (int count = 0; count < 3; ++count)
-        simulation.start(api->post("a"));
-    simulation.run(api->post("b"));
-    simulation.settle();
-    EXPECT_EQ(simulation.clock.elapsed(), 2s);
-}
-
 TEST_F(APITest, cancellingCutsTheRequestOff)
 {
-    EXPECT_TRUE(isCancellation(cutShort(api->post("slow"))));
+    client.latency = 1h;
+    Outcome<void> end;
+    simulation.run(firstOf(detail::keepOutcome(api->post("slow"), end), simulation.clock.sleep(1s)));
+    EXPECT_TRUE(isCancellation(end.failure));
+    EXPECT_EQ(simulation.clock.elapsed(), 1s);
+    EXPECT_FALSE(simulation.clock.advanceToNextWake()) << "the request is under way still";
 }
 
 /// Remembers on which thread it was decoded.
@@ -188,8 +170,6 @@ TEST_F(APITest, signingOutForgetsTheCookiesAtOnceAndTellsThePlatformWithThem)
         EXPECT_EQ(client.requests().back().totalTimeout, 5s);
         EXPECT_EQ(requestsAtClear, client.requests().size()) << "without its cookie it cannot end the session";
     }
-    cutShort(ignore(api->signOut()));
-    EXPECT_EQ(cookiesCleared, 4);
 }
 
 } // namespace

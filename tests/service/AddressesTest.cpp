@@ -78,16 +78,5 @@ TEST(SiteTest, isStagingUnlessLiveWasChosenAndIsKept)
     }
 }
 
-TEST(SiteTest, isNamedForPeople)
-{
-    EXPECT_EQ(signInLabel(Site::live), (SignInLabel{"Live", "Sign in to Live", false}));
-    EXPECT_EQ(signInLabel(Site::qa), (SignInLabel{"QA", "Sign in to Staging", true}));
-    EXPECT_EQ(signInLabel(QString("qa")), signInLabel(Site::qa));
-    EXPECT_EQ(signInLabel(QString("local")), (SignInLabel{"Local", "Sign in", false}));
-    EXPECT_EQ(signInLabel(QString("prod")), (SignInLabel{"Prod", "Sign in", false}));
-    for (const auto& unknown : {std::optional<QString>(), std::optional<QString>("QA")})
-        EXPECT_EQ(signInLabel(unknown), (SignInLabel{{}, "Sign in", false}));
-}
-
 } // namespace
 } // namespace palvera

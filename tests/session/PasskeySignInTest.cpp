@@ -34,12 +34,8 @@ TEST(PasskeyRules, bytesAreReadFromEitherAlphabetPaddedOrNot)
 
 TEST(PasskeyRules, aServiceMayAskForPasskeysOfItsOwnSiteAlone)
 {
-    struct Case {
-        const char* relyingParty;
-        const char* host;
-        bool isLoopback;
-        bool may;
-    } cases[] = {
+    const std::tuple<const char*, const char*, bool, bool> cases[] = {
+        // what is asked for, where, whether that is this machine, and whether it may be
         {"platform.palvera.example", "platform.palvera.example", false, true},
         {"palvera.example", "platform.palvera.example", false, true},
         {"example", "platform.palvera.example", false, false},
@@ -59,40 +55,17 @@ TEST(PasskeyRules, aServiceMayAskForPasskeysOfItsOwnSiteAlone)
         EXPECT_EQ(mayAskFor(relyingParty, host, isLoopback), may) << relyingParty << " at " << host;
 }
 
-TEST(PasskeyRules, clientDataIsWhatABrowserWrites)
+TEST(PasskeyTexts, sayWhatIsWrongAndNameEachAccount)
 {
-    EXPECT_EQ(
-        clientDataFor("MDEy-_8", "auth.palvera.example"),
-        R"({"type":"webauthn.get","challenge":"MDEy-_8","origin":"https://auth.palvera.example","crossOrigin":false})");
-}
-
-TEST(PasskeyTexts, sayWhatToDoAndWhatIsWrong)
-{
-    struct Case {
-        PasskeyPrompt prompt;
-        const char* text;
-        const char* note = "";
-    } cases[] = {
-        {{}, ""},
-        {{.kind = Kind::insert}, "Put in your security key."},
-        {{.kind = Kind::which}, "Touch the security key that you want to use."},
-        {{.kind = Kind::touch}, "Touch your security key."},
-        {{.kind = Kind::account}, "Which account?"},
-        {{.kind = Kind::pin, .triesLeft = 8}, "Enter your security key's PIN."},
-        {{.kind = Kind::pin, .triesLeft = 7, .isWrong = true},
-         "Enter your security key's PIN.",
-         "That PIN is not right. 7 tries left."},
-        {{.kind = Kind::pin, .triesLeft = -1, .isWrong = true},
-         "Enter your security key's PIN.",
-         "That PIN is not right."},
-        {{.kind = Kind::pin, .triesLeft = 1},
-         "Enter your security key's PIN.",
-         "One try left. After that the security key locks."},
+    const std::tuple<int, bool, const char*> cases[] = {
+        // how many tries are left, whether the last one was wrong, and what is said
+        {8, false, ""},
+        {7, true, "That PIN is not right. 7 tries left."},
+        {-1, true, "That PIN is not right."},
+        {1, false, "One try left. After that the security key locks."},
     };
-    for (const auto& [prompt, text, note] : cases) {
-        EXPECT_EQ(textFor(prompt), text);
-        EXPECT_EQ(noteFor(prompt), note);
-    }
+    for (const auto& [left, isWrong, note] : cases)
+        EXPECT_EQ(noteFor({.kind = Kind::pin, .triesLeft = left, .isWrong = isWrong}), note);
     EXPECT_EQ(accountsOf({.names = {"ada\n", "", "\u202E"}}), QStringList({"ada ", "Account 2", "Account 3"}));
 }
 

@@ -329,35 +329,29 @@ TEST_F(SessionTest, signingOutForgetsEverythingAtOnceAndWhatIsStillOnItsWay)
     EXPECT_EQ(session.remark(), "Signed out on this computer. The platform could not be told.");
 }
 
-TEST_F(SessionTest, theDownloadsFolderIsFoundAgainUnderAnotherName)
+TEST_F(SessionTest, theDownloadsFolderIsFoundAgainUnderAnotherNameInTheBackground)
 {
-    QDir disk(folder.path());
-    disk.mkdir("Films");
-    keepDownloadsFolder(disk.filePath("Films"));
-    EXPECT_EQ(downloadsFolder(), disk.filePath("Films"));
-    disk.rename("Films", "Masters");
-    EXPECT_EQ(downloadsFolder(), disk.filePath("Masters"));
-    disk.rmdir("Masters");
-    EXPECT_EQ(downloadsFolder(), std::nullopt);
-    for (auto none : {std::optional<QString>(), std::optional<QString>(disk.filePath("nowhere"))}) {
-        keepDownloadsFolder(folder.path());
-        keepDownloadsFolder(none);
-        EXPECT_EQ(preferences.bytes("pv.downloadsBookmark"), std::nullopt);
-    }
-}
-
-TEST_F(SessionTest, theDiskIsLookedAtInTheBackground)
-{
+    QDir folders(folder.path());
+    folders.mkdir("Films");
+    keepDownloadsFolder(folders.filePath("Films"));
+    EXPECT_EQ(downloadsFolder(), folders.filePath("Films"));
+    folders.rename("Films", "Masters");
     boost::asio::io_context disk; // held up at first, as by a network share that does not answer
     Session elsewhere(environment(disk.get_executor()));
-    keepDownloadsFolder(folder.path());
     Outcome<std::optional<QString>> found;
     simulation.start(detail::keepOutcome(elsewhere.downloadsFolder(), found));
     simulation.settle();
     EXPECT_EQ(found.value, std::nullopt);
     disk.run();
     simulation.settle();
-    EXPECT_EQ(found.value, folder.path());
+    EXPECT_EQ(found.value, folders.filePath("Masters"));
+    folders.rmdir("Masters");
+    EXPECT_EQ(downloadsFolder(), std::nullopt);
+    for (auto none : {std::optional<QString>(), std::optional<QString>(folders.filePath("nowhere"))}) {
+        keepDownloadsFolder(folder.path());
+        keepDownloadsFolder(none);
+        EXPECT_EQ(preferences.bytes("pv.downloadsBookmark"), std::nullopt);
+    }
 }
 
 } // namespace

@@ -7,15 +7,13 @@ PALVERA_LOSSES_EACH says how many calls of each class are tried, each with the l
 every one. PALVERA_FILE_SYSTEMS names how the file systems are made and mounted. Needs the right to mount.
 """
 import collections
-import fcntl
 import json
 import os
 import shutil
-import struct
-import subprocess
 import sys
 
 import injection
+from disk import Disk
 from injection import DOWNLOAD, ROWS, chosen, read_counts, site
 from support import DONE, digest, expect
 
@@ -24,42 +22,6 @@ EACH = int(os.environ.get("PALVERA_LOSSES_EACH", "1"))
 CHUNK = 33_554_432
 KINDS = {"ordered": ([], "data=ordered"), "writeback": ([], "data=writeback"), "plain": (["-O", "^has_journal"], "")}
 CHOSEN = os.environ.get("PALVERA_FILE_SYSTEMS", "ordered").split()
-CANNOT_RUN = 77
-SHUTDOWN, WITHOUT_LOG = 0x8004587D, 2  # EXT4_IOC_SHUTDOWN
-
-
-class Disk:
-    """A file system that can lose its power. It is mounted at `path`."""
-
-    def __init__(self, workspace, kind):
-        self.image, self.path = workspace.path / "image", workspace.path / "disk"
-        options, self.mounted_with = KINDS[kind]
-        self.path.mkdir()
-        with open(self.image, "wb") as image:
-            image.truncate(400 << 20)
-        subprocess.run(["mkfs.ext4", "-q", *options, self.image], check=True)
-
-    def __enter__(self):
-        options = ",".join(filter(None, ("loop", self.mounted_with)))
-        if subprocess.run(["mount", "-o", options, self.image, self.path], capture_output=True).returncode:
-            print("not run: this user may not mount a file system", flush=True)
-            sys.exit(CANNOT_RUN)
-        return self
-
-    def __exit__(self, *unused):
-        subprocess.run(["umount", self.path], check=True)
-
-    def cut(self):
-        folder = os.open(self.path, os.O_RDONLY)
-        fcntl.ioctl(folder, SHUTDOWN, struct.pack("I", WITHOUT_LOG))
-        os.close(folder)
-
-    def come_back(self):
-        self.__exit__()
-        # What a start does, too; without a journal it has much to mend.
-        checked = subprocess.run(["e2fsck", "-f", "-y", self.image], capture_output=True)
-        assert checked.returncode < 4, checked
-        self.__enter__()
 
 
 class Upload(injection.Upload):
@@ -132,7 +94,7 @@ def lose(there, disk, task, number, fault=""):
 def losses(kind, task, wrong):
     """How often each end came, and into `wrong` what was."""
     tally = collections.Counter()
-    with site() as there, Disk(there[0], kind) as disk:
+    with site() as there, Disk(there[0].path, 400, *KINDS[kind]) as disk:
         rows = iter(ROWS)
         counted, _ = lose(there, disk, task, next(rows))
         for name in CLASSES:
