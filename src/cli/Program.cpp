@@ -1,6 +1,5 @@
 #include "cli/Program.h"
 
-#include "async/Process.h"
 #include "async/TaskGroup.h"
 #include "async/TaskScope.h"
 
@@ -20,6 +19,7 @@ Program::Program(Invocation invocation, Output& output)
       m_connections(Connections::make(m_folders, m_preferences)),
       m_engines(m_folders, m_clock, m_connections),
       m_mainThread(m_connections.engine.context()),
+      m_signals(m_mainThread.executor(), [this] { m_stop->stop(); }),
       m_session({.main = m_mainThread.executor(),
                  .background = m_connections.engine.executor(),
                  .clock = m_clock,
@@ -36,7 +36,7 @@ Program::Program(Invocation invocation, Output& output)
               .clock = m_clock,
               .mainThread = m_mainThread.executor(),
               .background = m_connections.engine.executor(),
-              .stop = std::make_shared<CancelFlag>(),
+              .stop = m_stop,
               .cutOff = m_cutOff,
               .stopOnInterrupt = m_invocation.stopOnInterrupt}
 {}
@@ -52,7 +52,6 @@ Transfers::Environment Program::environment()
 
 ExitCode Program::run()
 {
-    const EndSignals signals(m_bench.mainThread, [this] { m_bench.stop->stop(); });
     m_output.remark(m_connections.api.serviceProblem());
     if (m_connections.api.isServiceExposed())
         m_output.remark(QStringLiteral("The service address that PV_API names is not encrypted: others on the way can "

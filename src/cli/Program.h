@@ -1,6 +1,7 @@
 #pragma once
 
 #include "async/MainThread.h"
+#include "async/Process.h"
 #include "cli/Commands.h"
 #include "files/Folders.h"
 #include "files/Preferences.h"
@@ -35,7 +36,9 @@ private:
     const Connections m_connections;
     TransferEngines m_engines;
     MainThread m_mainThread;
+    const std::shared_ptr<CancelFlag> m_stop = std::make_shared<CancelFlag>();
     const std::shared_ptr<CancelFlag> m_cutOff = std::make_shared<CancelFlag>();
+    const EndSignals m_signals; // what may throw comes before what begins to work
     Session m_session;
     Transfers m_transfers;
     Workbench m_bench;
