@@ -11,6 +11,8 @@
 
 namespace palvera {
 
+using namespace std::chrono_literals;
+
 /// A network in memory: remembers what it was asked and answers from a script, else through `handler`.
 class FakeHttpClient final : public HttpClient {
 public:
@@ -22,6 +24,7 @@ public:
     };
     /// How long each answer takes.
     std::chrono::nanoseconds latency{0};
+    bool isHeld = false; ///< by a limit, for all of that
 
     void answer(int status, QByteArray body = {})
     {
@@ -42,7 +45,11 @@ public:
 private:
     Task<HttpResponse> perform(HttpRequest request)
     {
-        co_await m_clock.sleep(latency);
+        for (const auto end = m_clock.now() + latency; isHeld && request.onHeld && m_clock.now() + 200ms < end;) {
+            request.onHeld();
+            co_await m_clock.sleep(200ms);
+        }
+        co_await m_clock.sleep(isHeld ? 0ns : latency);
         co_return delivered(request, respond(request));
     }
 

@@ -57,6 +57,9 @@ TEST_F(BoardTest, aPartThatCrawlsIsTakenOverTwiceAndSettledByItsLastSenderOnly)
     clock.advance(10s);
     quick.watcher->progressed(1000, 0);
     slow.watcher->progressed(100, 0);
+    slow.watcher->held();
+    EXPECT_EQ(board.takeOver(), std::nullopt) << "a limit holds it up";
+    clock.advance(1s);
     EXPECT_EQ(board.takeOver(), 2);
     EXPECT_EQ(board.takeOver(), std::nullopt) << "a body that is out may be confirmed at any moment";
     end(board, quick);
@@ -65,7 +68,7 @@ TEST_F(BoardTest, aPartThatCrawlsIsTakenOverTwiceAndSettledByItsLastSenderOnly)
     EXPECT_EQ(board.doneCount(), 1u) << "it came too late";
     for (bool again : {true, false}) {
         slow = send(board, 2, 0, 1000);
-        clock.advance(10s);
+        clock.advance(12s);
         EXPECT_EQ(board.takeOver().has_value(), again);
     }
     end(board, slow);
@@ -135,6 +138,10 @@ TEST_F(BoardTest, saysWhyNothingMovesAndNothingWhileSomethingDoes)
     EXPECT_EQ(board.trouble(clock.now()), (Trouble{"reset", 3})) << "between attempts nobody has to answer";
     second.watcher->progressed(1, 0);
     EXPECT_EQ(board.trouble(clock.now()), std::nullopt);
+    first.watcher->reset();
+    clock.advance(17s);
+    first.watcher->held();
+    EXPECT_EQ(board.trouble(clock.now()), std::nullopt) << "a limit holds it up";
 }
 
 std::optional<double> rate(const std::optional<PaceMeter::Pace>& pace)

@@ -23,6 +23,7 @@ struct Storage {
     std::function<void(const QByteArray& range, HttpResponse&)> spoil = [](const auto&, auto&) {};
     /// How long the answers take that come to a lane.
     std::function<std::chrono::milliseconds(std::size_t lane)> latency = [](auto) { return 100ms; };
+    bool isHeld = false; ///< a limit holds them up meanwhile
 
     HttpResponse answer(const QByteArray& range) const
     {
@@ -58,6 +59,7 @@ struct Life {
     {
         auto client = std::make_unique<FakeHttpClient>(world.clock);
         client->latency = storage.latency(lanes++);
+        client->isHeld = storage.isHeld;
         client->handler = [this](const HttpRequest& request) {
             EXPECT_EQ(request.url.chopped(renewals), "http://storage.test/object?signature=a%2Fb");
             const auto& range = request.headers.front().second;
@@ -190,6 +192,11 @@ TEST_F(DownloaderTest, aChunkThatCrawlsIsFetchedByALaneThatIsDone)
     EXPECT_EQ(download(), "");
     EXPECT_LT(life->world.clock.elapsed(), 2s + (2s + 300ms + 2s) + 2s);
     EXPECT_EQ(life->ranges.count("bytes=3000-3999"), 1);
+    expectWhole();
+    storage.isHeld = true;
+    EXPECT_EQ(download(), "");
+    EXPECT_GT(life->world.clock.elapsed(), 60s) << "what a limit holds up does not crawl";
+    EXPECT_FALSE(std::ranges::any_of(life->progress, [](const auto& now) { return now.trouble.has_value(); }));
     expectWhole();
 }
 

@@ -136,9 +136,10 @@ TEST(UploadTroubleTest, aStallIsNoticedBetweenTwentyAndTwentyTwoSecondsAfterTheL
     Simulation world;
     auto watcher = std::make_shared<SendWatcher>(world.clock);
     world.start([](SendWatcher& moving, Clock& clock) -> Task<void> {
-        for (int i = 0; i < 4; ++i) { // until 60 s; a count that stays while the connection drains is movement too
+        for (int i = 0; i < 4;
+             ++i) { // until 60 s; a count that stays while the connection drains, or a limit holds it, is none
             co_await clock.sleep(15s);
-            moving.progressed(50, 0);
+            i == 3 ? moving.held() : moving.progressed(50, 0);
         }
     }(*watcher, world.clock));
     EXPECT_THROW(world.run(watchStall(watcher, 100, world.clock)), Stalled);
