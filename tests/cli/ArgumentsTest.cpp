@@ -49,6 +49,11 @@ TEST(Arguments, makeACommand)
         {"download o p d --to x", {DownloadFiled{"o", "p", "d", "x"}}},
         {"download-bin o a/b [c,d] --to=x", {DownloadFromBin{"o", {"a/b", "[c,d]"}, "x"}}},
         {"downloads-folder x", {DownloadsFolder{"x"}}},
+        {"limit", {LimitLine{}}},
+        {"limit --up 20 --down off --hours 22:00-06:00", {LimitLine{20'000'000, 0, "22:00-06:00"}}},
+        {"limit --hours always", {LimitLine{.hours = "always"}}},
+        {"download o p d --limit-rate 0.5", {.command = DownloadFiled{"o", "p", "d"}, .limitRate = 500'000}},
+        {"resume k --limit-rate off", {.command = ResumeUploads{"k"}, .limitRate = 0}},
         {"interrupted", {ListInterrupted{}}},
         {"resume k", {ResumeUploads{"k"}}},
         {"resume --all --retry on", {ResumeUploads{}}},
@@ -86,6 +91,9 @@ TEST(Arguments, areAnsweredWithWhatIsWrong)
         {"download-bin o --to x", "KEY"},
         {"resume", "KEY or --all is required"},
         {"resume k --all", "excludes"},
+        {"limit --up 0", "--up"},
+        {"limit --hours 8-19", "--hours"},
+        {"upload o p d f --limit-rate 20M", "--limit-rate"},
         {"discard", "KEY"},
     };
     for (const auto& [line, reason] : cases) {

@@ -3,6 +3,7 @@
 come down under their own names, in the chosen folder, beside what is there.
 """
 import os
+import time
 
 import support
 from support import DONE, FAILED, ORG, PROJECT, digest, expect, expect_filed, signed_in
@@ -77,6 +78,19 @@ def filed_files_come_down_beside_what_is_there_and_into_the_downloads_folder():
         assert client.run("downloads-folder").out == f"{folder}\n"
         expect(DONE, client.run("download", ORG, PROJECT, "salt-row-1"))
         assert digest(folder / "Naïve reel 100% 3.mov") == digest(file) and len(list(folder.iterdir())) == 3
+
+
+def a_limit_that_is_chosen_or_given_holds():
+    with signed_in() as (workspace, platform, client):
+        file = workspace.make_file("reel.mov", 2_000_000)
+        down = "download", ORG, PROJECT, "salt-row-1", "--to", workspace.path
+        assert client.run("limit", "--down", "1").out == "up no limit, down 1.0 MB/s, always\n"
+        for words in ("upload", ORG, PROJECT, "salt-row-1", file, "--limit-rate", "1"), down:
+            began = time.monotonic()
+            expect(DONE, client.run(*words))
+            assert time.monotonic() - began > 1.7, words
+        assert expect(DONE, client.run("limit", "--up", "0.5", "--down", "off", "--hours", "22:00-06:00", "--json")
+                      ).records() == [{"up": 500_000, "down": None, "hours": "22:00-06:00"}]
 
 
 support.main()
