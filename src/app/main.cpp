@@ -1,4 +1,5 @@
 #include "app/Application.h"
+#include "app/Renderer.h"
 #include "app/SelfTest.h"
 #include "async/Clock.h"
 #include "async/Failure.h"
@@ -192,6 +193,7 @@ private:
 
 int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note)
 {
+    RendererChoice renderer;
     loadFonts();
     Preferences preferences(folders.preferences());
     SystemClock clock;
@@ -240,6 +242,7 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
             arrive(arrival);
     });
     const EndSignals signals(mainThread.executor(), [] { QGuiApplication::exit(0); });
+    renderer.settle();
     if (!application.show())
         return 1;
     const auto setWorking = [&] { note.setWorking(updates.copy().build()); };
@@ -251,10 +254,15 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
 }
 
 /// "--version" and "--self-test", which the installer asks before a build may become the current one: each says the
-/// version, the second only once it is sure that this build can show its screens here. Nothing for any other start.
+/// version, the second only once it is sure that this build can show its screens here. What RendererChoice asks, too.
+/// Nothing for any other start.
 std::optional<int> answer(int argc, char** argv)
 {
     const QByteArrayView question(argc == 2 ? argv[1] : "");
+    if (question == rendererQuestion) {
+        const QGuiApplication application(argc, argv);
+        return sayRenderer();
+    }
     if (question == "--self-test") {
         qputenv("QT_QPA_PLATFORM", "offscreen"); // there need be no display
         const QGuiApplication application(argc, argv);

@@ -42,6 +42,7 @@ def begin_on_row(desktop, platform, *files):
 def deliver(workspace, platform, file):
     with Desktop(workspace, platform.address) as desktop:
         desktop.sign_in(support.EMAIL, support.PASSWORD)
+        assert "libLLVM" not in desktop.mapped_files(), "OpenGL draws with the processor"
         assert desktop.start_again() == 0, "a second start does not hand over to the first"
         begin_on_row(desktop, platform, file, workspace.make_file("left out.mov", 1))
         assert desktop.says("upload, running"), "the panel has not opened"

@@ -64,7 +64,7 @@ class Desktop:
     def __init__(self, workspace, address, program=DESKTOP, home="home"):
         self.program = program
         self.environment = os.environ | support.homes(workspace.path / home, address) | {
-            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QUICK_BACKEND": "software"}
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
         self.errors = workspace.path / "errors"
 
     def __enter__(self):
@@ -83,6 +83,9 @@ class Desktop:
         wait_until(lambda: subprocess.run(give, timeout=support.PATIENCE, stdout=subprocess.DEVNULL,
                                           stderr=subprocess.DEVNULL).returncode == 0,  # a window may just have gone
                    "the window has the keyboard")
+
+    def mapped_files(self):
+        return pathlib.Path(f"/proc/{self.process.pid}/maps").read_text()
 
     def quit(self):
         self.focus()

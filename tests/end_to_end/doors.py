@@ -184,7 +184,7 @@ def a_security_key_signs_in():
 def without_a_program_one_is_started_that_knows_nothing_of_it():
     with Workspace() as workspace, Display(), Platform(workspace) as platform:
         home = workspace.path / "home"
-        environment = os.environ | support.homes(home, platform.address) | {"QT_QUICK_BACKEND": "software"}
+        environment = os.environ | support.homes(home, platform.address)
         subprocess.run([DESKTOP, "palvera://sign-in?grant=early"], env=environment, check=True,
                        stderr=subprocess.DEVNULL, timeout=support.PATIENCE)
         found = subprocess.run(["xdotool", "search", "--sync", "--onlyvisible", "--name", "Palvera", "getwindowpid"],
@@ -203,7 +203,7 @@ def the_bus_starts_the_program_and_gives_it_the_address():
         services, home = workspace.path / "share" / "dbus-1" / "services", workspace.path / "home"
         services.mkdir(parents=True)
         surroundings = support.homes(home, platform.address) | {
-            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1", "QT_QUICK_BACKEND": "software"}
+            "QT_LINUX_ACCESSIBILITY_ALWAYS_ON": "1"}
         (services / f"{ID}.service").write_text(f"[D-BUS Service]\nName={ID}\nExec=/usr/bin/env " + " ".join(
             f"{name}={value}" for name, value in surroundings.items()) + f" {DESKTOP}\n")
         os.environ["XDG_DATA_DIRS"] = f"{workspace.path / 'share'}:/usr/local/share:/usr/share"
