@@ -12,26 +12,6 @@
 
 namespace palvera {
 
-namespace {
-
-int countIn(const Preferences& preferences, const QString& key, int otherwise)
-{
-    constexpr int most = 16;
-    bool isNumber = false;
-    const int count = preferences.string(key).value_or(QString()).toInt(&isNumber);
-    return isNumber ? std::clamp(count, 1, most) : otherwise;
-}
-
-Transfers::Settings settingsIn(const Preferences& preferences)
-{
-    Transfers::Settings settings;
-    settings.uploads = countIn(preferences, QStringLiteral("pv.uploadsAtOnce"), settings.uploads);
-    settings.downloads = countIn(preferences, QStringLiteral("pv.downloadsAtOnce"), settings.downloads);
-    return settings;
-}
-
-} // namespace
-
 Application::Application(Environment environment)
     : m_environment(std::move(environment)),
       m_limits(m_environment.main),
@@ -41,9 +21,10 @@ Application::Application(Environment environment)
                  .api = m_environment.api,
                  .preferences = m_environment.preferences,
                  .network = m_environment.transfers.network}),
-      m_transfers(transfersWithSignIns(), settingsIn(m_environment.preferences)),
+      m_transfers(transfersWithSignIns(), SettingsView::transfersIn(m_environment.preferences)),
       m_updater(m_environment.updates),
-      m_endNotice(m_transfers, m_environment.notices, m_environment.isWatched),
+      m_endNotice(m_transfers, m_environment.notices,
+                  [this] { return m_environment.isWatched() || !m_root.shell()->settings()->notifies(); }),
       m_root(
           {.signIn = {.main = m_environment.main,
                       .clock = m_environment.clock,
@@ -56,6 +37,8 @@ Application::Application(Environment environment)
            .isDoorAsked = m_environment.isDoorAsked,
            .updater = m_updater,
            .files = m_environment.files,
+           .shares = m_environment.shares,
+           .logFile = m_environment.logFile,
            .startRemark = m_environment.startRemark})
 {
     QObject::connect(&m_root, &RootView::deliverableShown, &m_root, [this] {

@@ -38,6 +38,7 @@ public:
         Updater::Environment updates;
         Notices& notices;
         TransfersView::Files files;
+        QString logFile = {};     ///< of the transfers
         QString startRemark = {}; ///< see RootView
     };
 

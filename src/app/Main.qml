@@ -1,6 +1,8 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Window
 import Palvera.Controls
+import Palvera.Shell
 import Palvera.App
 
 /// The main window, and that of the transfers.
@@ -11,6 +13,34 @@ Window {
     property bool dark: false
     readonly property Window panel: transfers
     readonly property int barHeight: Theme.barHeight
+    property ProgramMenu menu: null
+    property var sheets: ({}) ///< those that have been shown, by their files
+
+    /// Made when it is first wanted, as every sheet is.
+    function showMenu() {
+        if (!menu) {
+            menu = Qt.createComponent("qrc:/qt/qml/Palvera/Shell/ProgramMenu.qml").createObject(screens, {
+                shell: model.shell
+            });
+            menu.aboutWanted.connect(() => model.about.open = true);
+            menu.checkWanted.connect(() => model.about.checkForUpdates());
+            menu.quitWanted.connect(() => root.close());
+        }
+        menu.popup(screens, screens.width - menu.width - Theme.spaceSmall, Theme.barHeight);
+    }
+
+    function showSheet() {
+        const files = {
+            [ShellModel.Settings]: "SettingsSheet.qml",
+            [ShellModel.Shortcuts]: "ShortcutsSheet.qml",
+            [ShellModel.Help]: "HelpSheet.qml"
+        };
+        const file = files[model.shell.sheet];
+        if (file && !sheets[file])
+            sheets[file] = Qt.createComponent("qrc:/qt/qml/Palvera/Shell/" + file).createObject(screens, {
+                shell: model.shell
+            });
+    }
 
     color: Theme.window
     height: 720
@@ -41,9 +71,51 @@ Window {
         value: root.dark
     }
 
+    Connections {
+        function onMenuWanted() {
+            root.showMenu();
+        }
+
+        function onSheetChanged() {
+            root.showSheet();
+        }
+
+        target: root.model.shell
+    }
+
     Shortcut {
-        sequence: "Ctrl+Q"
+        sequences: ["Ctrl+Q", "Ctrl+W"]
         onActivated: root.close()
+    }
+
+    Shortcut {
+        sequences: ["Alt+Left", "Back"]
+        onActivated: root.model.goBack()
+    }
+
+    Shortcut {
+        sequence: "F5"
+        onActivated: root.model.reload()
+    }
+
+    Shortcut {
+        sequence: "F10"
+        onActivated: root.model.shell.openMenu()
+    }
+
+    SheetShortcut {
+        sequence: "Ctrl+,"
+        sheet: ShellModel.Settings
+    }
+
+    SheetShortcut {
+        sequence: "Ctrl+?"
+        sheet: ShellModel.Shortcuts
+    }
+
+    SheetShortcut {
+        sequence: "F1"
+        sheet: ShellModel.Help
     }
 
     Shortcut {
@@ -65,6 +137,8 @@ Window {
     }
 
     RootView {
+        id: screens
+
         anchors.fill: parent
         focus: true
         model: root.model
@@ -83,6 +157,16 @@ Window {
         onAccepted: {
             answered = true;
             root.close();
+        }
+    }
+
+    component SheetShortcut: Shortcut {
+        required property int sheet
+
+        context: Qt.ApplicationShortcut // in the window of the transfers, too
+        onActivated: {
+            root.requestActivate();
+            root.model.shell.sheet = sheet;
         }
     }
 

@@ -24,6 +24,7 @@
 #include "service/Connections.h"
 #include "session/BrowserSignIn.h"
 #include "session/PasskeySignIn.h"
+#include "transfer/TransferLog.h"
 #include "transfers/TransferEngines.h"
 #include "update/UpdateRules.h"
 
@@ -226,6 +227,7 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
                              .notices = notices,
                              .files = {.showInFolder = [](const QString& path) { showInFolder(path); },
                                        .open = [](const QString& path) { openFile(path); }},
+                             .logFile = TransferLog::pathIn(folders.library),
                              .startRemark = updates.remark()});
     application.setDark(appearance.isDark());
     QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });

@@ -1,0 +1,35 @@
+#include "app/shell/Shell.h"
+
+#include <QFileInfo>
+
+namespace palvera {
+
+Shell::Shell(Environment environment, QObject* parent)
+    : QObject(parent), m_environment(std::move(environment)), m_settings(m_environment.settings)
+{}
+
+void Shell::setSheet(Sheet sheet)
+{
+    if (sheet == Sheet::Settings)
+        m_settings.refresh();
+    if (std::exchange(m_sheet, sheet) != sheet)
+        Q_EMIT sheetChanged();
+}
+
+bool Shell::hasLog() const
+{
+    return QFileInfo(m_environment.logFile).isFile();
+}
+
+void Shell::openMenu()
+{
+    Q_EMIT menuWanted();
+}
+
+void Shell::openLog()
+{
+    if (hasLog() && m_environment.open)
+        m_environment.open(m_environment.logFile);
+}
+
+} // namespace palvera
