@@ -64,7 +64,7 @@ RootView::RootView(Environment environment, QObject* parent)
                             .shares = m_environment.shares},
                .logFile = m_environment.logFile,
                .open = m_environment.files.open}),
-      m_remark(m_environment.startRemark)
+      m_remark(QStringList({m_environment.startRemark, m_environment.preferences.setAside()}).join(u' ').trimmed())
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
     connect(&m_session, &Session::stateChanged, this, &RootView::userChanged);
