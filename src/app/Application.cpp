@@ -38,6 +38,7 @@ Application::Application(Environment environment)
            .updater = m_updater,
            .files = m_environment.files,
            .shares = m_environment.shares,
+           .setAutostart = m_environment.setAutostart,
            .logFile = m_environment.logFile,
            .startRemark = m_environment.startRemark})
 {
@@ -91,7 +92,7 @@ Task<void> Application::finish()
     co_await m_transfers.suspend(); // what it still does in the background must not outlive the program
 }
 
-bool Application::show()
+bool Application::show(bool inBackground)
 {
     m_engine.setInitialProperties(
         {{QStringLiteral("model"), QVariant::fromValue(&m_root)}, {QStringLiteral("dark"), m_dark}});
@@ -101,8 +102,29 @@ bool Application::show()
         return false;
     m_place = std::make_unique<WindowPlace>(*m_window, m_environment.preferences, QStringLiteral("pv.window"));
     placePanel();
-    m_window->show();
+    QObject::connect(m_root.shell()->settings(), &SettingsView::changed, m_window, [this] { followTray(); });
+    followTray();
+    if (!inBackground || !m_tray)
+        m_window->show();
     return true;
+}
+
+void Application::followTray()
+{
+    const bool isWanted = m_environment.makeTray && m_root.shell()->settings()->isInBackground();
+    if (isWanted == bool(m_tray))
+        return;
+    m_tray.reset();
+    m_root.shell()->setTray(false);
+    if (!isWanted)
+        return;
+    m_tray = m_environment.makeTray(
+        {.show = [this] { arrive({}); }, .quit = [this] { QMetaObject::invokeMethod(m_window, "leave"); }});
+    QObject::connect(m_tray.get(), &TrayItem::settled, m_window, [this] {
+        m_root.shell()->setTray(m_tray->isShown());
+        if (!m_tray->isShown()) // the only way back
+            m_window->show();
+    });
 }
 
 void Application::placePanel()

@@ -13,6 +13,7 @@ Window {
     property bool dark: false
     readonly property Window panel: transfers
     readonly property int barHeight: Theme.barHeight
+    property bool leaving: false ///< for good, not just closing
     property ProgramMenu menu: null
     property var sheets: ({}) ///< those that have been shown, by their files
 
@@ -24,9 +25,17 @@ Window {
             });
             menu.aboutWanted.connect(() => model.about.open = true);
             menu.checkWanted.connect(() => model.about.checkForUpdates());
-            menu.quitWanted.connect(() => root.close());
+            menu.quitWanted.connect(() => root.leave());
         }
         menu.popup(screens, screens.width - menu.width - Theme.spaceSmall, Theme.barHeight);
+    }
+
+    /// Ends the program, unless the user would rather not.
+    function leave() {
+        leaving = true;
+        if (!visible)
+            show(); // there may be a question
+        close();
     }
 
     function showSheet() {
@@ -49,8 +58,12 @@ Window {
     title: root.model.windowTitle
     width: 1080
     onClosing: close => {
-        close.accepted = question.answered || !root.model.transfers.moving;
-        if (!close.accepted)
+        const stays = root.model.shell.stays && !leaving;
+        close.accepted = !stays && (question.answered || !root.model.transfers.moving);
+        leaving = false;
+        if (stays)
+            hide();
+        else if (!close.accepted)
             question.open();
     }
 
@@ -84,7 +97,12 @@ Window {
     }
 
     Shortcut {
-        sequences: ["Ctrl+Q", "Ctrl+W"]
+        sequence: "Ctrl+Q"
+        onActivated: root.leave()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+W"
         onActivated: root.close()
     }
 
@@ -156,7 +174,7 @@ Window {
         title: qsTr("Quit while files are moving?")
         onAccepted: {
             answered = true;
-            root.close();
+            root.leave();
         }
     }
 

@@ -1,6 +1,7 @@
 #include "app/RootView.h"
 
 #include "async/TaskGroup.h"
+#include "files/Preferences.h"
 #include "service/API.h"
 #include "service/BrowsingOperations.h"
 #include "session/Session.h"
@@ -61,7 +62,8 @@ RootView::RootView(Environment environment, QObject* parent)
                             .preferences = m_environment.preferences,
                             .session = m_session,
                             .transfers = m_environment.transfers,
-                            .shares = m_environment.shares},
+                            .shares = m_environment.shares,
+                            .setAutostart = m_environment.setAutostart},
                .logFile = m_environment.logFile,
                .open = m_environment.files.open}),
       m_remark(QStringList({m_environment.startRemark, m_environment.preferences.setAside()}).join(u' ').trimmed())

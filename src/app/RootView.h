@@ -60,8 +60,9 @@ public:
         Updater& updater;
         TransfersView::Files files;
         LineShares shares = {};
-        QString logFile = {};     ///< of the transfers
-        QString startRemark = {}; ///< what the user should know of this start
+        std::function<void(bool starts)> setAutostart = {}; ///< see SettingsView
+        QString logFile = {};                               ///< of the transfers
+        QString startRemark = {};                           ///< what the user should know of this start
     };
 
     explicit RootView(Environment environment, QObject* parent = nullptr);

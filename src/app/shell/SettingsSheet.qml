@@ -175,6 +175,22 @@ AppDialog {
                     }
                 }
 
+                SettingGroup {
+                    title: qsTr("When the window is closed")
+
+                    SettingLine {
+                        hint: root.settings.background && !root.shell.hasTray ? qsTr("This desktop shows no tray, so that closing the window quits.") : qsTr("Palvera stays in the tray, and starts there with your session.")
+                        separated: false
+                        title: qsTr("Stay in the background")
+
+                        Choice {
+                            checked: root.settings.background
+                            text: qsTr("Stay in the background")
+                            onToggled: root.settings.background = checked
+                        }
+                    }
+                }
+
                 Words {
                     color: Theme.danger
                     text: root.settings.problem

@@ -14,6 +14,7 @@ const QString uploadsKey = QStringLiteral("pv.uploadsAtOnce");
 const QString downloadsKey = QStringLiteral("pv.downloadsAtOnce");
 const QString notifiesKey = QStringLiteral("pv.notifications");
 const QString awakeKey = QStringLiteral("pv.keepAwake");
+const QString backgroundKey = QStringLiteral("pv.background");
 constexpr double megabyte = 1'000'000;
 
 int countIn(const Preferences& preferences, const QString& key, int otherwise)
@@ -67,6 +68,7 @@ void SettingsView::refresh()
     m_atOnce = transfersIn(m_environment.preferences);
     m_limits = lineLimitsIn(m_environment.preferences);
     m_notifies = isOn(m_environment.preferences, notifiesKey);
+    m_isInBackground = m_environment.preferences.string(backgroundKey) == QStringLiteral("on");
     Q_EMIT changed();
     m_tasks.start(findFolder());
 }
@@ -189,6 +191,18 @@ void SettingsView::setKeepsAwake(bool keeps)
     m_atOnce.keepsAwake = keeps;
     m_environment.transfers.setKeepsAwake(keeps);
     keep(awakeKey, keeps);
+}
+
+void SettingsView::setInBackground(bool stays)
+{
+    m_isInBackground = stays;
+    if (stays)
+        m_environment.preferences.setString(backgroundKey, QStringLiteral("on"));
+    else
+        m_environment.preferences.remove(backgroundKey);
+    if (m_environment.setAutostart)
+        m_environment.setAutostart(stays);
+    Q_EMIT changed();
 }
 
 void SettingsView::keep(const QString& key, bool value)

@@ -30,6 +30,7 @@ class SettingsView : public QObject {
     Q_PROPERTY(QString limitTo READ limitTo NOTIFY changed)
     Q_PROPERTY(bool notifies READ notifies WRITE setNotifies NOTIFY changed)
     Q_PROPERTY(bool keepsAwake READ keepsAwake WRITE setKeepsAwake NOTIFY changed)
+    Q_PROPERTY(bool background READ isInBackground WRITE setInBackground NOTIFY changed)
     Q_PROPERTY(QString problem READ problem NOTIFY changed)
 
 public:
@@ -43,6 +44,7 @@ public:
         Session& session;
         Transfers& transfers;
         LineShares shares;
+        std::function<void(bool starts)> setAutostart = {}; ///< with the desktop's session
     };
 
     explicit SettingsView(Environment environment, QObject* parent = nullptr);
@@ -83,6 +85,10 @@ public:
     bool keepsAwake() const { return m_atOnce.keepsAwake; }
     void setKeepsAwake(bool keeps);
 
+    /// Whether the program stays when its window is closed, and starts with the session.
+    bool isInBackground() const { return m_isInBackground; }
+    void setInBackground(bool stays);
+
     /// Why the latest choice will be gone at the next start; empty when it will not.
     QString problem() const;
     /// Cuts off what is under way; see TaskScope.
@@ -108,6 +114,7 @@ private:
     LineLimits m_limits;
     std::optional<LineLimits::Hours> m_lastHours; // chosen, while they do not count
     bool m_notifies = true;
+    bool m_isInBackground = false;
 };
 
 } // namespace palvera

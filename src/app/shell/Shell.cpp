@@ -6,7 +6,9 @@ namespace palvera {
 
 Shell::Shell(Environment environment, QObject* parent)
     : QObject(parent), m_environment(std::move(environment)), m_settings(m_environment.settings)
-{}
+{
+    connect(&m_settings, &SettingsView::changed, this, &Shell::trayChanged);
+}
 
 void Shell::setSheet(Sheet sheet)
 {
@@ -19,6 +21,12 @@ void Shell::setSheet(Sheet sheet)
 bool Shell::hasLog() const
 {
     return QFileInfo(m_environment.logFile).isFile();
+}
+
+void Shell::setTray(bool shown)
+{
+    if (std::exchange(m_hasTray, shown) != shown)
+        Q_EMIT trayChanged();
 }
 
 void Shell::openMenu()

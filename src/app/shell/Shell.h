@@ -13,6 +13,8 @@ class Shell : public QObject {
     QML_UNCREATABLE("the program makes it")
     Q_PROPERTY(palvera::SettingsView* settings READ settings CONSTANT)
     Q_PROPERTY(Sheet sheet READ sheet WRITE setSheet NOTIFY sheetChanged)
+    Q_PROPERTY(bool hasTray READ hasTray NOTIFY trayChanged)
+    Q_PROPERTY(bool stays READ stays NOTIFY trayChanged)
     Q_PROPERTY(bool hasLog READ hasLog NOTIFY menuWanted)
 
 public:
@@ -32,6 +34,11 @@ public:
     Sheet sheet() const { return m_sheet; }
     void setSheet(Sheet sheet);
     bool hasLog() const;
+    /// Whether the desktop's tray shows the program.
+    bool hasTray() const { return m_hasTray; }
+    void setTray(bool shown);
+    /// Whether the program goes on when its window is closed: there is a way back.
+    bool stays() const { return m_hasTray && m_settings.isInBackground(); }
 
     /// Has the menu open.
     Q_INVOKABLE void openMenu();
@@ -41,12 +48,14 @@ public:
 
 Q_SIGNALS:
     void sheetChanged();
+    void trayChanged();
     void menuWanted();
 
 private:
     const Environment m_environment;
     SettingsView m_settings;
     Sheet m_sheet = Sheet::None;
+    bool m_hasTray = false;
 };
 
 } // namespace palvera
