@@ -85,6 +85,14 @@ Window {
     }
 
     Connections {
+        function onAnnounced(text: string) {
+            announcer.say(text);
+        }
+
+        target: root.model
+    }
+
+    Connections {
         function onMenuWanted() {
             root.showMenu();
         }
@@ -160,6 +168,10 @@ Window {
         anchors.fill: parent
         focus: true
         model: root.model
+    }
+
+    Announcer {
+        id: announcer
     }
 
     ConfirmDialog {

@@ -66,6 +66,7 @@ RootView::RootView(Environment environment, QObject* parent)
                             .setAutostart = m_environment.setAutostart},
                .logFile = m_environment.logFile,
                .open = m_environment.files.open}),
+      m_announcements(m_environment.transfers),
       m_remark(QStringList({m_environment.startRemark, m_environment.preferences.setAside()}).join(u' ').trimmed())
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
@@ -85,6 +86,10 @@ RootView::RootView(Environment environment, QObject* parent)
     connect(&m_transfers, &TransfersView::deliverableWanted, this,
             [this](const auto& wanted) { m_tasks.start(showDeliverable(wanted)); });
     connect(this, &RootView::keyChanged, this, &RootView::windowTitleChanged);
+    connect(&m_announcements, &Announcements::announced, this, [this](const QString& text) {
+        if (m_shell.settings()->announces())
+            Q_EMIT announced(text);
+    });
     changeScreen();
 }
 

@@ -8,6 +8,7 @@
 #include "screens/deliverables/DeliverableView.h"
 #include "screens/deliverables/DeliverablesView.h"
 #include "screens/deliverables/RowDrop.h"
+#include "screens/panel/Announcements.h"
 #include "screens/panel/TransfersView.h"
 #include "update/AboutView.h"
 #include "update/UpdatePill.h"
@@ -139,6 +140,8 @@ Q_SIGNALS:
     void orgsLoadingChanged();
     void remarkChanged();
     void signOutQuestionChanged();
+    /// To be told to users who do not see it.
+    void announced(const QString& text);
     /// Shown because the user asked for it in another window.
     void deliverableShown();
 
@@ -169,6 +172,7 @@ private:
     UpdatePill m_updatePill;
     AboutView m_about;
     Shell m_shell;
+    Announcements m_announcements;
     QString m_remark; // goes before that of the session
     QString m_signOutQuestion;
     QString m_key;

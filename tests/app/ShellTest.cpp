@@ -33,6 +33,7 @@ TEST_F(ShellTest, whatIsChosenHoldsAtOnceAndAtTheNextStart)
     send("Limit from", "07:30");
     const std::tuple<const char*, const char*, const char*> toggles[] = {
         {"Keep the computer awake", "pv.keepAwake", "off"},
+        {"Tell screen readers how far files are", "pv.announcements", "off"},
         {"Notify when the last one has ended", "pv.notifications", "off"}};
     for (const auto& [name, key, value] : toggles) {
         screen.choose(Role::CheckBox, name);

@@ -165,6 +165,16 @@ AppDialog {
                     }
 
                     SettingLine {
+                        title: qsTr("Tell screen readers how far files are")
+
+                        Choice {
+                            checked: root.settings.announces
+                            text: qsTr("Tell screen readers how far files are")
+                            onToggled: root.settings.announces = checked
+                        }
+                    }
+
+                    SettingLine {
                         title: qsTr("Notify when the last one has ended")
 
                         Choice {

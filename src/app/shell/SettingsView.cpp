@@ -13,6 +13,7 @@ namespace {
 const QString uploadsKey = QStringLiteral("pv.uploadsAtOnce");
 const QString downloadsKey = QStringLiteral("pv.downloadsAtOnce");
 const QString notifiesKey = QStringLiteral("pv.notifications");
+const QString announcesKey = QStringLiteral("pv.announcements");
 const QString awakeKey = QStringLiteral("pv.keepAwake");
 const QString backgroundKey = QStringLiteral("pv.background");
 constexpr double megabyte = 1'000'000;
@@ -68,6 +69,7 @@ void SettingsView::refresh()
     m_atOnce = transfersIn(m_environment.preferences);
     m_limits = lineLimitsIn(m_environment.preferences);
     m_notifies = isOn(m_environment.preferences, notifiesKey);
+    m_announces = isOn(m_environment.preferences, announcesKey);
     m_isInBackground = m_environment.preferences.string(backgroundKey) == QStringLiteral("on");
     Q_EMIT changed();
     m_tasks.start(findFolder());
@@ -184,6 +186,12 @@ void SettingsView::setNotifies(bool notifies)
 {
     m_notifies = notifies;
     keep(notifiesKey, notifies);
+}
+
+void SettingsView::setAnnounces(bool announces)
+{
+    m_announces = announces;
+    keep(announcesKey, announces);
 }
 
 void SettingsView::setKeepsAwake(bool keeps)

@@ -29,6 +29,7 @@ class SettingsView : public QObject {
     Q_PROPERTY(QString limitFrom READ limitFrom NOTIFY changed)
     Q_PROPERTY(QString limitTo READ limitTo NOTIFY changed)
     Q_PROPERTY(bool notifies READ notifies WRITE setNotifies NOTIFY changed)
+    Q_PROPERTY(bool announces READ announces WRITE setAnnounces NOTIFY changed)
     Q_PROPERTY(bool keepsAwake READ keepsAwake WRITE setKeepsAwake NOTIFY changed)
     Q_PROPERTY(bool background READ isInBackground WRITE setInBackground NOTIFY changed)
     Q_PROPERTY(QString problem READ problem NOTIFY changed)
@@ -82,6 +83,9 @@ public:
 
     bool notifies() const { return m_notifies; }
     void setNotifies(bool notifies);
+    /// Whether assistants are told what becomes of transfers.
+    bool announces() const { return m_announces; }
+    void setAnnounces(bool announces);
     bool keepsAwake() const { return m_atOnce.keepsAwake; }
     void setKeepsAwake(bool keeps);
 
@@ -114,6 +118,7 @@ private:
     LineLimits m_limits;
     std::optional<LineLimits::Hours> m_lastHours; // chosen, while they do not count
     bool m_notifies = true;
+    bool m_announces = true;
     bool m_isInBackground = false;
 };
 

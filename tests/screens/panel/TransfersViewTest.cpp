@@ -1,4 +1,5 @@
 #include "screens/panel/TransfersView.h"
+#include "screens/panel/Announcements.h"
 
 #include "tests/screens/RowsWatch.h"
 #include "tests/transfers/TransfersHarness.h"
@@ -47,6 +48,42 @@ TEST_F(TransfersViewTest, progressTouchesOneRowAndOnlyWhatItShows)
     }
     EXPECT_EQ(view.overallText(), "24%"); // of both
     EXPECT_FALSE(view.isPanelOpen());
+}
+
+TEST_F(TransfersViewTest, quartersStandstillsAndEndsAreToldOnce)
+{
+    Announcements announcements(*model);
+    QStringList told;
+    QObject::connect(&announcements, &Announcements::announced, [&](const QString& text) { told.append(text); });
+    uploads.ends = {nullptr, platformSays(403)};
+    const auto report = [&](qint64 sent, std::optional<Trouble> trouble = {}) {
+        uploads.requests[0].onProgress(
+            {.sent = sent, .total = 100, .bytesPerSecond = 5, .trouble = std::move(trouble)});
+        world.settle();
+        return std::exchange(told, {}).join(' ');
+    };
+    add("a");
+    const Trouble silence{.reason = "No network."};
+    const std::tuple<qint64, std::optional<Trouble>, const char*> reports[] = {
+        {10, {}, ""},
+        {26, {}, "“master.mov”: 25 percent."},
+        {30, {}, ""},
+        {30, silence, "“master.mov” is at a standstill. No network."},
+        {31, {}, ""},
+        {31, silence, ""}, // again
+        {80, {}, "“master.mov”: 75 percent."},
+        {20, {}, ""}, // from its start
+        {100, {}, ""},
+    };
+    for (const auto& [sent, trouble, text] : reports)
+        EXPECT_EQ(report(sent, trouble), text) << sent;
+    for (const char* label : {"b", "c", "d"})
+        add(label);
+    uploads.requests[2].onProgress({.sent = 60, .total = 100});
+    world.settle();
+    EXPECT_THAT(told, IsEmpty()) << "one of many";
+    world.pass(2s);
+    EXPECT_EQ(told.join(' '), "“master.mov” is done. “master.mov” could not be transferred. The platform says 403.");
 }
 
 TEST_F(TransfersViewTest, thePanelThatWasClosedOpensForAnotherDeliverableAlone)
