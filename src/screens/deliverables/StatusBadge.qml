@@ -28,10 +28,10 @@ Rectangle {
         Spinner {
             anchors.verticalCenter: parent.verticalCenter
             color: root.ink
-            height: 12
+            height: Theme.textSmall
             running: root.moving && !root.still
             visible: running
-            width: 12
+            width: height
         }
 
         SymbolIcon {

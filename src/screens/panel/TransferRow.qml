@@ -254,11 +254,13 @@ Item {
         }
 
         Item {
-            height: 34 + 2
+            height: trace.height + Theme.focusGap
             visible: root.samples.length > 1
             width: parent.width
 
             SpeedTrace {
+                id: trace
+
                 anchors.bottom: parent.bottom
                 fraction: root.graphFraction
                 samples: root.samples
