@@ -56,6 +56,7 @@ RootView::RootView(Environment environment, QObject* parent)
       m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main, m_environment.files),
       m_updatePill(m_environment.updater, m_environment.transfers),
       m_about(m_environment.updater),
+      m_textSize(m_environment.preferences),
       m_remark(m_environment.startRemark)
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);

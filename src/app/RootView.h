@@ -2,6 +2,7 @@
 
 #include "app/OrgPickerView.h"
 #include "app/ProjectsView.h"
+#include "app/TextSize.h"
 #include "app/signin/LoginView.h"
 #include "screens/assets/AssetsView.h"
 #include "screens/deliverables/DeliverableView.h"
@@ -41,6 +42,7 @@ class RootView : public QObject {
     Q_PROPERTY(QString buildText READ buildText CONSTANT)
     Q_PROPERTY(palvera::UpdatePill* updatePill READ updatePill CONSTANT)
     Q_PROPERTY(palvera::AboutView* about READ about CONSTANT)
+    Q_PROPERTY(palvera::TextSize* textSize READ textSize CONSTANT)
     Q_PROPERTY(bool serviceExposed READ isServiceExposed CONSTANT)
 
 public:
@@ -91,6 +93,7 @@ public:
     QString buildText() const;
     UpdatePill* updatePill() { return &m_updatePill; }
     AboutView* about() { return &m_about; }
+    TextSize* textSize() { return &m_textSize; }
     /// Whether others can read along.
     bool isServiceExposed() const;
 
@@ -158,6 +161,7 @@ private:
     TransfersView m_transfers;
     UpdatePill m_updatePill;
     AboutView m_about;
+    TextSize m_textSize;
     QString m_remark; // goes before that of the session
     QString m_signOutQuestion;
     QString m_key;
