@@ -68,7 +68,7 @@ Card {
         }
 
         ProgressLine {
-            fill: root.deliverable.paused ? Theme.secondary : root.deliverable.trouble !== "" ? Theme.orange : Theme.accentFill
+            fill: root.deliverable.paused ? Theme.secondary : root.deliverable.trouble !== "" ? Theme.orange : Theme.accent
             label: root.deliverable.headline
             value: root.deliverable.fraction
             width: parent.width

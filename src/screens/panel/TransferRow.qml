@@ -200,7 +200,7 @@ Item {
         }
 
         ProgressLine {
-            fill: root.retrying ? Theme.orange : root.paused ? Theme.secondary : Theme.accentFill
+            fill: root.retrying ? Theme.orange : root.paused ? Theme.secondary : Theme.accent
             label: root.title
             value: root.fraction
             visible: root.running || root.retrying || root.paused && root.percent !== ""
