@@ -1,5 +1,6 @@
 // Drives the desktop application through its screens, without a display, and
-// keeps a picture of each. Usage: palvera-screenshots FOLDER light|dark
+// keeps a picture of each. Usage: palvera-screenshots FOLDER light|dark [PERCENT]
+// PERCENT is the size of texts, 100 unless given.
 
 #include "controls/Fonts.h"
 #include "tests/app/Desktop.h"
@@ -25,14 +26,14 @@ constexpr auto menuItem = QAccessible::MenuItem;
 
 class Photographer : Desktop {
 public:
-    Photographer(const QString& folder, bool dark)
+    Photographer(const QString& folder, const Appearance& appearance)
         : Desktop(5'000'000,
                   {.image = imageFile(),
                    .build = "46",
                    .notes = "Uploads go on by themselves after the machine has slept.\nThe list of deliverables "
                             "opens twice as fast."}),
           m_folder(folder),
-          m_dark(dark)
+          m_appearance(appearance)
     {}
 
     void takeAll()
@@ -58,7 +59,7 @@ private:
     void begin()
     {
         start();
-        application().setDark(m_dark);
+        application().setAppearance(m_appearance);
     }
     void letPass(std::chrono::milliseconds time)
     {
@@ -71,7 +72,7 @@ private:
     {
         waitForText(text);
         letPass(450ms);
-        auto path = QDir(m_folder).filePath(name + (m_dark ? "-dark.png" : "-light.png"));
+        auto path = QDir(m_folder).filePath(name + (m_appearance.dark ? "-dark.png" : "-light.png"));
         if (!screen.window().grabWindow().save(path))
             throw std::runtime_error("cannot write " + path.toStdString());
         std::cout << path.toStdString() << std::endl;
@@ -468,7 +469,7 @@ private:
     }
 
     const QString m_folder;
-    const bool m_dark;
+    const Appearance m_appearance;
 };
 
 } // namespace
@@ -481,15 +482,18 @@ int main(int argc, char** argv)
     qputenv("QT_QUICK_BACKEND", "software");
     QGuiApplication application(argc, argv);
     palvera::loadFonts();
-    if (argc != 3) {
-        std::cerr << "usage: palvera-screenshots FOLDER light|dark\n";
+    if (argc < 3 || argc > 4) {
+        std::cerr << "usage: palvera-screenshots FOLDER light|dark [PERCENT]\n";
         return 2;
     }
     testing::GTEST_FLAG(throw_on_failure) = true; // what a test would be told of ends the program
     testing::InitGoogleTest(&argc, argv);
     try {
-        QDir().mkpath(QString::fromLocal8Bit(argv[1]));
-        palvera::Photographer(QString::fromLocal8Bit(argv[1]), QByteArrayView(argv[2]) == "dark").takeAll();
+        const auto folder = QString::fromLocal8Bit(argv[1]);
+        QDir().mkpath(folder);
+        palvera::Photographer(folder, {.dark = QByteArrayView(argv[2]) == "dark",
+                                       .textScale = (argc > 3 ? QByteArray(argv[3]).toDouble() : 100) / 100})
+            .takeAll();
     } catch (const std::exception& failure) {
         std::cerr << failure.what() << '\n';
         return 1;

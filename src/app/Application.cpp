@@ -94,8 +94,9 @@ Task<void> Application::finish()
 
 bool Application::show(bool inBackground)
 {
-    m_engine.setInitialProperties(
-        {{QStringLiteral("model"), QVariant::fromValue(&m_root)}, {QStringLiteral("dark"), m_dark}});
+    m_engine.setInitialProperties({{QStringLiteral("model"), QVariant::fromValue(&m_root)},
+                                   {QStringLiteral("dark"), m_appearance.dark},
+                                   {QStringLiteral("still"), m_appearance.still}});
     m_engine.load(QUrl(QStringLiteral("qrc:/qt/qml/Palvera/App/Main.qml")));
     m_window = qobject_cast<QQuickWindow*>(m_engine.rootObjects().value(0));
     if (!m_window)
@@ -133,7 +134,8 @@ void Application::placePanel()
     m_panel->setProperty("_q_showWithoutActivating", true); // it opens by itself, while the user types elsewhere
     m_panelSize =
         std::make_unique<WindowPlace>(*m_panel, m_environment.preferences, QStringLiteral("pv.window.transfers"));
-    m_panelPlace = std::make_unique<PanelPlace>(*m_panel, *m_window, m_window->property("barHeight").toInt());
+    m_panelPlace =
+        std::make_unique<PanelPlace>(*m_panel, *m_window, [this] { return m_window->property("barHeight").toInt(); });
 }
 
 void Application::arrive(const Arrival& arrival)
@@ -144,11 +146,14 @@ void Application::arrive(const Arrival& arrival)
         m_root.refuse(m_environment.web.take(QString::fromUtf8(address)));
 }
 
-void Application::setDark(bool dark)
+void Application::setAppearance(const Appearance& appearance)
 {
-    m_dark = dark;
-    if (m_window)
-        m_window->setProperty("dark", dark);
+    m_appearance = appearance;
+    m_root.textSize()->setDesktopScale(appearance.textScale);
+    if (!m_window)
+        return;
+    m_window->setProperty("dark", appearance.dark);
+    m_window->setProperty("still", appearance.still);
 }
 
 } // namespace palvera

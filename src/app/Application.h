@@ -6,6 +6,7 @@
 #include "app/WindowPlace.h"
 #include "async/TaskScope.h"
 #include "desktop/Arrival.h"
+#include "desktop/DesktopAppearance.h"
 #include "desktop/TrayItem.h"
 #include "session/Session.h"
 #include "transfers/LineLimits.h"
@@ -54,8 +55,7 @@ public:
     bool show(bool inBackground = false);
     /// Brings the main window to the front and uses what came along, where it is waited for.
     void arrive(const Arrival& arrival);
-    /// Shows everything dark, or light.
-    void setDark(bool dark);
+    void setAppearance(const Appearance& appearance);
 
     Session& session() { return m_session; }
     Transfers& transfers() { return m_transfers; }
@@ -79,7 +79,7 @@ private:
     EndNotice m_endNotice;
     RootView m_root;
     QQmlApplicationEngine m_engine;
-    bool m_dark = false;
+    Appearance m_appearance;
     QQuickWindow* m_window = nullptr; // the engine's
     QQuickWindow* m_panel = nullptr;  // the engine's
     std::unique_ptr<WindowPlace> m_place;

@@ -11,12 +11,15 @@ LoginView {
 
     required property RootModel model
 
+    above: offers.height
     buildText: model.buildText
     covered: model.shell.sheet !== ShellModel.None || model.about.open || model.about.alertTitle !== "" || model.updatePill.confirming
     login: model.login
     onAboutAsked: model.about.open = true
 
     Row {
+        id: offers
+
         anchors.margins: Theme.spaceSmall
         anchors.right: parent.right
         anchors.top: parent.top

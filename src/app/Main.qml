@@ -11,6 +11,7 @@ Window {
 
     required property RootModel model
     property bool dark: false
+    property bool still: false
     readonly property Window panel: transfers
     readonly property int barHeight: Theme.barHeight
     property bool leaving: false ///< for good, not just closing
@@ -102,6 +103,37 @@ Window {
         }
 
         target: root.model.shell
+    }
+
+    Binding {
+        property: "still"
+        target: Theme
+        value: root.still
+    }
+
+    Binding {
+        property: "scale"
+        target: Theme
+        value: root.model.textSize.scale
+    }
+
+    // In the window of the transfers, too.
+    Shortcut {
+        context: Qt.ApplicationShortcut
+        sequences: ["Ctrl++", "Ctrl+="]
+        onActivated: root.model.textSize.grow()
+    }
+
+    Shortcut {
+        context: Qt.ApplicationShortcut
+        sequence: "Ctrl+-"
+        onActivated: root.model.textSize.shrink()
+    }
+
+    Shortcut {
+        context: Qt.ApplicationShortcut
+        sequence: "Ctrl+0"
+        onActivated: root.model.textSize.reset()
     }
 
     Shortcut {

@@ -29,13 +29,14 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: bar.bottom
-        width: Math.min(720, parent.width - 2 * Theme.spaceHuge)
+        width: Math.min(Theme.grown(720), parent.width - 2 * Theme.spaceHuge)
 
         Label {
             id: heading
 
             Accessible.role: Accessible.Heading
             anchors.left: parent.left
+            anchors.right: parent.right
             anchors.top: parent.top
             anchors.topMargin: Theme.spaceHuge
             font.pixelSize: Theme.textDisplay

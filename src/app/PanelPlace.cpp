@@ -17,8 +17,9 @@ constexpr int margin = 20; // to the screen's edges
 
 } // namespace
 
-PanelPlace::PanelPlace(QQuickWindow& panel, QQuickWindow& window, int bar, std::chrono::milliseconds settling)
-    : m_panel(panel), m_window(window), m_bar(bar)
+PanelPlace::PanelPlace(QQuickWindow& panel, QQuickWindow& window, std::function<int()> bar,
+                       std::chrono::milliseconds settling)
+    : m_panel(panel), m_window(window), m_bar(std::move(bar))
 {
     m_settling.setSingleShot(true);
     m_settling.setInterval(settling);
@@ -62,7 +63,7 @@ void PanelPlace::place()
     // The panel has a frame once it is shown; it is like the window's.
     const auto frame = m_window.frameMargins();
     const auto place =
-        choose(m_panel.size().grownBy(frame), m_window.frameGeometry(), m_window.geometry().top() + m_bar,
+        choose(m_panel.size().grownBy(frame), m_window.frameGeometry(), m_window.geometry().top() + m_bar(),
                m_window.screen()->availableGeometry(), m_panel.minimumHeight() + frame.top() + frame.bottom());
     m_panel.resize(place.size().shrunkBy(frame));
     m_panel.setFramePosition(place.topLeft());

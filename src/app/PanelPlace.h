@@ -5,6 +5,7 @@
 #include <QTimer>
 
 #include <chrono>
+#include <functional>
 #include <optional>
 
 class QQuickWindow;
@@ -17,9 +18,9 @@ class PanelPlace : public QObject {
     Q_OBJECT
 
 public:
-    /// `bar` is the height of the main window's toolbar. What moves the panel within `settling` of its opening is the
+    /// `bar` says the height of the main window's toolbar. What moves the panel within `settling` of its opening is the
     /// window manager, and later the user. Both windows outlive it.
-    PanelPlace(QQuickWindow& panel, QQuickWindow& window, int bar,
+    PanelPlace(QQuickWindow& panel, QQuickWindow& window, std::function<int()> bar,
                std::chrono::milliseconds settling = std::chrono::milliseconds(500));
 
     /// Where a panel of that size opens: beside `window` where there is room on `screen`, else in its upper corner at
@@ -34,7 +35,7 @@ private:
 
     QQuickWindow& m_panel;
     QQuickWindow& m_window;
-    const int m_bar;
+    const std::function<int()> m_bar;
     QTimer m_settling;
     std::optional<QPoint> m_moved; // where the user has put its frame
 };

@@ -14,7 +14,7 @@ ProjectsView {
     projects: model.projects
     toolbarItems: [
         AppButton {
-            anchors.verticalCenter: parent.verticalCenter
+            implicitHeight: Theme.controlHeight
             kind: AppButton.Kind.Link
             rightPadding: Theme.spaceMedium
             text: qsTr("Choose another client")

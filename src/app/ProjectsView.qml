@@ -45,7 +45,7 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: bar.bottom
-        width: Math.min(720, parent.width - 2 * Theme.spaceHuge)
+        width: Math.min(Theme.grown(720), parent.width - 2 * Theme.spaceHuge)
 
         Label {
             id: heading
@@ -67,6 +67,7 @@ FocusScope {
             anchors.top: parent.top
             anchors.topMargin: Theme.spaceHuge
             hint: qsTr("Find a project")
+            width: Math.min(implicitWidth, parent.width / 2)
             text: root.projects.search
             onTextChanged: root.projects.search = text
             Keys.onDownPressed: list.forceActiveFocus()

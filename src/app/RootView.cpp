@@ -67,6 +67,7 @@ RootView::RootView(Environment environment, QObject* parent)
                .logFile = m_environment.logFile,
                .open = m_environment.files.open}),
       m_announcements(m_environment.transfers),
+      m_textSize(m_environment.preferences),
       m_remark(QStringList({m_environment.startRemark, m_environment.preferences.setAside()}).join(u' ').trimmed())
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);

@@ -2,6 +2,7 @@
 
 #include "app/OrgPickerView.h"
 #include "app/ProjectsView.h"
+#include "app/TextSize.h"
 #include "app/shell/Shell.h"
 #include "app/signin/LoginView.h"
 #include "screens/assets/AssetsView.h"
@@ -44,6 +45,7 @@ class RootView : public QObject {
     Q_PROPERTY(palvera::UpdatePill* updatePill READ updatePill CONSTANT)
     Q_PROPERTY(palvera::AboutView* about READ about CONSTANT)
     Q_PROPERTY(palvera::Shell* shell READ shell CONSTANT)
+    Q_PROPERTY(palvera::TextSize* textSize READ textSize CONSTANT)
     Q_PROPERTY(bool serviceExposed READ isServiceExposed CONSTANT)
 
 public:
@@ -98,6 +100,7 @@ public:
     UpdatePill* updatePill() { return &m_updatePill; }
     AboutView* about() { return &m_about; }
     Shell* shell() { return &m_shell; }
+    TextSize* textSize() { return &m_textSize; }
     /// Whether others can read along.
     bool isServiceExposed() const;
 
@@ -173,6 +176,7 @@ private:
     AboutView m_about;
     Shell m_shell;
     Announcements m_announcements;
+    TextSize m_textSize;
     QString m_remark; // goes before that of the session
     QString m_signOutQuestion;
     QString m_key;

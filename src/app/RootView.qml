@@ -66,7 +66,7 @@ FocusScope {
         height: remark.implicitHeight
         radius: remark.radius
         visible: root.model.remark !== ""
-        width: Math.min(560, parent.width - 2 * Theme.spaceLarge)
+        width: Math.min(Theme.grown(560), parent.width - 2 * Theme.spaceLarge)
         z: 2
 
         Notice {

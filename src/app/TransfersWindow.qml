@@ -18,6 +18,9 @@ Window {
     visible: transfers.panelOpen
     width: 420
     onClosing: transfers.panelOpen = false
+    // As texts grow.
+    onMinimumHeightChanged: height = Math.max(height, minimumHeight)
+    onMinimumWidthChanged: width = Math.max(width, minimumWidth)
 
     FloatingWindow {}
 

@@ -76,7 +76,7 @@ void WindowPlace::restore()
     QList<QRect> screens;
     for (const auto* screen : QGuiApplication::screens())
         screens.append(screen->availableGeometry());
-    m_window.resize(place->size());
+    m_window.resize(place->size().expandedTo(m_window.minimumSize())); // which grows with the texts
     if (const auto found = reachable(*place, screens))
         m_window.setFramePosition(found->topLeft());
     m_normal = {m_window.framePosition(), m_window.size()};

@@ -33,6 +33,7 @@
 #include <QGuiApplication>
 #include <QPalette>
 #include <QProcess>
+#include <QScreen>
 #include <QStandardPaths>
 #include <QTimer>
 #include <QUrl>
@@ -74,11 +75,23 @@ bool isAltHeld()
     return QGuiApplication::queryKeyboardModifiers().testFlag(Qt::AltModifier);
 }
 
-/// Where the desktop does not say: a window darker than the text on it.
-bool isPaletteDark()
+/// Where the desktop does not say: dark where a window is darker than the text on it, and texts as large as Qt takes
+/// the points of a font to be.
+Appearance appearanceOfQt()
 {
+    constexpr double usualDotsPerInch = 96;
     const auto palette = QGuiApplication::palette();
-    return palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness();
+    return {.dark = palette.color(QPalette::Window).lightness() < palette.color(QPalette::WindowText).lightness(),
+            .textScale = QGuiApplication::primaryScreen()->logicalDotsPerInch() / usualDotsPerInch};
+}
+
+/// What the desktop says. But on X11, its text size is in the resolution by which Qt scales all that it draws.
+Appearance appearanceOf(const DesktopAppearance& desktop)
+{
+    auto appearance = desktop.now();
+    if (QGuiApplication::platformName() == QStringLiteral("xcb"))
+        appearance.textScale = appearanceOfQt().textScale;
+    return appearance;
 }
 
 /// Has Qt ask the desktop's portal for its dialogs, where there is one and the user has not chosen otherwise. Before
@@ -221,7 +234,7 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
     PasskeySignIn passkey(connections.api, keys);
     TransferEngines engines(folders, clock, connections);
     DesktopNotices notices(QStringLiteral(PALVERA_ID));
-    DesktopAppearance appearance(isPaletteDark());
+    DesktopAppearance appearance(appearanceOfQt());
     UpdateMeans updates(clock, connections, note);
     const SessionEnd sessionEnd; // lets a shutdown go on once the application is gone
     Application application(
@@ -248,8 +261,9 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
                    .open = [](const QString& path) { openFile(path); }},
          .logFile = TransferLog::pathIn(folders.library),
          .startRemark = updates.remark()});
-    application.setDark(appearance.isDark());
-    QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });
+    application.setAppearance(appearanceOf(appearance));
+    QObject::connect(&appearance, &DesktopAppearance::changed,
+                     [&] { application.setAppearance(appearanceOf(appearance)); });
     arrive = [&](const Arrival& arrival) { application.arrive(arrival); };
     instance.listen([&](const QByteArray& message) {
         if (updates.succession().take(message))

@@ -60,8 +60,13 @@ T.Button {
         }
     }
     contentItem: Item {
+        id: content
+
+        readonly property int textWidth: Math.ceil(label.implicitWidth)
+        readonly property int before: root.busy ? Theme.symbolSmall + root.spacing : root.symbol !== "" ? Theme.symbolMedium + root.spacing : 0
+
         implicitHeight: row.implicitHeight
-        implicitWidth: row.implicitWidth
+        implicitWidth: before + textWidth
 
         Row {
             id: row
@@ -88,11 +93,14 @@ T.Button {
             }
 
             Label {
+                id: label
+
                 anchors.verticalCenter: parent.verticalCenter
                 Accessible.ignored: true
                 color: root.ink
                 font: root.font
                 text: root.busy ? root.busyText : root.text
+                width: Math.min(content.textWidth, content.width - content.before)
             }
         }
 

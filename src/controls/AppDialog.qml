@@ -15,7 +15,7 @@ T.Dialog {
     implicitHeight: contentItem.implicitHeight + 2 * padding
     modal: true
     padding: Theme.spaceHuge
-    width: Math.min(widest, (parent ? parent.width : widest) - 2 * Theme.spaceLarge)
+    width: Math.min(Theme.grown(widest), (parent ? parent.width : widest) - 2 * Theme.spaceLarge)
 
     T.Overlay.modal: Rectangle {
         color: Theme.scrim

@@ -8,7 +8,7 @@ T.Menu {
     font.family: Theme.family
     font.pixelSize: Theme.textBody
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    implicitWidth: 240
+    implicitWidth: Theme.grown(240)
     margins: Theme.spaceSmall
     padding: Theme.spaceTiny + 1
     onClosed: parent.forceActiveFocus(Qt.PopupFocusReason)

@@ -14,7 +14,7 @@ T.TextField {
     font.family: Theme.family
     font.pixelSize: Theme.textRow
     implicitHeight: Theme.controlHeight
-    implicitWidth: 240
+    implicitWidth: Theme.grown(240)
     leftPadding: Theme.spaceMedium
     opacity: enabled ? 1 : Theme.disabledOpacity
     placeholderText: label // not drawn: Qt tells assistants of it, and of nothing else where a secret is entered

@@ -8,15 +8,14 @@ Rectangle {
     property string symbol: ""
     property string text: ""
     property color ink: Theme.secondary
+    readonly property int around: 2 * Theme.spaceSmall + (symbol !== "" ? Theme.symbolSmall + Theme.spaceTiny : 0) ///< the text
 
     color: Theme.field
     implicitHeight: Theme.symbolLarge + Theme.focusGap
-    implicitWidth: row.implicitWidth + 2 * Theme.spaceSmall
+    implicitWidth: Math.ceil(label.implicitWidth) + around
     radius: Theme.radiusSmall
 
     Row {
-        id: row
-
         anchors.centerIn: parent
         spacing: Theme.spaceTiny
 
@@ -30,11 +29,14 @@ Rectangle {
         }
 
         Label {
+            id: label
+
             anchors.verticalCenter: parent.verticalCenter
             color: root.ink
             font.pixelSize: Theme.textSmall
             font.weight: Font.Medium
             text: root.text
+            width: root.width - root.around
         }
     }
 }

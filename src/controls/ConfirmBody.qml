@@ -58,7 +58,13 @@ Column {
         width: 1
     }
 
-    Row {
+    Grid {
+        id: answers
+
+        readonly property real half: (width - spacing) / 2
+        readonly property bool beside: Math.max(cancel.implicitWidth, confirm.implicitWidth) <= half
+
+        columns: beside ? 2 : 1
         spacing: Theme.spaceSmall
         width: parent.width
 
@@ -67,7 +73,7 @@ Column {
 
             text: root.dialog.cancelText
             visible: text !== ""
-            width: (parent.width - parent.spacing) / 2
+            width: answers.beside ? answers.half : answers.width
             onClicked: root.dialog.reject()
         }
 
@@ -76,7 +82,7 @@ Column {
 
             kind: root.dialog.destructive ? AppButton.Kind.Destructive : AppButton.Kind.Primary
             text: root.dialog.confirmText
-            width: cancel.visible ? cancel.width : parent.width
+            width: cancel.visible ? cancel.width : answers.width
             onClicked: root.dialog.accept()
         }
     }

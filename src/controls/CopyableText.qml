@@ -31,7 +31,7 @@ TextEdit {
     AppMenu {
         id: menu
 
-        implicitWidth: 140
+        implicitWidth: Theme.grown(140)
 
         MenuRow {
             text: qsTr("Copy")

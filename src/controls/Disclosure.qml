@@ -17,7 +17,7 @@ Column {
 
         focusPolicy: Qt.StrongFocus
         implicitHeight: label.implicitHeight + Theme.spaceTiny
-        implicitWidth: label.x + label.implicitWidth
+        implicitWidth: label.x + label.width
         text: root.title
 
         Accessible.checkable: true
@@ -56,6 +56,8 @@ Column {
             anchors.verticalCenter: parent.verticalCenter
             color: Theme.accent
             text: head.text
+            width: Math.min(implicitWidth, root.width - arrow.width - Theme.spaceTiny)
+            wrapMode: Text.Wrap
         }
 
         FocusRing {

@@ -69,7 +69,7 @@ T.ItemDelegate {
 
             anchors.verticalCenter: parent.verticalCenter
             color: root.tile
-            height: Theme.spaceVast + Theme.focusGap
+            height: Theme.tile + Theme.focusGap
             radius: Theme.radiusMedium
             visible: root.symbol !== ""
             width: visible ? height : 0

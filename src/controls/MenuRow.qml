@@ -38,7 +38,7 @@ T.MenuItem {
             anchors.right: parent.right
             anchors.rightMargin: root.checked ? Theme.symbolMedium + Theme.spaceTiny : 0
             anchors.verticalCenter: parent.verticalCenter
-            color: Qt.alpha(codeText.color, 0.15)
+            color: root.highlighted ? Theme.accentFillHover : Qt.alpha(codeText.color, 0.15)
             height: codeText.implicitHeight + Theme.spaceTiny
             radius: Theme.spaceTiny
             visible: root.code !== ""

@@ -9,17 +9,19 @@ Column {
     required property string title
     property string detail: ""
     property string action: "" ///< text of a button, where something can be done
+    property real room: Infinity ///< height that there is: the symbol gives way
 
     signal acted()
 
     spacing: Theme.spaceSmall
-    width: 360
+    width: Math.min(Theme.grown(360), parent ? parent.width : Infinity)
 
     SymbolIcon {
         anchors.horizontalCenter: parent.horizontalCenter
         color: Theme.secondary
         height: Theme.symbolHuge
         name: root.icon
+        visible: root.room >= Theme.grown(150)
         width: height
     }
 

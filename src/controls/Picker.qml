@@ -15,10 +15,10 @@ T.ComboBox {
     font.family: Theme.family
     font.pixelSize: Theme.textBody
     implicitHeight: compact ? Theme.controlHeight - Theme.spaceTiny : Theme.controlHeight
-    implicitWidth: compact ? leftPadding + Math.min(160, implicitContentWidth) + rightPadding : 180
+    implicitWidth: compact ? leftPadding + Math.min(Theme.grown(160), implicitContentWidth) + rightPadding : Theme.grown(180)
     leftPadding: Theme.spaceMedium
     opacity: enabled ? 1 : Theme.disabledOpacity
-    rightPadding: Theme.spaceHuge + Theme.spaceTiny
+    rightPadding: Theme.symbolSmall + Theme.spaceMedium + Theme.focusGap
 
     Accessible.name: label === "" ? displayText : qsTr("%1: %2").arg(label).arg(displayText)
     Accessible.role: Accessible.ComboBox
@@ -66,10 +66,10 @@ T.ComboBox {
         width: height
     }
     popup: T.Popup {
-        implicitHeight: Math.min(contentItem.implicitHeight + 2 * padding, 320)
+        implicitHeight: Math.min(contentItem.implicitHeight + 2 * padding, Theme.grown(320))
         margins: Theme.spaceSmall
         padding: Theme.spaceTiny + 1
-        width: Math.max(root.width, 180)
+        width: Math.max(root.width, Theme.grown(180))
         y: root.height + Theme.spaceTiny
 
         background: Item {

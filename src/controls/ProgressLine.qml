@@ -5,7 +5,7 @@ Rectangle {
     id: root
 
     property real value: 0 ///< from 0 to 1; below 0 it is not known
-    property color fill: Theme.accentFill
+    property color fill: Theme.accent
     property string label: ""
     readonly property bool known: value >= 0
 

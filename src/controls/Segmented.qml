@@ -15,7 +15,7 @@ Rectangle {
     activeFocusOnTab: enabled
     color: Theme.field
     implicitHeight: Theme.controlHeight
-    implicitWidth: options.length * 96
+    implicitWidth: options.length * Theme.grown(96)
     opacity: enabled ? 1 : Theme.disabledOpacity
     radius: Theme.radiusMedium
 

@@ -3,10 +3,12 @@ import QtQuick
 
 /// Every colour, radius, space, type size and duration of the program.
 QtObject {
-    /// Set by the program, which follows the desktop.
+    // Set by the program, which follows the desktop.
     property bool dark: false
     /// No movement but what shows that something goes on.
     property bool still: false
+    /// How much larger texts are than as designed, and what must grow with them. Spaces and radii stay.
+    property real scale: 1
 
     // Surfaces, from the back to the front.
     readonly property color window: dark ? "#1b1c1f" : "#f4f4f6"
@@ -60,33 +62,39 @@ QtObject {
     readonly property int spaceHuge: 24
     readonly property int spaceVast: 36
 
-    readonly property int controlHeight: 34
-    readonly property int rowHeight: 60
-    readonly property int tableRowHeight: 48
-    readonly property int barHeight: 50
+    readonly property int controlHeight: 18 + grown(16)
+    readonly property int rowHeight: 26 + grown(34)
+    readonly property int tableRowHeight: 17 + grown(31)
+    readonly property int barHeight: 16 + controlHeight
     readonly property int focusWidth: 2
     readonly property int focusGap: 2
 
     readonly property string family: "Inter"
     readonly property string figures: "Palvera Figures" ///< the same with digits of one width
     readonly property string code: "monospace" ///< the desktop's
-    readonly property int textCaption: 11
-    readonly property int textSmall: 12
-    readonly property int textBody: 13
-    readonly property int textRow: 14
-    readonly property int textHeading: 17
-    readonly property int textTitle: 20
-    readonly property int textDisplay: 26
-    readonly property int symbolSmall: 14
-    readonly property int symbolMedium: 18
-    readonly property int symbolLarge: 22
-    readonly property int symbolHuge: 44
+    readonly property int textCaption: grown(11)
+    readonly property int textSmall: grown(12)
+    readonly property int textBody: grown(13)
+    readonly property int textRow: grown(14)
+    readonly property int textHeading: grown(17)
+    readonly property int textTitle: grown(20)
+    readonly property int textDisplay: grown(26)
+    readonly property int symbolSmall: grown(14)
+    readonly property int symbolMedium: grown(18)
+    readonly property int symbolLarge: grown(22)
+    readonly property int tile: grown(36) ///< what a symbol stands on, or a large one beside a text
+    readonly property int symbolHuge: 44 ///< by itself
 
     readonly property int quick: still ? 0 : 120
     readonly property int faceChange: still ? 0 : 250
     readonly property int screenChange: still ? 0 : 260
     readonly property int entrance: still ? 0 : 320
     readonly property int tipDelay: 600
+
+    /// A size that grows with the texts, in whole pixels.
+    function grown(size: real): int {
+        return Math.round(size * scale);
+    }
 
     /// The tint of that name, for symbols.
     function tint(name: string): color {

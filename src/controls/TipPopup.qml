@@ -12,7 +12,7 @@ T.ToolTip {
     font.family: Theme.family
     font.pixelSize: Theme.textSmall
     implicitHeight: contentItem.implicitHeight + topPadding + bottomPadding
-    implicitWidth: Math.min(480, contentItem.implicitWidth + leftPadding + rightPadding)
+    implicitWidth: Math.min(Theme.grown(480), contentItem.implicitWidth + leftPadding + rightPadding)
     margins: Theme.spaceSmall
     padding: Theme.spaceSmall
     visible: shown && text !== ""

@@ -1,8 +1,10 @@
 import QtQuick
 import QtQuick.Templates as T
+import QtQuick.Window
 import Palvera.Controls
 
-/// A text of any length: what has more than `mostLines` is scrolled, with the arrow keys too.
+/// A text of any length: what has more than `mostLines`, or would take more than a third of the window, is scrolled,
+/// with the arrow keys too.
 Flickable {
     id: root
 
@@ -17,7 +19,7 @@ Flickable {
     clip: interactive
     contentHeight: words.height
     height: implicitHeight
-    implicitHeight: Math.min(words.height, mostLines * line.height)
+    implicitHeight: Math.min(words.height, Math.max(1, Math.min(mostLines, Math.floor(Window.height / 3 / line.height))) * line.height)
     interactive: contentHeight > implicitHeight
     onTextChanged: contentY = 0
 

@@ -45,6 +45,33 @@ TEST_F(StartTest, aBrowserThatComesBackTooEarlyIsToldOfAndASecondStartBringsTheW
     EXPECT_FALSE(screen.window().windowStates().testFlag(Qt::WindowMinimized));
 }
 
+TEST_F(StartTest, textsGrowWithTheDesktopAndByTheKeysOfBothWindowsAndAreAsLargeAtTheNextStart)
+{
+    start();
+    const auto height = [this] { return screen.find(QAccessible::Heading, "Sign in")->height(); };
+    const auto usual = height();
+    const auto grows = [&](double times) {
+        screen.waitUntil([&] { return std::abs(height() / usual - times) < 0.06; });
+    };
+    application().setAppearance({.textScale = 1.5});
+    grows(1.5);
+    transfers().setPanelOpen(true);
+    goToPanel();
+    for (int i = 0; i < 9; ++i)
+        screen.press(i % 2 ? Qt::Key_Equal : Qt::Key_Plus, Qt::ControlModifier);
+    screen.press(Qt::Key_Minus, Qt::ControlModifier);
+    screen.takeWarnings(); // where there is no display, nobody hears of a window's limits
+    EXPECT_GT(screen.window().width(), 700) << "or its tabs would be cut off";
+    goToMainWindow();
+    grows(1.5 * 1.75);
+    start();
+    grows(1.75);
+    screen.press(Qt::Key_0, Qt::ControlModifier);
+    grows(1);
+    start();
+    grows(1);
+}
+
 TEST_F(StartTest, canBeEndedWhileAPageIsStillBeingMade)
 {
     QQmlIncubationController idle; // as a window's is while it is hidden
@@ -65,7 +92,7 @@ TEST(PanelPlaceTest, itComesBackToWhereTheUserHasPutIt)
     screen.showContent("Item {}");
     QQuickWindow panel;
     panel.resize(300, 200);
-    PanelPlace place(panel, screen.window(), 50, {});
+    PanelPlace place(panel, screen.window(), [] { return 50; }, {});
     const auto openAgain = [&] {
         screen.settle();
         panel.hide();

@@ -30,15 +30,20 @@ constexpr double forText = 4.5; // level AA
 constexpr double forShapes = 3;
 
 const std::tuple<const char*, QList<const char*>, double> pairs[] = {
-    {"text", {"window", "bar", "surface", "raised", "field", "hover", "pressed", "chosen", "warningSoft"}, forText},
-    {"secondary", {"window", "bar", "surface", "raised", "field", "hover"}, forText},
+    {"text",
+     {"window", "bar", "surface", "raised", "field", "hover", "pressed", "chosen", "accentSoft", "warningSoft",
+      "dangerSoft"},
+     forText},
+    {"secondary", {"window", "bar", "surface", "raised", "field", "hover", "pressed", "accentSoft"}, forText},
     {"placeholder", {"field"}, forText},
-    {"accent", {"window", "surface", "raised", "accentSoft", "warningSoft"}, forText},
-    {"danger", {"window", "surface", "raised", "dangerSoft"}, forText},
-    {"success", {"surface", "raised", "successSoft"}, forText},
-    {"warning", {"surface", "raised", "warningSoft"}, forText},
+    {"accent", {"window", "bar", "surface", "raised", "field", "accentSoft", "warningSoft"}, forText},
+    {"danger", {"window", "surface", "raised", "hover", "pressed", "accentSoft", "dangerSoft"}, forText},
+    {"success", {"window", "surface", "raised", "successSoft"}, forText},
+    {"warning", {"window", "surface", "raised", "field", "warningSoft"}, forText},
     {"onFill", {"accentFill", "accentFillHover", "dangerFill", "dangerFillHover", "warningFill"}, forText},
-    {"focusRing", {"window", "bar", "surface", "raised"}, forShapes},
+    {"orange", {"window", "field", "warningSoft"}, forShapes},
+    {"green", {"surface", "hover", "pressed", "accentSoft"}, forShapes},
+    {"focusRing", {"window", "bar", "surface", "raised", "field"}, forShapes},
 };
 
 TEST(ContrastTest, everyTextCanBeReadOnWhatItStandsOn)

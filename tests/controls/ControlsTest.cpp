@@ -16,7 +16,7 @@ TEST(PressableTest, isPressedByKeyboardMouseAndAssistantAndShowsThatItHasTheKeyb
         {"Link", "AppButton { kind: AppButton.Kind.Link; text: 'Go'; onClicked: presses += 1 }", QAccessible::Button},
         {"IconButton", "IconButton { symbol: 'trash'; text: 'Go'; onClicked: presses += 1 }", QAccessible::Button},
         {"ListRow", "ListRow { symbol: 'folder.fill'; text: 'Go'; onClicked: presses += 1 }", QAccessible::ListItem},
-        {"Disclosure", "Disclosure { title: 'Go'; onOpenChanged: presses += 1; Label { text: 'Inside' } }",
+        {"Disclosure", "Disclosure { title: 'Go'; width: 200; onOpenChanged: presses += 1; Label { text: 'Inside' } }",
          QAccessible::Button},
     };
     for (const auto& [name, qml, role] : pressables) {
@@ -79,7 +79,7 @@ TEST_F(ControlsTest, arrowsMoveAlongSegmentsAndStopAtTheEnds)
 
 TEST_F(ControlsTest, aLongTextFromElsewhereNeitherCoversItsNeighboursNorPushesThemAway)
 {
-    screen.showContent("Column { Toolbar { title: 'client '.repeat(100); width: 400\n"
+    screen.showContent("property QtObject theme: Theme\nColumn { Toolbar { title: 'client '.repeat(100); width: 400\n"
                        "trailing: AppButton { text: 'Account' } }\n"
                        "Message { icon: 'tray'; title: 'No'; detail: 'word '.repeat(500); action: 'Try again' } }");
     const auto edges = [this](QAccessible::Role role, const QString& name) {
@@ -95,6 +95,11 @@ TEST_F(ControlsTest, aLongTextFromElsewhereNeitherCoversItsNeighboursNorPushesTh
     for (auto key : {Qt::Key_PageDown, Qt::Key_Down, Qt::Key_Up})
         screen.press(key);
     EXPECT_EQ(screen.focused()->property("contentY"), screen.focused()->height());
+    screen.window().property("theme").value<QObject*>()->setProperty("scale", 2.5);
+    screen.waitForFrame();
+    EXPECT_GE(edges(QAccessible::Button, "Account").top(),
+              edges(QAccessible::StaticText, QString("client ").repeated(100)).bottom());
+    EXPECT_LT(edges(QAccessible::Button, "Account").right(), 401);
 }
 
 TEST_F(ControlsTest, aTextFromElsewhereIsShownAndNeverObeyed)

@@ -53,7 +53,7 @@ AppDialog {
             boundsBehavior: Flickable.StopAtBounds
             clip: true
             contentHeight: words.height
-            height: Math.min(words.height, (root.parent ? root.parent.height : 720) - 200)
+            height: Math.min(words.height, (root.parent ? root.parent.height : 720) - Theme.grown(200))
             width: parent.width
 
             Accessible.name: root.title

@@ -1,7 +1,6 @@
 pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Dialogs
-import QtQuick.Templates as T
 import Palvera.Controls
 import Palvera.Shell
 
@@ -34,16 +33,10 @@ AppDialog {
             width: parent.width
         }
 
-        Flickable {
-            id: pane
-
-            boundsBehavior: Flickable.StopAtBounds
-            clip: true
+        ScrollPage {
             contentHeight: groups.height
-            height: Math.min(groups.height, (root.parent ? root.parent.height : 720) - 200)
+            height: Math.min(groups.height, (root.parent ? root.parent.height : 720) - Theme.grown(200))
             width: parent.width
-
-            T.ScrollBar.vertical: AppScrollBar {}
 
             Column {
                 id: groups
@@ -63,7 +56,6 @@ AppDialog {
                             Accessible.name: qsTr("Change the downloads folder…")
                             text: qsTr("Change…")
                             onClicked: folder.open()
-                            onActiveFocusChanged: root.follow(this)
                         }
                     }
                 }
@@ -129,7 +121,7 @@ AppDialog {
                             label: qsTr("Limit from")
                             onEntered: time => accept(root.settings.limitHours(time, to.text))
                             value: root.settings.limitFrom
-                            width: 64
+                            width: Theme.grown(64)
                         }
 
                         Field {
@@ -139,7 +131,7 @@ AppDialog {
                             label: qsTr("Limit to")
                             onEntered: time => accept(root.settings.limitHours(from.text, time))
                             value: root.settings.limitTo
-                            width: 64
+                            width: Theme.grown(64)
                         }
 
                         Choice {
@@ -228,18 +220,8 @@ AppDialog {
         onAccepted: root.settings.chooseDownloadsFolder(selectedFolder)
     }
 
-    /// Scrolls to what has the keyboard.
-    function follow(item: Item) {
-        if (!item.activeFocus)
-            return;
-        const top = item.mapToItem(groups, 0, 0).y - Theme.spaceHuge;
-        const bottom = top + item.height + 2 * Theme.spaceHuge;
-        pane.contentY = Math.max(0, Math.min(top, Math.max(pane.contentY, bottom - pane.height), groups.height - pane.height));
-    }
-
     component Choice: Toggle {
         anchors.verticalCenter: parent.verticalCenter
-        onActiveFocusChanged: root.follow(this)
     }
 
     component Count: Picker {
@@ -252,7 +234,6 @@ AppDialog {
         model: 16
         textRole: ""
         onActivated: index => chosen(index + 1)
-        onActiveFocusChanged: root.follow(this)
         displayText: value
     }
 
@@ -262,8 +243,7 @@ AppDialog {
         signal entered(string words)
 
         text: value
-        width: 92
-        onActiveFocusChanged: root.follow(this)
+        width: Theme.grown(92)
         onEditingFinished: entered(text)
         onValueChanged: accept(true)
 

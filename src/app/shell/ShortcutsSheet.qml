@@ -19,6 +19,7 @@ AppDialog {
         qsTr("Ctrl+?"), qsTr("Keyboard shortcuts"),
         qsTr("F1"), qsTr("Help"),
         qsTr("Ctrl+U"), qsTr("Check for updates"),
+        qsTr("Ctrl++, Ctrl+-, Ctrl+0"), qsTr("Larger, smaller, usual text"),
         qsTr("Ctrl+W"), qsTr("Close the window"),
         qsTr("Ctrl+Q"), qsTr("Quit"),
         qsTr("Space"), qsTr("Pause or resume the transfer"),
@@ -47,43 +48,57 @@ AppDialog {
             width: parent.width
         }
 
-        Column {
-            spacing: Theme.spaceTiny
+        ScrollPage {
+            activeFocusOnTab: interactive
+            contentHeight: lines.height
+            height: Math.min(lines.height, (root.parent ? root.parent.height : 720) - Theme.grown(200))
             width: parent.width
 
-            Repeater {
-                model: root.entries.length / 2
+            Accessible.name: root.title
+            Accessible.role: Accessible.Document
+            Keys.onDownPressed: flick(0, -600)
+            Keys.onUpPressed: flick(0, 600)
 
-                delegate: Item {
-                    id: line
+            Column {
+                id: lines
 
-                    required property int index
-                    readonly property string pressed: root.entries[2 * index]
-                    readonly property string does: root.entries[2 * index + 1]
+                spacing: Theme.spaceTiny
+                width: parent.width
 
-                    height: Math.max(what.implicitHeight, keys.height)
-                    width: parent ? (parent as Item).width : 0
+                Repeater {
+                    model: root.entries.length / 2
 
-                    Accessible.name: qsTr("%1: %2").arg(does).arg(pressed)
-                    Accessible.role: Accessible.StaticText
+                    delegate: Item {
+                        id: line
 
-                    Label {
-                        id: what
+                        required property int index
+                        readonly property string pressed: root.entries[2 * index]
+                        readonly property string does: root.entries[2 * index + 1]
 
-                        Accessible.ignored: true
-                        anchors.left: parent.left
-                        anchors.right: keys.left
-                        anchors.rightMargin: Theme.spaceMedium
-                        anchors.verticalCenter: parent.verticalCenter
-                        text: line.does
-                    }
+                        height: Math.max(what.implicitHeight, keys.height)
+                        width: parent ? (parent as Item).width : 0
 
-                    Chip {
-                        id: keys
+                        Accessible.name: qsTr("%1: %2").arg(does).arg(pressed)
+                        Accessible.role: Accessible.StaticText
 
-                        Accessible.ignored: true
-                        anchors.right: parent.right
-                        text: line.pressed
+                        Label {
+                            id: what
+
+                            Accessible.ignored: true
+                            anchors.left: parent.left
+                            anchors.right: keys.left
+                            anchors.rightMargin: Theme.spaceMedium
+                            anchors.verticalCenter: parent.verticalCenter
+                            text: line.does
+                        }
+
+                        Chip {
+                            id: keys
+
+                            Accessible.ignored: true
+                            anchors.right: parent.right
+                            text: line.pressed
+                        }
                     }
                 }
             }

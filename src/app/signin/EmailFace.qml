@@ -53,7 +53,7 @@ SignInFace {
                     required property string modelData
 
                     enabled: !root.login.busy
-                    implicitWidth: 64
+                    implicitWidth: Theme.grown(64)
                     outlined: true
                     symbol: root.symbolFor(modelData)
                     text: qsTr("Continue with %1, in a sign-in window.").arg(root.login.displayName(modelData))
@@ -79,6 +79,7 @@ SignInFace {
                 horizontalAlignment: Text.AlignHCenter
                 text: root.login.passkey.available ? qsTr("With your security key.") : qsTr("Opens the sign-in window; use your passkey there.")
                 width: parent.width
+                wrapMode: Text.Wrap
             }
         }
     ]

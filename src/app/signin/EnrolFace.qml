@@ -52,6 +52,7 @@ SignInFace {
             font.pixelSize: Theme.textSmall
             text: qsTr("Enter this key in your authenticator app")
             width: parent.width
+            wrapMode: Text.Wrap
         }
 
         AppTextField {

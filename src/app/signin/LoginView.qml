@@ -8,6 +8,7 @@ FocusScope {
 
     required property LoginModel login
     required property string buildText
+    property int above: 0 ///< what stands in the upper corner
     property bool covered: false ///< a dialog has the keyboard
     property bool wantsFocus: false ///< once it is not covered
     readonly property bool waits: login.configLoading
@@ -57,19 +58,17 @@ FocusScope {
         onTriggered: root.takeFocus()
     }
 
-    Flickable {
+    ScrollPage {
         anchors.fill: parent
-        boundsBehavior: Flickable.StopAtBounds
-        contentHeight: Math.max(height, form.height + 2 * Theme.spaceHuge)
-        interactive: contentHeight > height
+        contentHeight: Math.max(height, form.height + 2 * Theme.spaceHuge + root.above)
 
         Column {
             id: form
 
             anchors.horizontalCenter: parent.horizontalCenter
             spacing: Theme.spaceLarge
-            width: 400
-            y: Math.max(Theme.spaceHuge, (parent.height - height) / 2)
+            width: Math.min(Theme.grown(400), parent.width - 2 * Theme.spaceHuge)
+            y: Math.max(Theme.spaceHuge + root.above, Math.round((parent.height - height) / 2))
 
             Card {
                 height: body.height + 2 * Theme.spaceVast

@@ -33,10 +33,16 @@ FocusScope {
                 Accessible.role: Accessible.Heading
                 font.pixelSize: Theme.textTitle
                 font.weight: Font.DemiBold
+                horizontalAlignment: Text.AlignHCenter
+                lineHeight: 1
                 text: root.title
+                width: Math.min(implicitWidth, body.width - (label.visible ? label.width + parent.spacing : 0))
+                wrapMode: Text.Wrap
             }
 
             Badge {
+                id: label
+
                 anchors.verticalCenter: parent.verticalCenter
                 color: root.login.staging ? Theme.warningSoft : Theme.accentSoft
                 ink: root.login.staging ? Theme.warning : Theme.accent

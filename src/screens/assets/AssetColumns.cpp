@@ -33,6 +33,12 @@ void AssetColumns::setAvailable(double available)
     fit();
 }
 
+void AssetColumns::setScale(double scale)
+{
+    m_scale = scale;
+    fit();
+}
+
 double AssetColumns::name() const
 {
     return m_available - deal() - type() - size() - date();
@@ -40,7 +46,7 @@ double AssetColumns::name() const
 
 void AssetColumns::setWidth(Column column, double width)
 {
-    m_wanted[column] = std::clamp(width, least[column], most[column]);
+    m_wanted[column] = std::clamp(width / m_scale, least[column], most[column]);
     QStringList numbers;
     for (auto each : m_wanted)
         numbers.append(QString::number(qRound(each)));
@@ -50,7 +56,7 @@ void AssetColumns::setWidth(Column column, double width)
 
 void AssetColumns::fit()
 {
-    m_shown = fitted(m_wanted, m_available);
+    m_shown = fitted(m_wanted, m_available / m_scale);
     Q_EMIT changed();
 }
 
@@ -62,9 +68,11 @@ AssetColumns::Widths AssetColumns::fitted(const Widths& wanted, double available
         more += widths[i] - least[i];
         needed += widths[i];
     }
-    if (needed <= available || more <= 0)
+    if (needed <= available)
         return widths;
-    const double kept = std::max(0.0, 1 - (needed - available) / more);
+    if (needed - more > available)
+        return {};
+    const double kept = 1 - (needed - available) / more;
     for (std::size_t i = 0; i < widths.size(); ++i)
         widths[i] = least[i] + (widths[i] - least[i]) * kept;
     return widths;

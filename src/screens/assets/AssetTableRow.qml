@@ -36,6 +36,7 @@ Item {
     readonly property TableCell hinted: dealCell.hovered ? dealCell : dateCell.hovered ? dateCell : null
     readonly property string place: qsTr("%1 of %2").arg(index + 1).arg(count)
     readonly property var cells: [[qsTr("Deal"), deal], [qsTr("Type"), type], [qsTr("Size"), size], [qsTr("Date"), date]]
+    readonly property string below: columns.folded ? [note, ...cells.map(cell => cell[1])].filter(text => text !== "").join(" · ") : note
 
     height: Theme.tableRowHeight
 
@@ -125,7 +126,7 @@ Item {
                     color: root.failed ? Theme.danger : Theme.secondary
                     elide: Text.ElideRight
                     font.pixelSize: Theme.textCaption
-                    text: root.note
+                    text: root.below
                     visible: text !== ""
                     width: parent.width
                 }

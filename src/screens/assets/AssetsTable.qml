@@ -21,6 +21,12 @@ FocusScope {
         list.currentIndex = list.count > 0 ? 0 : -1;
     }
 
+    Binding {
+        property: "scale"
+        target: root.assets.columns
+        value: Theme.scale
+    }
+
     Row {
         id: titles
 

@@ -63,9 +63,9 @@ FocusScope {
             Picker {
                 id: kinds
 
-                anchors.verticalCenter: parent.verticalCenter
                 compact: true
                 currentIndex: root.assets.kind
+                implicitHeight: Theme.controlHeight
                 label: qsTr("Kind")
                 model: root.assets.kinds
                 visible: !root.assets.inUploads
@@ -82,7 +82,6 @@ FocusScope {
             AppButton {
                 id: upload
 
-                anchors.verticalCenter: parent.verticalCenter
                 symbol: "arrow.up.doc"
                 text: qsTr("Upload")
                 onClicked: root.assets.chooseFiles()
@@ -95,7 +94,6 @@ FocusScope {
             AppButton {
                 id: download
 
-                anchors.verticalCenter: parent.verticalCenter
                 enabled: root.assets.downloadCount > 0
                 symbol: "square.and.arrow.down"
                 text: root.assets.downloadText
@@ -109,7 +107,6 @@ FocusScope {
             IconButton {
                 id: more
 
-                anchors.verticalCenter: parent.verticalCenter
                 implicitWidth: Theme.controlHeight - Theme.spaceSmall
                 symbol: "chevron.down"
                 symbolSize: Theme.symbolSmall
@@ -135,7 +132,6 @@ FocusScope {
             Row {
                 id: shared
 
-                anchors.verticalCenter: parent.verticalCenter
                 spacing: Theme.spaceTiny
             }
         ]
@@ -148,7 +144,7 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: bar.bottom
-        width: Math.min(1120, parent.width - 2 * Theme.spaceHuge)
+        width: Math.min(Theme.grown(1120), parent.width - 2 * Theme.spaceHuge)
 
         Label {
             id: heading
@@ -170,6 +166,7 @@ FocusScope {
             anchors.top: parent.top
             anchors.topMargin: Theme.spaceHuge
             hint: root.assets.inUploads ? qsTr("Find in Uploads") : qsTr("Find an asset")
+            width: Math.min(implicitWidth, parent.width / 2)
             onTextChanged: root.assets.search = text
             Keys.onDownPressed: table.forceActiveFocus()
             Keys.onEnterPressed: root.assets.searchNow()

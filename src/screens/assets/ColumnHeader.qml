@@ -11,6 +11,7 @@ Item {
     signal drawn(real width)
 
     height: parent.height
+    visible: width > 0
 
     Label {
         anchors.fill: parent

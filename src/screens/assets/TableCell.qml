@@ -11,6 +11,7 @@ Item {
     readonly property bool hovered: pointer.hovered
 
     height: parent.height
+    visible: width > 0
 
     Figures {
         Accessible.ignored: true

@@ -13,7 +13,7 @@ Rectangle {
     signal discarded()
 
     color: Theme.warningSoft
-    height: Math.max(words.height, row.height) + 2 * Theme.spaceMedium
+    height: row.height + 2 * Theme.spaceMedium
     radius: Theme.radiusMedium
 
     SymbolIcon {
@@ -28,39 +28,34 @@ Rectangle {
         width: height
     }
 
-    Label {
-        id: words
-
-        Accessible.role: Accessible.AlertMessage
-        anchors.left: glyph.right
-        anchors.leftMargin: Theme.spaceSmall
-        anchors.right: row.left
-        anchors.rightMargin: Theme.spaceMedium
-        anchors.verticalCenter: parent.verticalCenter
-        elide: Text.ElideRight
-        lineHeight: 1
-        maximumLineCount: 4
-        text: root.deliverable.cutOffText
-        wrapMode: Text.Wrap
-    }
-
-    Row {
+    ActionRow {
         id: row
 
+        actions: [
+            AppButton {
+                kind: AppButton.Kind.Primary
+                text: root.deliverable.cutOffSourceGone ? qsTr("Locate…") : qsTr("Resume")
+                onClicked: root.deliverable.cutOffSourceGone ? root.located() : root.resumed()
+            },
+            AppButton {
+                text: qsTr("Discard")
+                onClicked: root.discarded()
+            }
+        ]
+        anchors.left: glyph.right
+        anchors.leftMargin: Theme.spaceSmall
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceMedium
         anchors.verticalCenter: parent.verticalCenter
-        spacing: Theme.spaceSmall
 
-        AppButton {
-            kind: AppButton.Kind.Primary
-            text: root.deliverable.cutOffSourceGone ? qsTr("Locate…") : qsTr("Resume")
-            onClicked: root.deliverable.cutOffSourceGone ? root.located() : root.resumed()
-        }
-
-        AppButton {
-            text: qsTr("Discard")
-            onClicked: root.discarded()
+        Label {
+            Accessible.role: Accessible.AlertMessage
+            elide: Text.ElideRight
+            lineHeight: 1
+            maximumLineCount: 4
+            text: root.deliverable.cutOffText
+            width: parent.width
+            wrapMode: Text.Wrap
         }
     }
 }

@@ -32,13 +32,11 @@ FocusScope {
         width: parent.width
     }
 
-    Flickable {
+    ScrollPage {
         id: page
 
         anchors.bottom: parent.bottom
         anchors.top: bar.bottom
-        boundsBehavior: Flickable.StopAtBounds
-        clip: true
         contentHeight: column.height + 2 * Theme.spaceHuge
         width: parent.width
 
@@ -47,7 +45,7 @@ FocusScope {
 
             anchors.horizontalCenter: parent.horizontalCenter
             spacing: Theme.spaceHuge
-            width: Math.min(760, page.width - 2 * Theme.spaceHuge)
+            width: Math.min(Theme.grown(760), page.width - 2 * Theme.spaceHuge)
             y: Theme.spaceHuge
 
             Row {
@@ -98,6 +96,7 @@ FocusScope {
                                 required property string modelData
 
                                 text: modelData
+                                width: Math.min(implicitWidth, parent.width)
                             }
                         }
                     }

@@ -59,7 +59,7 @@ FocusScope {
         anchors.bottom: parent.bottom
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: bar.bottom
-        width: Math.min(1120, parent.width - 2 * Theme.spaceHuge)
+        width: Math.min(Theme.grown(1120), parent.width - 2 * Theme.spaceHuge)
 
         Label {
             id: heading
@@ -81,6 +81,7 @@ FocusScope {
             anchors.top: parent.top
             anchors.topMargin: Theme.spaceHuge
             hint: qsTr("Find a deliverable")
+            width: Math.min(implicitWidth, parent.width / 2)
             text: root.deliverables.search
             onTextChanged: root.deliverables.search = text
             Keys.onDownPressed: list.forceActiveFocus()
@@ -204,6 +205,7 @@ FocusScope {
                 anchors.centerIn: list
                 detail: qsTr("Clear a filter to see more.")
                 icon: "line.3.horizontal.decrease.circle"
+                room: list.height
                 title: qsTr("Nothing matches")
                 visible: list.count === 0
                 onActed: {

@@ -49,7 +49,7 @@ Item {
 
         anchors.centerIn: parent
         spacing: Theme.spaceSmall
-        width: Math.min(460, parent.width - 2 * Theme.spaceLarge)
+        width: Math.min(Theme.grown(460), parent.width - 2 * Theme.spaceLarge)
 
         SymbolIcon {
             anchors.horizontalCenter: parent.horizontalCenter

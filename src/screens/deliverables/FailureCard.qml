@@ -12,7 +12,7 @@ Rectangle {
     signal discarded()
 
     color: Theme.dangerSoft
-    height: Math.max(words.height, row.height) + 2 * Theme.spaceMedium
+    height: row.height + 2 * Theme.spaceMedium
     radius: Theme.radiusMedium
 
     SymbolIcon {
@@ -27,15 +27,29 @@ Rectangle {
         width: height
     }
 
-    Column {
-        id: words
+    ActionRow {
+        id: row
 
+        actions: [
+            AppButton {
+                readonly property bool locating: root.deliverable.cutOffFailed && root.deliverable.cutOffSourceGone
+
+                kind: AppButton.Kind.Primary
+                text: locating ? qsTr("Locate…") : qsTr("Try again")
+                visible: !root.deliverable.gone
+                onClicked: locating ? root.located() : root.deliverable.tryAgain()
+            },
+            AppButton {
+                text: qsTr("Discard")
+                visible: root.deliverable.cutOffFailed
+                onClicked: root.discarded()
+            }
+        ]
         anchors.left: glyph.right
         anchors.leftMargin: Theme.spaceSmall
-        anchors.right: row.left
+        anchors.right: parent.right
         anchors.rightMargin: Theme.spaceMedium
         anchors.verticalCenter: parent.verticalCenter
-        spacing: Theme.focusGap
 
         Label {
             elide: Text.ElideMiddle
@@ -48,30 +62,6 @@ Rectangle {
             color: Theme.danger
             text: root.deliverable.failure
             width: parent.width
-        }
-    }
-
-    Row {
-        id: row
-
-        anchors.right: parent.right
-        anchors.rightMargin: Theme.spaceMedium
-        anchors.verticalCenter: parent.verticalCenter
-        spacing: Theme.spaceSmall
-
-        AppButton {
-            readonly property bool locating: root.deliverable.cutOffFailed && root.deliverable.cutOffSourceGone
-
-            kind: AppButton.Kind.Primary
-            text: locating ? qsTr("Locate…") : qsTr("Try again")
-            visible: !root.deliverable.gone
-            onClicked: locating ? root.located() : root.deliverable.tryAgain()
-        }
-
-        AppButton {
-            text: qsTr("Discard")
-            visible: root.deliverable.cutOffFailed
-            onClicked: root.discarded()
         }
     }
 }

@@ -27,8 +27,8 @@ Card {
             text: qsTr("Filed against this deliverable")
         }
 
-        Item {
-            height: Math.max(texts.height, download.height)
+        Row {
+            spacing: Theme.spaceMedium
             width: parent.width
 
             Rectangle {
@@ -49,15 +49,14 @@ Card {
                 }
             }
 
-            Column {
-                id: texts
-
-                anchors.left: tile.right
-                anchors.leftMargin: Theme.spaceMedium
-                anchors.right: download.left
-                anchors.rightMargin: Theme.spaceMedium
+            ActionRow {
+                actions: AppButton {
+                    symbol: "square.and.arrow.down"
+                    text: qsTr("Download")
+                    onClicked: root.deliverable.downloadFiled()
+                }
                 anchors.verticalCenter: parent.verticalCenter
-                spacing: Theme.focusGap
+                width: parent.width - tile.width - parent.spacing
 
                 Label {
                     elide: Text.ElideMiddle
@@ -74,16 +73,6 @@ Card {
                     visible: text !== ""
                     width: parent.width
                 }
-            }
-
-            AppButton {
-                id: download
-
-                anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                symbol: "square.and.arrow.down"
-                text: qsTr("Download")
-                onClicked: root.deliverable.downloadFiled()
             }
         }
 

@@ -8,70 +8,69 @@ Item {
 
     required property DeliverablesModel deliverables
 
-    implicitHeight: filters.height + 2 * Theme.spaceMedium
+    implicitHeight: row.height + 2 * Theme.spaceMedium
 
-    Flow {
-        id: filters
+    ActionRow {
+        id: row
 
+        actions: Figures {
+            color: Theme.secondary
+            font.pixelSize: Theme.textSmall
+            text: root.deliverables.countText
+        }
         anchors.left: parent.left
         anchors.leftMargin: Theme.spaceLarge
-        anchors.right: count.left
-        anchors.rightMargin: Theme.spaceMedium
-        anchors.verticalCenter: parent.verticalCenter
-        spacing: Theme.spaceMedium
-
-        FilterPicker {
-            choices: root.deliverables.families
-            title: qsTr("Family")
-            value: root.deliverables.family
-            onChosen: value => root.deliverables.family = value
-        }
-
-        FilterPicker {
-            choices: root.deliverables.statuses
-            title: qsTr("Status")
-            value: root.deliverables.status
-            onChosen: value => root.deliverables.status = value
-        }
-
-        FilterPicker {
-            choices: root.deliverables.languages
-            title: qsTr("Language")
-            value: root.deliverables.language
-            onChosen: value => root.deliverables.language = value
-        }
-
-        FilterPicker {
-            choices: root.deliverables.fillings
-            title: qsTr("Files")
-            value: root.deliverables.filled
-            onChosen: value => root.deliverables.filled = value
-        }
-
-        FilterPicker {
-            choices: root.deliverables.orders
-            title: qsTr("Order")
-            value: root.deliverables.order
-            onChosen: value => root.deliverables.order = value
-        }
-
-        AppButton {
-            height: Theme.controlHeight - Theme.spaceTiny
-            kind: AppButton.Kind.Link
-            text: qsTr("Clear")
-            visible: root.deliverables.anyFilter
-            onClicked: root.deliverables.clear()
-        }
-    }
-
-    Figures {
-        id: count
-
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceLarge
         anchors.verticalCenter: parent.verticalCenter
-        color: Theme.secondary
-        font.pixelSize: Theme.textSmall
-        text: root.deliverables.countText
+        least: Theme.grown(400)
+
+        Flow {
+            spacing: Theme.spaceMedium
+            width: parent.width
+
+            FilterPicker {
+                choices: root.deliverables.families
+                title: qsTr("Family")
+                value: root.deliverables.family
+                onChosen: value => root.deliverables.family = value
+            }
+
+            FilterPicker {
+                choices: root.deliverables.statuses
+                title: qsTr("Status")
+                value: root.deliverables.status
+                onChosen: value => root.deliverables.status = value
+            }
+
+            FilterPicker {
+                choices: root.deliverables.languages
+                title: qsTr("Language")
+                value: root.deliverables.language
+                onChosen: value => root.deliverables.language = value
+            }
+
+            FilterPicker {
+                choices: root.deliverables.fillings
+                title: qsTr("Files")
+                value: root.deliverables.filled
+                onChosen: value => root.deliverables.filled = value
+            }
+
+            FilterPicker {
+                choices: root.deliverables.orders
+                title: qsTr("Order")
+                value: root.deliverables.order
+                onChosen: value => root.deliverables.order = value
+            }
+
+            AppButton {
+                height: Theme.controlHeight - Theme.spaceTiny
+                kind: AppButton.Kind.Link
+                text: qsTr("Clear")
+                visible: root.deliverables.anyFilter
+                onClicked: root.deliverables.clear()
+            }
+        }
     }
 }

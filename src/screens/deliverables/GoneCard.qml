@@ -14,7 +14,7 @@ Card {
         anchors.leftMargin: Theme.spaceHuge
         anchors.verticalCenter: parent.verticalCenter
         color: Theme.warning
-        height: Theme.spaceVast
+        height: Theme.tile
         name: "exclamationmark.triangle.fill"
         width: height
     }

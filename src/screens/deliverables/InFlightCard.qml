@@ -22,8 +22,8 @@ Card {
         anchors.verticalCenter: parent.verticalCenter
         spacing: Theme.spaceLarge
 
-        Item {
-            height: Math.max(titles.height, stop.height)
+        Row {
+            spacing: Theme.spaceMedium
             width: parent.width
 
             SymbolIcon {
@@ -31,25 +31,31 @@ Card {
 
                 anchors.verticalCenter: parent.verticalCenter
                 color: root.deliverable.paused ? Theme.secondary : root.deliverable.downloading ? Theme.success : Theme.accent
-                height: Theme.spaceVast
+                height: Theme.tile
                 name: root.deliverable.downloading ? "arrow.down.circle.fill" : "arrow.up.circle.fill"
                 width: height
             }
 
-            Column {
-                id: titles
-
-                anchors.left: symbol.right
-                anchors.leftMargin: Theme.spaceMedium
-                anchors.right: pause.left
-                anchors.rightMargin: Theme.spaceMedium
-                anchors.verticalCenter: parent.verticalCenter
-                spacing: Theme.focusGap
+            ActionRow {
+                actions: [
+                    AppButton {
+                        symbol: root.deliverable.paused ? "play.fill" : "pause.fill"
+                        text: root.deliverable.paused ? qsTr("Resume") : qsTr("Pause")
+                        onClicked: root.deliverable.paused ? root.deliverable.resume() : root.deliverable.pause()
+                    },
+                    AppButton {
+                        symbol: "stop.fill"
+                        text: qsTr("Stop")
+                        onClicked: root.stopping()
+                    }
+                ]
+                width: parent.width - symbol.width - parent.spacing
 
                 Label {
                     font.pixelSize: Theme.textHeading
                     font.weight: Font.DemiBold
                     text: root.deliverable.headline
+                    width: parent.width
                 }
 
                 Label {
@@ -59,31 +65,10 @@ Card {
                     width: parent.width
                 }
             }
-
-            AppButton {
-                id: pause
-
-                anchors.right: stop.left
-                anchors.rightMargin: Theme.spaceSmall
-                anchors.verticalCenter: parent.verticalCenter
-                symbol: root.deliverable.paused ? "play.fill" : "pause.fill"
-                text: root.deliverable.paused ? qsTr("Resume") : qsTr("Pause")
-                onClicked: root.deliverable.paused ? root.deliverable.resume() : root.deliverable.pause()
-            }
-
-            AppButton {
-                id: stop
-
-                anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                symbol: "stop.fill"
-                text: qsTr("Stop")
-                onClicked: root.stopping()
-            }
         }
 
         ProgressLine {
-            fill: root.deliverable.paused ? Theme.secondary : root.deliverable.trouble !== "" ? Theme.orange : Theme.accentFill
+            fill: root.deliverable.paused ? Theme.secondary : root.deliverable.trouble !== "" ? Theme.orange : Theme.accent
             label: root.deliverable.headline
             value: root.deliverable.fraction
             width: parent.width
@@ -99,7 +84,13 @@ Card {
             wrapMode: Text.Wrap
         }
 
-        Row {
+        Grid {
+            id: figures
+
+            readonly property bool roomy: width >= Theme.grown(440)
+
+            columns: roomy ? 4 : 2
+            rowSpacing: Theme.spaceMedium
             width: parent.width
 
             Repeater {
@@ -129,7 +120,7 @@ Card {
                     required property var modelData
 
                     spacing: Theme.focusGap
-                    width: column.width * (index === 1 ? 0.4 : 0.2)
+                    width: column.width * (!figures.roomy ? 0.5 : index === 1 ? 0.4 : 0.2)
 
                     Label {
                         color: Theme.secondary

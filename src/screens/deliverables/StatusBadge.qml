@@ -14,7 +14,7 @@ Rectangle {
 
     readonly property color ink: moving ? Theme.accent : failed ? Theme.danger : filed ? Theme.green : Theme.secondary
 
-    color: moving ? Qt.alpha(Theme.accent, 0.12) : failed ? Theme.dangerSoft : filed ? Qt.alpha(Theme.green, 0.1) : Theme.field
+    color: moving ? Theme.accentSoft : failed ? Theme.dangerSoft : filed ? Qt.alpha(Theme.green, 0.1) : Theme.field
     implicitHeight: row.implicitHeight + 4
     implicitWidth: row.implicitWidth + 14
     radius: height / 2
@@ -28,10 +28,10 @@ Rectangle {
         Spinner {
             anchors.verticalCenter: parent.verticalCenter
             color: root.ink
-            height: 12
+            height: Theme.textSmall
             running: root.moving && !root.still
             visible: running
-            width: 12
+            width: height
         }
 
         SymbolIcon {

@@ -26,48 +26,44 @@ Rectangle {
         width: height
     }
 
-    Label {
-        Accessible.role: Accessible.AlertMessage
-        anchors.left: glyph.right
-        anchors.leftMargin: Theme.spaceMedium
-        anchors.right: row.left
-        anchors.rightMargin: Theme.spaceMedium
-        anchors.verticalCenter: parent.verticalCenter
-        elide: Text.ElideRight
-        font.weight: Font.Medium
-        lineHeight: 1
-        maximumLineCount: 2
-        text: root.transfers.interrupted.summary
-        wrapMode: Text.Wrap
-    }
-
-    Row {
+    ActionRow {
         id: row
 
+        actions: [
+            AppButton {
+                anchors.verticalCenter: parent.verticalCenter
+                kind: AppButton.Kind.Link
+                text: qsTr("Resume all")
+                onClicked: root.transfers.interrupted.resumeAll()
+            },
+            Label {
+                Accessible.ignored: true
+                anchors.verticalCenter: parent.verticalCenter
+                color: Theme.secondary
+                text: "·"
+            },
+            AppButton {
+                anchors.verticalCenter: parent.verticalCenter
+                kind: AppButton.Kind.Link
+                text: qsTr("Show")
+                onClicked: root.transfers.showInterrupted()
+            }
+        ]
+        anchors.left: glyph.right
+        anchors.leftMargin: Theme.spaceMedium
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceLarge
         anchors.verticalCenter: parent.verticalCenter
-        spacing: Theme.spaceSmall
-
-        AppButton {
-            anchors.verticalCenter: parent.verticalCenter
-            kind: AppButton.Kind.Link
-            text: qsTr("Resume all")
-            onClicked: root.transfers.interrupted.resumeAll()
-        }
 
         Label {
-            Accessible.ignored: true
-            anchors.verticalCenter: parent.verticalCenter
-            color: Theme.secondary
-            text: "·"
-        }
-
-        AppButton {
-            anchors.verticalCenter: parent.verticalCenter
-            kind: AppButton.Kind.Link
-            text: qsTr("Show")
-            onClicked: root.transfers.showInterrupted()
+            Accessible.role: Accessible.AlertMessage
+            elide: Text.ElideRight
+            font.weight: Font.Medium
+            lineHeight: 1
+            maximumLineCount: 2
+            text: root.transfers.interrupted.summary
+            width: parent.width
+            wrapMode: Text.Wrap
         }
     }
 }

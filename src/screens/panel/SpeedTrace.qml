@@ -10,7 +10,7 @@ Rectangle {
     property real fraction: 1 ///< how much of the width the graph may use
 
     color: Qt.alpha(Theme.text, 0.04)
-    implicitHeight: 34
+    implicitHeight: Theme.grown(34)
     radius: 5
 
     Accessible.ignored: true
@@ -21,7 +21,7 @@ Rectangle {
         anchors.rightMargin: 2
         anchors.top: parent.top
         color: Theme.secondary
-        font.pixelSize: 8
+        font.pixelSize: Theme.grown(8)
         text: canvas.peakText
     }
 
@@ -31,7 +31,7 @@ Rectangle {
         anchors.right: canvas.left
         anchors.rightMargin: 2
         color: Theme.secondary
-        font.pixelSize: 8
+        font.pixelSize: Theme.grown(8)
         text: "0"
     }
 
@@ -40,7 +40,7 @@ Rectangle {
 
         anchors.bottom: parent.bottom
         anchors.left: parent.left
-        anchors.leftMargin: 26
+        anchors.leftMargin: Theme.grown(26)
         anchors.right: parent.right
         anchors.top: parent.top
         color: Theme.text

@@ -200,7 +200,7 @@ Item {
         }
 
         ProgressLine {
-            fill: root.retrying ? Theme.orange : root.paused ? Theme.secondary : Theme.accentFill
+            fill: root.retrying ? Theme.orange : root.paused ? Theme.secondary : Theme.accent
             label: root.title
             value: root.fraction
             visible: root.running || root.retrying || root.paused && root.percent !== ""
@@ -254,11 +254,13 @@ Item {
         }
 
         Item {
-            height: 34 + 2
+            height: trace.height + Theme.focusGap
             visible: root.samples.length > 1
             width: parent.width
 
             SpeedTrace {
+                id: trace
+
                 anchors.bottom: parent.bottom
                 fraction: root.graphFraction
                 samples: root.samples

@@ -16,10 +16,12 @@ IconButton {
     Accessible.name: transfers.badge === "" ? text : qsTr("%1, %2").arg(text).arg(transfers.badgeText)
 
     Badge {
+        readonly property real inside: height / 2 - Theme.spaceTiny ///< of its middle, at least, from the edges of the button
+
         anchors.horizontalCenter: root.filled ? parent.right : parent.horizontalCenter
-        anchors.horizontalCenterOffset: root.filled ? -Theme.spaceTiny : root.symbolSize / 2
+        anchors.horizontalCenterOffset: root.filled ? -Math.max(Theme.spaceTiny, inside) : Math.min(root.symbolSize / 2, root.width / 2 - inside)
         anchors.verticalCenter: root.filled ? parent.top : parent.verticalCenter
-        anchors.verticalCenterOffset: root.filled ? Theme.spaceTiny : -root.symbolSize / 2
+        anchors.verticalCenterOffset: root.filled ? Math.max(Theme.spaceTiny, inside) : Math.max(-root.symbolSize / 2, inside - root.height / 2)
         border.color: Theme.bar
         border.width: root.filled ? 1.5 : 0
         color: root.transfers.moving ? Theme.accentFill : Theme.warningFill

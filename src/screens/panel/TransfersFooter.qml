@@ -12,7 +12,7 @@ Rectangle {
     signal stopping()
 
     color: Theme.bar
-    height: Theme.controlHeight + 2 * Theme.spaceSmall
+    height: Math.max(Theme.controlHeight, root.moving ? sum.height : 0) + 2 * Theme.spaceSmall
 
     Rectangle {
         color: Theme.line
@@ -21,6 +21,8 @@ Rectangle {
     }
 
     Figures {
+        id: sum
+
         anchors.left: parent.left
         anchors.leftMargin: Theme.spaceMedium
         anchors.right: buttons.left
@@ -29,8 +31,11 @@ Rectangle {
         color: Theme.secondary
         elide: Text.ElideRight
         font.pixelSize: Theme.textSmall
+        lineHeight: 1
+        maximumLineCount: 2
         text: root.transfers.footer
         visible: root.moving
+        wrapMode: Text.Wrap
     }
 
     Row {

@@ -14,8 +14,8 @@ FocusScope {
     property TransferMenu menu: null ///< made when it is first wanted
     property string stopping: "" ///< key of the transfer that the user is asked about; empty for all
 
-    implicitHeight: 240
-    implicitWidth: 320
+    implicitHeight: Theme.grown(240)
+    implicitWidth: Theme.grown(320)
     onActiveFocusChanged: {
         if (activeFocus && Window.activeFocusItem === root) // the window has just come
             (count === 0 ? tabs : lists[transfers.tab]).forceActiveFocus(Qt.OtherFocusReason);

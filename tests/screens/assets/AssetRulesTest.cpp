@@ -162,7 +162,8 @@ TEST(AssetRulesTest, columnsGiveWayToTheNameAndKeepWhatTheyWereDrawnTo)
         EXPECT_EQ(AssetColumns::parse(broken), (Widths{200, 110, 90, 130})) << broken;
     const Widths wanted{200, 110, 90, 130};
     EXPECT_EQ(AssetColumns::fitted(wanted, 1000), wanted);
-    EXPECT_EQ(AssetColumns::fitted(wanted, 100), (Widths{120, 80, 70, 110}));
+    EXPECT_EQ(AssetColumns::fitted(wanted, 640), (Widths{120, 80, 70, 110}));
+    EXPECT_EQ(AssetColumns::fitted(wanted, 639), Widths{});
     EXPECT_THAT(AssetColumns::fitted(wanted, 715), ElementsAre(160, 95, 80, 120)) << "half of what they have too much";
 }
 
