@@ -3,6 +3,7 @@
 #include "files/Folders.h"
 
 #include <QFileInfo>
+#include <QObject>
 
 namespace palvera {
 
@@ -50,7 +51,7 @@ void Preferences::keep()
     m_settings.sync();
     m_problem = m_settings.status() == QSettings::NoError
                     ? QString()
-                    : QStringLiteral("That counts only for now: %1 cannot be written.").arg(m_settings.fileName());
+                    : QObject::tr("That counts only for now: %1 cannot be written.").arg(m_settings.fileName());
 }
 
 } // namespace palvera
