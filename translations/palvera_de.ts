@@ -410,7 +410,7 @@ nach %1</translation>
     </message>
     <message>
         <source>Opens the sign-in window; use your passkey there.</source>
-        <translation>Öffnet das Anmeldefenster; verwenden Sie dort Ihren Passkey.</translation>
+        <translation>Im Anmeldefenster, mit Ihrem Passkey.</translation>
     </message>
 </context>
 <context>
@@ -440,11 +440,11 @@ nach %1</translation>
     </message>
     <message>
         <source>Cannot scan it? Enter this key instead</source>
-        <translation>Scannen nicht möglich? Geben Sie stattdessen diesen Schlüssel ein</translation>
+        <translation>Kein Scan möglich? Schlüssel eingeben</translation>
     </message>
     <message>
         <source>Enter this key in your authenticator app</source>
-        <translation>Geben Sie diesen Schlüssel in Ihrer Authenticator-App ein</translation>
+        <translation>Schlüssel für Ihre Authenticator-App</translation>
     </message>
     <message>
         <source>Key</source>
@@ -597,6 +597,73 @@ nach %1</translation>
     <message>
         <source>Left</source>
         <translation>Verbleibend</translation>
+    </message>
+</context>
+<context>
+    <name>Installer</name>
+    <message>
+        <source>The update is not signed by Palvera.</source>
+        <translation>Das Update ist nicht von Palvera signiert.</translation>
+    </message>
+    <message>
+        <source>The update is damaged.</source>
+        <translation>Das Update ist beschädigt.</translation>
+    </message>
+    <message>
+        <source>The update is incomplete.</source>
+        <translation>Das Update ist unvollständig.</translation>
+    </message>
+    <message>
+        <source>The update is older than the copy on this computer.</source>
+        <translation>Das Update ist älter als die Kopie auf diesem Computer.</translation>
+    </message>
+    <message>
+        <source>The update is not the one that was announced.</source>
+        <translation>Das Update ist nicht das angekündigte.</translation>
+    </message>
+    <message>
+        <source>The update is for another kind of computer.</source>
+        <translation>Das Update ist für eine andere Art von Computer.</translation>
+    </message>
+    <message>
+        <source>The update holds something that does not belong there.</source>
+        <translation>Das Update enthält etwas, das nicht hineingehört.</translation>
+    </message>
+    <message>
+        <source>The update does not run on this computer.</source>
+        <translation>Das Update läuft auf diesem Computer nicht.</translation>
+    </message>
+    <message>
+        <source>Another update is under way on this computer. Try again in a minute.</source>
+        <translation>Auf diesem Computer läuft bereits ein anderes Update. Versuchen Sie es in einer Minute erneut.</translation>
+    </message>
+    <message>
+        <source>The update could not be read in time.</source>
+        <translation>Das Update konnte nicht rechtzeitig gelesen werden.</translation>
+    </message>
+    <message>
+        <source>The update could not be unpacked.</source>
+        <translation>Das Update konnte nicht entpackt werden.</translation>
+    </message>
+    <message>
+        <source>You may not install updates on this computer. Ask whoever looks after it.</source>
+        <translation>Sie dürfen auf diesem Computer keine Updates installieren. Fragen Sie, wer ihn betreut.</translation>
+    </message>
+    <message>
+        <source>Nobody could be asked whether updates may be installed on this computer.</source>
+        <translation>Niemand konnte gefragt werden, ob auf diesem Computer Updates installiert werden dürfen.</translation>
+    </message>
+    <message>
+        <source>This copy of Palvera is not looked after by the installer.</source>
+        <translation>Diese Kopie von Palvera wird nicht vom Installationsprogramm betreut.</translation>
+    </message>
+    <message>
+        <source>The installer is missing from this copy of the app.</source>
+        <translation>In dieser Kopie der App fehlt das Installationsprogramm.</translation>
+    </message>
+    <message>
+        <source>There is no prepared update.</source>
+        <translation>Es ist kein Update vorbereitet.</translation>
     </message>
 </context>
 <context>

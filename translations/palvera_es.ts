@@ -51,7 +51,7 @@
     </message>
     <message>
         <source>Check for Updates…</source>
-        <translation>Buscar actualizaciones…</translation>
+        <translation>Actualizaciones…</translation>
     </message>
     <message>
         <source>Sign out</source>
@@ -410,7 +410,7 @@ en %1</translation>
     </message>
     <message>
         <source>Opens the sign-in window; use your passkey there.</source>
-        <translation>Abre la ventana de inicio de sesión; use allí su llave de acceso.</translation>
+        <translation>En la ventana de inicio de sesión, con su llave.</translation>
     </message>
 </context>
 <context>
@@ -432,7 +432,7 @@ en %1</translation>
     </message>
     <message>
         <source>Add an authenticator</source>
-        <translation>Añadir una aplicación de autenticación</translation>
+        <translation>Añadir un autenticador</translation>
     </message>
     <message>
         <source>QR code for your authenticator app</source>
@@ -440,11 +440,11 @@ en %1</translation>
     </message>
     <message>
         <source>Cannot scan it? Enter this key instead</source>
-        <translation>¿No puede escanearlo? Introduzca esta clave</translation>
+        <translation>¿No puede escanearlo? Use esta clave</translation>
     </message>
     <message>
         <source>Enter this key in your authenticator app</source>
-        <translation>Introduzca esta clave en su aplicación de autenticación</translation>
+        <translation>Clave para su aplicación de autenticación</translation>
     </message>
     <message>
         <source>Key</source>
@@ -597,6 +597,73 @@ en %1</translation>
     <message>
         <source>Left</source>
         <translation>Restante</translation>
+    </message>
+</context>
+<context>
+    <name>Installer</name>
+    <message>
+        <source>The update is not signed by Palvera.</source>
+        <translation>La actualización no está firmada por Palvera.</translation>
+    </message>
+    <message>
+        <source>The update is damaged.</source>
+        <translation>La actualización está dañada.</translation>
+    </message>
+    <message>
+        <source>The update is incomplete.</source>
+        <translation>La actualización está incompleta.</translation>
+    </message>
+    <message>
+        <source>The update is older than the copy on this computer.</source>
+        <translation>La actualización es más antigua que la copia de este equipo.</translation>
+    </message>
+    <message>
+        <source>The update is not the one that was announced.</source>
+        <translation>La actualización no es la que se anunció.</translation>
+    </message>
+    <message>
+        <source>The update is for another kind of computer.</source>
+        <translation>La actualización es para otro tipo de equipo.</translation>
+    </message>
+    <message>
+        <source>The update holds something that does not belong there.</source>
+        <translation>La actualización contiene algo que no debería.</translation>
+    </message>
+    <message>
+        <source>The update does not run on this computer.</source>
+        <translation>La actualización no funciona en este equipo.</translation>
+    </message>
+    <message>
+        <source>Another update is under way on this computer. Try again in a minute.</source>
+        <translation>Hay otra actualización en curso en este equipo. Inténtelo de nuevo en un minuto.</translation>
+    </message>
+    <message>
+        <source>The update could not be read in time.</source>
+        <translation>No se pudo leer la actualización a tiempo.</translation>
+    </message>
+    <message>
+        <source>The update could not be unpacked.</source>
+        <translation>No se pudo descomprimir la actualización.</translation>
+    </message>
+    <message>
+        <source>You may not install updates on this computer. Ask whoever looks after it.</source>
+        <translation>No puede instalar actualizaciones en este equipo. Consulte a quien lo administra.</translation>
+    </message>
+    <message>
+        <source>Nobody could be asked whether updates may be installed on this computer.</source>
+        <translation>No se pudo preguntar a nadie si pueden instalarse actualizaciones en este equipo.</translation>
+    </message>
+    <message>
+        <source>This copy of Palvera is not looked after by the installer.</source>
+        <translation>El instalador no se ocupa de esta copia de Palvera.</translation>
+    </message>
+    <message>
+        <source>The installer is missing from this copy of the app.</source>
+        <translation>Falta el instalador en esta copia de la aplicación.</translation>
+    </message>
+    <message>
+        <source>There is no prepared update.</source>
+        <translation>No hay ninguna actualización preparada.</translation>
     </message>
 </context>
 <context>

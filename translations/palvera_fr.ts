@@ -51,7 +51,7 @@
     </message>
     <message>
         <source>Check for Updates…</source>
-        <translation>Rechercher des mises à jour…</translation>
+        <translation>Mises à jour…</translation>
     </message>
     <message>
         <source>Sign out</source>
@@ -181,7 +181,7 @@ vers %1</translation>
     </message>
     <message>
         <source>Find in Uploads</source>
-        <translation>Rechercher dans «&#xa0;Téléversements&#xa0;»</translation>
+        <translation>Rechercher un fichier</translation>
     </message>
     <message>
         <source>Find an asset</source>
@@ -410,7 +410,7 @@ vers %1</translation>
     </message>
     <message>
         <source>Opens the sign-in window; use your passkey there.</source>
-        <translation>Ouvre la fenêtre de connexion&#xa0;; utilisez-y votre clé d’accès.</translation>
+        <translation>Dans la fenêtre de connexion, avec votre clé d’accès.</translation>
     </message>
 </context>
 <context>
@@ -432,7 +432,7 @@ vers %1</translation>
     </message>
     <message>
         <source>Add an authenticator</source>
-        <translation>Ajouter une application d’authentification</translation>
+        <translation>Ajouter un authentificateur</translation>
     </message>
     <message>
         <source>QR code for your authenticator app</source>
@@ -440,11 +440,11 @@ vers %1</translation>
     </message>
     <message>
         <source>Cannot scan it? Enter this key instead</source>
-        <translation>Impossible de le scanner&#xa0;? Saisissez plutôt cette clé</translation>
+        <translation>Scan impossible&#xa0;? Saisissez cette clé</translation>
     </message>
     <message>
         <source>Enter this key in your authenticator app</source>
-        <translation>Saisissez cette clé dans votre application d’authentification</translation>
+        <translation>Clé pour votre application d’authentification</translation>
     </message>
     <message>
         <source>Key</source>
@@ -597,6 +597,73 @@ vers %1</translation>
     <message>
         <source>Left</source>
         <translation>Restant</translation>
+    </message>
+</context>
+<context>
+    <name>Installer</name>
+    <message>
+        <source>The update is not signed by Palvera.</source>
+        <translation>La mise à jour n’est pas signée par Palvera.</translation>
+    </message>
+    <message>
+        <source>The update is damaged.</source>
+        <translation>La mise à jour est endommagée.</translation>
+    </message>
+    <message>
+        <source>The update is incomplete.</source>
+        <translation>La mise à jour est incomplète.</translation>
+    </message>
+    <message>
+        <source>The update is older than the copy on this computer.</source>
+        <translation>La mise à jour est plus ancienne que la copie de cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>The update is not the one that was announced.</source>
+        <translation>La mise à jour n’est pas celle qui était annoncée.</translation>
+    </message>
+    <message>
+        <source>The update is for another kind of computer.</source>
+        <translation>La mise à jour est destinée à un autre type d’ordinateur.</translation>
+    </message>
+    <message>
+        <source>The update holds something that does not belong there.</source>
+        <translation>La mise à jour contient un élément qui n’a rien à y faire.</translation>
+    </message>
+    <message>
+        <source>The update does not run on this computer.</source>
+        <translation>La mise à jour ne fonctionne pas sur cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>Another update is under way on this computer. Try again in a minute.</source>
+        <translation>Une autre mise à jour est en cours sur cet ordinateur. Réessayez dans une minute.</translation>
+    </message>
+    <message>
+        <source>The update could not be read in time.</source>
+        <translation>La mise à jour n’a pas pu être lue à temps.</translation>
+    </message>
+    <message>
+        <source>The update could not be unpacked.</source>
+        <translation>La mise à jour n’a pas pu être décompressée.</translation>
+    </message>
+    <message>
+        <source>You may not install updates on this computer. Ask whoever looks after it.</source>
+        <translation>Vous n’êtes pas autorisé à installer des mises à jour sur cet ordinateur. Adressez-vous à la personne qui s’en occupe.</translation>
+    </message>
+    <message>
+        <source>Nobody could be asked whether updates may be installed on this computer.</source>
+        <translation>Personne n’a pu être interrogé pour autoriser l’installation de mises à jour sur cet ordinateur.</translation>
+    </message>
+    <message>
+        <source>This copy of Palvera is not looked after by the installer.</source>
+        <translation>Cette copie de Palvera n’est pas gérée par le programme d’installation.</translation>
+    </message>
+    <message>
+        <source>The installer is missing from this copy of the app.</source>
+        <translation>Le programme d’installation manque dans cette copie de l’application.</translation>
+    </message>
+    <message>
+        <source>There is no prepared update.</source>
+        <translation>Aucune mise à jour n’est prête.</translation>
     </message>
 </context>
 <context>
