@@ -18,7 +18,8 @@ set(palveraLevel_update 7)
 set(palveraLevel_assets 8) # the rooms of screens/
 set(palveraLevel_deliverables 8)
 set(palveraLevel_panel 8)
-set(palveraLevel_signin 8) # a room of app/
+set(palveraLevel_signin 8) # the rooms of app/
+set(palveraLevel_shell 8)
 set(palveraLevel_app 9)
 set(palveraLevel_cli 9)
 set(palveraOnly_controls "") # building blocks of the face: nothing of ours

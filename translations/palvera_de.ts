@@ -31,6 +31,18 @@
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
+    <message>
+        <source>Licences</source>
+        <translation>Lizenzen</translation>
+    </message>
+    <message>
+        <source>Palvera works with Qt (LGPL 3), Boost (Boost Software License), libcurl (curl licence), OpenSSL (Apache 2.0), libfido2 and libarchive (BSD), the symbols of Phosphor (MIT) and the typeface Inter (Open Font License).</source>
+        <translation>Palvera verwendet Qt (LGPL 3), Boost (Boost Software License), libcurl (curl-Lizenz), OpenSSL (Apache 2.0), libfido2 und libarchive (BSD), die Symbole von Phosphor (MIT) und die Schrift Inter (Open Font License).</translation>
+    </message>
+    <message>
+        <source>Show their texts</source>
+        <translation>Lizenztexte anzeigen</translation>
+    </message>
 </context>
 <context>
     <name>AccountMenu</name>
@@ -41,18 +53,6 @@
 </context>
 <context>
     <name>AccountRows</name>
-    <message>
-        <source>About Palvera</source>
-        <translation>Über Palvera</translation>
-    </message>
-    <message>
-        <source>Ctrl+U</source>
-        <translation>Ctrl+U</translation>
-    </message>
-    <message>
-        <source>Check for Updates…</source>
-        <translation>Nach Updates suchen&#xa0;…</translation>
-    </message>
     <message>
         <source>Sign out</source>
         <translation>Abmelden</translation>
@@ -529,6 +529,10 @@ nach %1</translation>
         <source>Clear</source>
         <translation>Zurücksetzen</translation>
     </message>
+    <message>
+        <source>Order</source>
+        <translation>Sortierung</translation>
+    </message>
 </context>
 <context>
     <name>ForgotFace</name>
@@ -566,6 +570,73 @@ nach %1</translation>
     <message>
         <source>Nothing can be sent to it. If it comes back, it takes files again.</source>
         <translation>Es kann nichts dorthin gesendet werden. Kehrt es zurück, nimmt es wieder Dateien an.</translation>
+    </message>
+</context>
+<context>
+    <name>HelpSheet</name>
+    <message>
+        <source>Sending a master</source>
+        <translation>Einen Master senden</translation>
+    </message>
+    <message>
+        <source>Open the client, the project and the deliverable, and drop the file there, or choose it with the button. A file may also be dropped on a row of the list. It goes up over several connections, is checked by the platform, and is filed: only then is it called done.</source>
+        <translation>Öffnen Sie den Kunden, das Projekt und das Deliverable und legen Sie die Datei dort ab oder wählen Sie sie mit der Schaltfläche aus. Eine Datei kann auch auf einer Zeile der Liste abgelegt werden. Sie wird über mehrere Verbindungen hochgeladen, von der Plattform geprüft und abgelegt: Erst dann gilt sie als fertig.</translation>
+    </message>
+    <message>
+        <source>When something comes between</source>
+        <translation>Wenn etwas dazwischenkommt</translation>
+    </message>
+    <message>
+        <source>A lost network, a restart of the platform or sleep are waited out, and the upload goes on by itself. If the program ends first, the upload waits under Interrupted in the transfers, and goes on from the part that it had reached. The file must not change meanwhile; if it was moved, use Locate.</source>
+        <translation>Ein Netzausfall, ein Neustart der Plattform oder der Ruhezustand werden abgewartet, und der Upload geht von selbst weiter. Endet das Programm vorher, wartet der Upload bei den Übertragungen unter „Unterbrochen“ und wird ab dem erreichten Teil fortgesetzt. Die Datei darf sich inzwischen nicht ändern; wurde sie verschoben, wählen Sie „Suchen“.</translation>
+    </message>
+    <message>
+        <source>The transfers</source>
+        <translation>Die Übertragungen</translation>
+    </message>
+    <message>
+        <source>The panel shows what moves, what is over and what was cut off. Three uploads and three downloads run at once, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up.</source>
+        <translation>Das Fenster zeigt, was läuft, was beendet ist und was unterbrochen wurde. Drei Uploads und drei Downloads laufen zugleich, in der Reihenfolge der Liste; ziehen Sie eine Zeile oder verwenden Sie Ctrl und die Pfeiltasten, um sie zu ändern. Was angehalten ist, behält seinen Platz und was schon angekommen ist. Was gestoppt wird, ist aufgegeben.</translation>
+    </message>
+    <message>
+        <source>Downloads</source>
+        <translation>Downloads</translation>
+    </message>
+    <message>
+        <source>A file comes down into the downloads folder, which the first download asks for. A file that is there is never replaced: the new one gets a number. A download that was cut off waits under Interrupted, too.</source>
+        <translation>Eine Datei wird in den Download-Ordner geladen, nach dem der erste Download fragt. Eine vorhandene Datei wird nie ersetzt: Die neue bekommt eine Nummer. Auch ein unterbrochener Download wartet unter „Unterbrochen“.</translation>
+    </message>
+    <message>
+        <source>Sharing the line</source>
+        <translation>Die Leitung teilen</translation>
+    </message>
+    <message>
+        <source>Under Settings the transfers can be kept to so many MB/s, all day long or between certain hours. It holds at once, for what is moving, too.</source>
+        <translation>Unter „Einstellungen“ lassen sich die Übertragungen auf eine Anzahl MB/s begrenzen, ganztägig oder zu bestimmten Zeiten. Das gilt sofort, auch für Laufendes.</translation>
+    </message>
+    <message>
+        <source>Signing in</source>
+        <translation>Anmelden</translation>
+    </message>
+    <message>
+        <source>With an e-mail address and a password, in the browser, or with a passkey of a security key. When a sign-in expires, transfers wait until you have signed in again.</source>
+        <translation>Mit E-Mail-Adresse und Passwort, im Browser oder mit einem Passkey auf einem Sicherheitsschlüssel. Läuft eine Anmeldung ab, warten die Übertragungen, bis Sie sich wieder angemeldet haben.</translation>
+    </message>
+    <message>
+        <source>When you need help</source>
+        <translation>Wenn Sie Hilfe brauchen</translation>
+    </message>
+    <message>
+        <source>The log of the transfers says what was sent when, and how fast. Errors can be copied from the menu of a row: the platform&apos;s support will ask for them.</source>
+        <translation>Das Protokoll der Übertragungen sagt, was wann und wie schnell gesendet wurde. Fehler lassen sich über das Menü einer Zeile kopieren: Der Support der Plattform wird danach fragen.</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -983,6 +1054,13 @@ nach %1</translation>
     </message>
 </context>
 <context>
+    <name>MenuButton</name>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+</context>
+<context>
     <name>Notice</name>
     <message>
         <source>Dismiss</source>
@@ -1062,6 +1140,57 @@ nach %1</translation>
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramMenu</name>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation>Einstellungen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Ctrl+?</source>
+        <translation>Ctrl+?</translation>
+    </message>
+    <message>
+        <source>Keyboard shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>Open log</source>
+        <translation>Protokoll öffnen</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>About Palvera</source>
+        <translation>Über Palvera</translation>
+    </message>
+    <message>
+        <source>Ctrl+U</source>
+        <translation>Ctrl+U</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Nach Updates suchen&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
     </message>
 </context>
 <context>
@@ -2251,6 +2380,21 @@ nach %1</translation>
         <source>The update feed did not answer. Check your connection and try again.</source>
         <translation>Der Update-Feed hat nicht geantwortet. Prüfen Sie Ihre Verbindung und versuchen Sie es erneut.</translation>
     </message>
+    <message>
+        <source>The preferences could not be read. They begin anew; the file is now %1.</source>
+        <translation>Die Einstellungen konnten nicht gelesen werden. Sie beginnen neu; die Datei heißt jetzt %1.</translation>
+    </message>
+    <message>
+        <source>The preferences in %1 cannot be read.</source>
+        <translation>Die Einstellungen in %1 können nicht gelesen werden.</translation>
+    </message>
+</context>
+<context>
+    <name>ReloadButton</name>
+    <message>
+        <source>Reload</source>
+        <translation>Neu laden</translation>
+    </message>
 </context>
 <context>
     <name>RootView</name>
@@ -2322,6 +2466,248 @@ nach %1</translation>
     <message>
         <source>Send a full-length file to Textless elements?</source>
         <translation>Eine Datei in voller Länge an „Textless elements“ senden?</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsSheet</name>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Downloads</source>
+        <translation>Downloads</translation>
+    </message>
+    <message>
+        <source>Asked at the first download</source>
+        <translation>Wird beim ersten Download gefragt</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Ordner</translation>
+    </message>
+    <message>
+        <source>Change the downloads folder…</source>
+        <translation>Download-Ordner ändern&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Change…</source>
+        <translation>Ändern&#xa0;…</translation>
+    </message>
+    <message>
+        <source>Transfers</source>
+        <translation>Übertragungen</translation>
+    </message>
+    <message>
+        <source>Uploads at once</source>
+        <translation>Gleichzeitige Uploads</translation>
+    </message>
+    <message>
+        <source>Downloads at once</source>
+        <translation>Gleichzeitige Downloads</translation>
+    </message>
+    <message>
+        <source>Give MB/s, from 0.1 on, or leave it empty.</source>
+        <translation>Geben Sie MB/s ab 0,1 an oder lassen Sie das Feld leer.</translation>
+    </message>
+    <message>
+        <source>Upload limit, MB/s</source>
+        <translation>Upload-Limit, MB/s</translation>
+    </message>
+    <message>
+        <source>Download limit, MB/s</source>
+        <translation>Download-Limit, MB/s</translation>
+    </message>
+    <message>
+        <source>Give times such as 08:00.</source>
+        <translation>Geben Sie Zeiten wie 08:00 an.</translation>
+    </message>
+    <message>
+        <source>Off: the limits hold all day long.</source>
+        <translation>Aus: Die Limits gelten ganztägig.</translation>
+    </message>
+    <message>
+        <source>Limit only between</source>
+        <translation>Limit nur zwischen</translation>
+    </message>
+    <message>
+        <source>Limit from</source>
+        <translation>Limit ab</translation>
+    </message>
+    <message>
+        <source>Limit to</source>
+        <translation>Limit bis</translation>
+    </message>
+    <message>
+        <source>While files move</source>
+        <translation>Während Übertragungen laufen</translation>
+    </message>
+    <message>
+        <source>Keep the computer awake</source>
+        <translation>Computer wach halten</translation>
+    </message>
+    <message>
+        <source>Notify when the last one has ended</source>
+        <translation>Melden, wenn die letzte beendet ist</translation>
+    </message>
+    <message>
+        <source>When the window is closed</source>
+        <translation>Wenn das Fenster geschlossen wird</translation>
+    </message>
+    <message>
+        <source>This desktop shows no tray, so that closing the window quits.</source>
+        <translation>Diese Oberfläche zeigt keinen Infobereich, daher beendet das Schließen des Fensters das Programm.</translation>
+    </message>
+    <message>
+        <source>Palvera stays in the tray, and starts there with your session.</source>
+        <translation>Palvera bleibt im Infobereich und startet dort mit Ihrer Sitzung.</translation>
+    </message>
+    <message>
+        <source>Stay in the background</source>
+        <translation>Im Hintergrund bleiben</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Choose where downloads go</source>
+        <translation>Ziel für Downloads wählen</translation>
+    </message>
+    <message>
+        <source>No limit</source>
+        <translation>Kein Limit</translation>
+    </message>
+</context>
+<context>
+    <name>ShortcutsSheet</name>
+    <message>
+        <source>Alt+Left</source>
+        <translation>Alt+Links</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>F5</source>
+        <translation>F5</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Neu laden</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Ctrl+F</translation>
+    </message>
+    <message>
+        <source>Search the list</source>
+        <translation>Liste durchsuchen</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+T</source>
+        <translation>Ctrl+Shift+T</translation>
+    </message>
+    <message>
+        <source>Show the transfers</source>
+        <translation>Übertragungen anzeigen</translation>
+    </message>
+    <message>
+        <source>F10</source>
+        <translation>F10</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>Ctrl+?</source>
+        <translation>Ctrl+?</translation>
+    </message>
+    <message>
+        <source>Keyboard shortcuts</source>
+        <translation>Tastenkürzel</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Hilfe</translation>
+    </message>
+    <message>
+        <source>Ctrl+U</source>
+        <translation>Ctrl+U</translation>
+    </message>
+    <message>
+        <source>Check for updates</source>
+        <translation>Nach Updates suchen</translation>
+    </message>
+    <message>
+        <source>Ctrl+W</source>
+        <translation>Ctrl+W</translation>
+    </message>
+    <message>
+        <source>Close the window</source>
+        <translation>Fenster schließen</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Leertaste</translation>
+    </message>
+    <message>
+        <source>Pause or resume the transfer</source>
+        <translation>Übertragung anhalten oder fortsetzen</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Entf</translation>
+    </message>
+    <message>
+        <source>Stop the transfer, or take it off the list</source>
+        <translation>Übertragung stoppen oder aus der Liste nehmen</translation>
+    </message>
+    <message>
+        <source>Ctrl+Up, Ctrl+Down</source>
+        <translation>Ctrl+Auf, Ctrl+Ab</translation>
+    </message>
+    <message>
+        <source>Move the transfer in the queue</source>
+        <translation>Übertragung in der Warteschlange verschieben</translation>
+    </message>
+    <message>
+        <source>Shift+F10</source>
+        <translation>Shift+F10</translation>
+    </message>
+    <message>
+        <source>Menu of the row</source>
+        <translation>Menü der Zeile</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -2472,6 +2858,21 @@ nach %1</translation>
     </message>
 </context>
 <context>
+    <name>Tray</name>
+    <message>
+        <source>Palvera</source>
+        <translation>Palvera</translation>
+    </message>
+    <message>
+        <source>Show Palvera</source>
+        <translation>Palvera anzeigen</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Beenden</translation>
+    </message>
+</context>
+<context>
     <name>UpdateAlert</name>
     <message>
         <source>Cancel</source>
@@ -2574,6 +2975,18 @@ nach %1</translation>
     <message>
         <source>Upload failed</source>
         <translation>Upload fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Status</translation>
+    </message>
+    <message>
+        <source>Platform</source>
+        <translation>Plattform</translation>
     </message>
 </context>
 <context>

@@ -31,6 +31,18 @@
         <source>Close</source>
         <translation>Cerrar</translation>
     </message>
+    <message>
+        <source>Licences</source>
+        <translation>Licencias</translation>
+    </message>
+    <message>
+        <source>Palvera works with Qt (LGPL 3), Boost (Boost Software License), libcurl (curl licence), OpenSSL (Apache 2.0), libfido2 and libarchive (BSD), the symbols of Phosphor (MIT) and the typeface Inter (Open Font License).</source>
+        <translation>Palvera usa Qt (LGPL 3), Boost (Boost Software License), libcurl (licencia curl), OpenSSL (Apache 2.0), libfido2 y libarchive (BSD), los símbolos de Phosphor (MIT) y el tipo de letra Inter (Open Font License).</translation>
+    </message>
+    <message>
+        <source>Show their texts</source>
+        <translation>Mostrar sus textos</translation>
+    </message>
 </context>
 <context>
     <name>AccountMenu</name>
@@ -41,18 +53,6 @@
 </context>
 <context>
     <name>AccountRows</name>
-    <message>
-        <source>About Palvera</source>
-        <translation>Acerca de Palvera</translation>
-    </message>
-    <message>
-        <source>Ctrl+U</source>
-        <translation>Ctrl+U</translation>
-    </message>
-    <message>
-        <source>Check for Updates…</source>
-        <translation>Actualizaciones…</translation>
-    </message>
     <message>
         <source>Sign out</source>
         <translation>Cerrar sesión</translation>
@@ -529,6 +529,10 @@ en %1</translation>
         <source>Clear</source>
         <translation>Borrar</translation>
     </message>
+    <message>
+        <source>Order</source>
+        <translation>Orden</translation>
+    </message>
 </context>
 <context>
     <name>ForgotFace</name>
@@ -566,6 +570,73 @@ en %1</translation>
     <message>
         <source>Nothing can be sent to it. If it comes back, it takes files again.</source>
         <translation>No se le puede enviar nada. Si vuelve, aceptará archivos de nuevo.</translation>
+    </message>
+</context>
+<context>
+    <name>HelpSheet</name>
+    <message>
+        <source>Sending a master</source>
+        <translation>Enviar un máster</translation>
+    </message>
+    <message>
+        <source>Open the client, the project and the deliverable, and drop the file there, or choose it with the button. A file may also be dropped on a row of the list. It goes up over several connections, is checked by the platform, and is filed: only then is it called done.</source>
+        <translation>Abra el cliente, el proyecto y el entregable, y suelte allí el archivo o elíjalo con el botón. También puede soltar un archivo en una fila de la lista. Se sube por varias conexiones, la plataforma lo comprueba y lo registra: solo entonces se da por listo.</translation>
+    </message>
+    <message>
+        <source>When something comes between</source>
+        <translation>Cuando surge un imprevisto</translation>
+    </message>
+    <message>
+        <source>A lost network, a restart of the platform or sleep are waited out, and the upload goes on by itself. If the program ends first, the upload waits under Interrupted in the transfers, and goes on from the part that it had reached. The file must not change meanwhile; if it was moved, use Locate.</source>
+        <translation>Si se pierde la red, se reinicia la plataforma o el equipo se suspende, se espera y la subida continúa sola. Si el programa termina antes, la subida espera en «Interrumpidas», en las transferencias, y continúa desde la parte alcanzada. El archivo no debe cambiar entretanto; si se ha movido, use «Localizar».</translation>
+    </message>
+    <message>
+        <source>The transfers</source>
+        <translation>Las transferencias</translation>
+    </message>
+    <message>
+        <source>The panel shows what moves, what is over and what was cut off. Three uploads and three downloads run at once, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up.</source>
+        <translation>El panel muestra lo que está en curso, lo que ha finalizado y lo que se interrumpió. Se realizan tres subidas y tres descargas a la vez, en el orden de la lista; arrastre una fila o use Ctrl y las flechas para cambiarlo. Lo que está en pausa conserva su lugar y lo que ya ha llegado. Lo que se detiene se abandona.</translation>
+    </message>
+    <message>
+        <source>Downloads</source>
+        <translation>Descargas</translation>
+    </message>
+    <message>
+        <source>A file comes down into the downloads folder, which the first download asks for. A file that is there is never replaced: the new one gets a number. A download that was cut off waits under Interrupted, too.</source>
+        <translation>Un archivo se descarga en la carpeta de descargas, que se pregunta en la primera descarga. Un archivo que ya está nunca se reemplaza: el nuevo recibe un número. Una descarga interrumpida también espera en «Interrumpidas».</translation>
+    </message>
+    <message>
+        <source>Sharing the line</source>
+        <translation>Compartir la línea</translation>
+    </message>
+    <message>
+        <source>Under Settings the transfers can be kept to so many MB/s, all day long or between certain hours. It holds at once, for what is moving, too.</source>
+        <translation>En «Ajustes» puede limitar las transferencias a una cantidad de MB/s, todo el día o a ciertas horas. Se aplica de inmediato, también a lo que está en curso.</translation>
+    </message>
+    <message>
+        <source>Signing in</source>
+        <translation>Iniciar sesión</translation>
+    </message>
+    <message>
+        <source>With an e-mail address and a password, in the browser, or with a passkey of a security key. When a sign-in expires, transfers wait until you have signed in again.</source>
+        <translation>Con correo y contraseña, en el navegador o con una llave de acceso en una llave de seguridad. Cuando caduca una sesión, las transferencias esperan hasta que vuelva a iniciarla.</translation>
+    </message>
+    <message>
+        <source>When you need help</source>
+        <translation>Si necesita ayuda</translation>
+    </message>
+    <message>
+        <source>The log of the transfers says what was sent when, and how fast. Errors can be copied from the menu of a row: the platform&apos;s support will ask for them.</source>
+        <translation>El registro de las transferencias indica qué se envió, cuándo y a qué velocidad. Los errores se pueden copiar desde el menú de una fila: el soporte de la plataforma los pedirá.</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Ayuda</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
     </message>
 </context>
 <context>
@@ -983,6 +1054,13 @@ en %1</translation>
     </message>
 </context>
 <context>
+    <name>MenuButton</name>
+    <message>
+        <source>Menu</source>
+        <translation>Menú</translation>
+    </message>
+</context>
+<context>
     <name>Notice</name>
     <message>
         <source>Dismiss</source>
@@ -1062,6 +1140,57 @@ en %1</translation>
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramMenu</name>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation>Ajustes…</translation>
+    </message>
+    <message>
+        <source>Ctrl+?</source>
+        <translation>Ctrl+?</translation>
+    </message>
+    <message>
+        <source>Keyboard shortcuts</source>
+        <translation>Atajos de teclado</translation>
+    </message>
+    <message>
+        <source>Open log</source>
+        <translation>Abrir el registro</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Ayuda</translation>
+    </message>
+    <message>
+        <source>About Palvera</source>
+        <translation>Acerca de Palvera</translation>
+    </message>
+    <message>
+        <source>Ctrl+U</source>
+        <translation>Ctrl+U</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Actualizaciones…</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Salir</translation>
     </message>
 </context>
 <context>
@@ -2251,6 +2380,21 @@ en %1</translation>
         <source>The update feed did not answer. Check your connection and try again.</source>
         <translation>El canal de actualizaciones no respondió. Compruebe su conexión e inténtelo de nuevo.</translation>
     </message>
+    <message>
+        <source>The preferences could not be read. They begin anew; the file is now %1.</source>
+        <translation>No se pudieron leer las preferencias. Empiezan de nuevo; el archivo es ahora %1.</translation>
+    </message>
+    <message>
+        <source>The preferences in %1 cannot be read.</source>
+        <translation>No se pueden leer las preferencias en %1.</translation>
+    </message>
+</context>
+<context>
+    <name>ReloadButton</name>
+    <message>
+        <source>Reload</source>
+        <translation>Recargar</translation>
+    </message>
 </context>
 <context>
     <name>RootView</name>
@@ -2322,6 +2466,248 @@ en %1</translation>
     <message>
         <source>Send a full-length file to Textless elements?</source>
         <translation>¿Enviar un archivo de duración completa a «Textless elements»?</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsSheet</name>
+    <message>
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>Downloads</source>
+        <translation>Descargas</translation>
+    </message>
+    <message>
+        <source>Asked at the first download</source>
+        <translation>Se pregunta en la primera descarga</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Carpeta</translation>
+    </message>
+    <message>
+        <source>Change the downloads folder…</source>
+        <translation>Cambiar la carpeta de descargas…</translation>
+    </message>
+    <message>
+        <source>Change…</source>
+        <translation>Cambiar…</translation>
+    </message>
+    <message>
+        <source>Transfers</source>
+        <translation>Transferencias</translation>
+    </message>
+    <message>
+        <source>Uploads at once</source>
+        <translation>Subidas simultáneas</translation>
+    </message>
+    <message>
+        <source>Downloads at once</source>
+        <translation>Descargas simultáneas</translation>
+    </message>
+    <message>
+        <source>Give MB/s, from 0.1 on, or leave it empty.</source>
+        <translation>Indique MB/s, desde 0,1, o déjelo vacío.</translation>
+    </message>
+    <message>
+        <source>Upload limit, MB/s</source>
+        <translation>Límite de subida, MB/s</translation>
+    </message>
+    <message>
+        <source>Download limit, MB/s</source>
+        <translation>Límite de descarga, MB/s</translation>
+    </message>
+    <message>
+        <source>Give times such as 08:00.</source>
+        <translation>Indique horas como 08:00.</translation>
+    </message>
+    <message>
+        <source>Off: the limits hold all day long.</source>
+        <translation>Desactivado: los límites valen todo el día.</translation>
+    </message>
+    <message>
+        <source>Limit only between</source>
+        <translation>Limitar solo entre</translation>
+    </message>
+    <message>
+        <source>Limit from</source>
+        <translation>Límite desde</translation>
+    </message>
+    <message>
+        <source>Limit to</source>
+        <translation>Límite hasta</translation>
+    </message>
+    <message>
+        <source>While files move</source>
+        <translation>Durante las transferencias</translation>
+    </message>
+    <message>
+        <source>Keep the computer awake</source>
+        <translation>Mantener el equipo activo</translation>
+    </message>
+    <message>
+        <source>Notify when the last one has ended</source>
+        <translation>Avisar cuando termine la última</translation>
+    </message>
+    <message>
+        <source>When the window is closed</source>
+        <translation>Al cerrar la ventana</translation>
+    </message>
+    <message>
+        <source>This desktop shows no tray, so that closing the window quits.</source>
+        <translation>Este escritorio no muestra área de notificación, así que al cerrar la ventana se sale.</translation>
+    </message>
+    <message>
+        <source>Palvera stays in the tray, and starts there with your session.</source>
+        <translation>Palvera permanece en el área de notificación y se inicia allí con su sesión.</translation>
+    </message>
+    <message>
+        <source>Stay in the background</source>
+        <translation>Permanecer en segundo plano</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>Choose where downloads go</source>
+        <translation>Elegir el destino de las descargas</translation>
+    </message>
+    <message>
+        <source>No limit</source>
+        <translation>Sin límite</translation>
+    </message>
+</context>
+<context>
+    <name>ShortcutsSheet</name>
+    <message>
+        <source>Alt+Left</source>
+        <translation>Alt+Izquierda</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Atrás</translation>
+    </message>
+    <message>
+        <source>F5</source>
+        <translation>F5</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Recargar</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Ctrl+F</translation>
+    </message>
+    <message>
+        <source>Search the list</source>
+        <translation>Buscar en la lista</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+T</source>
+        <translation>Ctrl+Shift+T</translation>
+    </message>
+    <message>
+        <source>Show the transfers</source>
+        <translation>Mostrar las transferencias</translation>
+    </message>
+    <message>
+        <source>F10</source>
+        <translation>F10</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menú</translation>
+    </message>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Ajustes</translation>
+    </message>
+    <message>
+        <source>Ctrl+?</source>
+        <translation>Ctrl+?</translation>
+    </message>
+    <message>
+        <source>Keyboard shortcuts</source>
+        <translation>Atajos de teclado</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Ayuda</translation>
+    </message>
+    <message>
+        <source>Ctrl+U</source>
+        <translation>Ctrl+U</translation>
+    </message>
+    <message>
+        <source>Check for updates</source>
+        <translation>Buscar actualizaciones</translation>
+    </message>
+    <message>
+        <source>Ctrl+W</source>
+        <translation>Ctrl+W</translation>
+    </message>
+    <message>
+        <source>Close the window</source>
+        <translation>Cerrar la ventana</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Salir</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Espacio</translation>
+    </message>
+    <message>
+        <source>Pause or resume the transfer</source>
+        <translation>Pausar o reanudar la transferencia</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Supr</translation>
+    </message>
+    <message>
+        <source>Stop the transfer, or take it off the list</source>
+        <translation>Detener la transferencia o quitarla de la lista</translation>
+    </message>
+    <message>
+        <source>Ctrl+Up, Ctrl+Down</source>
+        <translation>Ctrl+Arriba, Ctrl+Abajo</translation>
+    </message>
+    <message>
+        <source>Move the transfer in the queue</source>
+        <translation>Mover la transferencia en la cola</translation>
+    </message>
+    <message>
+        <source>Shift+F10</source>
+        <translation>Shift+F10</translation>
+    </message>
+    <message>
+        <source>Menu of the row</source>
+        <translation>Menú de la fila</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Cerrar</translation>
     </message>
 </context>
 <context>
@@ -2472,6 +2858,21 @@ en %1</translation>
     </message>
 </context>
 <context>
+    <name>Tray</name>
+    <message>
+        <source>Palvera</source>
+        <translation>Palvera</translation>
+    </message>
+    <message>
+        <source>Show Palvera</source>
+        <translation>Mostrar Palvera</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Salir</translation>
+    </message>
+</context>
+<context>
     <name>UpdateAlert</name>
     <message>
         <source>Cancel</source>
@@ -2574,6 +2975,18 @@ en %1</translation>
     <message>
         <source>Upload failed</source>
         <translation>Error en la subida</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Nombre</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>Estado</translation>
+    </message>
+    <message>
+        <source>Platform</source>
+        <translation>Plataforma</translation>
     </message>
 </context>
 <context>

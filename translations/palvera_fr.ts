@@ -31,6 +31,18 @@
         <source>Close</source>
         <translation>Fermer</translation>
     </message>
+    <message>
+        <source>Licences</source>
+        <translation>Licences</translation>
+    </message>
+    <message>
+        <source>Palvera works with Qt (LGPL 3), Boost (Boost Software License), libcurl (curl licence), OpenSSL (Apache 2.0), libfido2 and libarchive (BSD), the symbols of Phosphor (MIT) and the typeface Inter (Open Font License).</source>
+        <translation>Palvera utilise Qt (LGPL 3), Boost (Boost Software License), libcurl (licence curl), OpenSSL (Apache 2.0), libfido2 et libarchive (BSD), les symboles de Phosphor (MIT) et la police Inter (Open Font License).</translation>
+    </message>
+    <message>
+        <source>Show their texts</source>
+        <translation>Afficher leurs textes</translation>
+    </message>
 </context>
 <context>
     <name>AccountMenu</name>
@@ -41,18 +53,6 @@
 </context>
 <context>
     <name>AccountRows</name>
-    <message>
-        <source>About Palvera</source>
-        <translation>À propos de Palvera</translation>
-    </message>
-    <message>
-        <source>Ctrl+U</source>
-        <translation>Ctrl+U</translation>
-    </message>
-    <message>
-        <source>Check for Updates…</source>
-        <translation>Mises à jour…</translation>
-    </message>
     <message>
         <source>Sign out</source>
         <translation>Se déconnecter</translation>
@@ -529,6 +529,10 @@ vers %1</translation>
         <source>Clear</source>
         <translation>Effacer</translation>
     </message>
+    <message>
+        <source>Order</source>
+        <translation>Tri</translation>
+    </message>
 </context>
 <context>
     <name>ForgotFace</name>
@@ -566,6 +570,73 @@ vers %1</translation>
     <message>
         <source>Nothing can be sent to it. If it comes back, it takes files again.</source>
         <translation>Rien ne peut y être envoyé. S’il revient, il acceptera de nouveau des fichiers.</translation>
+    </message>
+</context>
+<context>
+    <name>HelpSheet</name>
+    <message>
+        <source>Sending a master</source>
+        <translation>Envoyer un master</translation>
+    </message>
+    <message>
+        <source>Open the client, the project and the deliverable, and drop the file there, or choose it with the button. A file may also be dropped on a row of the list. It goes up over several connections, is checked by the platform, and is filed: only then is it called done.</source>
+        <translation>Ouvrez le client, le projet et le livrable, puis déposez-y le fichier ou choisissez-le avec le bouton. Un fichier peut aussi être déposé sur une ligne de la liste. Il est téléversé sur plusieurs connexions, vérifié par la plateforme et enregistré&#xa0;: alors seulement, il est dit terminé.</translation>
+    </message>
+    <message>
+        <source>When something comes between</source>
+        <translation>En cas d’imprévu</translation>
+    </message>
+    <message>
+        <source>A lost network, a restart of the platform or sleep are waited out, and the upload goes on by itself. If the program ends first, the upload waits under Interrupted in the transfers, and goes on from the part that it had reached. The file must not change meanwhile; if it was moved, use Locate.</source>
+        <translation>Une perte de réseau, un redémarrage de la plateforme ou la mise en veille sont attendus, et le téléversement reprend de lui-même. Si le programme se termine avant, le téléversement attend sous «&#xa0;Interrompus&#xa0;» dans les transferts et reprend à la partie atteinte. Le fichier ne doit pas changer entre-temps&#xa0;; s’il a été déplacé, utilisez «&#xa0;Localiser&#xa0;».</translation>
+    </message>
+    <message>
+        <source>The transfers</source>
+        <translation>Les transferts</translation>
+    </message>
+    <message>
+        <source>The panel shows what moves, what is over and what was cut off. Three uploads and three downloads run at once, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up.</source>
+        <translation>Le panneau montre ce qui est en cours, ce qui est terminé et ce qui a été interrompu. Trois téléversements et trois téléchargements se font à la fois, dans l’ordre de la liste&#xa0;; faites glisser une ligne ou utilisez Ctrl et les flèches pour le modifier. Ce qui est suspendu garde sa place et ce qui est déjà arrivé. Ce qui est arrêté est abandonné.</translation>
+    </message>
+    <message>
+        <source>Downloads</source>
+        <translation>Téléchargements</translation>
+    </message>
+    <message>
+        <source>A file comes down into the downloads folder, which the first download asks for. A file that is there is never replaced: the new one gets a number. A download that was cut off waits under Interrupted, too.</source>
+        <translation>Un fichier arrive dans le dossier des téléchargements, demandé au premier téléchargement. Un fichier déjà présent n’est jamais remplacé&#xa0;: le nouveau reçoit un numéro. Un téléchargement interrompu attend lui aussi sous «&#xa0;Interrompus&#xa0;».</translation>
+    </message>
+    <message>
+        <source>Sharing the line</source>
+        <translation>Partager la ligne</translation>
+    </message>
+    <message>
+        <source>Under Settings the transfers can be kept to so many MB/s, all day long or between certain hours. It holds at once, for what is moving, too.</source>
+        <translation>Dans «&#xa0;Paramètres&#xa0;», les transferts peuvent être limités à un débit en MB/s, toute la journée ou entre certaines heures. Cela vaut aussitôt, même pour ce qui est en cours.</translation>
+    </message>
+    <message>
+        <source>Signing in</source>
+        <translation>Se connecter</translation>
+    </message>
+    <message>
+        <source>With an e-mail address and a password, in the browser, or with a passkey of a security key. When a sign-in expires, transfers wait until you have signed in again.</source>
+        <translation>Avec une adresse e-mail et un mot de passe, dans le navigateur, ou avec une clé d’accès sur une clé de sécurité. Quand une connexion expire, les transferts attendent que vous vous soyez reconnecté.</translation>
+    </message>
+    <message>
+        <source>When you need help</source>
+        <translation>Si vous avez besoin d’aide</translation>
+    </message>
+    <message>
+        <source>The log of the transfers says what was sent when, and how fast. Errors can be copied from the menu of a row: the platform&apos;s support will ask for them.</source>
+        <translation>Le journal des transferts indique ce qui a été envoyé, quand et à quel débit. Les erreurs peuvent être copiées depuis le menu d’une ligne&#xa0;: l’assistance de la plateforme les demandera.</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Aide</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
     </message>
 </context>
 <context>
@@ -983,6 +1054,13 @@ vers %1</translation>
     </message>
 </context>
 <context>
+    <name>MenuButton</name>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
+</context>
+<context>
     <name>Notice</name>
     <message>
         <source>Dismiss</source>
@@ -1062,6 +1140,57 @@ vers %1</translation>
     <message>
         <source>%1: %2</source>
         <translation>%1&#xa0;: %2</translation>
+    </message>
+</context>
+<context>
+    <name>ProgramMenu</name>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Settings…</source>
+        <translation>Paramètres…</translation>
+    </message>
+    <message>
+        <source>Ctrl+?</source>
+        <translation>Ctrl+?</translation>
+    </message>
+    <message>
+        <source>Keyboard shortcuts</source>
+        <translation>Raccourcis clavier</translation>
+    </message>
+    <message>
+        <source>Open log</source>
+        <translation>Ouvrir le journal</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Aide</translation>
+    </message>
+    <message>
+        <source>About Palvera</source>
+        <translation>À propos de Palvera</translation>
+    </message>
+    <message>
+        <source>Ctrl+U</source>
+        <translation>Ctrl+U</translation>
+    </message>
+    <message>
+        <source>Check for Updates…</source>
+        <translation>Mises à jour…</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
     </message>
 </context>
 <context>
@@ -2251,6 +2380,21 @@ vers %1</translation>
         <source>The update feed did not answer. Check your connection and try again.</source>
         <translation>Le flux des mises à jour n’a pas répondu. Vérifiez votre connexion et réessayez.</translation>
     </message>
+    <message>
+        <source>The preferences could not be read. They begin anew; the file is now %1.</source>
+        <translation>Les préférences n’ont pas pu être lues. Elles repartent à zéro&#xa0;; le fichier est désormais %1.</translation>
+    </message>
+    <message>
+        <source>The preferences in %1 cannot be read.</source>
+        <translation>Les préférences dans %1 ne peuvent pas être lues.</translation>
+    </message>
+</context>
+<context>
+    <name>ReloadButton</name>
+    <message>
+        <source>Reload</source>
+        <translation>Recharger</translation>
+    </message>
 </context>
 <context>
     <name>RootView</name>
@@ -2322,6 +2466,248 @@ vers %1</translation>
     <message>
         <source>Send a full-length file to Textless elements?</source>
         <translation>Envoyer un fichier de durée complète à «&#xa0;Textless elements&#xa0;»&#xa0;?</translation>
+    </message>
+</context>
+<context>
+    <name>SettingsSheet</name>
+    <message>
+        <source>Settings</source>
+        <translation>Paramètres</translation>
+    </message>
+    <message>
+        <source>Downloads</source>
+        <translation>Téléchargements</translation>
+    </message>
+    <message>
+        <source>Asked at the first download</source>
+        <translation>Demandé au premier téléchargement</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Dossier</translation>
+    </message>
+    <message>
+        <source>Change the downloads folder…</source>
+        <translation>Modifier le dossier des téléchargements…</translation>
+    </message>
+    <message>
+        <source>Change…</source>
+        <translation>Modifier…</translation>
+    </message>
+    <message>
+        <source>Transfers</source>
+        <translation>Transferts</translation>
+    </message>
+    <message>
+        <source>Uploads at once</source>
+        <translation>Téléversements simultanés</translation>
+    </message>
+    <message>
+        <source>Downloads at once</source>
+        <translation>Téléchargements simultanés</translation>
+    </message>
+    <message>
+        <source>Give MB/s, from 0.1 on, or leave it empty.</source>
+        <translation>Indiquez des MB/s, à partir de 0,1, ou laissez vide.</translation>
+    </message>
+    <message>
+        <source>Upload limit, MB/s</source>
+        <translation>Limite de téléversement, MB/s</translation>
+    </message>
+    <message>
+        <source>Download limit, MB/s</source>
+        <translation>Limite de téléchargement, MB/s</translation>
+    </message>
+    <message>
+        <source>Give times such as 08:00.</source>
+        <translation>Indiquez des heures comme 08:00.</translation>
+    </message>
+    <message>
+        <source>Off: the limits hold all day long.</source>
+        <translation>Désactivé&#xa0;: les limites valent toute la journée.</translation>
+    </message>
+    <message>
+        <source>Limit only between</source>
+        <translation>Limiter seulement entre</translation>
+    </message>
+    <message>
+        <source>Limit from</source>
+        <translation>Limite à partir de</translation>
+    </message>
+    <message>
+        <source>Limit to</source>
+        <translation>Limite jusqu’à</translation>
+    </message>
+    <message>
+        <source>While files move</source>
+        <translation>Pendant les transferts</translation>
+    </message>
+    <message>
+        <source>Keep the computer awake</source>
+        <translation>Garder l’ordinateur éveillé</translation>
+    </message>
+    <message>
+        <source>Notify when the last one has ended</source>
+        <translation>Signaler la fin du dernier</translation>
+    </message>
+    <message>
+        <source>When the window is closed</source>
+        <translation>À la fermeture de la fenêtre</translation>
+    </message>
+    <message>
+        <source>This desktop shows no tray, so that closing the window quits.</source>
+        <translation>Ce bureau n’affiche pas de zone de notification&#xa0;; fermer la fenêtre quitte donc le programme.</translation>
+    </message>
+    <message>
+        <source>Palvera stays in the tray, and starts there with your session.</source>
+        <translation>Palvera reste dans la zone de notification et y démarre avec votre session.</translation>
+    </message>
+    <message>
+        <source>Stay in the background</source>
+        <translation>Rester en arrière-plan</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>Choose where downloads go</source>
+        <translation>Choisir la destination des téléchargements</translation>
+    </message>
+    <message>
+        <source>No limit</source>
+        <translation>Aucune limite</translation>
+    </message>
+</context>
+<context>
+    <name>ShortcutsSheet</name>
+    <message>
+        <source>Alt+Left</source>
+        <translation>Alt+Gauche</translation>
+    </message>
+    <message>
+        <source>Back</source>
+        <translation>Retour</translation>
+    </message>
+    <message>
+        <source>F5</source>
+        <translation>F5</translation>
+    </message>
+    <message>
+        <source>Reload</source>
+        <translation>Recharger</translation>
+    </message>
+    <message>
+        <source>Ctrl+F</source>
+        <translation>Ctrl+F</translation>
+    </message>
+    <message>
+        <source>Search the list</source>
+        <translation>Rechercher dans la liste</translation>
+    </message>
+    <message>
+        <source>Ctrl+Shift+T</source>
+        <translation>Ctrl+Shift+T</translation>
+    </message>
+    <message>
+        <source>Show the transfers</source>
+        <translation>Afficher les transferts</translation>
+    </message>
+    <message>
+        <source>F10</source>
+        <translation>F10</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menu</translation>
+    </message>
+    <message>
+        <source>Ctrl+,</source>
+        <translation>Ctrl+,</translation>
+    </message>
+    <message>
+        <source>Settings</source>
+        <translation>Paramètres</translation>
+    </message>
+    <message>
+        <source>Ctrl+?</source>
+        <translation>Ctrl+?</translation>
+    </message>
+    <message>
+        <source>Keyboard shortcuts</source>
+        <translation>Raccourcis clavier</translation>
+    </message>
+    <message>
+        <source>F1</source>
+        <translation>F1</translation>
+    </message>
+    <message>
+        <source>Help</source>
+        <translation>Aide</translation>
+    </message>
+    <message>
+        <source>Ctrl+U</source>
+        <translation>Ctrl+U</translation>
+    </message>
+    <message>
+        <source>Check for updates</source>
+        <translation>Rechercher des mises à jour</translation>
+    </message>
+    <message>
+        <source>Ctrl+W</source>
+        <translation>Ctrl+W</translation>
+    </message>
+    <message>
+        <source>Close the window</source>
+        <translation>Fermer la fenêtre</translation>
+    </message>
+    <message>
+        <source>Ctrl+Q</source>
+        <translation>Ctrl+Q</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Espace</translation>
+    </message>
+    <message>
+        <source>Pause or resume the transfer</source>
+        <translation>Suspendre ou reprendre le transfert</translation>
+    </message>
+    <message>
+        <source>Delete</source>
+        <translation>Suppr</translation>
+    </message>
+    <message>
+        <source>Stop the transfer, or take it off the list</source>
+        <translation>Arrêter le transfert ou le retirer de la liste</translation>
+    </message>
+    <message>
+        <source>Ctrl+Up, Ctrl+Down</source>
+        <translation>Ctrl+Haut, Ctrl+Bas</translation>
+    </message>
+    <message>
+        <source>Move the transfer in the queue</source>
+        <translation>Déplacer le transfert dans la file</translation>
+    </message>
+    <message>
+        <source>Shift+F10</source>
+        <translation>Shift+F10</translation>
+    </message>
+    <message>
+        <source>Menu of the row</source>
+        <translation>Menu de la ligne</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1&#xa0;: %2</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Fermer</translation>
     </message>
 </context>
 <context>
@@ -2472,6 +2858,21 @@ vers %1</translation>
     </message>
 </context>
 <context>
+    <name>Tray</name>
+    <message>
+        <source>Palvera</source>
+        <translation>Palvera</translation>
+    </message>
+    <message>
+        <source>Show Palvera</source>
+        <translation>Afficher Palvera</translation>
+    </message>
+    <message>
+        <source>Quit</source>
+        <translation>Quitter</translation>
+    </message>
+</context>
+<context>
     <name>UpdateAlert</name>
     <message>
         <source>Cancel</source>
@@ -2574,6 +2975,18 @@ vers %1</translation>
     <message>
         <source>Upload failed</source>
         <translation>Échec du téléversement</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Nom</translation>
+    </message>
+    <message>
+        <source>Status</source>
+        <translation>État</translation>
+    </message>
+    <message>
+        <source>Platform</source>
+        <translation>Plateforme</translation>
     </message>
 </context>
 <context>

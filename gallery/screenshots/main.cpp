@@ -186,6 +186,18 @@ private:
         screen.click(button, "Account");
         take("account-menu", "Sign out");
         screen.press(Qt::Key_Escape);
+        screen.press(Qt::Key_F10);
+        take("menu", "Keyboard shortcuts");
+        screen.press(Qt::Key_Escape);
+        const std::tuple<const char*, Qt::Key, Qt::KeyboardModifier, const char*> sheets[] = {
+            {"settings", Qt::Key_Comma, Qt::ControlModifier, "Uploads at once"},
+            {"shortcuts", Qt::Key_Question, Qt::ControlModifier, "Back"},
+            {"help", Qt::Key_F1, Qt::NoModifier, "Sending a master"}};
+        for (const auto& [name, key, modifier, text] : sheets) {
+            screen.press(key, modifier);
+            take(name, text);
+            screen.press(Qt::Key_Escape);
+        }
         screen.click(button, "Clients");
         waitForText("Choose a client");
         fail(Operation::projects, {.kind = Fault::Kind::overwrite, .members = {{"projects", QJsonArray()}}});
@@ -421,8 +433,9 @@ private:
         screen.waitUntil([&] { return application().root().updatePill()->percent() >= 30; });
         take("update-downloading");
         take("update-failed", "Retry update");
-        screen.click(button, "Account");
+        screen.click(button, "Menu");
         screen.click(QAccessible::MenuItem, "About Palvera");
+        screen.click(button, "Licences");
         take("about", "Last failure");
         screen.click(button, "Close");
         installer.answer.reset();

@@ -8,18 +8,11 @@ AppMenu {
 
     required property RootModel model
 
-    // Where it leads once it has closed and given the keyboard back.
-    property bool leadsToAbout: false
-    property bool leadsToCheck: false
-    property bool leadsOut: false
+    property bool leadsOut: false ///< once it has closed and given the keyboard back
 
-    onAboutToShow: leadsToAbout = leadsToCheck = leadsOut = false
+    onAboutToShow: leadsOut = false
     onClosed: {
-        if (leadsToAbout)
-            model.about.open = true;
-        else if (leadsToCheck)
-            model.about.checkForUpdates();
-        else if (leadsOut)
+        if (leadsOut)
             model.signOut();
     }
 
@@ -33,19 +26,6 @@ AppMenu {
     MenuRow {
         enabled: false
         text: menu.model.userEmail
-    }
-
-    MenuLine {}
-
-    MenuRow {
-        text: qsTr("About Palvera")
-        onTriggered: menu.leadsToAbout = true
-    }
-
-    MenuRow {
-        code: qsTr("Ctrl+U")
-        text: qsTr("Check for Updates…")
-        onTriggered: menu.leadsToCheck = true
     }
 
     MenuLine {}

@@ -12,26 +12,6 @@
 
 namespace palvera {
 
-namespace {
-
-int countIn(const Preferences& preferences, const QString& key, int otherwise)
-{
-    constexpr int most = 16;
-    bool isNumber = false;
-    const int count = preferences.string(key).value_or(QString()).toInt(&isNumber);
-    return isNumber ? std::clamp(count, 1, most) : otherwise;
-}
-
-Transfers::Settings settingsIn(const Preferences& preferences)
-{
-    Transfers::Settings settings;
-    settings.uploads = countIn(preferences, QStringLiteral("pv.uploadsAtOnce"), settings.uploads);
-    settings.downloads = countIn(preferences, QStringLiteral("pv.downloadsAtOnce"), settings.downloads);
-    return settings;
-}
-
-} // namespace
-
 Application::Application(Environment environment)
     : m_environment(std::move(environment)),
       m_limits(m_environment.main),
@@ -41,9 +21,10 @@ Application::Application(Environment environment)
                  .api = m_environment.api,
                  .preferences = m_environment.preferences,
                  .network = m_environment.transfers.network}),
-      m_transfers(transfersWithSignIns(), settingsIn(m_environment.preferences)),
+      m_transfers(transfersWithSignIns(), SettingsView::transfersIn(m_environment.preferences)),
       m_updater(m_environment.updates),
-      m_endNotice(m_transfers, m_environment.notices, m_environment.isWatched),
+      m_endNotice(m_transfers, m_environment.notices,
+                  [this] { return m_environment.isWatched() || !m_root.shell()->settings()->notifies(); }),
       m_root(
           {.signIn = {.main = m_environment.main,
                       .clock = m_environment.clock,
@@ -56,6 +37,9 @@ Application::Application(Environment environment)
            .isDoorAsked = m_environment.isDoorAsked,
            .updater = m_updater,
            .files = m_environment.files,
+           .shares = m_environment.shares,
+           .setAutostart = m_environment.setAutostart,
+           .logFile = m_environment.logFile,
            .startRemark = m_environment.startRemark})
 {
     QObject::connect(&m_root, &RootView::deliverableShown, &m_root, [this] {
@@ -108,7 +92,7 @@ Task<void> Application::finish()
     co_await m_transfers.suspend(); // what it still does in the background must not outlive the program
 }
 
-bool Application::show()
+bool Application::show(bool inBackground)
 {
     m_engine.setInitialProperties(
         {{QStringLiteral("model"), QVariant::fromValue(&m_root)}, {QStringLiteral("dark"), m_dark}});
@@ -118,8 +102,29 @@ bool Application::show()
         return false;
     m_place = std::make_unique<WindowPlace>(*m_window, m_environment.preferences, QStringLiteral("pv.window"));
     placePanel();
-    m_window->show();
+    QObject::connect(m_root.shell()->settings(), &SettingsView::changed, m_window, [this] { followTray(); });
+    followTray();
+    if (!inBackground || !m_tray)
+        m_window->show();
     return true;
+}
+
+void Application::followTray()
+{
+    const bool isWanted = m_environment.makeTray && m_root.shell()->settings()->isInBackground();
+    if (isWanted == bool(m_tray))
+        return;
+    m_tray.reset();
+    m_root.shell()->setTray(false);
+    if (!isWanted)
+        return;
+    m_tray = m_environment.makeTray(
+        {.show = [this] { arrive({}); }, .quit = [this] { QMetaObject::invokeMethod(m_window, "leave"); }});
+    QObject::connect(m_tray.get(), &TrayItem::settled, m_window, [this] {
+        m_root.shell()->setTray(m_tray->isShown());
+        if (!m_tray->isShown()) // the only way back
+            m_window->show();
+    });
 }
 
 void Application::placePanel()

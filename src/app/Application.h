@@ -6,6 +6,7 @@
 #include "app/WindowPlace.h"
 #include "async/TaskScope.h"
 #include "desktop/Arrival.h"
+#include "desktop/TrayItem.h"
 #include "session/Session.h"
 #include "transfers/LineLimits.h"
 #include "transfers/Transfers.h"
@@ -35,9 +36,12 @@ public:
         PasskeySignIn& passkey;
         Transfers::Environment transfers;
         LineShares shares;
+        std::function<void(bool starts)> setAutostart = {}; ///< with the desktop's session
+        std::function<std::unique_ptr<TrayItem>(TrayItem::Actions)> makeTray = {};
         Updater::Environment updates;
         Notices& notices;
         TransfersView::Files files;
+        QString logFile = {};     ///< of the transfers
         QString startRemark = {}; ///< see RootView
     };
 
@@ -45,8 +49,9 @@ public:
     /// Ends what is under way first, for which it turns the event loop.
     ~Application();
 
-    /// Loads and shows the main window. False when it could not be loaded, which is a fault of the installation.
-    bool show();
+    /// Loads the main window and shows it, unless the program was started for the background and the desktop has a way
+    /// back to it. False when it could not be loaded, which is a fault of the installation.
+    bool show(bool inBackground = false);
     /// Brings the main window to the front and uses what came along, where it is waited for.
     void arrive(const Arrival& arrival);
     /// Shows everything dark, or light.
@@ -64,6 +69,7 @@ private:
     Transfers::Environment transfersWithSignIns();
     Task<void> finish();
     void placePanel();
+    void followTray();
 
     const Environment m_environment;
     TaskScope m_limits;
@@ -79,6 +85,7 @@ private:
     std::unique_ptr<WindowPlace> m_place;
     std::unique_ptr<WindowPlace> m_panelSize;
     std::unique_ptr<PanelPlace> m_panelPlace;
+    std::unique_ptr<TrayItem> m_tray; // while the user wants one
 };
 
 } // namespace palvera

@@ -1,6 +1,7 @@
 import QtQuick
 import Palvera.Assets
 import Palvera.Panel
+import Palvera.Shell
 import Palvera.Update
 import Palvera.App
 
@@ -12,6 +13,9 @@ AssetsView {
 
     assets: model.assets
     toolbarItems: [
+        ReloadButton {
+            model: root.model
+        },
         UpdateButton {
             pill: root.model.updatePill
         },
@@ -20,6 +24,9 @@ AssetsView {
         },
         AccountMenu {
             model: root.model
+        },
+        MenuButton {
+            shell: root.model.shell
         }
     ]
     onLeaving: model.back()

@@ -1,6 +1,7 @@
 import QtQuick
 import Palvera.Deliverables
 import Palvera.Panel
+import Palvera.Shell
 import Palvera.Update
 import Palvera.App
 
@@ -14,6 +15,9 @@ DeliverableView {
     projectName: model.deliverables.title
     sender: model.sender
     toolbarItems: [
+        ReloadButton {
+            model: root.model
+        },
         UpdateButton {
             pill: root.model.updatePill
         },
@@ -22,6 +26,9 @@ DeliverableView {
         },
         AccountMenu {
             model: root.model
+        },
+        MenuButton {
+            shell: root.model.shell
         }
     ]
     onDiscarded: key => cutOff.askToDiscard(key)

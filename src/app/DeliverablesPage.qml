@@ -1,6 +1,7 @@
 import QtQuick
 import Palvera.Deliverables
 import Palvera.Panel
+import Palvera.Shell
 import Palvera.Update
 import Palvera.App
 
@@ -14,6 +15,9 @@ DeliverablesView {
     rowDrop: model.rowDrop
     sender: model.sender
     toolbarItems: [
+        ReloadButton {
+            model: root.model
+        },
         UpdateButton {
             pill: root.model.updatePill
         },
@@ -22,6 +26,9 @@ DeliverablesView {
         },
         AccountMenu {
             model: root.model
+        },
+        MenuButton {
+            shell: root.model.shell
         }
     ]
     onLeaving: model.back()

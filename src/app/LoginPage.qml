@@ -1,6 +1,7 @@
 import QtQuick
 import Palvera.Controls
 import Palvera.SignIn
+import Palvera.Shell
 import Palvera.Update
 import Palvera.App
 
@@ -11,14 +12,21 @@ LoginView {
     required property RootModel model
 
     buildText: model.buildText
-    covered: model.about.open || model.about.alertTitle !== "" || model.updatePill.confirming
+    covered: model.shell.sheet !== ShellModel.None || model.about.open || model.about.alertTitle !== "" || model.updatePill.confirming
     login: model.login
     onAboutAsked: model.about.open = true
 
-    UpdateButton {
+    Row {
         anchors.margins: Theme.spaceSmall
         anchors.right: parent.right
         anchors.top: parent.top
-        pill: root.model.updatePill
+
+        UpdateButton {
+            pill: root.model.updatePill
+        }
+
+        MenuButton {
+            shell: root.model.shell
+        }
     }
 }

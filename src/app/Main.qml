@@ -1,6 +1,8 @@
+pragma ComponentBehavior: Bound
 import QtQuick
 import QtQuick.Window
 import Palvera.Controls
+import Palvera.Shell
 import Palvera.App
 
 /// The main window, and that of the transfers.
@@ -11,6 +13,43 @@ Window {
     property bool dark: false
     readonly property Window panel: transfers
     readonly property int barHeight: Theme.barHeight
+    property bool leaving: false ///< for good, not just closing
+    property ProgramMenu menu: null
+    property var sheets: ({}) ///< those that have been shown, by their files
+
+    /// Made when it is first wanted, as every sheet is.
+    function showMenu() {
+        if (!menu) {
+            menu = Qt.createComponent("qrc:/qt/qml/Palvera/Shell/ProgramMenu.qml").createObject(screens, {
+                shell: model.shell
+            });
+            menu.aboutWanted.connect(() => model.about.open = true);
+            menu.checkWanted.connect(() => model.about.checkForUpdates());
+            menu.quitWanted.connect(() => root.leave());
+        }
+        menu.popup(screens, screens.width - menu.width - Theme.spaceSmall, Theme.barHeight);
+    }
+
+    /// Ends the program, unless the user would rather not.
+    function leave() {
+        leaving = true;
+        if (!visible)
+            show(); // there may be a question
+        close();
+    }
+
+    function showSheet() {
+        const files = {
+            [ShellModel.Settings]: "SettingsSheet.qml",
+            [ShellModel.Shortcuts]: "ShortcutsSheet.qml",
+            [ShellModel.Help]: "HelpSheet.qml"
+        };
+        const file = files[model.shell.sheet];
+        if (file && !sheets[file])
+            sheets[file] = Qt.createComponent("qrc:/qt/qml/Palvera/Shell/" + file).createObject(screens, {
+                shell: model.shell
+            });
+    }
 
     color: Theme.window
     height: 720
@@ -19,8 +58,12 @@ Window {
     title: root.model.windowTitle
     width: 1080
     onClosing: close => {
-        close.accepted = question.answered || !root.model.transfers.moving;
-        if (!close.accepted)
+        const stays = root.model.shell.stays && !leaving;
+        close.accepted = !stays && (question.answered || !root.model.transfers.moving);
+        leaving = false;
+        if (stays)
+            hide();
+        else if (!close.accepted)
             question.open();
     }
 
@@ -41,9 +84,56 @@ Window {
         value: root.dark
     }
 
+    Connections {
+        function onMenuWanted() {
+            root.showMenu();
+        }
+
+        function onSheetChanged() {
+            root.showSheet();
+        }
+
+        target: root.model.shell
+    }
+
     Shortcut {
         sequence: "Ctrl+Q"
+        onActivated: root.leave()
+    }
+
+    Shortcut {
+        sequence: "Ctrl+W"
         onActivated: root.close()
+    }
+
+    Shortcut {
+        sequences: ["Alt+Left", "Back"]
+        onActivated: root.model.goBack()
+    }
+
+    Shortcut {
+        sequence: "F5"
+        onActivated: root.model.reload()
+    }
+
+    Shortcut {
+        sequence: "F10"
+        onActivated: root.model.shell.openMenu()
+    }
+
+    SheetShortcut {
+        sequence: "Ctrl+,"
+        sheet: ShellModel.Settings
+    }
+
+    SheetShortcut {
+        sequence: "Ctrl+?"
+        sheet: ShellModel.Shortcuts
+    }
+
+    SheetShortcut {
+        sequence: "F1"
+        sheet: ShellModel.Help
     }
 
     Shortcut {
@@ -65,6 +155,8 @@ Window {
     }
 
     RootView {
+        id: screens
+
         anchors.fill: parent
         focus: true
         model: root.model
@@ -82,7 +174,17 @@ Window {
         title: qsTr("Quit while files are moving?")
         onAccepted: {
             answered = true;
-            root.close();
+            root.leave();
+        }
+    }
+
+    component SheetShortcut: Shortcut {
+        required property int sheet
+
+        context: Qt.ApplicationShortcut // in the window of the transfers, too
+        onActivated: {
+            root.requestActivate();
+            root.model.shell.sheet = sheet;
         }
     }
 

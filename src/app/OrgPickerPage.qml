@@ -1,5 +1,6 @@
 import QtQuick
 import Palvera.Panel
+import Palvera.Shell
 import Palvera.Update
 import Palvera.App
 
@@ -13,6 +14,9 @@ OrgPickerView {
     loading: model.orgsLoading
     orgs: model.orgPicker
     toolbarItems: [
+        ReloadButton {
+            model: root.model
+        },
         UpdateButton {
             pill: root.model.updatePill
         },
@@ -21,6 +25,9 @@ OrgPickerView {
         },
         AccountMenu {
             model: root.model
+        },
+        MenuButton {
+            shell: root.model.shell
         }
     ]
     notices: InterruptedLine {

@@ -1,6 +1,7 @@
 import QtQuick
 import Palvera.Controls
 import Palvera.Panel
+import Palvera.Shell
 import Palvera.Update
 import Palvera.App
 
@@ -19,6 +20,9 @@ ProjectsView {
             text: qsTr("Choose another client")
             onClicked: root.leaving()
         },
+        ReloadButton {
+            model: root.model
+        },
         UpdateButton {
             pill: root.model.updatePill
         },
@@ -27,6 +31,9 @@ ProjectsView {
         },
         AccountMenu {
             model: root.model
+        },
+        MenuButton {
+            shell: root.model.shell
         }
     ]
     onLeaving: model.chooseAnotherClient()

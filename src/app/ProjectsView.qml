@@ -22,6 +22,12 @@ FocusScope {
     }
     Keys.onEscapePressed: root.leaving()
 
+    Shortcut {
+        enabled: root.enabled && root.visible
+        sequence: "Ctrl+F"
+        onActivated: search.forceActiveFocus(Qt.ShortcutFocusReason)
+    }
+
     Toolbar {
         id: bar
 

@@ -1,6 +1,7 @@
 #include "app/RootView.h"
 
 #include "async/TaskGroup.h"
+#include "files/Preferences.h"
 #include "service/API.h"
 #include "service/BrowsingOperations.h"
 #include "session/Session.h"
@@ -56,7 +57,16 @@ RootView::RootView(Environment environment, QObject* parent)
       m_transfers(m_environment.transfers, m_environment.signIn.clock, m_environment.signIn.main, m_environment.files),
       m_updatePill(m_environment.updater, m_environment.transfers),
       m_about(m_environment.updater),
-      m_remark(m_environment.startRemark)
+      m_shell({.settings = {.main = m_environment.signIn.main,
+                            .clock = m_environment.signIn.clock,
+                            .preferences = m_environment.preferences,
+                            .session = m_session,
+                            .transfers = m_environment.transfers,
+                            .shares = m_environment.shares,
+                            .setAutostart = m_environment.setAutostart},
+               .logFile = m_environment.logFile,
+               .open = m_environment.files.open}),
+      m_remark(QStringList({m_environment.startRemark, m_environment.preferences.setAside()}).join(u' ').trimmed())
 {
     connect(&m_session, &Session::screenChanged, this, &RootView::changeScreen);
     connect(&m_session, &Session::stateChanged, this, &RootView::userChanged);
@@ -69,6 +79,9 @@ RootView::RootView(Environment environment, QObject* parent)
     connect(&m_sender, &FileSender::noticeChanged, this, &RootView::remarkChanged);
     connect(&m_projects, &ProjectsView::orgChanged, this, &RootView::windowTitleChanged);
     connect(&m_transfers, &TransfersView::overallChanged, this, &RootView::windowTitleChanged);
+    connect(&m_assets, &AssetsView::placeChanged, this, &RootView::windowTitleChanged);
+    connect(&m_deliverable, &DeliverableView::deliverableChanged, this, &RootView::windowTitleChanged);
+    connect(this, &RootView::pageChanged, this, &RootView::windowTitleChanged);
     connect(&m_transfers, &TransfersView::deliverableWanted, this,
             [this](const auto& wanted) { m_tasks.start(showDeliverable(wanted)); });
     connect(this, &RootView::keyChanged, this, &RootView::windowTitleChanged);
@@ -77,11 +90,21 @@ RootView::RootView(Environment environment, QObject* parent)
 
 QString RootView::windowTitle() const
 {
-    const auto& org = m_session.org();
-    QStringList parts{m_transfers.overallText(), org && m_session.me() ? visibleName(org->name, org->id) : QString(),
-                      tr("Palvera")};
+    QStringList parts{m_transfers.overallText(), screenTitle(), tr("Palvera")};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(" – "));
+}
+
+QString RootView::screenTitle() const
+{
+    const auto& org = m_session.org();
+    if (!org || !m_session.me())
+        return {};
+    if (m_page == Page::Deliverables)
+        return m_deliverables.title();
+    if (m_page == Page::Deliverable)
+        return m_deliverable.title();
+    return m_page == Page::Assets ? m_assets.title() : visibleName(org->name, org->id);
 }
 
 QString RootView::userName() const
@@ -218,6 +241,14 @@ void RootView::back()
         goTo(Page::Projects);
 }
 
+void RootView::goBack()
+{
+    if (m_key == QStringLiteral("login"))
+        m_login.goBack();
+    else if (!m_orgKey.isEmpty() && !(m_page == Page::Assets && m_assets.back()))
+        back();
+}
+
 void RootView::refuse(BrowserSignIn::Taken callback)
 {
     if (m_key == QStringLiteral("loading"))
@@ -286,6 +317,7 @@ Task<void> RootView::close()
     co_await m_deliverable.close();
     co_await m_assets.close();
     co_await m_transfers.close();
+    co_await m_shell.close();
 }
 
 void RootView::changeScreen()
@@ -335,6 +367,8 @@ void RootView::leaveOrg()
 
 void RootView::reload()
 {
+    if (m_orgKey.isEmpty())
+        return m_session.me() ? reloadOrgs() : void();
     m_projects.load();
     if (m_page == Page::Assets)
         m_assets.load();

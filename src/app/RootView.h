@@ -2,6 +2,7 @@
 
 #include "app/OrgPickerView.h"
 #include "app/ProjectsView.h"
+#include "app/shell/Shell.h"
 #include "app/signin/LoginView.h"
 #include "screens/assets/AssetsView.h"
 #include "screens/deliverables/DeliverableView.h"
@@ -41,6 +42,7 @@ class RootView : public QObject {
     Q_PROPERTY(QString buildText READ buildText CONSTANT)
     Q_PROPERTY(palvera::UpdatePill* updatePill READ updatePill CONSTANT)
     Q_PROPERTY(palvera::AboutView* about READ about CONSTANT)
+    Q_PROPERTY(palvera::Shell* shell READ shell CONSTANT)
     Q_PROPERTY(bool serviceExposed READ isServiceExposed CONSTANT)
 
 public:
@@ -57,7 +59,10 @@ public:
         std::function<bool()> isDoorAsked; ///< whether the developers' way in is asked for, at this moment
         Updater& updater;
         TransfersView::Files files;
-        QString startRemark = {}; ///< what the user should know of this start
+        LineShares shares = {};
+        std::function<void(bool starts)> setAutostart = {}; ///< see SettingsView
+        QString logFile = {};                               ///< of the transfers
+        QString startRemark = {};                           ///< what the user should know of this start
     };
 
     explicit RootView(Environment environment, QObject* parent = nullptr);
@@ -76,7 +81,7 @@ public:
     RowDrop* rowDrop() { return &m_rowDrop; }
     AssetsView* assets() { return &m_assets; }
     TransfersView* transfers() { return &m_transfers; }
-    /// The client, and how much of what moves has gone.
+    /// What the screen shows, and how much of what moves has gone.
     QString windowTitle() const;
     /// Empty when nobody is signed in, or one who has no name.
     QString userName() const;
@@ -91,6 +96,7 @@ public:
     QString buildText() const;
     UpdatePill* updatePill() { return &m_updatePill; }
     AboutView* about() { return &m_about; }
+    Shell* shell() { return &m_shell; }
     /// Whether others can read along.
     bool isServiceExposed() const;
 
@@ -109,6 +115,10 @@ public:
     Q_INVOKABLE void openDeliverable(int row);
     /// Goes one page back within the organisation.
     Q_INVOKABLE void back();
+    /// Goes one step back, wherever one is.
+    Q_INVOKABLE void goBack();
+    /// Asks the platform again for what the screen shows.
+    Q_INVOKABLE void reload();
     /// A browser came back for nothing; see LoginView::refuse. While it is still being asked who is signed in, this
     /// waits for the sign-in screen.
     void refuse(BrowserSignIn::Taken callback);
@@ -137,7 +147,7 @@ private:
     void openLogin();
     void openOrg(const Org& org);
     void leaveOrg();
-    void reload();
+    QString screenTitle() const;
     void goTo(Page page);
     void updateDeliverable();
     Task<void> showDeliverable(TransferTarget::Deliverable wanted);
@@ -158,6 +168,7 @@ private:
     TransfersView m_transfers;
     UpdatePill m_updatePill;
     AboutView m_about;
+    Shell m_shell;
     QString m_remark; // goes before that of the session
     QString m_signOutQuestion;
     QString m_key;

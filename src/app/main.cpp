@@ -7,6 +7,7 @@
 #include "async/MainThread.h"
 #include "async/Process.h"
 #include "controls/Fonts.h"
+#include "desktop/Autostart.h"
 #include "desktop/Callbacks.h"
 #include "desktop/DesktopActivation.h"
 #include "desktop/DesktopAppearance.h"
@@ -25,6 +26,7 @@
 #include "service/Connections.h"
 #include "session/BrowserSignIn.h"
 #include "session/PasskeySignIn.h"
+#include "transfer/TransferLog.h"
 #include "transfers/TransferEngines.h"
 #include "update/UpdateRules.h"
 
@@ -192,7 +194,17 @@ private:
     HttpSession m_http;
 };
 
-int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note)
+std::unique_ptr<TrayItem> makeTray(TrayItem::Actions actions)
+{
+    const auto text = [](const char* words) { return QCoreApplication::translate("Tray", words); };
+    return std::make_unique<TrayItem>(TrayItem::Texts{.icon = QStringLiteral("palvera"),
+                                                      .title = text(QT_TRANSLATE_NOOP("Tray", "Palvera")),
+                                                      .show = text(QT_TRANSLATE_NOOP("Tray", "Show Palvera")),
+                                                      .quit = text(QT_TRANSLATE_NOOP("Tray", "Quit"))},
+                                      std::move(actions));
+}
+
+int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note, bool inBackground)
 {
     RendererChoice renderer;
     const Language language(QLocale::system().uiLanguages());
@@ -214,21 +226,30 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
     DesktopAppearance appearance(isPaletteDark());
     UpdateMeans updates(clock, connections, note);
     const SessionEnd sessionEnd; // lets a shutdown go on once the application is gone
-    Application application({.api = connections.api,
-                             .preferences = preferences,
-                             .clock = clock,
-                             .main = mainThread.executor(),
-                             .isDoorAsked = isAltHeld,
-                             .isWatched = [] { return QGuiApplication::focusWindow() != nullptr; },
-                             .web = web,
-                             .passkey = passkey,
-                             .transfers = engines.environment(mainThread.executor()),
-                             .shares = engines.shares(),
-                             .updates = updates.environment(mainThread.executor(), folders),
-                             .notices = notices,
-                             .files = {.showInFolder = [](const QString& path) { showInFolder(path); },
-                                       .open = [](const QString& path) { openFile(path); }},
-                             .startRemark = updates.remark()});
+    Application application(
+        {.api = connections.api,
+         .preferences = preferences,
+         .clock = clock,
+         .main = mainThread.executor(),
+         .isDoorAsked = isAltHeld,
+         .isWatched = [] { return QGuiApplication::focusWindow() != nullptr; },
+         .web = web,
+         .passkey = passkey,
+         .transfers = engines.environment(mainThread.executor()),
+         .shares = engines.shares(),
+         .setAutostart =
+             [&](bool starts) {
+                 const auto launcher = updates.copy().launcher();
+                 setAutostart(starts, QStringLiteral(PALVERA_ID),
+                              launcher.isEmpty() ? QCoreApplication::applicationFilePath() : launcher, folders.config);
+             },
+         .makeTray = makeTray,
+         .updates = updates.environment(mainThread.executor(), folders),
+         .notices = notices,
+         .files = {.showInFolder = [](const QString& path) { showInFolder(path); },
+                   .open = [](const QString& path) { openFile(path); }},
+         .logFile = TransferLog::pathIn(folders.library),
+         .startRemark = updates.remark()});
     application.setDark(appearance.isDark());
     QObject::connect(&appearance, &DesktopAppearance::changed, [&] { application.setDark(appearance.isDark()); });
     arrive = [&](const Arrival& arrival) { application.arrive(arrival); };
@@ -245,7 +266,7 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
     });
     const EndSignals signals(mainThread.executor(), [] { QGuiApplication::exit(0); });
     renderer.settle();
-    if (!application.show())
+    if (!application.show(inBackground))
         return 1;
     const auto setWorking = [&] { note.setWorking(updates.copy().build()); };
     QTimer::singleShot(provenAfter, &mainThread, setWorking);
@@ -303,7 +324,7 @@ int main(int argc, char** argv)
         const QGuiApplication application(argc, argv);
         if (successor && !palvera::takeOver(*instance, *successor))
             return 1;
-        return palvera::run(*instance, folders, note);
+        return palvera::run(*instance, folders, note, argc == 2 && argv[1] == std::string_view("--background"));
     } catch (...) { // no thread or no descriptor to begin with
         std::cerr << palvera::describe(std::current_exception()).toStdString() << std::endl;
         return 1;

@@ -52,6 +52,7 @@ Transfers::Environment Program::environment()
 
 ExitCode Program::run()
 {
+    m_output.remark(m_preferences.setAside());
     m_output.remark(m_connections.api.serviceProblem());
     if (m_connections.api.isServiceExposed())
         m_output.remark(QStringLiteral("The service address that PV_API names is not encrypted: others on the way can "

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 #include <cerrno>
 
@@ -21,6 +22,12 @@ QString folderFrom(const char* variable, const char* standardBelowHome)
 }
 
 } // namespace
+
+QString proposedDownloadsFolder()
+{
+    const auto usual = QStandardPaths::writableLocation(QStandardPaths::DownloadLocation);
+    return QFileInfo(usual).isDir() ? usual : QDir::homePath();
+}
 
 Folders Folders::ofUser()
 {

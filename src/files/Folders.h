@@ -20,6 +20,9 @@ struct Folders {
     QString preferences() const { return config + QStringLiteral("/Palvera/palvera.conf"); }
 };
 
+/// The user's own folder for downloads, or their home where there is none.
+QString proposedDownloadsFolder();
+
 /// Makes the folder at `path`, and those above it that are missing, for their owner alone (0700), and closes one that
 /// is there to others. A failure shows when something is to be kept there. Gives `path`.
 QString makePrivateFolder(const QString& path);

@@ -2,12 +2,37 @@
 
 #include "files/Folders.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QObject>
 
 namespace palvera {
 
-Preferences::Preferences(const QString& path) : m_settings(path, QSettings::IniFormat)
+namespace {
+
+/// Gives a file that makes no sense another name, and says so. It may hold what somebody wants to look for.
+QString setAsideUnread(const QString& path)
+{
+    {
+        const QSettings read(path, QSettings::IniFormat);
+        read.allKeys(); // which makes sense of all lines
+        if (read.status() != QSettings::FormatError)
+            return {};
+    }
+    for (int number = 1;; ++number) {
+        const auto aside =
+            number == 1 ? path + QStringLiteral(".broken") : path + QStringLiteral(".broken%1").arg(number);
+        if (QFile::exists(aside))
+            continue;
+        return QFile::rename(path, aside)
+                   ? QObject::tr("The preferences could not be read. They begin anew; the file is now %1.").arg(aside)
+                   : QObject::tr("The preferences in %1 cannot be read.").arg(path);
+    }
+}
+
+} // namespace
+
+Preferences::Preferences(const QString& path) : m_setAside(setAsideUnread(path)), m_settings(path, QSettings::IniFormat)
 {
     makePrivateFolder(QFileInfo(path).path());
 }

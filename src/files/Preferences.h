@@ -12,7 +12,8 @@ namespace palvera {
 /// file when the operation returns; whether it got there, `problem` says. Main thread.
 class Preferences {
 public:
-    /// Opens the preferences in the file at `path`, which need not exist. Its folder is for its owner alone.
+    /// Opens the preferences in the file at `path`, which need not exist. Its folder is for its owner alone. A file
+    /// that holds none is set aside.
     explicit Preferences(const QString& path);
 
     /// Nothing when the key is absent or holds something else than one text.
@@ -24,12 +25,15 @@ public:
     void remove(const QString& key);
     /// Takes up what other programs have stored since.
     void reread() { m_settings.sync(); }
+    /// Where the file is that held no preferences, for the user; empty when it did, or there was none.
+    QString setAside() const { return m_setAside; }
     /// Why the latest change will be gone at the next start, for the user; empty when it will not.
     QString problem() const { return m_problem; }
 
 private:
     void keep();
 
+    const QString m_setAside;
     QSettings m_settings;
     QString m_problem;
 };

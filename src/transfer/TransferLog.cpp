@@ -35,8 +35,13 @@ QString doneLine(qint64 bytes, double seconds)
                              megabytesPerSecond(bytes, seconds));
 }
 
+QString TransferLog::pathIn(const QString& libraryFolder)
+{
+    return libraryFolder + QStringLiteral("/Logs/Palvera/transfers.log");
+}
+
 TransferLog::TransferLog(const QString& libraryFolder, const QString& filename, Clock& clock)
-    : m_clock(clock), m_began(clock.now()), m_path(libraryFolder + QStringLiteral("/Logs/Palvera/transfers.log"))
+    : m_clock(clock), m_began(clock.now()), m_path(pathIn(libraryFolder))
 {
     makePrivateFolder(libraryFolder + QStringLiteral("/Logs/Palvera"));
     write(QStringLiteral("── ") + timeOf(clock) + QStringLiteral(" start ") + visibleText(filename));

@@ -13,6 +13,7 @@ namespace palvera {
 class TransferLog {
 public:
     /// Logs to "Logs/Palvera/transfers.log" under `libraryFolder`, made on the way, and writes the "start" line.
+    static QString pathIn(const QString& libraryFolder);
     TransferLog(const QString& libraryFolder, const QString& filename, Clock& clock);
 
     /// `part` (from 1) of `bytes` bytes was confirmed after `seconds`.

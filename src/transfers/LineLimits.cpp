@@ -35,11 +35,6 @@ qint64 rateIn(const Preferences& preferences, const QString& key)
     return std::max(0LL, preferences.string(key).value_or(QString()).toLongLong());
 }
 
-QTime localTime(Clock::WallTime moment)
-{
-    return QDateTime::fromSecsSinceEpoch(Clock::WallTime::clock::to_time_t(moment)).time();
-}
-
 } // namespace
 
 LineLimits::Rates LineLimits::at(QTime time) const
@@ -73,6 +68,11 @@ std::optional<LineLimits::Hours> hoursFrom(const QString& text)
 QString textOf(const LineLimits::Hours& hours)
 {
     return hours.from.toString(timeFormat) + u'-' + hours.to.toString(timeFormat);
+}
+
+QTime localTime(Clock::WallTime moment)
+{
+    return QDateTime::fromSecsSinceEpoch(Clock::WallTime::clock::to_time_t(moment)).time();
 }
 
 LineLimits lineLimitsIn(const Preferences& preferences)

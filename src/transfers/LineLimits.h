@@ -44,6 +44,9 @@ std::optional<qint64> rateFrom(const QString& text);
 std::optional<LineLimits::Hours> hoursFrom(const QString& text);
 QString textOf(const LineLimits::Hours& hours);
 
+/// What the clock on the wall shows here.
+QTime localTime(Clock::WallTime moment);
+
 /// The user's, under "pv.uploadLimit", "pv.downloadLimit" and "pv.limitHours". What makes no sense there is no limit.
 LineLimits lineLimitsIn(const Preferences& preferences);
 void storeLineLimits(Preferences& preferences, const LineLimits& limits);

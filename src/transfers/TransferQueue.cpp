@@ -8,6 +8,12 @@ TransferQueue::TransferQueue(Executor main, int most, std::function<std::ptrdiff
     : m_main(std::move(main)), m_most(most), m_placeOf(std::move(placeOf))
 {}
 
+void TransferQueue::setMost(int most)
+{
+    m_most = most;
+    fill();
+}
+
 bool TransferQueue::enter(const QUuid& id)
 {
     auto& entry = m_entries[id];

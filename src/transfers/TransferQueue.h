@@ -18,6 +18,8 @@ public:
     /// `placeOf` gives a transfer's place in the user's order.
     TransferQueue(Executor main, int most, std::function<std::ptrdiff_t(const QUuid&)> placeOf);
 
+    /// Who has a slot keeps it, where there are fewer from here on.
+    void setMost(int most);
     /// Asks for a slot, unless it has or awaits one. Whether it has one now.
     bool enter(const QUuid& id);
     /// Ends once it has a slot. Throws a cancellation when it is not in the queue, or leaves it.
@@ -41,7 +43,7 @@ private:
     int taken() const;
 
     const Executor m_main;
-    const int m_most;
+    int m_most;
     const std::function<std::ptrdiff_t(const QUuid&)> m_placeOf;
     QHash<QUuid, std::shared_ptr<Entry>> m_entries;
     QSet<QUuid> m_urgent; // started by hand

@@ -65,6 +65,18 @@ Transfers::~Transfers()
     m_environment.sleep.release();
 }
 
+void Transfers::setAtOnce(int uploads, int downloads)
+{
+    m_uploadQueue->setMost(std::max(1, uploads));
+    m_downloadQueue->setMost(std::max(1, downloads));
+}
+
+void Transfers::setKeepsAwake(bool keeps)
+{
+    m_settings.keepsAwake = keeps;
+    followInFlight();
+}
+
 std::optional<Item> Transfers::failedUpload(const QString& deliverableId) const
 {
     auto failed = m_failedUploads.find(deliverableId);
@@ -455,7 +467,7 @@ void Transfers::loadInterruptedSoon()
 
 void Transfers::followInFlight()
 {
-    if (inFlightCount() > pausedCount())
+    if (m_settings.keepsAwake && inFlightCount() > pausedCount())
         m_environment.sleep.hold(QObject::tr("Files are being transferred."));
     else
         m_environment.sleep.release();

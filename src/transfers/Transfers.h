@@ -50,11 +50,16 @@ public:
         int uploads = 3;           ///< at once; each has up to eight connections
         int downloads = 3;         ///< at once; the same
         bool keepsWaiting = true;  ///< what has not begun at the end is listed at the next start
+        bool keepsAwake = true;    ///< the machine does not sleep while something moves
     };
 
     explicit Transfers(Environment environment);
     Transfers(Environment environment, Settings settings, QObject* parent = nullptr);
     ~Transfers() override;
+
+    /// From here on. More than are allowed then go on.
+    void setAtOnce(int uploads, int downloads);
+    void setKeepsAwake(bool keeps);
 
     /// The last upload to that deliverable, when it failed and none was begun since.
     std::optional<Item> failedUpload(const QString& deliverableId) const;
@@ -189,7 +194,7 @@ private:
     void retryAtOnce(const QUuid& id);
 
     const Environment m_environment;
-    const Settings m_settings;
+    Settings m_settings;
     const Executor m_places; // a strand: a place is not claimed while another is given back
     TaskScope m_tasks;       // the transfers, and readings of the journals
     // Shared with the transfers, which may outlive the model.

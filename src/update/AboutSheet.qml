@@ -49,6 +49,26 @@ AppDialog {
             text: root.about.failureText
         }
 
+        Disclosure {
+            title: qsTr("Licences")
+            width: parent.width
+
+            Label {
+                color: Theme.secondary
+                font.pixelSize: Theme.textSmall
+                text: qsTr("Palvera works with Qt (LGPL 3), Boost (Boost Software License), libcurl (curl licence), OpenSSL (Apache 2.0), libfido2 and libarchive (BSD), the symbols of Phosphor (MIT) and the typeface Inter (Open Font License).")
+                width: parent.width
+                wrapMode: Text.Wrap
+            }
+
+            AppButton {
+                kind: AppButton.Kind.Link
+                text: qsTr("Show their texts")
+                visible: root.about.licences !== ""
+                onClicked: Qt.openUrlExternally(root.about.licences)
+            }
+        }
+
         Item {
             height: Theme.spaceTiny
             width: 1

@@ -1,5 +1,10 @@
 #include "update/AboutView.h"
 
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QUrl>
+
 namespace palvera {
 
 AboutView::AboutView(Updater& updater, QObject* parent) : QObject(parent), m_updater(updater)
@@ -21,6 +26,16 @@ QString AboutView::lastCheckText() const
 QString AboutView::failureText() const
 {
     return m_updater.lastFailure() ? palvera::failureText(*m_updater.lastFailure()) : QString();
+}
+
+QString AboutView::licences() const
+{
+    const QDir programs(QCoreApplication::applicationDirPath());
+    for (const char* folder : {"../share/doc/licences", "../share/doc/palvera"})
+        if (QFileInfo(programs.filePath(QString::fromLatin1(folder))).isDir())
+            return QUrl::fromLocalFile(QDir::cleanPath(programs.filePath(QString::fromLatin1(folder))))
+                .toString(QUrl::FullyEncoded);
+    return {};
 }
 
 QString AboutView::alertTitle() const

@@ -17,6 +17,7 @@ class AboutView : public QObject {
     Q_PROPERTY(QString versionText READ versionText CONSTANT)
     Q_PROPERTY(QString lastCheckText READ lastCheckText NOTIFY changed)
     Q_PROPERTY(QString failureText READ failureText NOTIFY changed)
+    Q_PROPERTY(QString licences READ licences CONSTANT)
     Q_PROPERTY(QString alertTitle READ alertTitle NOTIFY changed)
     Q_PROPERTY(QString alertDetail READ alertDetail NOTIFY changed)
     Q_PROPERTY(bool checking READ isChecking NOTIFY changed)
@@ -35,6 +36,9 @@ public:
     /// The last failure of an update; empty when there was none.
     QString failureText() const;
 
+    /// The address of the folder with the licences of all that comes with this copy of the program; empty where it has
+    /// none.
+    QString licences() const;
     /// Empty when there is nothing to tell.
     QString alertTitle() const;
     QString alertDetail() const;

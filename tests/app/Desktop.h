@@ -63,6 +63,7 @@ public:
     RootView& root() { return application().root(); }
     LoginView& login() { return *root().login(); }
     Transfers& transfers() { return application().transfers(); }
+    LineShares shares() { return m_running->engines.shares(); }
     void goToPanel() { screen.use(application().panel()); }
     void goToMainWindow() { screen.use(application().window()); }
     /// The next requests of that operation go wrong.
@@ -178,6 +179,7 @@ private:
                            .web = web,
                            .passkey = passkey,
                            .transfers = transfersEnvironment(desktop),
+                           .shares = engines.shares(),
                            .updates = {.main = mainThread.executor(),
                                        .disk = engine.threads.executor(),
                                        .clock = clock,

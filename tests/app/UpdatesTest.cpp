@@ -81,7 +81,7 @@ TEST_F(UpdatesTest, aFailureIsWarnedOfAndStaysReadableInTheSheetAboutTheProgram)
     screen.choose(button, "Install");
     screen.find(button, "Retry update");
     fail(Operation::feed, {.kind = local::Fault::Kind::status}, 100);
-    screen.choose(button, "Account");
+    screen.choose(button, "Menu");
     screen.choose(QAccessible::MenuItem, "About Palvera");
     waitForText("Version 1.2.3 (45)");
     screen.waitForFocus("Close");

@@ -1,11 +1,14 @@
 #!/usr/bin/python3
 """Every way in which the program comes to its end while a master is on its way, and what the next start makes of it."""
 import ctypes
+import pathlib
 import queue
 import select
 import signal
 import subprocess
 import threading
+
+from gi.repository import Gio, GLib
 
 import support
 from desktop_programs import Desktop, Display, FileManager, WindowManager
@@ -164,6 +167,50 @@ def discard(workspace, platform, client, file):
         desktop.sign_out()
         desktop.quit()
         assert desktop.errors.read_text() == "", desktop.errors.read_text()
+
+
+def is_shown(desktop):
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(desktop.process.pid)], capture_output=True)
+    return found.returncode == 0
+
+
+class Tray:
+    """The desktop's, and what is done with the program's symbol there."""
+
+    def __init__(self):
+        self.process = subprocess.Popen(["/usr/bin/python3", pathlib.Path(__file__).with_name("tray.py")],
+                                        stdout=subprocess.PIPE, text=True)
+        self.item = self.process.stdout.readline().strip()
+
+    def call(self, path, interface, method, arguments):
+        bus = Gio.bus_get_sync(Gio.BusType.SESSION)
+        return bus.call_sync(self.item, path, interface, method, arguments, None, Gio.DBusCallFlags.NONE,
+                             10_000).unpack()
+
+
+def closed_into_the_tray_and_brought_back():
+    with Workspace() as workspace, Display(), WindowManager(), Platform(workspace) as platform:
+        desktop = Desktop(workspace, platform.address)
+        preferences = workspace.path / "home" / "config" / "Palvera" / "palvera.conf"
+        preferences.parent.mkdir(parents=True)
+        preferences.write_text("[General]\npv.background=on\n")
+        with desktop:
+            tray = Tray()
+            _, menu = tray.call("/MenuBar", "com.canonical.dbusmenu", "GetLayout", GLib.Variant("(iias)", (0, -1, [])))
+            assert [line[1]["label"] for line in menu[2]] == ["Show Palvera", "Quit"], menu
+            for show in (lambda: tray.call("/StatusNotifierItem", "org.kde.StatusNotifierItem", "Activate",
+                                           GLib.Variant("(ii)", (0, 0))),
+                         desktop.start_again, tray.process.kill):
+                wait_until(lambda: is_shown(desktop), "the window")
+                desktop.focus()
+                desktop.press("ctrl+w")
+                wait_until(lambda: not is_shown(desktop), "the window goes")
+                assert desktop.process.poll() is None, "the program goes with its window"
+                show()
+            wait_until(lambda: is_shown(desktop), "the window comes back with its tray gone")
+            desktop.focus()
+            desktop.press("ctrl+w")
+            expect_end(desktop.process)
 
 
 support.main()

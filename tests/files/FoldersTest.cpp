@@ -65,5 +65,23 @@ TEST_F(PreferencesTest, keepsTextsAndBytesUnderTheirKeysAsTheyAreUntilTheyAreRem
         EXPECT_EQ(Preferences(each).string("pv.site"), std::nullopt);
 }
 
+TEST_F(PreferencesTest, aFileThatMakesNoSenseIsSetAsideAndNeverLost)
+{
+    const QString file = root.filePath("palvera.conf");
+    const std::pair<QByteArray, QString> cases[] = {
+        {QByteArray(100, '\0'), file + ".broken"}, // as a power cut may leave it
+        {"[General\npv.site=live\n", file + ".broken2"}};
+    for (const auto& [left, aside] : cases) {
+        writeFile(file, left);
+        Preferences preferences(file);
+        EXPECT_EQ(preferences.setAside(),
+                  "The preferences could not be read. They begin anew; the file is now " + aside + '.');
+        EXPECT_EQ(readFile(aside), left);
+        preferences.setString("pv.site", "live");
+        EXPECT_EQ(Preferences(file).setAside(), QString());
+        EXPECT_EQ(Preferences(file).string("pv.site"), "live");
+    }
+}
+
 } // namespace
 } // namespace palvera

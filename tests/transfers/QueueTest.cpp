@@ -40,6 +40,18 @@ TEST_F(QueueTest, aFewOfEachKindRunInTheOrderThatTheUserGivesThem)
         settleFor(2s);
         EXPECT_EQ(statesOf(ids), "stopped stopped stopped running stopped running running");
         EXPECT_EQ(isUpload ? uploads.requests.size() : downloads.requests.size(), 6u);
+        model->setAtOnce(1, 1);
+        const QList<QUuid> another{isUpload ? addUpload("row-8") : addDownload("8.mov")};
+        settleFor(2s);
+        EXPECT_EQ(statesOf(ids + another), "stopped stopped stopped running stopped running running waiting");
+        model->setAtOnce(isUpload ? 4 : 1, isUpload ? 1 : 4);
+        settleFor(2s);
+        EXPECT_EQ(statesOf(another), "running");
+        model->setAtOnce(3, 3);
+        model->setKeepsAwake(false);
+        EXPECT_FALSE(sleep.held);
+        model->setKeepsAwake(true);
+        EXPECT_TRUE(sleep.held);
         model->stopAll();
         EXPECT_EQ(model->inFlightCount(), 0);
         settleFor(2s);

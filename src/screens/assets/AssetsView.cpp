@@ -2,6 +2,7 @@
 
 #include "async/RunOn.h"
 #include "async/TaskGroup.h"
+#include "files/Folders.h"
 #include "files/Quantities.h"
 #include "screens/LocalPath.h"
 #include "screens/Wording.h"
@@ -583,6 +584,11 @@ void AssetsView::chooseFolder()
 void AssetsView::chooseFiles()
 {
     ask(Asking::files);
+}
+
+QUrl AssetsView::proposedFolder() const
+{
+    return QUrl::fromLocalFile(proposedDownloadsFolder());
 }
 
 void AssetsView::pick(const QList<QUrl>& chosen)

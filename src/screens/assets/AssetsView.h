@@ -51,6 +51,7 @@ class AssetsView : public RowsModel<AssetRow> {
     Q_PROPERTY(QString folder READ folder NOTIFY folderChanged)
     Q_PROPERTY(QString notice READ notice NOTIFY noticeChanged)
     Q_PROPERTY(bool picking READ isPicking NOTIFY pickingChanged)
+    Q_PROPERTY(QUrl proposedFolder READ proposedFolder CONSTANT)
     Q_PROPERTY(bool pickingFolder READ isPickingFolder NOTIFY pickingChanged)
     Q_PROPERTY(palvera::AssetColumns* columns READ columns CONSTANT)
 
@@ -156,6 +157,8 @@ public:
     const QString& notice() const { return m_notice; }
     /// The desktop's dialog is wanted: for files, or for a folder.
     bool isPicking() const { return m_asking != Asking::nothing; }
+    /// Where the choice of a folder for downloads begins.
+    QUrl proposedFolder() const;
     bool isPickingFolder() const { return m_asking == Asking::folder; }
     Q_INVOKABLE QString nameAt(int row) const;
 

@@ -20,6 +20,7 @@ Item {
     FolderDialog {
         id: folder
 
+        currentFolder: root.assets.proposedFolder
         title: qsTr("Choose where downloads go")
         onAccepted: root.assets.pick([selectedFolder])
         onRejected: root.assets.cancelPicking()

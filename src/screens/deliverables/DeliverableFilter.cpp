@@ -1,5 +1,9 @@
 #include "screens/deliverables/DeliverableFilter.h"
 
+#include "screens/Wording.h"
+
+#include <QCollator>
+#include <QLocale>
 #include <QSet>
 
 namespace palvera {
@@ -18,6 +22,34 @@ QStringList sorted(const QSet<QString>& values)
 } // namespace
 
 const QString DeliverableFilter::all = QStringLiteral("All");
+
+const QString DeliverableOrder::platform = QStringLiteral("platform");
+const QString DeliverableOrder::name = QStringLiteral("name");
+const QString DeliverableOrder::status = QStringLiteral("status");
+
+DeliverableCards sorted(DeliverableCards cards, const QString& order)
+{
+    if (order == DeliverableOrder::platform)
+        return cards;
+    const QLocale user; // that of machines, C, knows no numbers within names
+    QCollator collator(user.language() == QLocale::C ? QLocale(QLocale::English) : user);
+    collator.setNumericMode(true);
+    std::vector<std::pair<QCollatorSortKey, qsizetype>> keys; // a key is costly, a comparison of two is not
+    keys.reserve(std::size_t(cards.size()));
+    for (qsizetype at = 0; at < cards.size(); ++at)
+        keys.emplace_back(collator.sortKey(order == DeliverableOrder::name ? cards[at]->title
+                                                                           : humanised(cards[at]->deliverable.status)),
+                          at);
+    std::ranges::sort(keys, [](const auto& one, const auto& other) {
+        const int difference = one.first.compare(other.first);
+        return difference < 0 || (difference == 0 && one.second < other.second);
+    });
+    DeliverableCards inOrder;
+    inOrder.reserve(cards.size());
+    for (const auto& [key, at] : keys)
+        inOrder.append(cards[at]);
+    return inOrder;
+}
 
 bool DeliverableFilter::isSet() const
 {

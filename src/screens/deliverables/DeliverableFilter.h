@@ -28,6 +28,14 @@ bool matches(const DeliverableCard& card, const DeliverableFilter& filter, const
 /// The search without spaces around it, in lower case.
 QString queryOf(const QString& search);
 
+/// In which order to show them. Rows that are the same in it stay as the platform has them.
+struct DeliverableOrder {
+    static const QString platform, name, status;
+};
+
+/// `cards` in that order, by the user's language; numbers within names count as numbers.
+DeliverableCards sorted(DeliverableCards cards, const QString& order);
+
 /// What the filters can be set to.
 struct FilterValues {
     QStringList families; ///< each begins with "All"; the rest by code point

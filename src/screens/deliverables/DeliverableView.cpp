@@ -1,5 +1,6 @@
 #include "screens/deliverables/DeliverableView.h"
 
+#include "files/Folders.h"
 #include "files/Quantities.h"
 #include "screens/LocalPath.h"
 #include "screens/TransferTexts.h"
@@ -150,6 +151,11 @@ void DeliverableView::drop(const QList<QUrl>& files)
 void DeliverableView::chooseFile()
 {
     ask(Asking::file);
+}
+
+QUrl DeliverableView::proposedFolder() const
+{
+    return QUrl::fromLocalFile(proposedDownloadsFolder());
 }
 
 void DeliverableView::pick(const QUrl& chosen)

@@ -51,6 +51,7 @@ class DeliverableView : public QObject {
     Q_PROPERTY(QString failedName READ failedName NOTIFY failureChanged)
     Q_PROPERTY(bool cutOffFailed READ isCutOffFailed NOTIFY failureChanged)
     Q_PROPERTY(bool picking READ isPicking NOTIFY pickingChanged)
+    Q_PROPERTY(QUrl proposedFolder READ proposedFolder CONSTANT)
     Q_PROPERTY(bool pickingFolder READ isPickingFolder NOTIFY pickingChanged)
 
 public:
@@ -115,6 +116,8 @@ public:
     bool isCutOffFailed() const;
     /// The desktop's dialog is wanted: for a file, or for a folder.
     bool isPicking() const { return m_asking != Asking::nothing; }
+    /// Where the choice of a folder for downloads begins.
+    QUrl proposedFolder() const;
     bool isPickingFolder() const { return m_asking == Asking::folder; }
 
     Q_INVOKABLE void drop(const QList<QUrl>& files);

@@ -44,6 +44,15 @@ FilterChoice statusChoice(const QString& value)
     return {.key = value, .label = value == DeliverableFilter::all ? QObject::tr("All") : humanised(value)};
 }
 
+FilterChoice orderChoice(const QString& value)
+{
+    if (value == DeliverableOrder::name)
+        return {.key = value, .label = DeliverablesView::tr("Name")};
+    return {.key = value,
+            .label =
+                value == DeliverableOrder::status ? DeliverablesView::tr("Status") : DeliverablesView::tr("Platform")};
+}
+
 FilterChoice languageChoice(const QString& value)
 {
     if (value == DeliverableFilter::all)
@@ -103,8 +112,10 @@ DeliverablesView::DeliverablesView(const Environment& environment, QObject* pare
       m_families(familyChoice),
       m_statuses(statusChoice),
       m_languages(languageChoice),
-      m_fillings(fillingChoice)
+      m_fillings(fillingChoice),
+      m_orders(orderChoice)
 {
+    m_orders.setValues({DeliverableOrder::platform, DeliverableOrder::name, DeliverableOrder::status});
     m_fillings.setValues({DeliverableFilter::all, filledKey, emptyKey});
     auto& transfers = m_environment.transfers;
     connect(&transfers, &Transfers::itemAdded, this, &DeliverablesView::updateMovingOf);
@@ -197,6 +208,7 @@ void DeliverablesView::take(DeliverableCards cards)
     if (cards == m_cards)
         return;
     m_cards = std::move(cards);
+    m_sorted = sorted(m_cards, m_order);
     auto values = filterValues(m_cards);
     m_families.setValues(values.families);
     m_statuses.setValues(values.statuses);
@@ -214,6 +226,15 @@ void DeliverablesView::choose(QString DeliverableFilter::* what, const QString& 
     auto filter = m_filter;
     filter.*what = value;
     setFilter(std::move(filter));
+}
+
+void DeliverablesView::setOrder(const QString& order)
+{
+    if (m_orders.indexOf(order) < 0 || std::exchange(m_order, order) == order)
+        return;
+    m_sorted = sorted(m_cards, m_order);
+    showRows(false);
+    Q_EMIT filterChanged();
 }
 
 QString DeliverablesView::filled() const
@@ -257,7 +278,7 @@ void DeliverablesView::showRows(bool refreshing)
         Q_EMIT refreshingChanged();
     const auto query = queryOf(m_filter.search);
     QList<DeliverableRow> shown;
-    for (const auto& card : m_cards)
+    for (const auto& card : m_sorted)
         if (matches(*card, m_filter, query))
             shown.append({.key = card->deliverable.id, .card = card});
     m_where.clear();

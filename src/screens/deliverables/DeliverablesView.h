@@ -46,6 +46,7 @@ class DeliverablesView : public RowsModel<DeliverableRow> {
     Q_PROPERTY(QString status READ status WRITE setStatus NOTIFY filterChanged)
     Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY filterChanged)
     Q_PROPERTY(QString filled READ filled WRITE setFilled NOTIFY filterChanged)
+    Q_PROPERTY(QString order READ order WRITE setOrder NOTIFY filterChanged)
     Q_PROPERTY(bool anyFilter READ anyFilter NOTIFY filterChanged)
     Q_PROPERTY(QString countText READ countText NOTIFY countChanged)
     Q_PROPERTY(bool refreshing READ isRefreshing NOTIFY refreshingChanged)
@@ -53,6 +54,7 @@ class DeliverablesView : public RowsModel<DeliverableRow> {
     Q_PROPERTY(palvera::FilterChoices* statuses READ statuses CONSTANT)
     Q_PROPERTY(palvera::FilterChoices* languages READ languages CONSTANT)
     Q_PROPERTY(palvera::FilterChoices* fillings READ fillings CONSTANT)
+    Q_PROPERTY(palvera::FilterChoices* orders READ orders CONSTANT)
 
 public:
     /// What it works with. Everything referred to outlives it.
@@ -96,6 +98,9 @@ public:
     /// "All", "Filled" or "Empty".
     QString filled() const;
     void setFilled(const QString& filled);
+    /// One of DeliverableOrder; stays from project to project.
+    const QString& order() const { return m_order; }
+    void setOrder(const QString& order);
     /// Whether any filter but the search is set.
     bool anyFilter() const { return m_filter.isSet(); }
     /// "3 of 10".
@@ -107,6 +112,7 @@ public:
     FilterChoices* statuses() { return &m_statuses; }
     FilterChoices* languages() { return &m_languages; }
     FilterChoices* fillings() { return &m_fillings; }
+    FilterChoices* orders() { return &m_orders; }
 
     /// All rows as last loaded, in the platform's order.
     const DeliverableCards& cards() const { return m_cards; }
@@ -156,8 +162,10 @@ private:
     Project m_project;
     bool m_open = false;
     DeliverableCards m_cards;
+    QString m_order = DeliverableOrder::platform;
+    DeliverableCards m_sorted; // the same, in that order
     DeliverableFilter m_filter;
-    FilterChoices m_families, m_statuses, m_languages, m_fillings;
+    FilterChoices m_families, m_statuses, m_languages, m_fillings, m_orders;
     QHash<QString, Moving> m_moving;     // deliverables with a transfer in flight
     mutable QHash<QString, int> m_where; // the rows by id, empty until somebody asks
     int m_loadsBegun = 0;

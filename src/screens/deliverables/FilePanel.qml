@@ -19,6 +19,7 @@ Item {
     FolderDialog {
         id: folder
 
+        currentFolder: root.deliverable.proposedFolder
         title: qsTr("Choose where downloads go")
         onAccepted: root.deliverable.pick(selectedFolder)
         onRejected: root.deliverable.cancelPicking()

@@ -48,6 +48,13 @@ Item {
             onChosen: value => root.deliverables.filled = value
         }
 
+        FilterPicker {
+            choices: root.deliverables.orders
+            title: qsTr("Order")
+            value: root.deliverables.order
+            onChosen: value => root.deliverables.order = value
+        }
+
         AppButton {
             height: Theme.controlHeight - Theme.spaceTiny
             kind: AppButton.Kind.Link

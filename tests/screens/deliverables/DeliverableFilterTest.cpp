@@ -53,6 +53,24 @@ TEST(DeliverableFilterTest, choicesAreWhatTheRowsHaveByCodePoint)
     EXPECT_THAT(values.languages, ElementsAre("All", "fr")) << "rows without a language add nothing";
 }
 
+TEST(DeliverableFilterTest, ordersAreByTheUsersLanguageAndLeaveWhatIsTheSameAsThePlatformHasIt)
+{
+    DeliverableCards cards;
+    for (const auto* label : {"Reel 10", "reel 2", "Émile", "Zoo", "Eta", "Reel 2"})
+        cards.append(std::make_shared<DeliverableCard>(
+            Deliverable{.id = label, .label = label, .status = cards.size() % 2 == 0 ? "qc_failed" : "approved"}));
+    const std::pair<QString, const char*> cases[] = {
+        {DeliverableOrder::platform, "Reel 10|reel 2|Émile|Zoo|Eta|Reel 2"},
+        {DeliverableOrder::name, "Émile|Eta|reel 2|Reel 2|Reel 10|Zoo"},
+        {DeliverableOrder::status, "reel 2|Zoo|Reel 2|Reel 10|Émile|Eta"}};
+    for (const auto& [order, names] : cases) {
+        QStringList shown;
+        for (const auto& card : sorted(cards, order))
+            shown.append(card->title);
+        EXPECT_EQ(shown.join('|'), names) << order.toStdString();
+    }
+}
+
 TEST(DeliverableCardTest, saysWhereItBelongsInWhichLanguageAndHowLarge)
 {
     auto sized = picture;

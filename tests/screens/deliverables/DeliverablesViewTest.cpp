@@ -89,6 +89,22 @@ TEST_F(DeliverablesViewTest, aRefreshTouchesWhatDiffersAlone)
     EXPECT_EQ(view.countText(), "1 of 3");
 }
 
+TEST_F(DeliverablesViewTest, anotherOrderHoldsForWhatIsLoadedLaterToo)
+{
+    rows = {"c", "b", "a"};
+    world.pass(31s);
+    view.setOrder(DeliverableOrder::name);
+    EXPECT_EQ(titlesOf(view), "a b c");
+    rows = {"c", "bb", "b", "a"};
+    world.pass(31s);
+    EXPECT_EQ(titlesOf(view), "a b bb c");
+    view.setOrder("size");
+    EXPECT_EQ(view.order(), DeliverableOrder::name);
+    EXPECT_EQ(view.deliverableAt(2).id, "bb");
+    view.setOrder(DeliverableOrder::platform);
+    EXPECT_EQ(titlesOf(view), "c bb b a");
+}
+
 TEST_F(DeliverablesViewTest, aFailureKeepsTheRowsAndAnAnswerThatIsOvertakenDoesNotComeBack)
 {
     status = 500;
