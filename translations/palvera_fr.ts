@@ -2576,7 +2576,7 @@ vers %1</translation>
     </message>
     <message>
         <source>No limit</source>
-        <translation>Aucune limite</translation>
+        <translation>Illimité</translation>
     </message>
 </context>
 <context>
