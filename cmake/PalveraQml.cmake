@@ -1,4 +1,4 @@
-# What the face needs beside plain C++: QML modules, symbols and fonts.
+# What the face needs beside plain C++: QML modules, symbols, fonts and languages.
 
 # What a program with all screens links, beside palvera_app.
 add_library(palvera_qmlplugins INTERFACE)
@@ -44,4 +44,22 @@ function(palvera_bundle target prefix)
   endwhile()
   string(MAKE_C_IDENTIFIER ${prefix} id)
   qt_add_resources(${target} palvera${id} PREFIX ${prefix} FILES ${files})
+endfunction()
+
+# palvera_translate(TARGET): the texts of the face in every language that translations/ has, as resources.
+function(palvera_translate target)
+  find_program(PALVERA_LRELEASE lrelease PATHS ${QT6_INSTALL_PREFIX}/${QT6_INSTALL_BINS} NO_DEFAULT_PATH)
+  if(NOT PALVERA_LRELEASE)
+    message(FATAL_ERROR "There is no lrelease for Qt 6; scripts/setup installs it")
+  endif()
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/translations/*.ts)
+  set(made)
+  foreach(source IN LISTS sources)
+    cmake_path(GET source STEM name)
+    set(file ${CMAKE_CURRENT_BINARY_DIR}/${name}.qm)
+    add_custom_command(OUTPUT ${file} COMMAND ${PALVERA_LRELEASE} -silent ${source} -qm ${file} DEPENDS ${source} VERBATIM)
+    set_source_files_properties(${file} PROPERTIES QT_RESOURCE_ALIAS ${name}.qm)
+    list(APPEND made ${file})
+  endforeach()
+  qt_add_resources(${target} palveratranslations PREFIX /palvera/translations FILES ${made})
 endfunction()

@@ -1,5 +1,7 @@
 #include "installer/Refused.h"
 
+#include <QObject>
+
 #include <cerrno>
 #include <system_error>
 
@@ -9,41 +11,48 @@ QString textOf(const Refused& refused)
 {
     switch (refused.why) {
     case Refusal::notSigned:
-        return QStringLiteral("The update is not signed by Palvera.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("Installer", "The update is not signed by Palvera."));
     case Refusal::damaged:
-        return QStringLiteral("The update is damaged.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("Installer", "The update is damaged."));
     case Refusal::incomplete:
-        return QStringLiteral("The update is incomplete.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("Installer", "The update is incomplete."));
     case Refusal::older:
-        return QStringLiteral("The update is older than the copy on this computer.");
+        return QString::fromLatin1(
+            QT_TRANSLATE_NOOP("Installer", "The update is older than the copy on this computer."));
     case Refusal::notAnnounced:
-        return QStringLiteral("The update is not the one that was announced.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("Installer", "The update is not the one that was announced."));
     case Refusal::otherComputer:
-        return QStringLiteral("The update is for another kind of computer.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("Installer", "The update is for another kind of computer."));
     case Refusal::strangeContent:
-        return QStringLiteral("The update holds something that does not belong there.");
+        return QString::fromLatin1(
+            QT_TRANSLATE_NOOP("Installer", "The update holds something that does not belong there."));
     case Refusal::doesNotRun:
-        return QStringLiteral("The update does not run on this computer.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("Installer", "The update does not run on this computer."));
     case Refusal::noRoom:
         return QStringLiteral("There is not enough room for the update on the disk of %1.").arg(refused.detail);
     case Refusal::notStored:
         return QStringLiteral("The update could not be stored: %1.").arg(refused.detail);
     case Refusal::busy:
-        return QStringLiteral("Another update is under way on this computer. Try again in a minute.");
+        return QString::fromLatin1(
+            QT_TRANSLATE_NOOP("Installer", "Another update is under way on this computer. Try again in a minute."));
     case Refusal::tooSlow:
-        return QStringLiteral("The update could not be read in time.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("Installer", "The update could not be read in time."));
     case Refusal::notUnpacked:
-        return QStringLiteral("The update could not be unpacked.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("Installer", "The update could not be unpacked."));
     case Refusal::notAllowed:
-        return QStringLiteral("You may not install updates on this computer. Ask whoever looks after it.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP(
+            "Installer", "You may not install updates on this computer. Ask whoever looks after it."));
     case Refusal::nobodyToAsk:
-        return QStringLiteral("Nobody could be asked whether updates may be installed on this computer.");
+        return QString::fromLatin1(
+            QT_TRANSLATE_NOOP("Installer", "Nobody could be asked whether updates may be installed on this computer."));
     case Refusal::foreignCopy:
-        return QStringLiteral("This copy of Palvera is not looked after by the installer.");
+        return QString::fromLatin1(
+            QT_TRANSLATE_NOOP("Installer", "This copy of Palvera is not looked after by the installer."));
     case Refusal::notOurs:
-        return QStringLiteral("The installer is missing from this copy of the app.");
+        return QString::fromLatin1(
+            QT_TRANSLATE_NOOP("Installer", "The installer is missing from this copy of the app."));
     case Refusal::nothingPrepared:
-        return QStringLiteral("There is no prepared update.");
+        return QString::fromLatin1(QT_TRANSLATE_NOOP("Installer", "There is no prepared update."));
     }
     Q_UNREACHABLE();
 }

@@ -33,7 +33,7 @@ struct Refused {
     QString detail = {};
 };
 
-/// What the user reads.
+/// What the user reads: in English, and the desktop translates what it knows.
 QString textOf(const Refused& refused);
 
 /// Refuses for what the last call to the system said.

@@ -18,14 +18,15 @@ std::optional<EndNotice::Text> EndNotice::textFor(const Ends& ends, const QStrin
     if (ends.done + ends.failed == 0)
         return {};
     if (ends.failed == 0)
-        return Text{tr("Transfers finished"),
-                    ends.done == 1 ? tr("“%1” is done.").arg(name) : tr("%1 files are done.").arg(ends.done)};
+        return Text{QObject::tr("Transfers finished"), ends.done == 1
+                                                           ? QObject::tr("“%1” is done.").arg(name)
+                                                           : QObject::tr("%n files are done.", nullptr, ends.done)};
     if (ends.done == 0)
-        return Text{tr("Transfers failed"), ends.failed == 1
-                                                ? tr("“%1” could not be transferred.").arg(name)
-                                                : tr("%1 files could not be transferred.").arg(ends.failed)};
-    return Text{tr("Transfers finished, some failed"),
-                tr("Done: %1. Could not be transferred: %2.").arg(ends.done).arg(ends.failed)};
+        return Text{QObject::tr("Transfers failed"),
+                    ends.failed == 1 ? QObject::tr("“%1” could not be transferred.").arg(name)
+                                     : QObject::tr("%n files could not be transferred.", nullptr, ends.failed)};
+    return Text{QObject::tr("Transfers finished, some failed"),
+                QObject::tr("Done: %1. Could not be transferred: %2.").arg(ends.done).arg(ends.failed)};
 }
 
 void EndNotice::look()

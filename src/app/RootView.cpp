@@ -183,9 +183,9 @@ void RootView::signOut()
     setSignOutQuestion(moving == 1
                            ? tr("One file is moving. It waits under Interrupted and goes on from where it was once "
                                 "you are signed in again.")
-                           : tr("%1 files are moving. They wait under Interrupted and go on from where they were "
-                                "once you are signed in again.")
-                                 .arg(moving));
+                           : tr("%n files are moving. They wait under Interrupted and go on from where they were "
+                                "once you are signed in again.",
+                                nullptr, moving));
 }
 
 void RootView::confirmSignOut()

@@ -1,4 +1,5 @@
 #include "app/Application.h"
+#include "app/Language.h"
 #include "app/Renderer.h"
 #include "app/SelfTest.h"
 #include "async/Clock.h"
@@ -31,6 +32,7 @@
 
 #include <QDesktopServices>
 #include <QGuiApplication>
+#include <QLocale>
 #include <QPalette>
 #include <QProcess>
 #include <QScreen>
@@ -50,8 +52,7 @@ constexpr std::chrono::seconds longestEnd{5};   // of a program that has been to
 class SessionEnd final : public QObject {
 public:
     SessionEnd()
-        : m_shutdown(QStringLiteral("Transfers are cut off such that they can go on."),
-                     [] { QGuiApplication::exit(0); })
+        : m_shutdown(QObject::tr("Transfers are cut off such that they can go on."), [] { QGuiApplication::exit(0); })
     {
         qGuiApp->installEventFilter(this);
     }
@@ -219,6 +220,7 @@ std::unique_ptr<TrayItem> makeTray(TrayItem::Actions actions)
 int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note, bool inBackground)
 {
     RendererChoice renderer;
+    const Language language(QLocale::system().uiLanguages());
     loadFonts();
     Preferences preferences(folders.preferences());
     SystemClock clock;

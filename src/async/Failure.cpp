@@ -2,6 +2,8 @@
 
 #include "text/VisibleText.h"
 
+#include <QObject>
+
 #include <boost/asio/error.hpp>
 #include <boost/system/system_error.hpp>
 
@@ -27,11 +29,11 @@ namespace {
 QString wordsFor(const std::error_code& code, const char* what)
 {
     if (code == std::errc::resource_unavailable_try_again)
-        return QStringLiteral("The system gives the program no more threads.");
+        return QObject::tr("The system gives the program no more threads.");
     if (code == std::errc::too_many_files_open || code == std::errc::too_many_files_open_in_system)
-        return QStringLiteral("The system lets the program open no more files.");
+        return QObject::tr("The system lets the program open no more files.");
     if (code == std::errc::not_enough_memory)
-        return QStringLiteral("There is not enough memory.");
+        return QObject::tr("There is not enough memory.");
     return visibleText(QString::fromUtf8(what), Lines::several);
 }
 
@@ -45,7 +47,7 @@ QString describe(const std::exception_ptr& failure)
     } catch (const Failure& known) {
         text = visibleText(known.text(), Lines::several).trimmed();
     } catch (const std::bad_alloc&) {
-        text = QStringLiteral("There is not enough memory.");
+        text = QObject::tr("There is not enough memory.");
     } catch (const std::system_error& refusal) {
         text = wordsFor(refusal.code(), refusal.what());
     } catch (const boost::system::system_error& refusal) {
@@ -54,7 +56,7 @@ QString describe(const std::exception_ptr& failure)
         text = visibleText(QString::fromUtf8(other.what()), Lines::several);
     } catch (...) { // NOLINT(bugprone-empty-catch)
     }
-    return text.isEmpty() ? QStringLiteral("It did not work, and nobody said why.") : text;
+    return text.isEmpty() ? QObject::tr("It did not work, and nobody said why.") : text;
 }
 
 } // namespace palvera

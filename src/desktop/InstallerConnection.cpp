@@ -46,7 +46,7 @@ public:
     {
         const FileDescriptor file(::open(QFile::encodeName(image).constData(), O_RDONLY | O_CLOEXEC));
         if (file.number() < 0)
-            return reply(QStringLiteral("The download is gone."));
+            return reply(QObject::tr("The download is gone."));
         const QVariantMap details{{QStringLiteral("version"), announced.version},
                                   {QStringLiteral("build"), announced.build}};
         send(QStringLiteral("PrepareWithImage"),

@@ -1,6 +1,7 @@
 #include "desktop/KeyTalk.h"
 
 #include <QCryptographicHash>
+#include <QObject>
 #include <QString>
 
 #include <chrono>
@@ -51,9 +52,9 @@ QByteArray unwrapped(const QByteArray& data)
     return data.mid(data.startsWith(oneByteLength) ? 2 : data.startsWith(twoByteLength) ? 3 : 1);
 }
 
-[[noreturn]] void fail(const char* text)
+[[noreturn]] void fail(const QString& text)
 {
-    throw PasskeyFailure(QString::fromUtf8(text));
+    throw PasskeyFailure(text);
 }
 
 void checkResult(int result)
@@ -64,23 +65,22 @@ void checkResult(int result)
     case FIDO_ERR_KEEPALIVE_CANCEL:
         throw PasskeyCancelled();
     case FIDO_ERR_NO_CREDENTIALS:
-        fail("This security key holds no passkey for Palvera.");
+        fail(QObject::tr("This security key holds no passkey for Palvera."));
     case FIDO_ERR_PIN_NOT_SET:
-        fail("This security key has no PIN yet. Set one in your browser's settings.");
+        fail(QObject::tr("This security key has no PIN yet. Set one in your browser's settings."));
     case FIDO_ERR_PIN_BLOCKED:
-        fail("This security key is locked: its PIN was wrong too often.");
+        fail(QObject::tr("This security key is locked: its PIN was wrong too often."));
     case FIDO_ERR_PIN_AUTH_BLOCKED:
-        fail("Too many wrong PINs. Take the security key out and put it in again.");
+        fail(QObject::tr("Too many wrong PINs. Take the security key out and put it in again."));
     case FIDO_ERR_ACTION_TIMEOUT:
     case FIDO_ERR_USER_ACTION_TIMEOUT:
     case FIDO_ERR_OPERATION_DENIED:
-        fail("This security key was not touched in time. Try again.");
+        fail(QObject::tr("This security key was not touched in time. Try again."));
     case FIDO_ERR_TX:
     case FIDO_ERR_RX:
-        fail("This security key was taken out. Put it in and try again.");
+        fail(QObject::tr("This security key was taken out. Put it in and try again."));
     default:
-        throw PasskeyFailure(
-            QStringLiteral("This security key did not answer (%1).").arg(QLatin1String(fido_strerr(result))));
+        fail(QObject::tr("This security key did not answer (%1).").arg(QLatin1String(fido_strerr(result))));
     }
 }
 

@@ -4,6 +4,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QObject>
 #include <QProcess>
 #include <QUuid>
 
@@ -31,7 +32,7 @@ qint64 startDetached(const QString& program, const QByteArray& token)
     process.setProcessEnvironment(environment);
     qint64 id = 0;
     if (!process.startDetached(&id))
-        throw Failure(QStringLiteral("The new build could not be started: %1").arg(process.errorString()));
+        throw Failure(QObject::tr("The new build could not be started: %1").arg(process.errorString()));
     return id;
 }
 
@@ -77,7 +78,7 @@ Task<void> Succession::begin(QString program)
         co_return;
     if (m_isAlive(process))
         ::kill(pid_t(process), SIGTERM); // or it would wait for our end
-    throw Failure(QStringLiteral("The new build did not start."));
+    throw Failure(QObject::tr("The new build did not start."));
 }
 
 bool Succession::take(const QByteArray& message)

@@ -77,10 +77,9 @@ bool syncFolder(const QString& folder)
 
 void writeFileAtomically(const QString& path, const QByteArray& bytes, const QString& stagingFolder, FileAccess access)
 {
-    const QString cannotWrite = QStringLiteral("cannot be written");
     StagedFile staged(stagingFolder, access == FileAccess::ownerOnly ? 0600 : 0666);
     if (!staged.isMade() || !staged.write(bytes) || !staged.moveTo(path) || !syncFolder(QFileInfo(path).path()))
-        throwFileError(path, cannotWrite, errno);
+        throwFileError(path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be written: %2."), errno);
 }
 
 void sweepStaging(const QString& folder, Clock::WallTime now)

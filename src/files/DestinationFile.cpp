@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QObject>
 
 #include <algorithm>
 #include <cerrno>
@@ -23,7 +24,7 @@ namespace {
 /// in one go, 32 MiB were measured on ext4 (Linux 6.18, a virtual machine) to cost twice the processor time.
 constexpr std::size_t mostAtOnce = 64 << 10;
 
-const QString cannotWrite = QStringLiteral("cannot be written");
+constexpr const char* cannotWrite = QT_TRANSLATE_NOOP("QObject", "“%1” cannot be written: %2.");
 
 QString nameOf(const QString& path)
 {
@@ -47,16 +48,15 @@ DestinationFile DestinationFile::open(const QString& path)
     FileDescriptor file(
         ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0666));
     if (file.number() < 0)
-        throwFileError(path, QStringLiteral("cannot be opened"), errno);
+        throwFileError(path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be opened: %2."), errno);
     struct stat status{};
     if (::fstat(file.number(), &status) != 0 || !S_ISREG(status.st_mode))
         throwFileError(path, cannotWrite, EINVAL);
     if (status.st_nlink > 1)
-        throw FileError(
-            QStringLiteral("“%1” has another name in some folder, so it is not written.").arg(nameOf(path)));
+        throw FileError(QObject::tr("“%1” has another name in some folder, so it is not written.").arg(nameOf(path)));
     // Some network file systems know no locks: there, nothing holds the file.
     if (::flock(file.number(), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK)
-        throw FileError(QStringLiteral("“%1” is being downloaded already.").arg(nameOf(path)));
+        throw FileError(QObject::tr("“%1” is being downloaded already.").arg(nameOf(path)));
     return {path, std::move(file)};
 }
 
@@ -65,7 +65,7 @@ bool DestinationFile::create(const QString& path)
     const FileDescriptor file(
         ::open(QFile::encodeName(path).constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
     if (file.number() < 0 && errno != EEXIST)
-        throwFileError(path, QStringLiteral("cannot be created"), errno);
+        throwFileError(path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be created: %2."), errno);
     return file.number() >= 0;
 }
 
@@ -80,7 +80,7 @@ SourceIdentity DestinationFile::identity() const
 {
     auto identity = identityOf(m_file);
     if (!identity)
-        throwFileError(m_path, QStringLiteral("cannot be read"), errno);
+        throwFileError(m_path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be read: %2."), errno);
     return *std::move(identity);
 }
 
@@ -103,7 +103,7 @@ void DestinationFile::requireRoom(qint64 size) const
         return;
     const auto free = static_cast<qint64>(room.f_bavail) * static_cast<qint64>(room.f_frsize);
     if (free < size)
-        throw FileError(QStringLiteral("There is not enough room for “%1”: it needs %2, and %3 is free.")
+        throw FileError(QObject::tr("There is not enough room for “%1”: it needs %2, and %3 is free.")
                             .arg(nameOf(m_path), byteCountText(size), byteCountText(free)));
 }
 
@@ -140,7 +140,7 @@ void DestinationFile::requireInPlace() const
                       ::stat(QFile::encodeName(m_path).constData(), &named) == 0 && own.st_dev == named.st_dev &&
                       own.st_ino == named.st_ino;
     if (!same)
-        throw FileError(QStringLiteral("“%1” was moved or removed while it was being downloaded.").arg(nameOf(m_path)));
+        throw FileError(QObject::tr("“%1” was moved or removed while it was being downloaded.").arg(nameOf(m_path)));
 }
 
 } // namespace palvera

@@ -19,8 +19,8 @@ private:
     int m_code;
 };
 
-/// Throws a FileError for the file at `path`: its name, what could not be done ("cannot be read") and the reason that
-/// `code`, an errno, stands for.
-[[noreturn]] void throwFileError(const QString& path, const QString& what, int code);
+/// Throws a FileError for the file at `path`. `text` has places for its name and for the reason that `code`, an errno,
+/// stands for; it is translated here, since that may change errno.
+[[noreturn]] void throwFileError(const QString& path, const char* text, int code);
 
 } // namespace palvera

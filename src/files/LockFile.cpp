@@ -24,7 +24,7 @@ LockFile LockFile::open(const QString& path)
     FileDescriptor file(
         ::open(QFile::encodeName(path).constData(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK, 0600));
     if (file.number() < 0)
-        throwFileError(path, QStringLiteral("cannot be made"), errno);
+        throwFileError(path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be made: %2."), errno);
     return {path, std::move(file)};
 }
 
@@ -40,7 +40,7 @@ LockFile::Outcome LockFile::tryLock()
     if (::flock(m_file.number(), LOCK_EX | LOCK_NB) != 0) {
         if (errno == EWOULDBLOCK)
             return Outcome::held;
-        throwFileError(m_path, QStringLiteral("cannot be locked"), errno);
+        throwFileError(m_path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be locked: %2."), errno);
     }
     m_isOurs = isInPlace();
     if (!m_isOurs)

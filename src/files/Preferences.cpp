@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QObject>
 
 namespace palvera {
 
@@ -24,9 +25,8 @@ QString setAsideUnread(const QString& path)
         if (QFile::exists(aside))
             continue;
         return QFile::rename(path, aside)
-                   ? QStringLiteral("The preferences could not be read. They begin anew; the file is now %1.")
-                         .arg(aside)
-                   : QStringLiteral("The preferences in %1 cannot be read.").arg(path);
+                   ? QObject::tr("The preferences could not be read. They begin anew; the file is now %1.").arg(aside)
+                   : QObject::tr("The preferences in %1 cannot be read.").arg(path);
     }
 }
 
@@ -76,7 +76,7 @@ void Preferences::keep()
     m_settings.sync();
     m_problem = m_settings.status() == QSettings::NoError
                     ? QString()
-                    : QStringLiteral("That counts only for now: %1 cannot be written.").arg(m_settings.fileName());
+                    : QObject::tr("That counts only for now: %1 cannot be written.").arg(m_settings.fileName());
 }
 
 } // namespace palvera

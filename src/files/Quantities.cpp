@@ -1,6 +1,7 @@
 #include "files/Quantities.h"
 
 #include <QLocale>
+#include <QObject>
 
 #include <array>
 #include <cmath>
@@ -49,10 +50,15 @@ QString durationText(double seconds)
         return QStringLiteral("—");
     auto whole = qint64(seconds);
     if (whole < 60)
-        return QStringLiteral("%1s").arg(whole);
+        return QObject::tr("%1s").arg(whole);
     if (whole < 3600)
-        return QStringLiteral("%1m %2s").arg(whole / 60).arg(whole % 60);
-    return QStringLiteral("%1h %2m").arg(whole / 3600).arg(whole / 60 % 60);
+        return QObject::tr("%1m %2s").arg(whole / 60).arg(whole % 60);
+    return QObject::tr("%1h %2m").arg(whole / 3600).arg(whole / 60 % 60);
+}
+
+QString percentText(int percent)
+{
+    return QObject::tr("%1%").arg(percent);
 }
 
 double fractionOf(qint64 sent, qint64 total)

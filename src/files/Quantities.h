@@ -13,6 +13,8 @@ QString byteCountText(qint64 bytes);
 QString rateText(double bytesPerSecond);
 /// "42s", "3m 5s", "2h 10m", all rounded down; "—" for what is negative or no number.
 QString durationText(double seconds);
+/// "45%".
+QString percentText(int percent);
 /// How much of `total` has gone, from 0 to 1; 0 for a total below 1.
 double fractionOf(qint64 sent, qint64 total);
 /// The same in whole percent, rounded down.

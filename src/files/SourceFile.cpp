@@ -16,12 +16,13 @@ SourceFile SourceFile::open(const QString& path)
     // Without O_NONBLOCK, opening a pipe would wait for somebody to write into it.
     FileDescriptor file(::open(pathToBytes(path).constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (file.number() < 0)
-        throwFileError(path, QStringLiteral("cannot be opened"), errno);
+        throwFileError(path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be opened: %2."), errno);
     struct stat status{};
     if (::fstat(file.number(), &status) != 0)
-        throwFileError(path, QStringLiteral("cannot be read"), errno);
+        throwFileError(path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be read: %2."), errno);
     if (!S_ISREG(status.st_mode))
-        throwFileError(path, QStringLiteral("cannot be opened"), S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
+        throwFileError(path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be opened: %2."),
+                       S_ISDIR(status.st_mode) ? EISDIR : EINVAL);
     return {path, std::move(file)};
 }
 
@@ -29,7 +30,7 @@ SourceIdentity SourceFile::identity() const
 {
     auto identity = identityOf(m_file);
     if (!identity)
-        throwFileError(m_path, QStringLiteral("cannot be read"), errno);
+        throwFileError(m_path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be read: %2."), errno);
     return *std::move(identity);
 }
 
@@ -44,7 +45,7 @@ qint64 SourceFile::readAt(qint64 offset, std::span<char> into) const
         if (count > 0)
             done += static_cast<std::size_t>(count);
         else if (errno != EINTR)
-            throwFileError(m_path, QStringLiteral("cannot be read"), errno);
+            throwFileError(m_path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be read: %2."), errno);
     }
     return static_cast<qint64>(done);
 }

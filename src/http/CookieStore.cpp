@@ -11,6 +11,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QMap>
+#include <QObject>
 
 #include <cerrno>
 #include <thread>
@@ -93,7 +94,7 @@ void CookieStore::clear()
         m_common.clear();
     } else {
         m_common = keptOf(read().split('\n')); // to be removed with the next change
-        setProblem(QStringLiteral("The sign-in that was kept in %1 could not be removed.").arg(m_file));
+        setProblem(QObject::tr("The sign-in that was kept in %1 could not be removed.").arg(m_file));
     }
     m_seen = fileIdentity();
 }
@@ -113,7 +114,7 @@ void CookieStore::save()
         merge();
     const auto all = m_jar->all();
     if (problem().isEmpty() && !all.isEmpty() && keptOf(all).isEmpty())
-        setProblem(QStringLiteral("The platform's sign-in ends with the program."));
+        setProblem(QObject::tr("The platform's sign-in ends with the program."));
 }
 
 QString CookieStore::problem() const
@@ -173,7 +174,7 @@ QByteArray CookieStore::read()
 {
     auto contents = readSmallFile(m_file, largestFile);
     if (!contents && QFileInfo::exists(m_file))
-        setProblem(QStringLiteral("The sign-in that is kept in %1 cannot be read.").arg(m_file));
+        setProblem(QObject::tr("The sign-in that is kept in %1 cannot be read.").arg(m_file));
     return contents.value_or(QByteArray());
 }
 

@@ -7,6 +7,8 @@
 #include "http/NetworkPath.h"
 #include "http/TransportError.h"
 
+#include <QObject>
+
 #include <boost/asio/redirect_error.hpp>
 #include <boost/asio/use_awaitable.hpp>
 
@@ -53,8 +55,8 @@ TransportError outOfTime(RequestWatch::Verdict verdict, std::chrono::millisecond
 {
     auto seconds = QString::number(std::chrono::duration<double>(limit).count());
     if (verdict == RequestWatch::Verdict::idle)
-        return {Kind::idle, QStringLiteral("No answer within %1 seconds.").arg(seconds)};
-    return {Kind::timedOut, QStringLiteral("The request took longer than %1 seconds.").arg(seconds)};
+        return {Kind::idle, QObject::tr("No answer within %1 seconds.").arg(seconds)};
+    return {Kind::timedOut, QObject::tr("The request took longer than %1 seconds.").arg(seconds)};
 }
 
 } // namespace
@@ -325,7 +327,7 @@ void CurlTransfer::leaves(curl_socket_t socket) noexcept
 
 void CurlTransfer::unwatchable() noexcept
 {
-    m_failure = std::make_exception_ptr(TransportError(Kind::broken, QStringLiteral("Too many files are open.")));
+    m_failure = std::make_exception_ptr(TransportError(Kind::broken, QObject::tr("Too many files are open.")));
     m_wake.cancel();
 }
 
@@ -347,7 +349,7 @@ void CurlTransfer::networkChanged(const NetworkPath& path)
         !m_multi.hasLocalAddress(m_easy.get(), [&](const sockaddr& address) { return path.hasAddress(address); });
     if (!m_started || hasEnded() || !(wasAway || isStranded))
         return;
-    m_failure = std::make_exception_ptr(TransportError(Kind::broken, QStringLiteral("The connection was lost.")));
+    m_failure = std::make_exception_ptr(TransportError(Kind::broken, QObject::tr("The connection was lost.")));
     m_wake.cancel();
 }
 
@@ -451,7 +453,7 @@ HttpResponse CurlTransfer::takeAnswer()
     if (m_failure)
         std::rethrow_exception(m_failure);
     if (m_tooLarge)
-        throw TransportError(Kind::tooLarge, QStringLiteral("The server's answer is too large."));
+        throw TransportError(Kind::tooLarge, QObject::tr("The server's answer is too large."));
     m_answer.status = status();
     if (*m_result == CURLE_OK || m_unwanted || isRefusedHalfWay())
         return std::move(m_answer);

@@ -8,6 +8,8 @@
 #include "http/NetworkPath.h"
 #include "http/TransportError.h"
 
+#include <QObject>
+
 #include <set>
 
 namespace palvera {
@@ -76,7 +78,7 @@ Task<void> waitForPath(Core core, std::chrono::milliseconds limit)
     if (core->closed || state.cancelled() != asio::cancellation_type::none)
         throwCancelled();
     if (ended.index() == 1 || std::get<0>(ended).failure)
-        throw TransportError(TransportError::Kind::noNetwork, QStringLiteral("There is no network connection."));
+        throw TransportError(TransportError::Kind::noNetwork, QObject::tr("There is no network connection."));
 }
 
 /// Tells `transfer` of changes of the network. Ends only when cancelled.
@@ -91,7 +93,7 @@ Task<HttpResponse> perform(Core core, std::shared_ptr<CookieJar> jar, HttpReques
 {
     auto address = parseHttpAddress(request.url);
     if (!address)
-        throw TransportError(TransportError::Kind::connect, QStringLiteral("The address is not valid."));
+        throw TransportError(TransportError::Kind::connect, QObject::tr("The address is not valid."));
     if (!address->loopback)
         co_await waitForPath(core, request.idleTimeout);
     if (core->closed)

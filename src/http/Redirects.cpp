@@ -3,6 +3,8 @@
 #include "http/HttpAddress.h"
 #include "http/TransportError.h"
 
+#include <QObject>
+
 #include <algorithm>
 #include <array>
 
@@ -38,7 +40,7 @@ Task<HttpResponse> sendFollowing(HttpClient& client, Clock& clock, HttpRequest r
     for (int redirects = 0; redirects <= mostRedirects; ++redirects) {
         if (!isAllowed(request.url))
             throw TransportError(TransportError::Kind::untrusted,
-                                 QStringLiteral("The server sends on to an address that is not encrypted."));
+                                 QObject::tr("The server sends on to an address that is not encrypted."));
         auto answer = co_await client.send(request);
         auto next = redirectOf(answer, request.url);
         if (!next)
@@ -47,7 +49,7 @@ Task<HttpResponse> sendFollowing(HttpClient& client, Clock& clock, HttpRequest r
         if (request.totalTimeout > 0ms)
             request.totalTimeout = timeUntil(deadline, clock.now());
     }
-    throw TransportError(TransportError::Kind::broken, QStringLiteral("The server sends on again and again."));
+    throw TransportError(TransportError::Kind::broken, QObject::tr("The server sends on again and again."));
 }
 
 } // namespace palvera

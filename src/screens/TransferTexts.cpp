@@ -5,6 +5,8 @@
 #include "service/APIError.h"
 #include "transfers/Interrupted.h"
 
+#include <QObject>
+
 namespace palvera {
 
 namespace {
@@ -27,14 +29,14 @@ QString plainTransport(const TransportError& error)
 {
     switch (error.kind()) {
     case TransportError::Kind::noNetwork:
-        return QStringLiteral("This computer is not connected to a network.");
+        return QObject::tr("This computer is not connected to a network.");
     case TransportError::Kind::connect:
-        return QStringLiteral("The platform cannot be reached.");
+        return QObject::tr("The platform cannot be reached.");
     case TransportError::Kind::idle:
     case TransportError::Kind::timedOut:
-        return QStringLiteral("The connection has come to a standstill.");
+        return QObject::tr("The connection has come to a standstill.");
     case TransportError::Kind::broken:
-        return QStringLiteral("The connection was lost.");
+        return QObject::tr("The connection was lost.");
     case TransportError::Kind::proxy:
     case TransportError::Kind::tls:
     case TransportError::Kind::untrusted:
@@ -49,9 +51,9 @@ QString plainTransport(const TransportError& error)
 QString amountText(const Item& item)
 {
     if (item.total < 1)
-        return item.sent > 0 ? QStringLiteral("%1, size not known yet").arg(byteCountText(item.sent))
-                             : QStringLiteral("Size not known yet");
-    return QStringLiteral("%1 of %2").arg(byteCountText(item.sent), byteCountText(item.total));
+        return item.sent > 0 ? QObject::tr("%1, size not known yet").arg(byteCountText(item.sent))
+                             : QObject::tr("Size not known yet");
+    return QObject::tr("%1 of %2").arg(byteCountText(item.sent), byteCountText(item.total));
 }
 
 std::optional<double> secondsLeft(const Item& item)
@@ -69,7 +71,7 @@ QString plainReason(const Item::State& state)
     auto error = failureAs<APIError>(failure);
     bool isComposed = error && error->message() == APIError::fromAnswer(int(error->status()), {}).message();
     if (isComposed && isBusy(error->status()))
-        return QStringLiteral("The platform is busy.");
+        return QObject::tr("The platform is busy.");
     return messageOf(state);
 }
 
@@ -83,10 +85,10 @@ QString troubleOf(const Item& item)
 QString headlineOf(const Item& item)
 {
     if (item.isPaused())
-        return QStringLiteral("Paused");
+        return QObject::tr("Paused");
     if (std::holds_alternative<Item::Waiting>(item.state))
-        return QStringLiteral("Waiting");
-    return item.kind == Item::Kind::upload ? QStringLiteral("Uploading") : QStringLiteral("Downloading");
+        return QObject::tr("Waiting");
+    return item.kind == Item::Kind::upload ? QObject::tr("Uploading") : QObject::tr("Downloading");
 }
 
 QString troubleWithCountdown(const Item& item, Clock::WallTime now)
@@ -94,12 +96,12 @@ QString troubleWithCountdown(const Item& item, Clock::WallTime now)
     const auto* retrying = std::get_if<Item::Retrying>(&item.state);
     if (!retrying)
         return troubleOf(item);
-    return QStringLiteral("%1 Trying again in %2").arg(plainReason(item.state), countdownText(retrying->until, now));
+    return QObject::tr("%1 Trying again in %2").arg(plainReason(item.state), countdownText(retrying->until, now));
 }
 
 QString waitingText(const Item::Waiting& waiting)
 {
-    return waiting.why.isEmpty() ? QStringLiteral("Waiting") : waiting.why;
+    return waiting.why.isEmpty() ? QObject::tr("Waiting") : waiting.why;
 }
 
 QString technicalReason(const Item::State& state)
@@ -112,32 +114,31 @@ QString technicalReason(const Item::State& state)
 
 QString stopTitle(const Item& item)
 {
-    return item.kind == Item::Kind::upload ? QStringLiteral("Stop this upload?")
-                                           : QStringLiteral("Stop this download?");
+    return item.kind == Item::Kind::upload ? QObject::tr("Stop this upload?") : QObject::tr("Stop this download?");
 }
 
 QString stopMessage(const Item& item)
 {
-    auto sent = byteCountText(item.sent);
-    if (item.kind == Item::Kind::download)
-        return sent + QStringLiteral(" has come down already. It is kept on disk.");
-    return sent + QStringLiteral(" has gone up already. Stopping throws it away, so nothing half delivered is left in "
-                                 "storage.");
+    const auto text = item.kind == Item::Kind::download
+                          ? QObject::tr("%1 has come down already. It is kept on disk.")
+                          : QObject::tr("%1 has gone up already. Stopping throws it away, so nothing half delivered "
+                                        "is left in storage.");
+    return text.arg(byteCountText(item.sent));
 }
 
 QString partsDoneText(const InterruptedUpload& upload)
 {
     if (!upload.isBegun)
-        return QStringLiteral("Not begun");
-    return QStringLiteral("%1 of %2 parts done").arg(upload.journal.done.size()).arg(upload.journal.partCount);
+        return QObject::tr("Not begun");
+    return QObject::tr("%1 of %2 parts done").arg(upload.journal.done.size()).arg(upload.journal.partCount);
 }
 
 QString countdownText(Clock::WallTime until, Clock::WallTime now)
 {
     auto left = std::max<qint64>(0, std::chrono::ceil<std::chrono::seconds>(until - now).count());
     if (left < 60)
-        return QStringLiteral("%1 sec").arg(left);
-    return QStringLiteral("%1 min, %2 sec").arg(left / 60).arg(left % 60);
+        return QObject::tr("%1 sec").arg(left);
+    return QObject::tr("%1 min, %2 sec").arg(left / 60).arg(left % 60);
 }
 
 } // namespace palvera

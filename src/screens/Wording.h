@@ -15,6 +15,8 @@ QString capitalisedWords(const QString& text);
 QString languageName(const QString& code);
 /// "“a.mov”, “b.mov” and “c.mov”", "“a.mov”, “b.mov”, “c.mov” and 3 more".
 QString namesText(const QStringList& names);
+/// What a family of deliverables is called; `otherwise` where it is a strange one.
+QString familyName(const QString& family, const QString& otherwise);
 /// The symbol of a family of deliverables, see controls/symbols.txt.
 QString familySymbol(const QString& family);
 /// The name of its tint: "blue", "purple", "orange", "pink", "teal", "indigo" or "gray".

@@ -7,6 +7,7 @@
 #include "text/VisibleText.h"
 
 #include <QJsonDocument>
+#include <QObject>
 
 #include <boost/asio/strand.hpp>
 
@@ -104,7 +105,7 @@ QString API::serviceProblem() const
     const auto named = qEnvironmentVariable("PV_API");
     if (named.isEmpty() || isServiceNamed())
         return {};
-    return QStringLiteral("PV_API is ignored: “%1” is not an address that begins with http:// or https://.")
+    return QObject::tr("PV_API is ignored: “%1” is not an address that begins with http:// or https://.")
         .arg(visibleText(named));
 }
 
@@ -122,9 +123,8 @@ bool API::isServiceExposed() const
 void API::requireEncryption(const QString& address) const
 {
     if (serviceBase().origin.startsWith("https:") && isExposed(address.toUtf8()))
-        throw TransportError(
-            TransportError::Kind::untrusted,
-            QStringLiteral("The platform's address for storage is not encrypted, so it was not used."));
+        throw TransportError(TransportError::Kind::untrusted,
+                             QObject::tr("The platform's address for storage is not encrypted, so it was not used."));
 }
 
 QByteArray API::signInPageURL() const
@@ -167,9 +167,9 @@ DecodingError API::inWords(const DecodingError& error)
 {
     if (error.key().isEmpty())
         return {{},
-                QStringLiteral("That was not an answer of the platform. A proxy or a sign-in page of the network may "
-                               "stand in between.")};
-    return {error.key(), QStringLiteral("The platform's answer could not be read: ") + error.text()};
+                QObject::tr("That was not an answer of the platform. A proxy or a sign-in page of the network may "
+                            "stand in between.")};
+    return {error.key(), QObject::tr("The platform's answer could not be read: %1").arg(error.text())};
 }
 
 Task<void> API::postHere(QString path, std::optional<QJsonObject> body)

@@ -4,6 +4,7 @@
 
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QObject>
 
 namespace palvera {
 
@@ -21,7 +22,7 @@ QJsonObject textsOf(const QByteArray& body)
 APIError APIError::fromAnswer(int status, const QByteArray& body)
 {
     const QJsonObject texts = textsOf(body);
-    const QString composed = QStringLiteral("The platform answered %1.").arg(status);
+    const QString composed = QObject::tr("The platform answered %1.").arg(status);
     std::optional<QString> code;
     if (const auto reason = texts.value(u"error"); reason.isString())
         code = reason.toString();

@@ -3,6 +3,7 @@
 #include "service/JsonReader.h"
 #include "service/OptionalHash.h"
 
+#include <QObject>
 #include <QStringList>
 
 namespace palvera {
@@ -27,18 +28,18 @@ QJsonObject toObject(const QMap<QString, QString>& texts)
 std::optional<QString> episodePlace(const Deliverable& row)
 {
     if (row.seasonNumber == 0)
-        return QStringLiteral("Extras");
+        return QObject::tr("Extras");
     if (row.seasonNumber && row.episodeNumber)
-        return QStringLiteral("S%1 E%2").arg(*row.seasonNumber).arg(*row.episodeNumber);
+        return QObject::tr("S%1 E%2").arg(*row.seasonNumber).arg(*row.episodeNumber);
     return row.episodeCode;
 }
 
 std::optional<QString> seasonPlace(const Deliverable& row)
 {
     if (row.seasonNumber == 0)
-        return QStringLiteral("Extras");
+        return QObject::tr("Extras");
     if (row.seasonNumber)
-        return QStringLiteral("Season %1").arg(*row.seasonNumber);
+        return QObject::tr("Season %1").arg(*row.seasonNumber);
     return {};
 }
 

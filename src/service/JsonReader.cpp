@@ -1,6 +1,7 @@
 #include "service/JsonReader.h"
 
 #include <QJsonDocument>
+#include <QObject>
 
 #include <limits>
 
@@ -40,13 +41,13 @@ bool isWithinBounds(const QByteArray& bytes)
 QJsonObject parseObject(const QByteArray& bytes)
 {
     if (!isWithinBounds(bytes))
-        throw DecodingError({}, QStringLiteral("The JSON is too large."));
+        throw DecodingError({}, QObject::tr("The JSON is too large."));
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(bytes, &error);
     if (error.error != QJsonParseError::NoError)
-        throw DecodingError({}, QStringLiteral("The JSON does not parse: %1.").arg(error.errorString()));
+        throw DecodingError({}, QObject::tr("The JSON does not parse: %1.").arg(error.errorString()));
     if (!document.isObject())
-        throw DecodingError({}, QStringLiteral("The JSON is not an object."));
+        throw DecodingError({}, QObject::tr("The JSON is not an object."));
     return document.object();
 }
 
@@ -112,8 +113,8 @@ std::optional<qint64> parseInteger(const QString& text)
 void JsonReader::fail(const QString& key, const QJsonValue& value)
 {
     const bool missing = value.isUndefined() || value.isNull();
-    throw DecodingError(key, missing ? QStringLiteral("“%1” is missing.").arg(key)
-                                     : QStringLiteral("“%1” is not what it should be.").arg(key));
+    throw DecodingError(key, missing ? QObject::tr("“%1” is missing.").arg(key)
+                                     : QObject::tr("“%1” is not what it should be.").arg(key));
 }
 
 DecodingError JsonReader::within(const QString& key, const DecodingError& inner)

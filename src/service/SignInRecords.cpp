@@ -3,6 +3,8 @@
 #include "service/Addresses.h"
 #include "service/JsonReader.h"
 
+#include <QObject>
+
 namespace palvera {
 
 namespace {
@@ -11,7 +13,7 @@ SignInStep::Sso ssoStep(const JsonReader& reader)
 {
     const auto url = reader.optional<QString>("url");
     if (!url || !parseAddress(*url))
-        throw DecodingError("url", QStringLiteral("The single sign-on step named no address."));
+        throw DecodingError("url", QObject::tr("The single sign-on step named no address."));
     return {.address = *url};
 }
 
@@ -71,7 +73,7 @@ SignInStep SignInStep::fromJson(const QJsonObject& object)
         return {Totp{}};
     if (next == u"enrol_totp")
         return {EnrolTotp{.qrCode = reader.required<QString>("qrCode"), .secret = reader.required<QString>("secret")}};
-    throw DecodingError("next", QStringLiteral("An unknown sign-in step: %1.").arg(next.value_or("none")));
+    throw DecodingError("next", QObject::tr("An unknown sign-in step: %1.").arg(next.value_or("none")));
 }
 
 QJsonObject EmailBody::toJson() const

@@ -2,6 +2,8 @@
 
 #include "files/Preferences.h"
 
+#include <QObject>
+
 namespace palvera {
 
 namespace {
@@ -38,7 +40,7 @@ QString label(Site site)
 
 QString signInTitle(Site site)
 {
-    return site == Site::live ? QStringLiteral("Sign in to Live") : QStringLiteral("Sign in to Staging");
+    return site == Site::live ? QObject::tr("Sign in to Live") : QObject::tr("Sign in to Staging");
 }
 
 Site currentSite(const Preferences& preferences)
@@ -60,7 +62,7 @@ SignInLabel signInLabel(const std::optional<QString>& environment)
 {
     if (environment == u"qa")
         return signInLabel(Site::qa);
-    SignInLabel plain{.label = {}, .title = QStringLiteral("Sign in")};
+    SignInLabel plain{.label = {}, .title = QObject::tr("Sign in")};
     if (environment == u"local")
         plain.label = QStringLiteral("Local");
     else if (environment == u"prod")

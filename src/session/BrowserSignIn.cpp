@@ -31,7 +31,7 @@ Task<QString> BrowserSignIn::signIn(QByteArray address)
             end(Taken::late);
     });
     if (!m_environment.show(address))
-        throw SignInDoorError(QStringLiteral("The sign-in window could not open."));
+        throw SignInDoorError(QObject::tr("The sign-in window could not open."));
     Q_EMIT waitingChanged();
     const auto first = co_await firstOf(attempt->over.wait(), m_environment.clock.sleep(longestWait));
     if (attempt->callback)
@@ -40,7 +40,7 @@ Task<QString> BrowserSignIn::signIn(QByteArray address)
         std::rethrow_exception(failure);
     if (first.index() == 0)
         throw SignInDoorError::byTheUser();
-    throw SignInDoorError(QStringLiteral("The sign-in window closed before it finished."));
+    throw SignInDoorError(QObject::tr("The sign-in window closed before it finished."));
 }
 
 /// Takes the attempt out, so that nothing else can end it.

@@ -8,6 +8,8 @@
 #include "session/PasskeyRules.h"
 #include "session/SignInDoorError.h"
 
+#include <QObject>
+
 namespace palvera {
 
 bool PasskeySignIn::isAvailable() const
@@ -27,12 +29,12 @@ Task<PasskeyAssertion> PasskeySignIn::assertion(PasskeyChallenge challenge) cons
 {
     const auto bytes = fromBase64Url(challenge.options.challenge);
     if (!bytes || bytes->isEmpty())
-        throw SignInDoorError(QStringLiteral("The platform sent a challenge this app could not read."));
+        throw SignInDoorError(QObject::tr("The platform sent a challenge this app could not read."));
     const auto service = parseHttpAddress(m_api.serviceBase().origin);
     const auto host = service ? QString::fromLatin1(service->host) : QString();
     const auto relyingParty = challenge.options.rpId.value_or(host).toLower();
     if (!mayAskFor(relyingParty, host, service && service->loopback))
-        throw SignInDoorError(QStringLiteral("The platform asked for a passkey of another site."));
+        throw SignInDoorError(QObject::tr("The platform asked for a passkey of another site."));
     PasskeyRequest request{.clientData = clientDataFor(toBase64Url(*bytes), relyingParty),
                            .relyingParty = relyingParty.toUtf8()};
     for (const auto& credential : challenge.options.allowCredentials.value_or(QList<PasskeyChallenge::Credential>()))

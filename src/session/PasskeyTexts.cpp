@@ -3,6 +3,8 @@
 #include "desktop/PasskeyService.h"
 #include "text/VisibleText.h"
 
+#include <QObject>
+
 namespace palvera {
 
 using Kind = PasskeyPrompt::Kind;
@@ -35,7 +37,7 @@ QString noteFor(const PasskeyPrompt& prompt)
     if (!prompt.isWrong)
         return {};
     return prompt.triesLeft < 0 ? QObject::tr("That PIN is not right.")
-                                : QObject::tr("That PIN is not right. %1 tries left.").arg(prompt.triesLeft);
+                                : QObject::tr("That PIN is not right. %n tries left.", nullptr, prompt.triesLeft);
 }
 
 QStringList accountsOf(const PasskeyPrompt& prompt)

@@ -9,6 +9,7 @@
 #include "session/SignInDoorError.h"
 #include "text/VisibleText.h"
 
+#include <QObject>
 #include <QUrl>
 #include <QUrlQuery>
 
@@ -23,7 +24,7 @@ SignInDoorError didNotFinish(const QString& what, const QString& why = {})
 {
     const auto shown = visibleText(why, Lines::one, longestReason).trimmed();
     const auto reason = shown.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(shown);
-    return SignInDoorError(QStringLiteral("%1 did not finish%2. Try again, or sign in another way.").arg(what, reason));
+    return SignInDoorError(QObject::tr("%1 did not finish%2. Try again, or sign in another way.").arg(what, reason));
 }
 
 /// Why a browser did not come back is no use to the user; what the platform says is, and that they closed it they know.
@@ -111,8 +112,8 @@ Task<SignIn::Next> SignIn::atProvider(QString provider, QString name) const
 Task<SignIn::Next> SignIn::inBrowser(QString email) const
 {
     if (email.isEmpty())
-        return open(m_environment.api.signInPageURL(), QStringLiteral("The sign-in in the browser"));
-    return open(webStartURL(m_environment.api, {}, email.trimmed()), QStringLiteral("Your organisation's sign-in"));
+        return open(m_environment.api.signInPageURL(), QObject::tr("The sign-in in the browser"));
+    return open(webStartURL(m_environment.api, {}, email.trimmed()), QObject::tr("Your organisation's sign-in"));
 }
 
 Task<SignIn::Next> SignIn::withPasskey() const
@@ -123,7 +124,7 @@ Task<SignIn::Next> SignIn::withPasskey() const
 
 Task<SignIn::Next> SignIn::withPasskeyInBrowser() const
 {
-    return open(m_environment.api.signInPageURL(), QStringLiteral("The passkey sign-in"));
+    return open(m_environment.api.signInPageURL(), QObject::tr("The passkey sign-in"));
 }
 
 Task<SignIn::Next> SignIn::follow(SignInStep step, QString email) const

@@ -7,6 +7,8 @@
 #include "transfer/UploadFailures.h"
 #include "transfer/UploadProtocol.h"
 
+#include <QObject>
+
 namespace palvera {
 
 namespace {
@@ -120,7 +122,7 @@ Task<std::exception_ptr> Completion::findInBin(std::exception_ptr failure)
     if (isForTheUser(listed.failure))
         std::rethrow_exception(listed.failure);
     if (!failure)
-        co_return std::make_exception_ptr(APIError(0, QStringLiteral("The platform has not confirmed the file.")));
+        co_return std::make_exception_ptr(APIError(0, QObject::tr("The platform has not confirmed the file.")));
     if (isStillAtIt(failure) || (isAnswerLost(failure) && !listed.failure))
         co_return failure;
     if (listed.failure)

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QObject>
 
 namespace palvera {
 
@@ -98,7 +99,7 @@ DownloadPlace DownloadPlace::claim(const QString& folder, const QString& name, c
         if (auto made = create(path))
             return *std::move(made);
     }
-    throw FileError(QStringLiteral("There are too many files named “%1” in that folder.").arg(safe));
+    throw FileError(QObject::tr("There are too many files named “%1” in that folder.").arg(safe));
 }
 
 std::optional<Partial> DownloadPlace::progressOf(const QString& path, const QString& source)
@@ -120,7 +121,7 @@ void DownloadPlace::discard(const QString& path, const QString& source)
     if (!progressOf(path, source))
         return;
     if (!QFile::remove(path))
-        throw FileError(QStringLiteral("“%1” cannot be removed.").arg(QFileInfo(path).fileName()));
+        throw FileError(QObject::tr("“%1” cannot be removed.").arg(QFileInfo(path).fileName()));
     removePartial(path);
 }
 

@@ -2,6 +2,8 @@
 
 #include "service/JsonReader.h"
 
+#include <QObject>
+
 #include <algorithm>
 
 namespace palvera {
@@ -72,10 +74,10 @@ std::optional<QString> objectionTo(const HttpResponse& answer, ByteRange range)
 {
     auto named = contentRangeOf(answer);
     if (!named.span.isEmpty() && named.span != spanText(range))
-        return QStringLiteral("Storage sent other bytes than those asked for.");
+        return QObject::tr("Storage sent other bytes than those asked for.");
     auto announced = contentLengthOf(answer);
     if (announced && *announced != range.length)
-        return QStringLiteral("Storage sent %1 bytes of a chunk of %2.").arg(*announced).arg(range.length);
+        return QObject::tr("Storage sent %1 bytes of a chunk of %2.").arg(*announced).arg(range.length);
     return {};
 }
 

@@ -10,6 +10,7 @@
 #include <boost/asio/this_coro.hpp>
 
 #include <QFileInfo>
+#include <QObject>
 
 #include <algorithm>
 
@@ -28,7 +29,7 @@ constexpr std::chrono::milliseconds lookEvery{250};
 
 APIError changedInStorage()
 {
-    return APIError(0, QStringLiteral("The file changed in storage while it was being downloaded. Download it again."));
+    return APIError(0, QObject::tr("The file changed in storage while it was being downloaded. Download it again."));
 }
 
 std::exception_ptr firstFailure(const std::vector<std::exception_ptr>& failures)
@@ -112,12 +113,12 @@ Task<void> DownloadRun::probe()
     constexpr int rangeNotSatisfiable = 416; // what storage says of an empty object
     if (!answer.isSuccess() && answer.status != rangeNotSatisfiable)
         throw APIError(answer.status,
-                       QStringLiteral("That file could not be reached (storage answered %1).").arg(answer.status));
+                       QObject::tr("That file could not be reached (storage answered %1).").arg(answer.status));
     const auto total = answer.isSuccess() ? totalIn(answer) : 0;
     if (!total)
-        throw APIError(0, QStringLiteral("Storage did not say how large the file is."));
+        throw APIError(0, QObject::tr("Storage did not say how large the file is."));
     if (total < 1)
-        throw APIError(0, QStringLiteral("That file is empty."));
+        throw APIError(0, QObject::tr("That file is empty."));
     m_partial.total = *total;
     m_partial.tag = QString::fromLatin1(answer.header("ETag"));
     m_total = m_partial.total;
@@ -152,8 +153,8 @@ void DownloadRun::prepare()
 void DownloadRun::remarkOnce(const FileError& failure)
 {
     if (!m_hasRemarked.exchange(true))
-        m_request.onRemark(QStringLiteral("The progress of this download cannot be kept, so it must not be cut off: ") +
-                           failure.text());
+        m_request.onRemark(QObject::tr("The progress of this download cannot be kept, so it must not be cut off: %1")
+                               .arg(failure.text()));
 }
 
 /// The record is kept beside the waves, so that no wave waits for the disk to have everything for good.
@@ -344,7 +345,7 @@ Task<std::optional<DownloadRun::Missed>> DownloadRun::attempt(Lane& lane, ByteRa
     const auto& answer = *sent.value;
     constexpr int forbidden = 403;
     if (!answer.isSuccess())
-        co_return Missed{.reason = QStringLiteral("Storage answered %1 on a chunk.").arg(answer.status),
+        co_return Missed{.reason = QObject::tr("Storage answered %1 on a chunk.").arg(answer.status),
                          .isRefused = answer.status == forbidden};
     if (isAnotherObject(answer, m_total, m_tag))
         throw changedInStorage();
@@ -352,7 +353,7 @@ Task<std::optional<DownloadRun::Missed>> DownloadRun::attempt(Lane& lane, ByteRa
         co_return Missed{.reason = *objection};
     if (answer.length != range.length)
         co_return Missed{
-            .reason = QStringLiteral("Storage sent %1 bytes of a chunk of %2.").arg(answer.length).arg(range.length)};
+            .reason = QObject::tr("Storage sent %1 bytes of a chunk of %2.").arg(answer.length).arg(range.length)};
     co_return std::nullopt;
 }
 
@@ -431,7 +432,7 @@ std::optional<Trouble> DownloadRun::lookForTrouble()
     }
     const auto silence = moved ? now - *moved : std::chrono::nanoseconds(0);
     if (silence > 2s && !m_environment.hasNetwork())
-        return Trouble{.reason = QStringLiteral("No network.")};
+        return Trouble{.reason = QObject::tr("No network.")};
     auto silent = isUnderWay ? troubleOfSilence(silence) : std::nullopt;
     return silent ? silent : isStuck ? trouble : std::nullopt;
 }

@@ -8,6 +8,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QObject>
 
 namespace palvera {
 
@@ -69,7 +70,7 @@ QString JournalStore::pathOf(const QString& key) const
 void JournalStore::saveJournal(const Journal& journal) const
 {
     if (!isUsableKey(journal.key))
-        throw FileError(QStringLiteral("This upload cannot be recorded under the name “%1”.").arg(journal.key));
+        throw FileError(QObject::tr("This upload cannot be recorded under the name “%1”.").arg(journal.key));
     writeFileAtomically(pathOf(journal.key), encodeJournal(journal), stagingFolder(), FileAccess::ownerOnly);
 }
 

@@ -7,6 +7,8 @@
 #include "transfer/UploadFailures.h"
 #include "transfer/UploadRules.h"
 
+#include <QObject>
+
 namespace palvera {
 
 using namespace std::chrono_literals;
@@ -21,7 +23,7 @@ constexpr int mostForgotten = 3;
 
 Task<QString> PartSender::send(int part, PartBody& body, std::shared_ptr<SendWatcher> watcher)
 {
-    QString failure = QStringLiteral("The upload failed.");
+    QString failure = QObject::tr("The upload failed.");
     int forgotten = 0; // times in a row
     for (int number = 0; number < attempts; ++number) {
         endIfStopped();
@@ -61,7 +63,7 @@ Task<PartSender::Attempt> PartSender::attempt(int part, PartBody& body, std::sha
         co_return missed(describe(address.failure));
     if (!parseHttpAddress(*address.value))
         co_return std::unexpected(
-            Missed{.failure = {}, .reason = QStringLiteral("The platform gave an address that is none.")});
+            Missed{.failure = {}, .reason = QObject::tr("The platform gave an address that is none.")});
 
     watcher->reset();
     auto answer = co_await put(*address.value, body, watcher);
@@ -93,11 +95,11 @@ Task<Outcome<HttpResponse>> PartSender::put(QByteArray address, PartBody& body, 
 PartSender::Attempt PartSender::judge(const HttpResponse& answer)
 {
     if (!answer.isSuccess())
-        return std::unexpected(Missed{.failure = QStringLiteral("Storage answered %1 on a part.").arg(answer.status),
-                                      .reason = QStringLiteral("Storage answers %1.").arg(answer.status)});
+        return std::unexpected(Missed{.failure = QObject::tr("Storage answered %1 on a part.").arg(answer.status),
+                                      .reason = QObject::tr("Storage answers %1.").arg(answer.status)});
     QString etag = unquoted(answer.header("ETag"));
     if (etag.isEmpty())
-        return missed(QStringLiteral("The storage service returned no ETag."));
+        return missed(QObject::tr("The storage service returned no ETag."));
     return etag;
 }
 

@@ -1,5 +1,7 @@
 #include "transfer/SendWatcher.h"
 
+#include <QObject>
+
 namespace palvera {
 
 using namespace std::chrono_literals;
@@ -68,7 +70,7 @@ std::chrono::nanoseconds SendWatcher::taken() const
     return m_taken;
 }
 
-Stalled::Stalled() : Failure(QStringLiteral("The connection stopped moving for 20 seconds.")) {}
+Stalled::Stalled() : Failure(QObject::tr("The connection stopped moving for 20 seconds.")) {}
 
 Task<void> watchStall(std::shared_ptr<SendWatcher> watcher, qint64 length, Clock& clock)
 {

@@ -4,6 +4,7 @@
 #include "service/JsonReader.h"
 
 #include <QHash>
+#include <QObject>
 
 namespace palvera {
 
@@ -52,7 +53,7 @@ TransferTarget TransferTarget::fromJson(const QJsonObject& object)
 {
     const JsonReader reader(object);
     if (reader.contains(deliverableKey) == reader.contains(binKey))
-        throw DecodingError({}, QStringLiteral("Invalid number of keys found, expected one."));
+        throw DecodingError({}, QObject::tr("Invalid number of keys found, expected one."));
     const bool isBin = reader.contains(binKey);
     const auto fields = reader.required<QJsonObject>(isBin ? binKey : deliverableKey);
     const JsonReader inner(fields);

@@ -1,5 +1,7 @@
 #include "transfer/Trouble.h"
 
+#include <QObject>
+
 namespace palvera {
 
 std::optional<Trouble> troubleOfSilence(std::chrono::nanoseconds silence)
@@ -9,7 +11,7 @@ std::optional<Trouble> troubleOfSilence(std::chrono::nanoseconds silence)
         return {};
     constexpr qint64 step = 5;
     const auto seconds = std::chrono::floor<std::chrono::seconds>(silence).count() / step * step;
-    return Trouble{.reason = QStringLiteral("No answer from storage for %1 seconds.").arg(seconds)};
+    return Trouble{.reason = QObject::tr("No answer from storage for %1 seconds.").arg(seconds)};
 }
 
 } // namespace palvera

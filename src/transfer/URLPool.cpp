@@ -7,6 +7,8 @@
 #include "transfer/UploadProtocol.h"
 #include "transfer/UploadRules.h"
 
+#include <QObject>
+
 #include <boost/asio/strand.hpp>
 
 namespace palvera {
@@ -64,7 +66,7 @@ Task<QByteArray> URLPool::find(int part)
     // An address that was too old must not answer for a part that this answer left out.
     known = m_cache.find(part);
     if (known == m_cache.end() || known->second.at != at)
-        throw APIError(0, QStringLiteral("The platform did not sign part %1.").arg(part));
+        throw APIError(0, QObject::tr("The platform did not sign part %1.").arg(part));
     co_return known->second.url;
 }
 

@@ -5,6 +5,7 @@
 #include "transfer/UploadNote.h"
 
 #include <QFileInfo>
+#include <QObject>
 
 namespace palvera {
 
@@ -41,9 +42,9 @@ Task<bool> UploadClaim::take(std::function<void(const QString&)> onRemark)
         }
         if (other && !isSame)
             throw CannotSend(
-                QStringLiteral("“%1” is on its way there already.").arg(QFileInfo(other->subject.path).fileName()));
+                QObject::tr("“%1” is on its way there already.").arg(QFileInfo(other->subject.path).fileName()));
         if (!std::exchange(hasWaited, true))
-            onRemark(QStringLiteral("This file is being sent already. Waiting for that."));
+            onRemark(QObject::tr("This file is being sent already. Waiting for that."));
         co_await m_clock.sleep(lookAgain);
     }
     m_lock->setNote(encodeNote({.subject = m_subject}));

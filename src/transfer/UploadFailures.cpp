@@ -3,11 +3,12 @@
 #include "files/SourcePath.h"
 
 #include <QFileInfo>
+#include <QObject>
 
 namespace palvera {
 
 SourceChanged::SourceChanged()
-    : CannotSend(QStringLiteral("The file changed while it was being sent, so it was not delivered. Send it again."))
+    : CannotSend(QObject::tr("The file changed while it was being sent, so it was not delivered. Send it again."))
 {}
 
 QString objectionToSource(const QString& path)
@@ -15,12 +16,12 @@ QString objectionToSource(const QString& path)
     const auto there = statusOf(path);
     const QFileInfo named(path);
     if (!there)
-        return QStringLiteral("“%1” is no longer in %2.").arg(named.fileName(), named.absolutePath());
+        return QObject::tr("“%1” is no longer in %2.").arg(named.fileName(), named.absolutePath());
     if (there->isFolder)
-        return QStringLiteral("“%1” is a folder. Only files can be sent.").arg(path);
+        return QObject::tr("“%1” is a folder. Only files can be sent.").arg(path);
     if (!there->isOrdinary)
-        return QStringLiteral("“%1” is not an ordinary file.").arg(path);
-    return there->size > 0 ? QString() : QStringLiteral("That file is empty.");
+        return QObject::tr("“%1” is not an ordinary file.").arg(path);
+    return there->size > 0 ? QString() : QObject::tr("That file is empty.");
 }
 
 } // namespace palvera

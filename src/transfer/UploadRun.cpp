@@ -15,6 +15,7 @@
 #include <boost/asio/this_coro.hpp>
 
 #include <QFileInfo>
+#include <QObject>
 
 namespace palvera {
 
@@ -36,7 +37,7 @@ UploadRun::UploadRun(const Uploader::Environment& environment, const Uploader::S
 Task<void> UploadRun::perform()
 {
     if (!isUsableKey(m_request.key))
-        throw CannotSend(QStringLiteral("This upload cannot be recorded under the name “%1”.").arg(m_request.key));
+        throw CannotSend(QObject::tr("This upload cannot be recorded under the name “%1”.").arg(m_request.key));
     findFile();
     if (co_await claim())
         co_await send();
@@ -72,8 +73,7 @@ Task<void> UploadRun::send()
 {
     auto outcome = co_await outcomeOf(sendAndDeliver());
     if (failureAs<UploadForgotten>(outcome.failure)) {
-        m_request.onRemark(
-            QStringLiteral("The platform does not know this upload any more: it is sent from its start."));
+        m_request.onRemark(QObject::tr("The platform does not know this upload any more: it is sent from its start."));
         co_await forget();
         outcome = co_await outcomeOf(sendAndDeliver());
     }
@@ -85,7 +85,7 @@ Task<void> UploadRun::sendAndDeliver()
 {
     if (!adoptJournal())
         co_await sayingWhy(startAfresh(), {.total = m_subject.identity.size,
-                                           .trouble = Trouble{.reason = QStringLiteral("Waiting for the platform.")}});
+                                           .trouble = Trouble{.reason = QObject::tr("Waiting for the platform.")}});
     TransferLog log(m_environment.libraryFolder, m_journal.filename, m_environment.clock);
     auto sent = co_await outcomeOf(sendParts(log));
     if (failureAs<SourceChanged>(sent.failure))
@@ -94,10 +94,9 @@ Task<void> UploadRun::sendAndDeliver()
         std::rethrow_exception(sent.failure);
     checkComplete();
     Completion completion(*m_request.api, m_environment.clock, m_journal);
-    co_await sayingWhy(completion.perform(),
-                       {.sent = m_journal.byteSize,
-                        .total = m_journal.byteSize,
-                        .trouble = Trouble{.reason = QStringLiteral("Finishing on the platform.")}});
+    co_await sayingWhy(completion.perform(), {.sent = m_journal.byteSize,
+                                              .total = m_journal.byteSize,
+                                              .trouble = Trouble{.reason = QObject::tr("Finishing on the platform.")}});
     if (m_claim)
         m_claim->noteDone();
     co_await forget();
@@ -130,11 +129,11 @@ bool UploadRun::adoptJournal()
         }
         if (fit == JournalFit::fileChanged) {
             m_request.onRemark(
-                QStringLiteral("“%1” has changed since: it is sent from its start.").arg(journal->filename));
+                QObject::tr("“%1” has changed since: it is sent from its start.").arg(journal->filename));
         } else {
             try {
                 m_request.onRemark(
-                    QStringLiteral("The upload of “%1” that was cut off here is kept.").arg(journal->filename));
+                    QObject::tr("The upload of “%1” that was cut off here is kept.").arg(journal->filename));
                 store.setAside(std::move(*journal));
             } catch (const FileError&) {
                 m_keepsJournal = false;
@@ -173,7 +172,7 @@ Task<void> UploadRun::startAfresh()
     const auto& [path, identity, target, service, account] = m_subject;
     QString filename = QFileInfo(path).fileName();
     if (filename != QFileInfo(m_request.file).fileName()) // nothing is sent under a name that nobody gave
-        throw CannotSend(QStringLiteral("“%1” has another name by now, “%2”, and must be sent anew.")
+        throw CannotSend(QObject::tr("“%1” has another name by now, “%2”, and must be sent anew.")
                              .arg(QFileInfo(m_request.file).fileName(), filename));
     filename = readableName(filename);
     QString contentType = mimeTypeForName(filename);
@@ -192,7 +191,7 @@ Task<void> UploadRun::startAfresh()
     if (!coversExactly(started.partSize, started.partCount, identity.size)) {
         co_await outcomeOf(
             abortUpload(*m_request.api, target, sessionId, {.object = started.object, .uploadId = started.uploadId}));
-        throw CannotSend(QStringLiteral("The platform cut the file into parts that do not add up to it."));
+        throw CannotSend(QObject::tr("The platform cut the file into parts that do not add up to it."));
     }
     m_journal = Journal{.key = m_request.key,
                         .orgId = target.orgId(),
@@ -232,8 +231,8 @@ Task<void> UploadRun::record(ConfirmedParts done)
 void UploadRun::remarkOnce(const std::exception_ptr& failure)
 {
     if (!std::exchange(m_hasRemarked, true))
-        m_request.onRemark(QStringLiteral("The progress of this upload cannot be kept, so it must not be cut off: ") +
-                           describe(failure));
+        m_request.onRemark(QObject::tr("The progress of this upload cannot be kept, so it must not be cut off: %1")
+                               .arg(describe(failure)));
 }
 
 Task<void> UploadRun::sendParts(TransferLog& log)
@@ -363,7 +362,7 @@ std::optional<Trouble> UploadRun::troubleOn(const Board& board) const
     const auto now = m_environment.clock.now();
     constexpr std::chrono::seconds suspicious{2};
     if (board.silence(now) > suspicious && !m_environment.hasNetwork())
-        return Trouble{.reason = QStringLiteral("No network.")};
+        return Trouble{.reason = QObject::tr("No network.")};
     return board.trouble(now);
 }
 
@@ -392,7 +391,7 @@ void UploadRun::requireUnchanged() const
 void UploadRun::checkComplete() const
 {
     if (!isComplete(m_journal.done, m_journal.partCount))
-        throw APIError(0, QStringLiteral("The upload is missing parts (%1 of %2). Resume it to send the rest.")
+        throw APIError(0, QObject::tr("The upload is missing parts (%1 of %2). Resume it to send the rest.")
                               .arg(m_journal.done.size())
                               .arg(m_journal.partCount));
 }

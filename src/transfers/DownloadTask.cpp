@@ -9,6 +9,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QObject>
 
 #include <boost/asio/post.hpp>
 
@@ -136,7 +137,7 @@ Task<QByteArray> DownloadTask::freshAddress()
 {
     auto address = (co_await m_download.object.address()).toUtf8();
     if (!parseHttpAddress(address))
-        throw FileError(QStringLiteral("That file has no address."));
+        throw FileError(QObject::tr("That file has no address."));
     co_return address;
 }
 
@@ -146,10 +147,10 @@ Task<void> DownloadTask::checkTotal(qint64 total)
     if (total < listed && m_download.object.listedSize)
         listed = (co_await m_download.object.listedSize()).value_or(0); // it may have been replaced since
     if (total < listed)
-        throw FileError(QStringLiteral("Storage has only %1 of “%2”, and the platform lists %3.")
+        throw FileError(QObject::tr("Storage has only %1 of “%2”, and the platform lists %3.")
                             .arg(byteCountText(total), m_download.name, byteCountText(listed)));
     if (listed > 0 && total > listed)
-        remark(QStringLiteral("Storage has %1 of “%2”, more than the %3 that the platform lists.")
+        remark(QObject::tr("Storage has %1 of “%2”, more than the %3 that the platform lists.")
                    .arg(byteCountText(total), m_download.name, byteCountText(listed)));
 }
 
@@ -174,7 +175,7 @@ Task<void> DownloadTask::claimPlace()
         if (holder == m_model->m_paths.constEnd())
             break;
         if (!m_model->m_live.isBeingStopped(*holder))
-            throw FileError(QStringLiteral("“%1” is being downloaded to that folder already.").arg(m_download.name));
+            throw FileError(QObject::tr("“%1” is being downloaded to that folder already.").arg(m_download.name));
         co_await waitFor(*holder);
     }
     m_model->m_paths.insert(claimed->path(), m_id);

@@ -1,5 +1,7 @@
 #include "transfers/Item.h"
 
+#include <QObject>
+
 namespace palvera {
 
 namespace {
@@ -54,23 +56,23 @@ void Item::apply(qint64 sentNow, qint64 totalNow, std::optional<double> rateNow,
 
 QString nameOf(const Item::State& state)
 {
-    return std::visit(Overloaded{[](const Item::Waiting&) { return QStringLiteral("waiting"); },
-                                 [](const Item::Running&) { return QStringLiteral("running"); },
-                                 [](const Item::Retrying&) { return QStringLiteral("retrying"); },
-                                 [](const Item::Paused&) { return QStringLiteral("paused"); },
-                                 [](const Item::Failed&) { return QStringLiteral("failed"); },
-                                 [](const Item::Done&) { return QStringLiteral("done"); },
-                                 [](const Item::Stopped&) { return QStringLiteral("stopped"); }},
+    return std::visit(Overloaded{[](const Item::Waiting&) { return QObject::tr("waiting"); },
+                                 [](const Item::Running&) { return QObject::tr("running"); },
+                                 [](const Item::Retrying&) { return QObject::tr("retrying"); },
+                                 [](const Item::Paused&) { return QObject::tr("paused"); },
+                                 [](const Item::Failed&) { return QObject::tr("failed"); },
+                                 [](const Item::Done&) { return QObject::tr("done"); },
+                                 [](const Item::Stopped&) { return QObject::tr("stopped"); }},
                       state);
 }
 
 QString troubleText(const Trouble& trouble)
 {
-    static const QStringList ordinals{QStringLiteral("Second"), QStringLiteral("Third"), QStringLiteral("Fourth"),
-                                      QStringLiteral("Fifth"),  QStringLiteral("Sixth"), QStringLiteral("Seventh"),
-                                      QStringLiteral("Eighth")};
-    const auto ordinal = ordinals.value(trouble.attempt - 2);
-    return ordinal.isEmpty() ? trouble.reason : QStringLiteral("%1 %2 try.").arg(trouble.reason, ordinal);
+    const QStringList tries{QObject::tr("Second try."), QObject::tr("Third try."), QObject::tr("Fourth try."),
+                            QObject::tr("Fifth try."),  QObject::tr("Sixth try."), QObject::tr("Seventh try."),
+                            QObject::tr("Eighth try.")};
+    const auto said = tries.value(trouble.attempt - 2);
+    return said.isEmpty() ? trouble.reason : QStringLiteral("%1 %2").arg(trouble.reason, said);
 }
 
 QString messageOf(const Item::State& state)

@@ -3,6 +3,8 @@
 #include "service/APIError.h"
 #include "transfers/Transfers.h"
 
+#include <QObject>
+
 namespace palvera {
 
 namespace {
@@ -20,7 +22,7 @@ Task<bool> SignInWait::mayGoOnAfter(std::exception_ptr failure, QPointer<Transfe
     if (!m_account || !asksToSignIn(failure))
         co_return false;
     if (model)
-        model->showMoving(id, Item::Waiting{.why = QStringLiteral("Waiting for you to sign in")});
+        model->showMoving(id, Item::Waiting{.why = QObject::tr("Waiting for you to sign in")});
     bool isRenewed = false;
     co_await runUntilStopped(flag, keep(m_signIns.until(*m_account), isRenewed));
     if (!model)

@@ -126,7 +126,7 @@ Task<BinUploadsBegun> Transfers::addBinUploads(BinUploads uploads)
         if (begun.items.size() % atOnce == atOnce - 1)
             co_await asio::post(m_environment.main, asio::use_awaitable);
         begun.items.append(begin({.target = TransferTarget::Bin{uploads.orgId, uploads.folder},
-                                  .label = QStringLiteral("Assets"),
+                                  .label = QObject::tr("Assets"),
                                   .titleName = uploads.caption,
                                   .client = uploads.client,
                                   .journalKey = key},
@@ -143,7 +143,7 @@ std::optional<QUuid> Transfers::resume(Journal journal)
     auto target = journal.destination();
     UploadSource source{.file = journal.filePath, .bookmark = journal.bookmark};
     const auto* row = target.asDeliverable();
-    const auto label = journal.label.value_or(row ? journal.filename : QStringLiteral("Assets"));
+    const auto label = journal.label.value_or(row ? journal.filename : QObject::tr("Assets"));
     if (row)
         source.deliverable = Deliverable{.id = row->deliverableId, .label = label};
     return begin({.target = std::move(target),
@@ -468,7 +468,7 @@ void Transfers::loadInterruptedSoon()
 void Transfers::followInFlight()
 {
     if (m_settings.keepsAwake && inFlightCount() > pausedCount())
-        m_environment.sleep.hold(QStringLiteral("Files are being transferred."));
+        m_environment.sleep.hold(QObject::tr("Files are being transferred."));
     else
         m_environment.sleep.release();
     m_interrupted.update();

@@ -4,7 +4,7 @@
 #include "files/Quantities.h"
 #include "update/Updater.h"
 
-#include <QCoreApplication>
+#include <QObject>
 #include <QStorageInfo>
 
 #include <filesystem>
@@ -15,35 +15,30 @@ namespace {
 
 constexpr qint64 largestImage = 1LL << 30;
 
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Updater", text);
-}
-
 } // namespace
 
 ImageFile::ImageFile(const QString& path, qint64 room, std::function<void(double)> progress)
     : m_file(path), m_room(room), m_progress(std::move(progress))
 {
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
-        throw FileError(tr("The update could not be stored: %1.").arg(m_file.errorString()));
+        throw FileError(QObject::tr("The update could not be stored: %1.").arg(m_file.errorString()));
 }
 
 bool ImageFile::expect(const HttpResponse& head)
 {
     m_total = head.header("Content-Length").toLongLong();
     if (head.isSuccess() && m_total > m_room)
-        throw UpdateError(
-            m_total > largestImage
-                ? tr("The update is too large: %1.").arg(byteCountText(m_total))
-                : tr("There is not enough room on the disk for the update of %1.").arg(byteCountText(m_total)));
+        throw UpdateError(m_total > largestImage
+                              ? QObject::tr("The update is too large: %1.").arg(byteCountText(m_total))
+                              : QObject::tr("There is not enough room on the disk for the update of %1.")
+                                    .arg(byteCountText(m_total)));
     return head.isSuccess();
 }
 
 void ImageFile::take(std::span<const char> bytes)
 {
     if (m_file.write(bytes.data(), qint64(bytes.size())) != qint64(bytes.size()))
-        throw FileError(tr("The update could not be stored: %1.").arg(m_file.errorString()));
+        throw FileError(QObject::tr("The update could not be stored: %1.").arg(m_file.errorString()));
     m_taken += qint64(bytes.size());
     const int percent = percentOf(m_taken, m_total);
     if (std::exchange(m_percent, percent) != percent)
@@ -59,7 +54,7 @@ qint64 makeImageFolder(const QString& path)
     if (!failure)
         fs::create_directories(folder, failure);
     if (failure)
-        throwFileError(path, tr("cannot be made anew"), failure.value());
+        throwFileError(path, QT_TRANSLATE_NOOP("QObject", "“%1” cannot be made anew: %2."), failure.value());
     fs::permissions(folder, fs::perms::owner_all, failure);
     return std::min(largestImage, QStorageInfo(path).bytesAvailable() / 2);
 }

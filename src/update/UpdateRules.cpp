@@ -1,5 +1,6 @@
 #include "update/UpdateRules.h"
 
+#include "files/Quantities.h"
 #include "http/HttpAddress.h"
 #include "service/JsonReader.h"
 #include "text/VisibleText.h"
@@ -7,6 +8,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QLocale>
+#include <QObject>
 
 namespace palvera {
 
@@ -19,11 +21,6 @@ template <class... F>
 struct Cases : F... {
     using F::operator()...;
 };
-
-QString tr(const char* text)
-{
-    return QCoreApplication::translate("Updater", text);
-}
 
 QString shown(const QString& fromFeed)
 {
@@ -38,7 +35,8 @@ QString momentText(Clock::WallTime moment)
 
 QString offer(const Updater::Release& release)
 {
-    const auto text = tr("Palvera %1, build %2, is available.").arg(shown(release.version), shown(release.build));
+    const auto text =
+        QObject::tr("Palvera %1, build %2, is available.").arg(shown(release.version), shown(release.build));
     const auto notes = visibleText(release.notes.value_or(QString()), Lines::several, longestNotes);
     return notes.isEmpty() ? text : text + QStringLiteral("\n\n") + notes;
 }
@@ -103,28 +101,28 @@ PillLook pillFor(const Updater::Release& release, const Updater::Phase& phase)
 {
     const auto install = [&] {
         return PillLook{
-            .symbol = QStringLiteral("arrow.down.circle"), .text = tr("Install"), .tooltip = offer(release)};
+            .symbol = QStringLiteral("arrow.down.circle"), .text = QObject::tr("Install"), .tooltip = offer(release)};
     };
     const auto spinner = [&](const char* text) {
-        return PillLook{.text = tr(text), .tooltip = offer(release), .isBusy = true};
+        return PillLook{.text = QObject::tr(text), .tooltip = offer(release), .isBusy = true};
     };
     return std::visit(
         Cases{[&](const Updater::Idle&) { return install(); }, [&](const Updater::Available&) { return install(); },
               [&](const Updater::Downloading& it) {
                   const int percent = int(it.fraction * 100);
-                  return PillLook{.text = tr("%1%").arg(percent), .percent = percent, .tooltip = offer(release)};
+                  return PillLook{.text = percentText(percent), .percent = percent, .tooltip = offer(release)};
               },
-              [&](const Updater::Preparing&) { return spinner(QT_TRANSLATE_NOOP("Updater", "Checking")); },
+              [&](const Updater::Preparing&) { return spinner(QT_TRANSLATE_NOOP("QObject", "Checking")); },
               [&](const Updater::Ready&) {
                   return PillLook{.symbol = QStringLiteral("arrow.clockwise"),
-                                  .text = tr("Restart"),
-                                  .tooltip = tr("Palvera %1 is ready. Restart to use it; you stay signed in.")
+                                  .text = QObject::tr("Restart"),
+                                  .tooltip = QObject::tr("Palvera %1 is ready. Restart to use it; you stay signed in.")
                                                  .arg(shown(release.version))};
               },
-              [&](const Updater::Restarting&) { return spinner(QT_TRANSLATE_NOOP("Updater", "Restarting")); },
+              [&](const Updater::Restarting&) { return spinner(QT_TRANSLATE_NOOP("QObject", "Restarting")); },
               [&](const Updater::Failed& it) {
                   return PillLook{.symbol = QStringLiteral("exclamationmark.triangle.fill"),
-                                  .text = tr("Retry update"),
+                                  .text = QObject::tr("Retry update"),
                                   .tooltip = it.message};
               }},
         phase);
@@ -132,15 +130,18 @@ PillLook pillFor(const Updater::Release& release, const Updater::Phase& phase)
 
 QString restartQuestion(int moving)
 {
-    const auto who = moving == 1 ? tr("A transfer is") : tr("%1 transfers are").arg(moving);
-    return who + tr(" still moving. Uploads stop and wait under Interrupted, and pick up from the part they reached.");
+    return moving == 1 ? QObject::tr("A transfer is still moving. Uploads stop and wait under Interrupted, and pick up "
+                                     "from the part they reached.")
+                       : QObject::tr("%n transfers are still moving. Uploads stop and wait under Interrupted, and pick "
+                                     "up from the part they reached.",
+                                     nullptr, moving);
 }
 
 QString lastCheckText(const std::optional<Clock::WallTime>& lastChecked, bool isFeedSilent)
 {
     if (!lastChecked)
-        return isFeedSilent ? tr("None yet: the update feed does not answer.") : tr("None yet");
-    return isFeedSilent ? tr("%1; the update feed does not answer.").arg(momentText(*lastChecked))
+        return isFeedSilent ? QObject::tr("None yet: the update feed does not answer.") : QObject::tr("None yet");
+    return isFeedSilent ? QObject::tr("%1; the update feed does not answer.").arg(momentText(*lastChecked))
                         : momentText(*lastChecked);
 }
 
@@ -153,11 +154,11 @@ Updater::Alert alertAfter(bool isRead, const QString& versionText)
 {
     if (isRead)
         return {.kind = Updater::Alert::Kind::upToDate,
-                .title = tr("Palvera is up to date"),
-                .detail = tr("You have %1.").arg(versionText)};
+                .title = QObject::tr("Palvera is up to date"),
+                .detail = QObject::tr("You have %1.").arg(versionText)};
     return {.kind = Updater::Alert::Kind::unknown,
-            .title = tr("Could not check for updates"),
-            .detail = tr("The update feed did not answer. Check your connection and try again.")};
+            .title = QObject::tr("Could not check for updates"),
+            .detail = QObject::tr("The update feed did not answer. Check your connection and try again.")};
 }
 
 } // namespace palvera

@@ -10,6 +10,7 @@
 
 #include <boost/asio/post.hpp>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QPointer>
 
@@ -282,7 +283,7 @@ Task<QString> Updater::ask(std::function<void(PVInstallerProtocol&, PVInstallerP
     });
     body(*proxy, answer);
     co_await waiting->event.wait();
-    co_return waiting->text;
+    co_return QCoreApplication::translate("Installer", waiting->text.toUtf8()); // in English, of whichever build
 }
 
 void Updater::setPhase(Phase phase)

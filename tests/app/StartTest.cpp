@@ -1,3 +1,4 @@
+#include "app/Language.h"
 #include "tests/app/Desktop.h"
 
 #include <QQmlIncubationController>
@@ -28,6 +29,17 @@ TEST_F(StartTest, theNextStartKnowsWhoIsSignedInAndWhereTheWindowWasAndWarnsOfAn
     const ScopedVariable far("PV_API", "http://0.0.0.0:1/api"); // this machine, though it does not look it
     start();
     waitForText("Not encrypted");
+}
+
+TEST_F(StartTest, speaksTheFirstLanguageOfTheUserThatItKnows)
+{
+    for (const auto& [wanted, email] : {std::pair(QStringList{"ja-JP", "de-AT", "fr"}, "Geschäftliche E-Mail-Adresse"),
+                                        std::pair(QStringList{"en-GB", "de"}, "Work email")}) {
+        const Language language(wanted);
+        start();
+        screen.find(QAccessible::EditableText, email);
+        finish();
+    }
 }
 
 TEST_F(StartTest, aBrowserThatComesBackTooEarlyIsToldOfAndASecondStartBringsTheWindowBack)

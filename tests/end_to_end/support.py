@@ -147,7 +147,7 @@ class Result:
 def homes(home, address):
     """What a program must know in order to keep all that is its own in `home`."""
     home.mkdir(exist_ok=True)
-    return {"PV_API": address, "HOME": str(home)} | {
+    return {"PV_API": address, "HOME": str(home), "LANGUAGE": "en"} | {
         f"XDG_{kind.upper()}_HOME": str(home / kind) for kind in ("data", "state", "cache", "config")}
 
 

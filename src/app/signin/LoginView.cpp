@@ -17,7 +17,10 @@ using namespace std::chrono_literals;
 
 namespace {
 
-const QString cannotReach = QStringLiteral("Cannot reach Palvera. Check your connection and try again.");
+QString cannotReach()
+{
+    return LoginView::tr("Cannot reach Palvera. Check your connection and try again.");
+}
 
 LoginView::Field fieldOf(LoginView::Face face)
 {
@@ -177,9 +180,9 @@ void LoginView::chooseSite(bool live)
 void LoginView::submit()
 {
     if (m_face == Face::Forgot)
-        act(askForReset(), QStringLiteral("Could not send that. Check your connection."));
+        act(askForReset(), tr("Could not send that. Check your connection."));
     else
-        act(takeStepOfFace(), cannotReach);
+        act(takeStepOfFace(), cannotReach());
 }
 
 void LoginView::toggleAccessCode()
@@ -220,7 +223,7 @@ void LoginView::goBack()
 
 void LoginView::resendCode()
 {
-    act(resend(), cannotReach);
+    act(resend(), cannotReach());
 }
 
 void LoginView::signInWith(const QString& provider)
@@ -230,7 +233,7 @@ void LoginView::signInWith(const QString& provider)
 
 void LoginView::signInWithPasskey()
 {
-    act(takePasskey(), QStringLiteral("That passkey did not work. Sign in another way."));
+    act(takePasskey(), tr("That passkey did not work. Sign in another way."));
 }
 
 void LoginView::refuse(BrowserSignIn::Taken callback)

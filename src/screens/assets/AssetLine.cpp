@@ -5,6 +5,7 @@
 #include "screens/Wording.h"
 #include "text/VisibleText.h"
 
+#include <QObject>
 #include <QTimeZone>
 
 namespace palvera {
@@ -22,18 +23,18 @@ AssetRow rowOf(const QString& key, AssetLine line)
 QString typeOf(const QString& family, const QString& name)
 {
     if (!family.isEmpty())
-        return capitalisedWords(humanised(family));
+        return familyName(family, capitalisedWords(humanised(family)));
     constexpr qsizetype longest = 5;
     const auto extension = name.section(u'.', 1).section(u'.', -1);
-    return extension.isEmpty() || extension.size() > longest ? QStringLiteral("File") : extension.toUpper();
+    return extension.isEmpty() || extension.size() > longest ? QObject::tr("File") : extension.toUpper();
 }
 
 QString objectionTo(const OrgAssetFile& file, const RowsById& rowsById)
 {
     if (file.object.isEmpty())
-        return QStringLiteral("The platform does not say where this file is stored.");
+        return QObject::tr("The platform does not say where this file is stored.");
     if (!rowsById.contains(file.rowId))
-        return QStringLiteral("The platform does not say on which deliverable this file is.");
+        return QObject::tr("The platform does not say on which deliverable this file is.");
     return {};
 }
 
@@ -51,11 +52,11 @@ QString noteOf(const Item& item)
     if (const auto* waiting = std::get_if<Item::Waiting>(&item.state))
         return waitingText(*waiting);
     if (std::holds_alternative<Item::Done>(item.state))
-        return QStringLiteral("Done");
+        return QObject::tr("Done");
     if (auto trouble = troubleOf(item); !trouble.isEmpty())
         return trouble;
     const auto what = headlineOf(item);
-    return item.total > 0 ? QStringLiteral("%1 %2%").arg(what).arg(percentOf(item.sent, item.total)) : what;
+    return item.total > 0 ? QStringLiteral("%1 %2").arg(what, percentText(percentOf(item.sent, item.total))) : what;
 }
 
 } // namespace
@@ -68,8 +69,8 @@ QString folderName(const QString& path)
 AssetRow uploadsRow()
 {
     return rowOf(QStringLiteral("uploads"), {.kind = Kind::uploads,
-                                             .name = QStringLiteral("Uploads"),
-                                             .note = QStringLiteral("Masters added before a deal exists"),
+                                             .name = QObject::tr("Uploads"),
+                                             .note = QObject::tr("Masters added before a deal exists"),
                                              .symbol = QStringLiteral("tray"),
                                              .tint = QStringLiteral("blue")});
 }
@@ -79,8 +80,8 @@ AssetRow folderRow(const QString& name, const QString& prefix)
     const auto path = name.startsWith(prefix) ? name : prefix + name;
     return rowOf(QStringLiteral("folder:") + path, {.kind = Kind::folder,
                                                     .name = visibleText(folderName(path)),
-                                                    .deal = QStringLiteral("Uploads"),
-                                                    .type = QStringLiteral("Folder"),
+                                                    .deal = QObject::tr("Uploads"),
+                                                    .type = QObject::tr("Folder"),
                                                     .symbol = QStringLiteral("folder.fill"),
                                                     .tint = QStringLiteral("blue"),
                                                     .path = path});
@@ -91,7 +92,7 @@ AssetRow objectRow(const BinObject& object)
     const auto family = object.family.value_or(QString());
     return rowOf(QStringLiteral("file:") + object.key, {.kind = Kind::object,
                                                         .name = visibleText(object.name),
-                                                        .deal = QStringLiteral("Uploads"),
+                                                        .deal = QObject::tr("Uploads"),
                                                         .type = typeOf(family, object.name),
                                                         .symbol = familySymbol(family),
                                                         .tint = familyTint(family),
@@ -108,7 +109,7 @@ AssetRow fileRow(const OrgAssetFile& file, const RowsById& rowsById)
     const auto objection = objectionTo(file, rowsById);
     return rowOf(QStringLiteral("file:") + file.key,
                  {.kind = Kind::file,
-                  .name = visibleText(shown.isEmpty() ? QStringLiteral("A file without a name") : shown),
+                  .name = visibleText(shown.isEmpty() ? QObject::tr("A file without a name") : shown),
                   .note = objection,
                   .deal = row ? dealOf(*row) : QString(),
                   .reference = row ? visibleText(row->projectReference.value_or(QString())) : QString(),
@@ -128,7 +129,7 @@ AssetRow pendingRow(const Item& item)
                  {.kind = Kind::pending,
                   .name = visibleText(item.name),
                   .note = noteOf(item),
-                  .deal = QStringLiteral("Uploads"),
+                  .deal = QObject::tr("Uploads"),
                   .type = typeOf({}, item.name),
                   .symbol = QStringLiteral("arrow.up.circle.fill"),
                   .tint = QStringLiteral("blue"),
@@ -142,9 +143,9 @@ QString momentText(const QDateTime& moment, const QDateTime& now, const QLocale&
     const auto time = local.time().toString(QStringLiteral("HH:mm"));
     switch (local.date().daysTo(now.date())) {
     case 0:
-        return QStringLiteral("Today %1").arg(time);
+        return QObject::tr("Today %1").arg(time);
     case 1:
-        return QStringLiteral("Yesterday %1").arg(time);
+        return QObject::tr("Yesterday %1").arg(time);
     default:
         return locale.toString(local.date(), QLocale::ShortFormat);
     }

@@ -2,6 +2,8 @@
 
 #include "screens/Wording.h"
 
+#include <QObject>
+
 #include <algorithm>
 
 namespace palvera {
@@ -24,21 +26,21 @@ AssetsMessage emptyMessage(const AssetsQuery& query)
     if (query.place == AssetsPlace::uploads) {
         if (query.search.isEmpty())
             return {.icon = QStringLiteral("tray"),
-                    .title = QStringLiteral("Nothing in Uploads yet"),
-                    .detail = QStringLiteral(
-                        "Drop master files here, or choose Upload. They can be added to projects later.")};
+                    .title = QObject::tr("Nothing in Uploads yet"),
+                    .detail =
+                        QObject::tr("Drop master files here, or choose Upload. They can be added to projects later.")};
         return {.icon = QStringLiteral("tray"),
-                .title = QStringLiteral("Nothing matches"),
-                .detail = QStringLiteral("Try another word, or clear the search.")};
+                .title = QObject::tr("Nothing matches"),
+                .detail = QObject::tr("Try another word, or clear the search.")};
     }
     if (query.search.isEmpty() && query.family.isEmpty())
         return {.icon = QStringLiteral("shippingbox"),
-                .title = QStringLiteral("Nothing delivered yet"),
-                .detail = QStringLiteral("Files delivered on the organisation's projects appear here. Masters added "
-                                         "before a deal exists live under Uploads.")};
+                .title = QObject::tr("Nothing delivered yet"),
+                .detail = QObject::tr("Files delivered on the organisation's projects appear here. Masters added "
+                                      "before a deal exists live under Uploads.")};
     return {.icon = QStringLiteral("shippingbox"),
-            .title = QStringLiteral("Nothing matches"),
-            .detail = QStringLiteral("Try another word or kind, or clear the search.")};
+            .title = QObject::tr("Nothing matches"),
+            .detail = QObject::tr("Try another word or kind, or clear the search.")};
 }
 
 bool showsUploads(const AssetsQuery& query)
@@ -57,12 +59,12 @@ std::optional<AssetsQuery> placeBefore(const AssetsQuery& query)
 
 QString downloadText(int count)
 {
-    return count < 2 ? QStringLiteral("Download") : QStringLiteral("Download %1 files").arg(count);
+    return count < 2 ? QObject::tr("Download") : QObject::tr("Download %n files", nullptr, count);
 }
 
 QString dropText(const QString& prefix)
 {
-    return QStringLiteral("Drop to add to %1").arg(prefix.isEmpty() ? QStringLiteral("Uploads") : folderName(prefix));
+    return QObject::tr("Drop to add to %1").arg(prefix.isEmpty() ? QObject::tr("Uploads") : folderName(prefix));
 }
 
 QString leftOutText(const BinUploadsBegun& begun)
@@ -70,16 +72,15 @@ QString leftOutText(const BinUploadsBegun& begun)
     QStringList said;
     const auto& [items, folders, onTheirWay, objections] = begun;
     if (folders.size() == 1)
-        said.append(QStringLiteral("1 folder was left out: only files can be added. ") + namesText(folders));
+        said.append(QObject::tr("1 folder was left out: only files can be added. %1").arg(namesText(folders)));
     else if (!folders.isEmpty())
-        said.append(QStringLiteral("%1 folders were left out: only files can be added. %2")
-                        .arg(folders.size())
+        said.append(QObject::tr("%n folders were left out: only files can be added. %1", nullptr, int(folders.size()))
                         .arg(namesText(folders)));
     if (onTheirWay.size() == 1)
-        said.append(QStringLiteral("%1 is on its way already.").arg(namesText(onTheirWay)));
+        said.append(QObject::tr("%1 is on its way already.").arg(namesText(onTheirWay)));
     else if (!onTheirWay.isEmpty())
-        said.append(
-            QStringLiteral("%1 files are on their way already. %2").arg(onTheirWay.size()).arg(namesText(onTheirWay)));
+        said.append(QObject::tr("%n files are on their way already. %1", nullptr, int(onTheirWay.size()))
+                        .arg(namesText(onTheirWay)));
     said.append(objections);
     return said.join(u'\n');
 }

@@ -5,6 +5,7 @@
 #include "files/Folders.h"
 #include "files/Quantities.h"
 #include "screens/LocalPath.h"
+#include "screens/Wording.h"
 #include "session/Session.h"
 #include "transfers/Transfers.h"
 
@@ -21,15 +22,13 @@ namespace {
 
 constexpr auto typingPause = 300ms;
 
-/// Kinds of delivered files, in the menu's order: as the platform has them, and as they are shown.
-const std::pair<QString, QString> fileKinds[] = {
-    {QString(), QStringLiteral("All types")},
-    {QStringLiteral("video"), QStringLiteral("Video")},
-    {QStringLiteral("audio"), QStringLiteral("Audio")},
-    {QStringLiteral("subtitles"), QStringLiteral("Subtitles")},
-    {QStringLiteral("artwork"), QStringLiteral("Artwork")},
-    {QStringLiteral("documents"), QStringLiteral("Documents")},
-};
+/// Kinds of delivered files, in the menu's order, as the platform has them; the first stands for all.
+const QStringList fileKinds{QString(),
+                            QStringLiteral("video"),
+                            QStringLiteral("audio"),
+                            QStringLiteral("subtitles"),
+                            QStringLiteral("artwork"),
+                            QStringLiteral("documents")};
 
 QString sizeText(const AssetLine& line)
 {
@@ -152,23 +151,22 @@ bool AssetsView::isBare() const
 QStringList AssetsView::kinds() const
 {
     QStringList labels;
-    for (const auto& [family, label] : fileKinds)
-        labels.append(label);
+    for (const auto& family : fileKinds)
+        labels.append(family.isEmpty() ? tr("All types") : familyName(family, family));
     return labels;
 }
 
 int AssetsView::kind() const
 {
-    auto found = std::ranges::find(fileKinds, m_query.family, &std::pair<QString, QString>::first);
-    return int(found - std::begin(fileKinds));
+    return int(fileKinds.indexOf(m_query.family));
 }
 
 void AssetsView::setKind(int kind)
 {
-    if (kind < 0 || kind >= int(std::size(fileKinds)))
+    if (kind < 0 || kind >= fileKinds.size())
         return;
     auto query = m_query;
-    query.family = fileKinds[kind].first;
+    query.family = fileKinds[kind];
     change(std::move(query));
 }
 
@@ -541,7 +539,7 @@ std::optional<Download> AssetsView::downloadOf(const AssetLine& line) const
         return Download{.object = binObject(m_environment.api, m_org.id, line.path),
                         .listedSize = line.bytes,
                         .name = line.name,
-                        .label = QStringLiteral("Assets"),
+                        .label = tr("Assets"),
                         .client = m_org.name};
     const auto& deliverable = line.row->deliverable;
     const TransferTarget::Deliverable target{m_org.id, line.row->projectId, deliverable.id};

@@ -4,6 +4,7 @@
 #include "screens/Wording.h"
 #include "text/VisibleText.h"
 
+#include <QObject>
 #include <QStringList>
 
 namespace palvera {
@@ -40,7 +41,7 @@ QString titleOf(const Deliverable& deliverable)
 
 QString noLongerThere(const Deliverable& deliverable)
 {
-    return QStringLiteral("The platform no longer has “%1”. Nothing was sent.").arg(titleOf(deliverable));
+    return QObject::tr("The platform no longer has “%1”. Nothing was sent.").arg(titleOf(deliverable));
 }
 
 bool isFiled(const Deliverable& deliverable)

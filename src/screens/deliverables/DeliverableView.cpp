@@ -76,8 +76,8 @@ QString DeliverableView::tint() const
 
 QStringList DeliverableView::chips() const
 {
-    QStringList chips{humanised(deliverable().family), humanised(deliverable().status),
-                      languageName(deliverable().language.value_or(QString())),
+    QStringList chips{familyName(deliverable().family, humanised(deliverable().family)),
+                      humanised(deliverable().status), languageName(deliverable().language.value_or(QString())),
                       deliverable().territory.value_or(QString())};
     for (auto& chip : chips)
         chip = visibleText(chip);
@@ -103,7 +103,7 @@ QString DeliverableView::doneText() const
 {
     if (!m_item || m_item->total < 1)
         return QStringLiteral("—");
-    return QStringLiteral("%1%").arg(percentOf(m_item->sent, m_item->total));
+    return percentText(percentOf(m_item->sent, m_item->total));
 }
 
 QString DeliverableView::transferredText() const

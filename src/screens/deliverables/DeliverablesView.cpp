@@ -21,22 +21,27 @@ constexpr auto refreshInterval = 30s;
 /// The platform may take a while to file what has been uploaded.
 constexpr auto filingTime = 20s;
 
-const QString filledText = QStringLiteral("Filled");
-const QString emptyText = QStringLiteral("Empty");
+// Values of the filter, which their labels are the translations of.
+const QString filledKey = QStringLiteral("Filled");
+const QString emptyKey = QStringLiteral("Empty");
 
-FilterChoice asItIs(const QString& value)
+FilterChoice fillingChoice(const QString& value)
 {
-    return {.key = value, .label = value};
+    const auto label = value == filledKey  ? QObject::tr("Filled")
+                       : value == emptyKey ? QObject::tr("Empty")
+                                           : QObject::tr("All");
+    return {.key = value, .label = label};
 }
 
 FilterChoice familyChoice(const QString& value)
 {
-    return {.key = value, .label = capitalisedWords(value)};
+    return {.key = value,
+            .label = value == DeliverableFilter::all ? QObject::tr("All") : familyName(value, capitalisedWords(value))};
 }
 
 FilterChoice statusChoice(const QString& value)
 {
-    return {.key = value, .label = value == DeliverableFilter::all ? value : humanised(value)};
+    return {.key = value, .label = value == DeliverableFilter::all ? QObject::tr("All") : humanised(value)};
 }
 
 FilterChoice orderChoice(const QString& value)
@@ -51,7 +56,7 @@ FilterChoice orderChoice(const QString& value)
 FilterChoice languageChoice(const QString& value)
 {
     if (value == DeliverableFilter::all)
-        return asItIs(value);
+        return {.key = value, .label = QObject::tr("All")};
     return {.key = value, .label = languageName(value), .code = value};
 }
 
@@ -76,9 +81,9 @@ Task<DeliverableCards> fetchCards(API& api, QString org, QString project, Delive
 QString movingText(const Item& item)
 {
     if (std::holds_alternative<Item::Waiting>(item.state))
-        return QStringLiteral("Waiting");
-    const auto what = item.isPaused() ? QStringLiteral("Paused") : QStringLiteral("Transferring");
-    return item.total < 1 ? what : QStringLiteral("%1 %2%").arg(what).arg(percentOf(item.sent, item.total));
+        return QObject::tr("Waiting");
+    const auto what = item.isPaused() ? QObject::tr("Paused") : QObject::tr("Transferring");
+    return item.total < 1 ? what : QStringLiteral("%1 %2").arg(what, percentText(percentOf(item.sent, item.total)));
 }
 
 bool isStill(const Item& item)
@@ -107,11 +112,11 @@ DeliverablesView::DeliverablesView(const Environment& environment, QObject* pare
       m_families(familyChoice),
       m_statuses(statusChoice),
       m_languages(languageChoice),
-      m_fillings(asItIs),
+      m_fillings(fillingChoice),
       m_orders(orderChoice)
 {
     m_orders.setValues({DeliverableOrder::platform, DeliverableOrder::name, DeliverableOrder::status});
-    m_fillings.setValues({DeliverableFilter::all, filledText, emptyText});
+    m_fillings.setValues({DeliverableFilter::all, filledKey, emptyKey});
     auto& transfers = m_environment.transfers;
     connect(&transfers, &Transfers::itemAdded, this, &DeliverablesView::updateMovingOf);
     connect(&transfers, &Transfers::itemChanged, this, &DeliverablesView::updateMovingOf);
@@ -236,9 +241,9 @@ QString DeliverablesView::filled() const
 {
     switch (m_filter.filled) {
     case DeliverableFilter::Filled::yes:
-        return filledText;
+        return filledKey;
     case DeliverableFilter::Filled::no:
-        return emptyText;
+        return emptyKey;
     case DeliverableFilter::Filled::all:
         break;
     }
@@ -249,7 +254,7 @@ void DeliverablesView::setFilled(const QString& filled)
 {
     using Filled = DeliverableFilter::Filled;
     auto filter = m_filter;
-    filter.filled = filled == filledText ? Filled::yes : filled == emptyText ? Filled::no : Filled::all;
+    filter.filled = filled == filledKey ? Filled::yes : filled == emptyKey ? Filled::no : Filled::all;
     setFilter(std::move(filter));
 }
 

@@ -28,10 +28,12 @@ Inspection inspect(const QString& path)
 {
     const auto there = statusOf(path).value_or(PathStatus{});
     const auto name = QFileInfo(path).fileName();
-    return {.objection = there.isFolder ? QStringLiteral("“%1” is a folder. Drop the file itself.")
-                                              .arg(visibleText(name.isEmpty() ? path : name))
-                                        : objectionToSource(path),
-            .bytes = there.size};
+    return {
+        .objection =
+            there.isFolder
+                ? QObject::tr("“%1” is a folder. Drop the file itself.").arg(visibleText(name.isEmpty() ? path : name))
+                : objectionToSource(path),
+        .bytes = there.size};
 }
 
 QString nameOf(const QString& path)
@@ -42,7 +44,7 @@ QString nameOf(const QString& path)
 /// `said`, and what was left out besides.
 QString withLeftOut(const QString& said, const QStringList& leftOut)
 {
-    return leftOut.isEmpty() ? said : QStringLiteral("%1 Left out: %2.").arg(said, namesText(leftOut));
+    return leftOut.isEmpty() ? said : QObject::tr("%1 Left out: %2.").arg(said, namesText(leftOut));
 }
 
 } // namespace

@@ -4,6 +4,8 @@
 #include "screens/deliverables/DeliverableFilter.h"
 #include "text/VisibleText.h"
 
+#include <QObject>
+
 namespace palvera {
 
 namespace {
@@ -36,7 +38,7 @@ std::optional<FiledFile> filedFile(const Deliverable& deliverable)
                         durationOf(spec), pictureSize(spec)};
     details.removeAll(QString());
     return FiledFile{.object = object,
-                     .name = filename.isEmpty() ? QStringLiteral("The delivered file") : visibleText(filename),
+                     .name = filename.isEmpty() ? QObject::tr("The delivered file") : visibleText(filename),
                      .saveName =
                          filename.isEmpty() ? object.section(u'/', -1, -1, QString::SectionSkipEmpty) : filename,
                      .details = visibleText(details.join(QStringLiteral(" · ")))};

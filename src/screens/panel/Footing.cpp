@@ -4,6 +4,7 @@
 
 #include <QDateTime>
 #include <QLocale>
+#include <QObject>
 
 namespace palvera {
 
@@ -16,10 +17,10 @@ QString timeText(const QDateTime& then, const QDateTime& now)
     const auto time = then.toString(QStringLiteral("HH:mm"));
     const auto days = now.date().daysTo(then.date());
     if (days == 0)
-        return QStringLiteral("about %1").arg(time);
+        return QObject::tr("about %1").arg(time);
     if (days == 1)
-        return QStringLiteral("about %1 tomorrow").arg(time);
-    return QStringLiteral("about %1 on %2").arg(time, QLocale().dayName(then.date().dayOfWeek()));
+        return QObject::tr("about %1 tomorrow").arg(time);
+    return QObject::tr("about %1 on %2").arg(time, QLocale().dayName(then.date().dayOfWeek()));
 }
 
 } // namespace
@@ -55,12 +56,12 @@ Footing footingOf(const std::vector<Item>& items)
 QString footingText(const Footing& footing, Clock::WallTime now)
 {
     if (footing.moving == 0)
-        return footing.paused > 0 ? QStringLiteral("Paused") : QString();
+        return footing.paused > 0 ? QObject::tr("Paused") : QString();
     QStringList texts;
     if (footing.rate > 0)
         texts.append(rateText(footing.rate));
     if (footing.left > 0)
-        texts.append((footing.isMoreLeft ? QStringLiteral("more than %1 left") : QStringLiteral("%1 left"))
+        texts.append((footing.isMoreLeft ? QObject::tr("more than %1 left") : QObject::tr("%1 left"))
                          .arg(byteCountText(footing.left)));
     const double seconds = footing.pace > 0 ? double(footing.left) / footing.pace : longest;
     if (footing.left > 0 && !footing.isMoreLeft && seconds < longest) {

@@ -30,13 +30,12 @@ QString spokenOf(const InterruptedRow& row)
 
 QString receivedText(const InterruptedDownload& found)
 {
-    return QStringLiteral("%1 of %2").arg(byteCountText(found.received), byteCountText(found.total));
+    return QObject::tr("%1 of %2").arg(byteCountText(found.received), byteCountText(found.total));
 }
 
 QString downloadedText(const InterruptedDownload& found)
 {
-    return found.download.isBegun ? QStringLiteral("%1 downloaded").arg(receivedText(found))
-                                  : QStringLiteral("Not begun");
+    return found.download.isBegun ? QObject::tr("%1 downloaded").arg(receivedText(found)) : QObject::tr("Not begun");
 }
 
 InterruptedRow rowOf(const InterruptedUpload& upload)
@@ -49,7 +48,7 @@ InterruptedRow rowOf(const InterruptedUpload& upload)
                        .progress = partsDoneText(upload),
                        .isSourceGone = upload.isSourceGone};
     if (row.isSourceGone)
-        row.progress += QStringLiteral("\nThe file is not where it was.");
+        row.progress += u'\n' + QObject::tr("The file is not where it was.");
     row.spoken = spokenOf(row);
     return row;
 }
@@ -66,24 +65,21 @@ InterruptedRow rowOf(const InterruptedDownload& found)
     return row;
 }
 
-QString counted(qsizetype count, const QString& one, const QString& several)
-{
-    return count == 1 ? QStringLiteral("1 ") + one : QStringLiteral("%1 %2").arg(count).arg(several);
-}
-
 } // namespace
 
 QString cutOffText(qsizetype uploads, qsizetype downloads)
 {
-    QStringList kinds;
-    if (uploads > 0)
-        kinds.append(counted(uploads, QStringLiteral("upload"), QStringLiteral("uploads")));
-    if (downloads > 0)
-        kinds.append(counted(downloads, QStringLiteral("download"), QStringLiteral("downloads")));
-    if (kinds.isEmpty())
+    const int up = int(uploads), down = int(downloads);
+    if (up == 0 && down == 0)
         return {};
-    return kinds.join(QStringLiteral(" and ")) +
-           (uploads + downloads == 1 ? QStringLiteral(" was cut off.") : QStringLiteral(" were cut off."));
+    if (down == 0)
+        return up == 1 ? QObject::tr("1 upload was cut off.") : QObject::tr("%n uploads were cut off.", nullptr, up);
+    if (up == 0)
+        return down == 1 ? QObject::tr("1 download was cut off.")
+                         : QObject::tr("%n downloads were cut off.", nullptr, down);
+    return QObject::tr("%1 and %2 were cut off.")
+        .arg(up == 1 ? QObject::tr("1 upload") : QObject::tr("%n uploads", nullptr, up),
+             down == 1 ? QObject::tr("1 download") : QObject::tr("%n downloads", nullptr, down));
 }
 
 InterruptedRows::InterruptedRows()

@@ -1,7 +1,5 @@
 #include "screens/panel/TransferActions.h"
 
-#include <QCoreApplication>
-
 namespace palvera {
 
 using Action = TransferAction::Value;
@@ -45,32 +43,31 @@ Action mainActionFor(const Item& item)
 
 QString textOf(Action action)
 {
-    const auto text = [](const char* source) { return QCoreApplication::translate("TransferAction", source); };
     switch (action) {
     case Action::None:
         break;
     case Action::StartNow:
-        return text("Start now");
+        return QObject::tr("Start now");
     case Action::Pause:
-        return text("Pause");
+        return QObject::tr("Pause");
     case Action::Resume:
-        return text("Resume");
+        return QObject::tr("Resume");
     case Action::TryAgain:
-        return text("Try again");
+        return QObject::tr("Try again");
     case Action::Stop:
-        return text("Stop…");
+        return QObject::tr("Stop…");
     case Action::ShowInFolder:
-        return text("Show in folder");
+        return QObject::tr("Show in folder");
     case Action::Open:
-        return text("Open");
+        return QObject::tr("Open");
     case Action::ShowDeliverable:
-        return text("Show deliverable");
+        return QObject::tr("Show deliverable");
     case Action::CopyError:
-        return text("Copy error");
+        return QObject::tr("Copy error");
     case Action::CopyName:
-        return text("Copy name");
+        return QObject::tr("Copy name");
     case Action::Remove:
-        return text("Remove from list");
+        return QObject::tr("Remove from list");
     }
     return {};
 }

@@ -14,7 +14,7 @@ QString figuresOf(const Item& item)
     if (item.rate)
         figures.append(*item.rate > 0 ? rateText(*item.rate) : QStringLiteral("—"));
     if (auto left = secondsLeft(item))
-        figures.append(QStringLiteral("%1 left").arg(durationText(*left)));
+        figures.append(QObject::tr("%1 left").arg(durationText(*left)));
     return figures.join(QStringLiteral(" · "));
 }
 
@@ -26,10 +26,10 @@ struct Status {
     QString operator()(const Item::Waiting& waiting) const { return withAmount(waitingText(waiting)); }
     QString operator()(const Item::Running&) const { return troubleOf(item); }
     QString operator()(const Item::Retrying&) const { return troubleWithCountdown(item, now); }
-    QString operator()(const Item::Paused&) const { return withAmount(QStringLiteral("Paused")); }
+    QString operator()(const Item::Paused&) const { return withAmount(QObject::tr("Paused")); }
     QString operator()(const Item::Failed&) const { return plainReason(item.state); }
-    QString operator()(const Item::Done&) const { return QStringLiteral("Done · ") + byteCountText(item.total); }
-    QString operator()(const Item::Stopped&) const { return QStringLiteral("Stopped"); }
+    QString operator()(const Item::Done&) const { return QObject::tr("Done · %1").arg(byteCountText(item.total)); }
+    QString operator()(const Item::Stopped&) const { return QObject::tr("Stopped"); }
 
     QString withAmount(const QString& text) const
     {
@@ -39,10 +39,10 @@ struct Status {
 
 QString spokenOf(const TransferRow& row, const Item& item)
 {
-    auto what = item.kind == Item::Kind::upload ? QStringLiteral("upload") : QStringLiteral("download");
+    auto what = item.kind == Item::Kind::upload ? QObject::tr("upload") : QObject::tr("download");
     QStringList words{row.title, row.name, what, nameOf(item.state)};
     if (row.state == TransferState::Value::Running && !row.percent.isEmpty())
-        words.append(QStringLiteral("%1 percent").arg(row.percent.chopped(1)));
+        words.append(QObject::tr("%1 percent").arg(percentOf(item.sent, item.total)));
     if (!row.status.isEmpty())
         words.append(row.status);
     return words.join(QStringLiteral(", "));
@@ -63,7 +63,7 @@ TransferRow transferRow(const Item& item, Clock::WallTime now)
                     .state = TransferState::Value(item.state.index()),
                     .isInFlight = item.isInFlight(),
                     .fraction = fractionOf(item.sent, item.total),
-                    .percent = item.total < 1 ? QString() : QStringLiteral("%1%").arg(percentOf(item.sent, item.total)),
+                    .percent = item.total < 1 ? QString() : percentText(percentOf(item.sent, item.total)),
                     .figures = isRunning ? figuresOf(item) : QString(),
                     .status = std::visit(Status{.item = item, .now = now}, item.state),
                     .detail = technicalReason(item.state)};

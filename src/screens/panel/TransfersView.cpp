@@ -272,7 +272,7 @@ void TransfersView::update()
         waits ? m_tick.start() : m_tick.stop();
     const auto footing = footingOf(items);
     auto percent = overallPercent(footing);
-    auto overall = percent ? QStringLiteral("%1%").arg(*percent) : QString();
+    auto overall = percent ? percentText(*percent) : QString();
     if (std::exchange(m_overall, overall) != overall)
         Q_EMIT overallChanged();
     auto footer = footingText(footing, m_clock.wallNow());
