@@ -2928,19 +2928,19 @@ vers %1</translation>
     <name>palvera::Announcements</name>
     <message>
         <source>“%1” is done.</source>
-        <translation>« %1 » est terminé.</translation>
+        <translation>«&#xa0;%1&#xa0;» est terminé.</translation>
     </message>
     <message>
         <source>“%1” could not be transferred. %2</source>
-        <translation>« %1 » n’a pas pu être transféré. %2</translation>
+        <translation>«&#xa0;%1&#xa0;» n’a pas pu être transféré. %2</translation>
     </message>
     <message>
         <source>“%1” is at a standstill. %2</source>
-        <translation>« %1 » est à l’arrêt. %2</translation>
+        <translation>«&#xa0;%1&#xa0;» est à l’arrêt. %2</translation>
     </message>
     <message>
         <source>“%1”: %2 percent.</source>
-        <translation>« %1 » : %2 pour cent.</translation>
+        <translation>«&#xa0;%1&#xa0;»&#xa0;: %2 pour cent.</translation>
     </message>
 </context>
 <context>
