@@ -13,7 +13,7 @@ LoginView {
 
     above: offers.height
     buildText: model.buildText
-    covered: model.shell.sheet !== ShellModel.None || model.about.open || model.about.alertTitle !== "" || model.updatePill.confirming
+    covered: model.shell.menuOpen || model.shell.sheet !== ShellModel.None || model.about.open || model.about.alertTitle !== "" || model.updatePill.confirming
     login: model.login
     onAboutAsked: model.about.open = true
 

@@ -14,10 +14,14 @@ AppMenu {
 
     property Entry chosen: null
 
-    onAboutToShow: chosen = null
+    onAboutToShow: {
+        chosen = null;
+        shell.menuOpen = true;
+    }
     onClosed: {
         if (chosen)
             chosen.follow();
+        shell.menuOpen = false;
     }
 
     Entry {

@@ -13,6 +13,7 @@ class Shell : public QObject {
     QML_UNCREATABLE("the program makes it")
     Q_PROPERTY(palvera::SettingsView* settings READ settings CONSTANT)
     Q_PROPERTY(Sheet sheet READ sheet WRITE setSheet NOTIFY sheetChanged)
+    Q_PROPERTY(bool menuOpen MEMBER m_isMenuOpen NOTIFY menuOpenChanged)
     Q_PROPERTY(bool hasTray READ hasTray NOTIFY trayChanged)
     Q_PROPERTY(bool stays READ stays NOTIFY trayChanged)
     Q_PROPERTY(bool hasLog READ hasLog NOTIFY menuWanted)
@@ -48,6 +49,7 @@ public:
 
 Q_SIGNALS:
     void sheetChanged();
+    void menuOpenChanged();
     void trayChanged();
     void menuWanted();
 
@@ -55,6 +57,7 @@ private:
     const Environment m_environment;
     SettingsView m_settings;
     Sheet m_sheet = Sheet::None;
+    bool m_isMenuOpen = false;
     bool m_hasTray = false;
 };
 
