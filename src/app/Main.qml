@@ -64,6 +64,8 @@ Window {
         }
     }
 
+    FocusKeeper {}
+
     RootView {
         anchors.fill: parent
         focus: true

@@ -63,8 +63,10 @@ FocusScope {
             hint: qsTr("Find a project")
             text: root.projects.search
             onTextChanged: root.projects.search = text
-            Keys.onDownPressed: list.forceActiveFocus()
-            Keys.onReturnPressed: list.forceActiveFocus()
+            Keys.onDownPressed: if (list.count > 0)
+                list.forceActiveFocus()
+            Keys.onReturnPressed: if (list.count > 0)
+                list.forceActiveFocus()
         }
 
         ProgressLine {

@@ -9,7 +9,7 @@ ListView {
     property string label: ""
     readonly property int page: Math.max(1, Math.floor(height / Theme.rowHeight) - 1)
 
-    activeFocusOnTab: true
+    activeFocusOnTab: count > 0 // an empty list shows nothing that has the keyboard
     boundsBehavior: Flickable.StopAtBounds
     cacheBuffer: 0 // rows ahead are made in idle moments; Qt 6.4 loses track of them when the list gets shorter then
     clip: true

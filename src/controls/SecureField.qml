@@ -12,7 +12,7 @@ AppTextField {
     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
     passwordCharacter: "•"
     rightPadding: reveal.width + Theme.spaceSmall + (capsHint.visible ? capsHint.width + Theme.spaceSmall : 0)
-    onEnabledChanged: revealed = false
+    onReadOnlyChanged: revealed = false
     Keys.onPressed: event => noteCapsLock(event)
 
     Label {

@@ -8,7 +8,8 @@ AppTextField {
 
     required property LoginModel login
 
-    enabled: !login.busy
+    opacity: login.busy ? Theme.disabledOpacity : 1
+    readOnly: login.busy // keeps the keyboard
     inputMethodHints: Qt.ImhEmailCharactersOnly | Qt.ImhNoAutoUppercase
     label: qsTr("Work email")
     hint: qsTr("you@studio.example")

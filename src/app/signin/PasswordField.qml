@@ -8,7 +8,8 @@ SecureField {
 
     required property LoginModel login
 
-    enabled: !login.busy
+    opacity: login.busy ? Theme.disabledOpacity : 1
+    readOnly: login.busy // keeps the keyboard
     label: qsTr("Password")
     hint: "••••••••••••"
     text: login.password

@@ -83,8 +83,10 @@ FocusScope {
             hint: qsTr("Find a deliverable")
             text: root.deliverables.search
             onTextChanged: root.deliverables.search = text
-            Keys.onDownPressed: list.forceActiveFocus()
-            Keys.onReturnPressed: list.forceActiveFocus()
+            Keys.onDownPressed: if (list.count > 0)
+                list.forceActiveFocus()
+            Keys.onReturnPressed: if (list.count > 0)
+                list.forceActiveFocus()
         }
 
         Notice {
