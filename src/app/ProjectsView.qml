@@ -99,8 +99,8 @@ FocusScope {
                 model: root.projects
 
                 delegate: ListRow {
-                    required property int index
                     required property string title
+                    required index
                     required subtitle
                     required symbol
 

@@ -9,10 +9,6 @@ Column {
 
     spacing: Theme.spaceMedium
 
-    Accessible.description: dialog.message
-    Accessible.name: dialog.title
-    Accessible.role: Accessible.Dialog
-
     Connections {
         function onOpened() {
             (root.dialog.careful ? cancel : confirm).forceActiveFocus(Qt.TabFocusReason);

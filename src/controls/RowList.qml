@@ -38,6 +38,10 @@ ListView {
 
     T.ScrollBar.vertical: AppScrollBar {}
 
+    RowOrder {
+        rows: root.contentItem
+    }
+
     /// To the first row, for rows that are others than before. Lets go of the current one first: Qt 6.4 leaves it where
     /// it was painted when rows come in before it while it is not among those seen.
     function restart() {

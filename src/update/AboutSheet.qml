@@ -17,9 +17,6 @@ AppDialog {
     contentItem: Column {
         spacing: Theme.spaceMedium
 
-        Accessible.name: root.title
-        Accessible.role: Accessible.Dialog
-
         BrandMark {
             anchors.horizontalCenter: parent.horizontalCenter
         }

@@ -50,7 +50,8 @@ TEST_F(PickersTest, clientsThatAreOnTheirWayAreNotSaidToBeNoneNorASignInToBeKept
     waitForText("Loading your clients…");
     EXPECT_FALSE(screen.reads("No clients"));
     screen.find(QAccessible::AlertMessage, "Signed in, but only for now: “cookies” cannot be written: Is a directory.");
-    screen.choose(QAccessible::Button, "Dismiss");
+    screen.choose(QAccessible::Button,
+                  "Dismiss: Signed in, but only for now: “cookies” cannot be written: Is a directory.");
     EXPECT_FALSE(screen.reads("only for now"));
 }
 

@@ -72,6 +72,8 @@ TEST_F(ControlsTest, arrowsMoveAlongSegmentsAndStopAtTheEnds)
                        "Segmented { label: 'Platform'; options: ['Live', 'QA', 'Own'];"
                        " onChosen: index => { current = index; walked += index } }");
     ASSERT_TRUE(screen.tabTo(QAccessible::PageTabList, "Platform"));
+    const auto state = QAccessible::queryAccessibleInterface(screen.find(QAccessible::PageTab, "Live"))->state();
+    EXPECT_TRUE(state.selected && !state.checkable && !state.checked);
     for (auto key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Left})
         screen.press(key);
     EXPECT_EQ(screen.window().property("walked"), "121");

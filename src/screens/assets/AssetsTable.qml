@@ -108,6 +108,11 @@ FocusScope {
         onWidthChanged: root.assets.columns.available = width
 
         T.ScrollBar.vertical: AppScrollBar {}
+
+        RowOrder {
+            rows: list.contentItem
+        }
+
         delegate: AssetTableRow {
             id: row
 

@@ -62,6 +62,7 @@ Rectangle {
         AppButton {
             readonly property bool locating: root.deliverable.cutOffFailed && root.deliverable.cutOffSourceGone
 
+            Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.failedName)
             kind: AppButton.Kind.Primary
             text: locating ? qsTr("Locate…") : qsTr("Try again")
             visible: !root.deliverable.gone
@@ -69,6 +70,7 @@ Rectangle {
         }
 
         AppButton {
+            Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.failedName)
             text: qsTr("Discard")
             visible: root.deliverable.cutOffFailed
             onClicked: root.discarded()

@@ -63,6 +63,7 @@ Card {
             AppButton {
                 id: pause
 
+                Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.transferName)
                 anchors.right: stop.left
                 anchors.rightMargin: Theme.spaceSmall
                 anchors.verticalCenter: parent.verticalCenter
@@ -74,6 +75,7 @@ Card {
             AppButton {
                 id: stop
 
+                Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.transferName)
                 anchors.right: parent.right
                 anchors.verticalCenter: parent.verticalCenter
                 symbol: "stop.fill"
