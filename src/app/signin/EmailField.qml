@@ -12,6 +12,7 @@ AppTextField {
     readOnly: login.busy // keeps the keyboard
     inputMethodHints: Qt.ImhEmailCharactersOnly | Qt.ImhNoAutoUppercase
     label: qsTr("Work email")
+    labelled: true
     hint: qsTr("you@studio.example")
     text: login.email
     onTextEdited: login.email = text

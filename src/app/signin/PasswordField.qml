@@ -11,7 +11,7 @@ SecureField {
     opacity: login.busy ? Theme.disabledOpacity : 1
     readOnly: login.busy // keeps the keyboard
     label: qsTr("Password")
-    hint: "••••••••••••"
+    labelled: true
     text: login.password
     onTextEdited: login.password = text
 }
