@@ -6,6 +6,7 @@
 #include "async/MainThread.h"
 #include "async/Process.h"
 #include "controls/Fonts.h"
+#include "controls/SpokenStates.h"
 #include "desktop/Callbacks.h"
 #include "desktop/DesktopActivation.h"
 #include "desktop/DesktopAppearance.h"
@@ -195,6 +196,7 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
 {
     RendererChoice renderer;
     loadFonts();
+    installSpokenStates();
     Preferences preferences(folders.preferences());
     SystemClock clock;
     const auto connections = Connections::make(folders, preferences);

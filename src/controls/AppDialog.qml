@@ -7,7 +7,6 @@ T.Dialog {
     id: root
 
     property int widest: 340
-    property string description: "" ///< that is spoken after the title
 
     anchors.centerIn: T.Overlay.overlay
     closePolicy: T.Popup.CloseOnEscape
@@ -16,20 +15,8 @@ T.Dialog {
     implicitHeight: contentItem.implicitHeight + 2 * padding
     modal: true
     padding: Theme.spaceHuge
+    onAboutToShow: contentItem.parent.Accessible.ignored = true // to assistants, what is in it is the dialog
     width: Math.min(widest, (parent ? parent.width : widest) - 2 * Theme.spaceLarge)
-
-    // Qt makes the dialog that assistants know, and leaves it without a name.
-    Binding {
-        property: "name"
-        target: root.contentItem.parent?.Accessible ?? null
-        value: root.title
-    }
-
-    Binding {
-        property: "description"
-        target: root.contentItem.parent?.Accessible ?? null
-        value: root.description
-    }
 
     T.Overlay.modal: Rectangle {
         color: Theme.scrim

@@ -6,8 +6,13 @@ Column {
     id: root
 
     required property ConfirmDialog dialog
+    readonly property bool modal: true ///< told to assistants
 
     spacing: Theme.spaceMedium
+
+    Accessible.description: dialog.message
+    Accessible.name: dialog.title
+    Accessible.role: Accessible.Dialog
 
     Connections {
         function onOpened() {

@@ -14,7 +14,6 @@ AppDialog {
     property bool careful: destructive ///< the keyboard is at the answer that does nothing
     property bool busy: false ///< the answer to something is waited for
 
-    description: message
     onAboutToShow: {
         if (!body.item)
             body.setSource("ConfirmBody.qml", {

@@ -10,6 +10,7 @@ T.ComboBox {
     property string label: ""
     property string codeRole: "" ///< of a code that is shown beside the text
     property bool compact: false ///< as wide as what it is set to
+    readonly property bool expanded: popup.visible ///< told to assistants
 
     font.family: Theme.family
     font.pixelSize: Theme.textBody

@@ -15,7 +15,12 @@ AppDialog {
     onOpened: done.forceActiveFocus(Qt.TabFocusReason)
 
     contentItem: Column {
+        readonly property bool modal: true ///< told to assistants
+
         spacing: Theme.spaceMedium
+
+        Accessible.name: root.title
+        Accessible.role: Accessible.Dialog
 
         BrandMark {
             anchors.horizontalCenter: parent.horizontalCenter

@@ -38,6 +38,9 @@ TEST(PressableTest, isPressedByKeyboardMouseAndAssistantAndShowsThatItHasTheKeyb
         EXPECT_EQ(presses(), ++expected);
         Screen::activate(item);
         EXPECT_EQ(presses(), ++expected);
+        const auto state = QAccessible::queryAccessibleInterface(item)->state();
+        EXPECT_TRUE(state.focusable && state.focused);
+        EXPECT_TRUE(state.expandable ? state.expanded && !state.checkable : name != QString("Disclosure"));
         item->setEnabled(false);
         Screen::activate(item);
         EXPECT_EQ(presses(), expected) << "it takes no press now";
