@@ -88,6 +88,10 @@
         <source>Try again</source>
         <translation>Erneut versuchen</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>AssetsMenu</name>
@@ -319,13 +323,6 @@ nach %1</translation>
     </message>
 </context>
 <context>
-    <name>DeliverableRow</name>
-    <message>
-        <source>%1, %2</source>
-        <translation>%1, %2</translation>
-    </message>
-</context>
-<context>
     <name>DeliverableView</name>
     <message>
         <source>Deliverables</source>
@@ -469,6 +466,10 @@ nach %1</translation>
         <source>Discard</source>
         <translation>Verwerfen</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>FilePanel</name>
@@ -532,6 +533,10 @@ nach %1</translation>
     <message>
         <source>Order</source>
         <translation>Sortierung</translation>
+    </message>
+    <message>
+        <source>Clear the filters</source>
+        <translation>Filter aufheben</translation>
     </message>
 </context>
 <context>
@@ -669,6 +674,10 @@ nach %1</translation>
         <source>Left</source>
         <translation>Verbleibend</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>Installer</name>
@@ -796,6 +805,10 @@ nach %1</translation>
     <message>
         <source>Discard</source>
         <translation>Verwerfen</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
     </message>
 </context>
 <context>
@@ -1002,6 +1015,17 @@ nach %1</translation>
     </message>
 </context>
 <context>
+    <name>ListRow</name>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
     <name>LoadingView</name>
     <message>
         <source>Waiting for Palvera to answer…</source>
@@ -1061,10 +1085,21 @@ nach %1</translation>
     </message>
 </context>
 <context>
+    <name>MenuRow</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
     <name>Notice</name>
     <message>
         <source>Dismiss</source>
         <translation>Ausblenden</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -1140,6 +1175,17 @@ nach %1</translation>
     <message>
         <source>%1: %2</source>
         <translation>%1: %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+</context>
+<context>
+    <name>PickerRow</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
     </message>
 </context>
 <context>
@@ -2784,6 +2830,10 @@ nach %1</translation>
         <source>Stop</source>
         <translation>Stoppen</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
 </context>
 <context>
     <name>TransfersButton</name>
@@ -3018,6 +3068,10 @@ nach %1</translation>
     <message>
         <source>Platform</source>
         <translation>Plattform</translation>
+    </message>
+    <message>
+        <source>a file is filed</source>
+        <translation>eine Datei ist abgelegt</translation>
     </message>
 </context>
 <context>

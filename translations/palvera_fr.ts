@@ -88,6 +88,10 @@
         <source>Try again</source>
         <translation>Réessayer</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>AssetsMenu</name>
@@ -319,13 +323,6 @@ vers %1</translation>
     </message>
 </context>
 <context>
-    <name>DeliverableRow</name>
-    <message>
-        <source>%1, %2</source>
-        <translation>%1, %2</translation>
-    </message>
-</context>
-<context>
     <name>DeliverableView</name>
     <message>
         <source>Deliverables</source>
@@ -469,6 +466,10 @@ vers %1</translation>
         <source>Discard</source>
         <translation>Abandonner</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>FilePanel</name>
@@ -532,6 +533,10 @@ vers %1</translation>
     <message>
         <source>Order</source>
         <translation>Tri</translation>
+    </message>
+    <message>
+        <source>Clear the filters</source>
+        <translation>Effacer les filtres</translation>
     </message>
 </context>
 <context>
@@ -669,6 +674,10 @@ vers %1</translation>
         <source>Left</source>
         <translation>Restant</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>Installer</name>
@@ -796,6 +805,10 @@ vers %1</translation>
     <message>
         <source>Discard</source>
         <translation>Abandonner</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
     </message>
 </context>
 <context>
@@ -1002,6 +1015,17 @@ vers %1</translation>
     </message>
 </context>
 <context>
+    <name>ListRow</name>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
     <name>LoadingView</name>
     <message>
         <source>Waiting for Palvera to answer…</source>
@@ -1061,10 +1085,21 @@ vers %1</translation>
     </message>
 </context>
 <context>
+    <name>MenuRow</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+</context>
+<context>
     <name>Notice</name>
     <message>
         <source>Dismiss</source>
         <translation>Masquer</translation>
+    </message>
+    <message>
+        <source>%1: %2</source>
+        <translation>%1&#xa0;: %2</translation>
     </message>
 </context>
 <context>
@@ -1140,6 +1175,17 @@ vers %1</translation>
     <message>
         <source>%1: %2</source>
         <translation>%1&#xa0;: %2</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
+</context>
+<context>
+    <name>PickerRow</name>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
     </message>
 </context>
 <context>
@@ -2784,6 +2830,10 @@ vers %1</translation>
         <source>Stop</source>
         <translation>Arrêter</translation>
     </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 sur %2</translation>
+    </message>
 </context>
 <context>
     <name>TransfersButton</name>
@@ -3018,6 +3068,10 @@ vers %1</translation>
     <message>
         <source>Platform</source>
         <translation>Plateforme</translation>
+    </message>
+    <message>
+        <source>a file is filed</source>
+        <translation>un fichier est déposé</translation>
     </message>
 </context>
 <context>

@@ -312,7 +312,7 @@ private:
         goToMainWindow();
         transfers().pauseAll();
         take("deliverable-paused");
-        screen.click(button, "Stop");
+        screen.click(button, "Stop Salt_key_art_v5.tif");
         take("deliverable-stop", "Stop this upload?");
         screen.press(Qt::Key_Escape);
         transfers().stopAll();

@@ -194,6 +194,8 @@ Window {
         }
     }
 
+    FocusKeeper {}
+
     RootView {
         id: screens
 

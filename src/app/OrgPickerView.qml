@@ -75,8 +75,8 @@ FocusScope {
                 model: root.orgs
 
                 delegate: ListRow {
-                    required property int index
                     required property string name
+                    required index
 
                     focusPolicy: Qt.NoFocus
                     separated: index < list.count - 1

@@ -70,8 +70,10 @@ FocusScope {
             width: Math.min(implicitWidth, parent.width / 2)
             text: root.projects.search
             onTextChanged: root.projects.search = text
-            Keys.onDownPressed: list.forceActiveFocus()
-            Keys.onReturnPressed: list.forceActiveFocus()
+            Keys.onDownPressed: if (list.count > 0)
+                list.forceActiveFocus()
+            Keys.onReturnPressed: if (list.count > 0)
+                list.forceActiveFocus()
         }
 
         ProgressLine {
@@ -104,8 +106,8 @@ FocusScope {
                 model: root.projects
 
                 delegate: ListRow {
-                    required property int index
                     required property string title
+                    required index
                     required subtitle
                     required symbol
 

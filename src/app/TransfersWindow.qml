@@ -24,6 +24,8 @@ Window {
 
     FloatingWindow {}
 
+    FocusKeeper {}
+
     Shortcut {
         sequences: ["Ctrl+Shift+T", "Ctrl+W", "Escape"]
         onActivated: root.transfers.panelOpen = false

@@ -7,6 +7,7 @@
 #include "async/MainThread.h"
 #include "async/Process.h"
 #include "controls/Fonts.h"
+#include "controls/SpokenStates.h"
 #include "desktop/Autostart.h"
 #include "desktop/Callbacks.h"
 #include "desktop/DesktopActivation.h"
@@ -222,6 +223,7 @@ int run(SingleInstance& instance, const Folders& folders, const LaunchNote& note
     RendererChoice renderer;
     const Language language(QLocale::system().uiLanguages());
     loadFonts();
+    installSpokenStates();
     Preferences preferences(folders.preferences());
     SystemClock clock;
     const auto connections = Connections::make(folders, preferences);

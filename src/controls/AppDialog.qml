@@ -15,6 +15,7 @@ T.Dialog {
     implicitHeight: contentItem.implicitHeight + 2 * padding
     modal: true
     padding: Theme.spaceHuge
+    onAboutToShow: contentItem.parent.Accessible.ignored = true // to assistants, what is in it is the dialog
     width: Math.min(Theme.grown(widest), (parent ? parent.width : widest) - 2 * Theme.spaceLarge)
 
     T.Overlay.modal: Rectangle {

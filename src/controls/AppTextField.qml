@@ -2,18 +2,19 @@ import QtQuick
 import QtQuick.Templates as T
 
 /// A field for one line of text. `hint` is shown while it is empty; `label` is its name for those who cannot see where it
-/// stands.
+/// stands, and where it is `labelled`, stands above it.
 T.TextField {
     id: root
 
     property string hint: ""
     property string label: hint
+    property bool labelled: false
     property bool wrong: false
 
     color: Theme.text
     font.family: Theme.family
     font.pixelSize: Theme.textRow
-    implicitHeight: Theme.controlHeight
+    implicitHeight: Theme.controlHeight + topInset
     implicitWidth: Theme.grown(240)
     leftPadding: Theme.spaceMedium
     opacity: enabled ? 1 : Theme.disabledOpacity
@@ -23,6 +24,8 @@ T.TextField {
     selectByMouse: true
     selectedTextColor: Theme.onFill
     selectionColor: Theme.accentFill
+    topInset: labelled ? caption.height + Theme.spaceTiny : 0
+    topPadding: topInset
     verticalAlignment: TextInput.AlignVCenter
 
     Accessible.name: label
@@ -36,10 +39,22 @@ T.TextField {
     }
 
     Label {
+        id: caption
+
+        Accessible.ignored: true
+        font.pixelSize: Theme.textSmall
+        font.weight: Font.Medium
+        text: root.label
+        visible: root.labelled
+        width: parent.width
+    }
+
+    Label {
         Accessible.ignored: true
         anchors.fill: parent
         anchors.leftMargin: root.leftPadding
         anchors.rightMargin: root.rightPadding
+        anchors.topMargin: root.topPadding
         color: root.placeholderTextColor
         font: root.font
         text: root.hint

@@ -6,6 +6,7 @@ Column {
     id: root
 
     required property ConfirmDialog dialog
+    readonly property bool modal: true ///< told to assistants
 
     spacing: Theme.spaceMedium
 

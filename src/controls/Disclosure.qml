@@ -15,13 +15,13 @@ Column {
     T.AbstractButton {
         id: head
 
+        readonly property bool expanded: root.open ///< told to assistants
+
         focusPolicy: Qt.StrongFocus
         implicitHeight: label.implicitHeight + Theme.spaceTiny
         implicitWidth: label.x + label.width
         text: root.title
 
-        Accessible.checkable: true
-        Accessible.checked: root.open
         Accessible.name: text
         Accessible.role: Accessible.Button
         Accessible.onPressAction: if (head.enabled)

@@ -10,10 +10,13 @@ T.ItemDelegate {
     property color tintColor: Theme.accent
     property color tile: Theme.accentSoft
     property string subtitle: ""
+    property string description: subtitle ///< that is spoken, before the place in the list
+    property int index: -1 ///< in a list
     property string trailingSymbol: "chevron.right"
     property bool separated: true ///< a line towards the next row
     property bool aimedAt: false ///< something is about to be dropped on it
     property alias trailing: end.data
+    readonly property string place: ListView.view && index >= 0 ? qsTr("%1 of %2").arg(index + 1).arg((ListView.view as ListView).count) : ""
 
     font.family: Theme.family
     font.pixelSize: Theme.textRow
@@ -24,7 +27,7 @@ T.ItemDelegate {
     leftPadding: Theme.spaceLarge
     rightPadding: Theme.spaceLarge
 
-    Accessible.description: subtitle
+    Accessible.description: place === "" || description === "" ? description + place : qsTr("%1, %2").arg(description).arg(place)
     Accessible.name: text
     Accessible.role: Accessible.ListItem
     Accessible.onPressAction: if (root.enabled)

@@ -15,7 +15,7 @@ T.MenuItem {
     leftPadding: Theme.spaceMedium
     rightPadding: Theme.spaceMedium
 
-    Accessible.name: text
+    Accessible.name: code === "" ? text : qsTr("%1, %2").arg(text).arg(code)
     Accessible.role: Accessible.MenuItem
     Accessible.onPressAction: if (root.enabled)
         root.clicked()
@@ -24,46 +24,11 @@ T.MenuItem {
         color: root.highlighted && root.enabled ? Theme.accentFill : "transparent"
         radius: Theme.radiusSmall
     }
-    contentItem: Label {
-        Accessible.ignored: true
-        color: !root.enabled ? Theme.secondary : root.highlighted ? Theme.onFill : Theme.text
+    contentItem: MenuRowText {
+        checked: root.checked
+        code: root.code
         font: root.font
-        rightPadding: (root.checked ? Theme.symbolMedium : 0) + (chip.visible ? chip.width + Theme.spaceSmall : 0)
+        highlighted: root.highlighted
         text: root.text
-        verticalAlignment: Text.AlignVCenter
-
-        Rectangle {
-            id: chip
-
-            anchors.right: parent.right
-            anchors.rightMargin: root.checked ? Theme.symbolMedium + Theme.spaceTiny : 0
-            anchors.verticalCenter: parent.verticalCenter
-            color: root.highlighted ? Theme.accentFillHover : Qt.alpha(codeText.color, 0.15)
-            height: codeText.implicitHeight + Theme.spaceTiny
-            radius: Theme.spaceTiny
-            visible: root.code !== ""
-            width: codeText.implicitWidth + Theme.spaceSmall
-
-            Label {
-                id: codeText
-
-                Accessible.ignored: true
-                anchors.centerIn: parent
-                color: root.highlighted ? Theme.onFill : Theme.secondary
-                font.family: Theme.code
-                font.pixelSize: Theme.textCaption
-                text: root.code
-            }
-        }
-
-        SymbolIcon {
-            anchors.right: parent.right
-            anchors.verticalCenter: parent.verticalCenter
-            color: parent.color
-            height: Theme.symbolSmall
-            name: "checkmark"
-            visible: root.checked
-            width: height
-        }
     }
 }

@@ -46,6 +46,7 @@ Rectangle {
     IconButton {
         id: close
 
+        Accessible.name: qsTr("%1: %2").arg(text).arg(root.text)
         anchors.right: parent.right
         anchors.rightMargin: Theme.spaceTiny
         anchors.verticalCenter: parent.verticalCenter

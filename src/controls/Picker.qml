@@ -10,7 +10,7 @@ T.ComboBox {
     property string label: ""
     property string codeRole: "" ///< of a code that is shown beside the text
     property bool compact: false ///< as wide as what it is set to
-
+    readonly property bool expanded: popup.visible ///< told to assistants
 
     font.family: Theme.family
     font.pixelSize: Theme.textBody
@@ -22,8 +22,10 @@ T.ComboBox {
 
     Accessible.name: label === "" ? displayText : qsTr("%1: %2").arg(label).arg(displayText)
     Accessible.role: Accessible.ComboBox
-    Accessible.onPressAction: if (enabled)
-        popup.open()
+    Accessible.onPressAction: {
+        forceActiveFocus(Qt.TabFocusReason); // and back here, once the list closes
+        popup.open();
+    }
     // Not when pressed: the release closes an open list.
     Keys.onReleased: event => {
         event.accepted = !popup.visible && (event.key === Qt.Key_Return || event.key === Qt.Key_Enter);
@@ -46,15 +48,18 @@ T.ComboBox {
         text: root.displayText
         verticalAlignment: Text.AlignVCenter
     }
-    delegate: MenuRow {
+    delegate: PickerRow {
         required property int index
         required property var model
 
         checked: root.currentIndex === index
+        focusPolicy: Qt.NoFocus // the list gives it
         highlighted: root.highlightedIndex === index
         code: root.codeRole === "" ? "" : model[root.codeRole]
         text: model[root.textRole === "" ? "modelData" : root.textRole]
         width: ListView.view ? (ListView.view as ListView).width : 0
+
+        Accessible.description: qsTr("%1 of %2").arg(index + 1).arg(root.count)
     }
     indicator: SymbolIcon {
         anchors.right: parent.right
@@ -71,6 +76,7 @@ T.ComboBox {
         padding: Theme.spaceTiny + 1
         width: Math.max(root.width, Theme.grown(180))
         y: root.height + Theme.spaceTiny
+        onOpened: contentItem.forceActiveFocus(Qt.PopupFocusReason) // however it was opened
 
         background: Item {
             Shadow {
@@ -90,7 +96,20 @@ T.ComboBox {
             currentIndex: root.highlightedIndex
             highlightMoveDuration: 0
             implicitHeight: contentHeight
+            keyNavigationEnabled: false
             model: root.delegateModel
+
+            Accessible.name: root.label === "" ? root.displayText : root.label
+            Accessible.role: Accessible.List
+            Keys.forwardTo: [root]
+            onParentChanged: {
+                if (parent)
+                    parent.Accessible.ignored = true; // Qt calls it a dialog
+            }
+
+            RowOrder {
+                rows: (root.popup.contentItem as ListView).contentItem
+            }
         }
     }
 }

@@ -9,7 +9,7 @@ ListView {
     property string label: ""
     readonly property int page: Math.max(1, Math.floor(height / Theme.rowHeight) - 1)
 
-    activeFocusOnTab: true
+    activeFocusOnTab: count > 0 // an empty list shows nothing that has the keyboard
     boundsBehavior: Flickable.StopAtBounds
     cacheBuffer: 0 // rows ahead are made in idle moments; Qt 6.4 loses track of them when the list gets shorter then
     clip: true
@@ -37,6 +37,10 @@ ListView {
     }
 
     T.ScrollBar.vertical: AppScrollBar {}
+
+    RowOrder {
+        rows: root.contentItem
+    }
 
     /// To the first row, for rows that are others than before. Lets go of the current one first: Qt 6.4 leaves it where
     /// it was painted when rows come in before it while it is not among those seen.

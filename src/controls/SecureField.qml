@@ -12,7 +12,7 @@ AppTextField {
     inputMethodHints: Qt.ImhSensitiveData | Qt.ImhNoPredictiveText | Qt.ImhNoAutoUppercase
     passwordCharacter: "•"
     rightPadding: reveal.width + Theme.spaceSmall + (capsHint.visible ? capsHint.width + Theme.spaceSmall : 0)
-    onEnabledChanged: revealed = false
+    onReadOnlyChanged: revealed = false
     Keys.onPressed: event => noteCapsLock(event)
 
     Label {
@@ -21,7 +21,7 @@ AppTextField {
         Accessible.role: Accessible.AlertMessage
         anchors.right: reveal.left
         anchors.rightMargin: Theme.spaceTiny
-        anchors.verticalCenter: parent.verticalCenter
+        anchors.verticalCenter: reveal.verticalCenter
         color: Theme.warning
         font.pixelSize: Theme.textSmall
         text: qsTr("Caps Lock is on")
@@ -32,8 +32,8 @@ AppTextField {
         id: reveal
 
         anchors.right: parent.right
-        anchors.verticalCenter: parent.verticalCenter
-        height: parent.height
+        anchors.bottom: parent.bottom
+        height: parent.height - root.topInset
         symbol: root.revealed ? "eye.slash" : "eye"
         symbolColor: Theme.secondary
         text: root.revealed ? qsTr("Hide what is entered") : qsTr("Show what is entered")

@@ -19,6 +19,7 @@ Rectangle {
     opacity: enabled ? 1 : Theme.disabledOpacity
     radius: Theme.radiusMedium
 
+    Accessible.description: options[current] ?? ""
     Accessible.name: label
     Accessible.role: Accessible.PageTabList
     Keys.onLeftPressed: choose(current - 1)
@@ -57,24 +58,25 @@ Rectangle {
 
                 required property int index
                 required property string modelData
+                readonly property bool current: index === root.current
 
-                checked: index === root.current
+                checkable: false // it is selected
                 focusPolicy: Qt.NoFocus
                 height: root.height
                 text: modelData
                 width: root.width / root.options.length
 
-                Accessible.checkable: true
-                Accessible.checked: checked
                 Accessible.name: text
+                Accessible.selectable: true
+                Accessible.selected: current
                 Accessible.onPressAction: if (option.enabled)
                     option.clicked()
                 onClicked: root.choose(index)
 
                 contentItem: Label {
                     Accessible.ignored: true
-                    color: option.checked || option.hovered ? Theme.text : Theme.secondary
-                    font.weight: option.checked ? Font.DemiBold : Font.Normal
+                    color: option.current || option.hovered ? Theme.text : Theme.secondary
+                    font.weight: option.current ? Font.DemiBold : Font.Normal
                     horizontalAlignment: Text.AlignHCenter
                     text: option.text
                     verticalAlignment: Text.AlignVCenter

@@ -15,6 +15,8 @@ AppDialog {
     onOpened: done.forceActiveFocus(Qt.TabFocusReason)
 
     contentItem: Column {
+        readonly property bool modal: true ///< told to assistants
+
         spacing: Theme.spaceMedium
 
         Accessible.name: root.title

@@ -135,7 +135,7 @@ TEST_F(AssetsTest, whatIsTypedGoesToTheSearchWhichKeepsTheKeyboard)
     screen.waitForFocus("Uploads");
     EXPECT_EQ(root().page(), RootView::Page::Assets);
     screen.choose(QAccessible::ComboBox, "Kind: All types", Qt::Key_Space);
-    screen.find(QAccessible::MenuItem, "Documents");
+    screen.waitForFocus("All types");
     screen.press(Qt::Key_End);
     screen.press(Qt::Key_Return);
     screen.find(QAccessible::ComboBox, "Kind: Documents");
@@ -162,14 +162,14 @@ TEST_F(AssetsTest, filesAreDroppedIntoTheFolderThatIsShownAndFoldersAreNot)
     EXPECT_EQ(screen.drop(target, files), Qt::CopyAction);
     waitForText("1 folder was left out: only files can be added. “Stills”");
     screen.waitUntil([this] { return transfers().items().size() == 2 && areAllDone(); });
-    screen.click(button, "Dismiss");
+    screen.click(button, "Dismiss: 1 folder was left out: only files can be added. “Stills”");
     EXPECT_FALSE(screen.reads("left out"));
     screen.click(button, "Upload");
     screen.waitUntil([this] { return view().isPicking() && !view().isPickingFolder(); });
     view().cancelPicking();
     fail(Operation::binStart, {.kind = Fault::Kind::status, .status = 403, .message = "Full."});
     screen.drop(target, {sparseFile("c.mov", 1000)});
-    screen.click(button, "Try again");
+    screen.click(button, "Try again c.mov");
     screen.waitUntil([this] { return areAllDone() || transfers().uploadsFinished() == 3; });
 }
 

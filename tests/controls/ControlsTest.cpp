@@ -38,6 +38,9 @@ TEST(PressableTest, isPressedByKeyboardMouseAndAssistantAndShowsThatItHasTheKeyb
         EXPECT_EQ(presses(), ++expected);
         Screen::activate(item);
         EXPECT_EQ(presses(), ++expected);
+        const auto state = QAccessible::queryAccessibleInterface(item)->state();
+        EXPECT_TRUE(state.focusable && state.focused);
+        EXPECT_TRUE(state.expandable ? state.expanded && !state.checkable : name != QString("Disclosure"));
         item->setEnabled(false);
         Screen::activate(item);
         EXPECT_EQ(presses(), expected) << "it takes no press now";
@@ -72,6 +75,8 @@ TEST_F(ControlsTest, arrowsMoveAlongSegmentsAndStopAtTheEnds)
                        "Segmented { label: 'Platform'; options: ['Live', 'QA', 'Own'];"
                        " onChosen: index => { current = index; walked += index } }");
     ASSERT_TRUE(screen.tabTo(QAccessible::PageTabList, "Platform"));
+    const auto state = QAccessible::queryAccessibleInterface(screen.find(QAccessible::PageTab, "Live"))->state();
+    EXPECT_TRUE(state.selected && !state.checkable && !state.checked);
     for (auto key : {Qt::Key_Left, Qt::Key_Right, Qt::Key_Right, Qt::Key_Right, Qt::Key_Left})
         screen.press(key);
     EXPECT_EQ(screen.window().property("walked"), "121");

@@ -1,6 +1,7 @@
 // Runs the tests of a program with windows, without a display.
 
 #include "controls/Fonts.h"
+#include "controls/SpokenStates.h"
 #include "tests/support/Watchdog.h"
 
 #include <gmock/gmock.h>
@@ -15,6 +16,7 @@ int main(int argc, char** argv)
     qputenv("QT_QUICK_BACKEND", "software");
     palvera::WatchedApplication application(argc, argv);
     palvera::loadFonts();
+    palvera::installSpokenStates();
     testing::InitGoogleMock(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -33,6 +33,8 @@ AppDialog {
     onOpened: pane.forceActiveFocus(Qt.TabFocusReason)
 
     contentItem: Column {
+        readonly property bool modal: true ///< told to assistants
+
         spacing: Theme.spaceLarge
 
         Accessible.name: root.title

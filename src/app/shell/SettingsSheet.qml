@@ -18,7 +18,7 @@ AppDialog {
     onOpened: close.forceActiveFocus(Qt.TabFocusReason)
 
     contentItem: Column {
-        id: column
+        readonly property bool modal: true ///< told to assistants
 
         spacing: Theme.spaceLarge
 

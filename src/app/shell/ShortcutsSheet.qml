@@ -35,6 +35,8 @@ AppDialog {
     onOpened: close.forceActiveFocus(Qt.TabFocusReason)
 
     contentItem: Column {
+        readonly property bool modal: true ///< told to assistants
+
         spacing: Theme.spaceLarge
 
         Accessible.name: root.title

@@ -8,7 +8,8 @@ AppTextField {
 
     required property LoginModel login
 
-    enabled: !login.busy
+    opacity: login.busy ? Theme.disabledOpacity : 1
+    readOnly: login.busy // keeps the keyboard
     font.letterSpacing: text === "" ? 0 : 3
     inputMethodHints: Qt.ImhDigitsOnly
     text: login.code

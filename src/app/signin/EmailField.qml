@@ -8,9 +8,11 @@ AppTextField {
 
     required property LoginModel login
 
-    enabled: !login.busy
+    opacity: login.busy ? Theme.disabledOpacity : 1
+    readOnly: login.busy // keeps the keyboard
     inputMethodHints: Qt.ImhEmailCharactersOnly | Qt.ImhNoAutoUppercase
     label: qsTr("Work email")
+    labelled: true
     hint: qsTr("you@studio.example")
     text: login.email
     onTextEdited: login.email = text

@@ -23,21 +23,10 @@ SignInFace {
             wrapMode: Text.Wrap
         },
         BackLink {
-            id: back
-
             anchors.horizontalCenter: parent.horizontalCenter
             login: root.login
         }
     ]
-
-    Connections {
-        function onBusyChanged() {
-            if (root.login.asked && !root.login.busy)
-                back.forceActiveFocus(Qt.OtherFocusReason); // the field and the button are gone
-        }
-
-        target: root.login
-    }
 
     EmailField {
         id: email

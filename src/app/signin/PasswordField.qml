@@ -8,9 +8,10 @@ SecureField {
 
     required property LoginModel login
 
-    enabled: !login.busy
+    opacity: login.busy ? Theme.disabledOpacity : 1
+    readOnly: login.busy // keeps the keyboard
     label: qsTr("Password")
-    hint: "••••••••••••"
+    labelled: true
     text: login.password
     onTextEdited: login.password = text
 }

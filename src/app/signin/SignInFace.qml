@@ -18,6 +18,10 @@ FocusScope {
     property alias below: after.data
 
     implicitHeight: body.height
+    onFirstFieldChanged: {
+        if (firstField)
+            firstField.focus = true;
+    }
 
     Column {
         id: body

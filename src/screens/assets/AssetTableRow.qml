@@ -143,6 +143,7 @@ Item {
             AppButton {
                 id: again
 
+                Accessible.name: qsTr("%1 %2").arg(text).arg(root.name)
                 anchors.right: parent.right
                 anchors.rightMargin: Theme.spaceSmall
                 anchors.verticalCenter: parent.verticalCenter

@@ -84,7 +84,7 @@ FocusScope {
 
         readonly property int page: Math.max(1, Math.floor(height / Theme.tableRowHeight) - 1)
 
-        activeFocusOnTab: true
+        activeFocusOnTab: count > 0 // an empty list shows nothing that has the keyboard
         anchors.bottom: more.top
         anchors.bottomMargin: more.visible ? 0 : Theme.spaceSmall
         anchors.left: parent.left
@@ -114,6 +114,11 @@ FocusScope {
         onWidthChanged: root.assets.columns.available = width
 
         T.ScrollBar.vertical: AppScrollBar {}
+
+        RowOrder {
+            rows: list.contentItem
+        }
+
         delegate: AssetTableRow {
             id: row
 

@@ -6,7 +6,6 @@ import Palvera.Deliverables
 ListRow {
     id: root
 
-    required property int index
     required property string key ///< the deliverable's id
     required property string title
     required property string details
@@ -16,9 +15,11 @@ ListRow {
     required property bool filed
     required property bool failed
     required property string tint
+    required property string spoken
+    required index
     required symbol
 
-    Accessible.description: details === "" ? badge : qsTr("%1, %2").arg(details).arg(badge)
+    description: spoken
     focusPolicy: Qt.NoFocus
     subtitle: details
     text: title

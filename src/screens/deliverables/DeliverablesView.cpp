@@ -103,7 +103,8 @@ DeliverablesView::DeliverablesView(const Environment& environment, QObject* pare
                  {"moving", [this](const auto& row) { return m_moving.contains(row.key); }},
                  {"still", [this](const auto& row) { return m_moving.value(row.key).isStill; }},
                  {"failed", [this](const auto& row) { return hasFailed(row.key); }},
-                 {"filed", [](const auto& row) { return row.card->isFiled; }}},
+                 {"filed", [](const auto& row) { return row.card->isFiled; }},
+                 {"spoken", [this](const auto& row) { return spokenOf(*row.card); }}},
                 parent),
       m_environment(environment),
       m_decoding(boost::asio::make_strand(environment.background)),
@@ -317,13 +318,13 @@ void DeliverablesView::updateMovingAt(const QString& id)
     else
         m_moving.remove(id);
     if (int row = rowOf(id); row >= 0)
-        this->announce(row, {"badge", "moving", "still"});
+        this->announce(row, {"badge", "moving", "still", "spoken"});
 }
 
 void DeliverablesView::updateFailed()
 {
     if (!rows().isEmpty())
-        this->announce(0, int(rows().size()) - 1, {"badge", "failed"});
+        this->announce(0, int(rows().size()) - 1, {"badge", "failed", "spoken"});
 }
 
 bool DeliverablesView::hasFailed(const QString& id) const
@@ -336,6 +337,15 @@ QString DeliverablesView::badgeOf(const Deliverable& row) const
     if (m_moving.contains(row.id))
         return m_moving.value(row.id).text;
     return hasFailed(row.id) ? tr("Upload failed") : humanised(row.status);
+}
+
+QString DeliverablesView::spokenOf(const DeliverableCard& card) const
+{
+    QStringList words{card.details, capitalisedWords(card.deliverable.family), badgeOf(card.deliverable)};
+    if (card.isFiled)
+        words.append(tr("a file is filed"));
+    words.removeAll(QString());
+    return words.join(QStringLiteral(", "));
 }
 
 int DeliverablesView::rowOf(const QString& id) const

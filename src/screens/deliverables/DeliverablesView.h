@@ -152,6 +152,7 @@ private:
     void updateFailed();
     bool hasFailed(const QString& id) const;
     QString badgeOf(const Deliverable& row) const;
+    QString spokenOf(const DeliverableCard& card) const;
     int rowOf(const QString& id) const;
 
     const Environment m_environment;

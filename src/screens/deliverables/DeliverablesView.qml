@@ -84,8 +84,10 @@ FocusScope {
             width: Math.min(implicitWidth, parent.width / 2)
             text: root.deliverables.search
             onTextChanged: root.deliverables.search = text
-            Keys.onDownPressed: list.forceActiveFocus()
-            Keys.onReturnPressed: list.forceActiveFocus()
+            Keys.onDownPressed: if (list.count > 0)
+                list.forceActiveFocus()
+            Keys.onReturnPressed: if (list.count > 0)
+                list.forceActiveFocus()
         }
 
         Notice {

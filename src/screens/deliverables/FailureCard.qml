@@ -34,12 +34,14 @@ Rectangle {
             AppButton {
                 readonly property bool locating: root.deliverable.cutOffFailed && root.deliverable.cutOffSourceGone
 
+                Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.failedName)
                 kind: AppButton.Kind.Primary
                 text: locating ? qsTr("Locate…") : qsTr("Try again")
                 visible: !root.deliverable.gone
                 onClicked: locating ? root.located() : root.deliverable.tryAgain()
             },
             AppButton {
+                Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.failedName)
                 text: qsTr("Discard")
                 visible: root.deliverable.cutOffFailed
                 onClicked: root.discarded()

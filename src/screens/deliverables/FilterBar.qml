@@ -68,6 +68,7 @@ Item {
                 height: Theme.controlHeight - Theme.spaceTiny
                 kind: AppButton.Kind.Link
                 text: qsTr("Clear")
+                Accessible.name: qsTr("Clear the filters")
                 visible: root.deliverables.anyFilter
                 onClicked: root.deliverables.clear()
             }

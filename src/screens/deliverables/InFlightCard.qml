@@ -39,11 +39,13 @@ Card {
             ActionRow {
                 actions: [
                     AppButton {
+                        Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.transferName)
                         symbol: root.deliverable.paused ? "play.fill" : "pause.fill"
                         text: root.deliverable.paused ? qsTr("Resume") : qsTr("Pause")
                         onClicked: root.deliverable.paused ? root.deliverable.resume() : root.deliverable.pause()
                     },
                     AppButton {
+                        Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.transferName)
                         symbol: "stop.fill"
                         text: qsTr("Stop")
                         onClicked: root.stopping()

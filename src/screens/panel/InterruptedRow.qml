@@ -5,6 +5,7 @@ import Palvera.Controls
 Item {
     id: root
 
+    required property int index
     required property string symbol
     required property string filename
     required property string place
@@ -18,6 +19,7 @@ Item {
 
     implicitHeight: texts.implicitHeight + 18
 
+    Accessible.description: ListView.view ? qsTr("%1 of %2").arg(index + 1).arg((ListView.view as ListView).count) : ""
     Accessible.name: spoken
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false

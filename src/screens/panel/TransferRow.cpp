@@ -8,14 +8,14 @@ namespace palvera {
 
 namespace {
 
-QString figuresOf(const Item& item)
+QStringList figuresOf(const Item& item)
 {
     QStringList figures{amountText(item)};
     if (item.rate)
         figures.append(*item.rate > 0 ? rateText(*item.rate) : QStringLiteral("—"));
     if (auto left = secondsLeft(item))
         figures.append(QObject::tr("%1 left").arg(durationText(*left)));
-    return figures.join(QStringLiteral(" · "));
+    return figures;
 }
 
 /// What is said in the place of figures.
@@ -43,6 +43,8 @@ QString spokenOf(const TransferRow& row, const Item& item)
     QStringList words{row.title, row.name, what, nameOf(item.state)};
     if (row.state == TransferState::Value::Running && !row.percent.isEmpty())
         words.append(QObject::tr("%1 percent").arg(percentOf(item.sent, item.total)));
+    if (row.state == TransferState::Value::Running)
+        words += figuresOf(item);
     if (!row.status.isEmpty())
         words.append(row.status);
     return words.join(QStringLiteral(", "));
@@ -64,7 +66,7 @@ TransferRow transferRow(const Item& item, Clock::WallTime now)
                     .isInFlight = item.isInFlight(),
                     .fraction = fractionOf(item.sent, item.total),
                     .percent = item.total < 1 ? QString() : percentText(percentOf(item.sent, item.total)),
-                    .figures = isRunning ? figuresOf(item) : QString(),
+                    .figures = isRunning ? figuresOf(item).join(QStringLiteral(" · ")) : QString(),
                     .status = std::visit(Status{.item = item, .now = now}, item.state),
                     .detail = technicalReason(item.state)};
     if (item.trace.samples.size() >= 2)

@@ -43,6 +43,7 @@ Item {
 
     implicitHeight: column.implicitHeight + 2 * Theme.spaceMedium
 
+    Accessible.description: ListView.view ? qsTr("%1 of %2").arg(index + 1).arg((ListView.view as ListView).count) : ""
     Accessible.name: spoken
     Accessible.role: Accessible.ListItem
     Accessible.onPressAction: mainChosen()

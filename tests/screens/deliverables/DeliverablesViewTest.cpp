@@ -80,9 +80,9 @@ TEST_F(DeliverablesViewTest, aRefreshTouchesWhatDiffersAlone)
     rows = {"a", "c", "d"};
     filed = {"c"};
     world.pass(30s);
-    EXPECT_THAT(takeChanges(), ElementsAre("-1-1", "+2-2", "*1-1 filed"));
+    EXPECT_THAT(takeChanges(), ElementsAre("-1-1", "+2-2", "*1-1 filed spoken"));
     EXPECT_TRUE(view.isRefreshing());
-    EXPECT_TRUE(at(1, "filed").toBool());
+    EXPECT_EQ(at(1, "spoken"), "Video, In progress, a file is filed");
     view.setSearch("d");
     EXPECT_FALSE(view.isRefreshing());
     EXPECT_EQ(titlesOf(view), "d");
@@ -159,11 +159,11 @@ TEST_F(DeliverablesViewTest, theBadgeFollowsTheTransferOfItsRowAlone)
     world.settle();
     EXPECT_EQ(at(1, "badge"), "Transferring 0%");
     EXPECT_TRUE(at(1, "moving").toBool());
-    EXPECT_THAT(takeChanges(), Each("*1-1 badge moving still"));
+    EXPECT_THAT(takeChanges(), Each("*1-1 badge moving still spoken"));
     uploads.requests.back().onProgress({.sent = 29, .total = 100});
     world.settle();
     EXPECT_EQ(at(1, "badge"), "Transferring 29%");
-    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving still"));
+    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving still spoken"));
     uploads.requests.back().onProgress({.sent = 29, .total = 100, .bytesPerSecond = 7});
     world.settle();
     EXPECT_THAT(takeChanges(), IsEmpty()) << "nothing that the row shows has changed";
@@ -175,7 +175,7 @@ TEST_F(DeliverablesViewTest, theBadgeFollowsTheTransferOfItsRowAlone)
     world.settle();
     EXPECT_EQ(at(1, "badge"), "In progress");
     EXPECT_FALSE(at(1, "moving").toBool());
-    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving still"));
+    EXPECT_THAT(takeChanges(), ElementsAre("*1-1 badge moving still spoken"));
     filed = {"b"};
     uploads.ends = {platformSays(422), nullptr};
     for (const bool fails : {true, false}) {

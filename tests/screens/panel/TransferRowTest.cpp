@@ -72,13 +72,14 @@ TEST(TransferRowTest, theGraphGrowsWithTheProgressAndTheRestSaysWhatAStopMeans)
     moving.trace.samples = {1};
     EXPECT_TRUE(transferRow(moving, now).samples.isEmpty()) << "one sample makes no line";
     moving.trace.samples = {1, 2};
+    moving.rate = 6.2e6;
     auto upload = transferRow(moving, now);
     EXPECT_EQ(upload.samples.size(), 2);
     EXPECT_EQ(upload.graphFraction, 0.5);
     EXPECT_EQ(stopTitle(moving), "Stop this upload?");
     EXPECT_EQ(stopMessage(moving), "12.4 MB has gone up already. Stopping throws it away, so nothing half delivered is "
                                    "left in storage.");
-    EXPECT_EQ(upload.spoken, "Picture, reel.mov, upload, running, 50 percent");
+    EXPECT_EQ(upload.spoken, "Picture, reel.mov, upload, running, 50 percent, 12.4 MB of 24.8 MB, 6.2 MB/s, 2s left");
     moving.kind = Item::Kind::download;
     moving.state = Item::Stopped{};
     moving.label.clear();
