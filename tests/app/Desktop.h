@@ -124,6 +124,7 @@ public:
     {
         enter("Find a deliverable", name);
         screen.waitUntil([&] { return screen.shows(QAccessible::ListItem, name) && rows().size() < 4; });
+        screen.waitForFrame(); // which puts those of one name in their order
         screen.click(QAccessible::ListItem, name);
         screen.waitUntil([&] { return root().page() == RootView::Page::Deliverable; });
         screen.find(QAccessible::Heading, name);
