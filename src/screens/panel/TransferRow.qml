@@ -23,6 +23,8 @@ Item {
     required property double graphFraction
     required property string spoken
     property bool separated: true
+    property string told: "" ///< to assistants, who read each change of what has the keyboard: not its figures
+    property int toldState: -1
 
     signal chosen(int action)
     signal mainChosen()
@@ -44,11 +46,17 @@ Item {
     implicitHeight: column.implicitHeight + 2 * Theme.spaceMedium
 
     Accessible.description: ListView.view ? qsTr("%1 of %2").arg(index + 1).arg((ListView.view as ListView).count) : ""
-    Accessible.name: spoken
+    Accessible.name: told
     Accessible.role: Accessible.ListItem
     Accessible.onPressAction: mainChosen()
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
+    Component.onCompleted: tell()
+    onActiveFocusChanged: tell()
+    onSpokenChanged: {
+        if (!activeFocus || toldState !== transferState)
+            tell();
+    }
     Keys.onPressed: event => {
         event.accepted = true;
         if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
@@ -79,6 +87,11 @@ Item {
             shown: root.activeFocus
             target: parent
         }
+    }
+
+    function tell() {
+        told = spoken;
+        toldState = transferState;
     }
 
     TapHandler {
