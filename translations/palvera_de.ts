@@ -1303,6 +1303,10 @@ nach %1</translation>
         <source>Master assets, for any project</source>
         <translation>Master-Assets, für jedes Projekt</translation>
     </message>
+    <message>
+        <source>Projects of %1</source>
+        <translation>Projekte von %1</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>

@@ -1303,6 +1303,10 @@ en %1</translation>
         <source>Master assets, for any project</source>
         <translation>Recursos máster, para cualquier proyecto</translation>
     </message>
+    <message>
+        <source>Projects of %1</source>
+        <translation>Proyectos de %1</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>

@@ -1303,6 +1303,10 @@ vers %1</translation>
         <source>Master assets, for any project</source>
         <translation>Ressources master, pour tout projet</translation>
     </message>
+    <message>
+        <source>Projects of %1</source>
+        <translation>Projets de %1</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>

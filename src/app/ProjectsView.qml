@@ -13,6 +13,8 @@ FocusScope {
     signal opened(int row)
     signal leaving()
 
+    Accessible.name: qsTr("Projects of %1").arg(root.projects.orgName)
+    Accessible.role: Accessible.Pane
     Keys.onPressed: event => {
         if (event.text.trim() !== "" && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))) {
             search.forceActiveFocus();

@@ -43,7 +43,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, MenuNode& node)
     argument.beginStructure();
     argument >> node.id >> node.properties >> node.children;
     argument.endStructure();
-    return argument;
+    return argument; // NOLINT(bugprone-return-const-ref-from-parameter): so Qt has it
 }
 
 /// The properties of a line alone: (ia{sv}).
@@ -65,7 +65,7 @@ const QDBusArgument& operator>>(const QDBusArgument& argument, MenuProperties& l
     argument.beginStructure();
     argument >> line.id >> line.properties;
     argument.endStructure();
-    return argument;
+    return argument; // NOLINT(bugprone-return-const-ref-from-parameter): so Qt has it
 }
 
 enum MenuLine { wholeMenu, showLine, quitLine };

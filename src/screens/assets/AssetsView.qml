@@ -24,6 +24,8 @@ FocusScope {
     }
     onSearchedChanged: search.text = searched
 
+    Accessible.name: root.assets.title
+    Accessible.role: Accessible.Pane
     Keys.onPressed: event => {
         const isBack = event.key === Qt.Key_Backspace || event.key === Qt.Key_Left && event.modifiers & Qt.AltModifier;
         const isText = event.text.trim() !== "" && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier));

@@ -17,6 +17,8 @@ FocusScope {
     signal located(string key)
     signal discarded(string key)
 
+    Accessible.name: root.deliverable.title
+    Accessible.role: Accessible.Pane
     Keys.onEscapePressed: root.leaving()
 
     Toolbar {

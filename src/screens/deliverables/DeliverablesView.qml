@@ -20,6 +20,8 @@ FocusScope {
 
     onNarrowingChanged: list.restart()
 
+    Accessible.name: root.deliverables.title
+    Accessible.role: Accessible.Pane
     Keys.onPressed: event => {
         if (event.text.trim() !== "" && !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier | Qt.MetaModifier))) {
             search.forceActiveFocus();
