@@ -32,6 +32,7 @@ constexpr qsizetype longestUnread = 16 << 10;
 constexpr std::chrono::seconds shortOutage{1};
 /// As often as progress is shown. libcurl tells of bytes that leave only, and a full queue first drains by a third.
 constexpr std::chrono::milliseconds countEvery{200};
+constexpr qint64 mostSlice = 10 << 20; // that libcurl takes
 /// A limit that is changed or taken away is seen to within so long.
 constexpr std::chrono::milliseconds longestHold{200};
 
@@ -139,7 +140,8 @@ void CurlTransfer::setCallbacks()
     set(CURLOPT_XFERINFOFUNCTION, &CurlTransfer::takeProgress);
     set(CURLOPT_XFERINFODATA, this);
     if (const auto& limit = m_handles.options().receiveLimit) // so that one read is no more than a turn
-        set(CURLOPT_BUFFERSIZE, long(std::min(limit->turnSize(), m_handles.options().receiveSlice)));
+        set(CURLOPT_BUFFERSIZE,
+            long(std::min(limit->turnSize().value_or(mostSlice), m_handles.options().receiveSlice)));
 }
 
 /// libcurl sends a request again when a kept-alive connection turns out to be closed, whether or not the server has

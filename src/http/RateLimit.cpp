@@ -34,16 +34,18 @@ void RateLimit::set(qint64 bytesPerSecond)
     ++m_changes;
 }
 
-qint64 RateLimit::turnSize() const
+std::optional<qint64> RateLimit::turnSize() const
 {
     const qint64 rate = m_rate;
-    return rate == 0 ? mostBytes : std::clamp(rate * turn.count() / 1000, leastBytes, mostBytes);
+    if (rate == 0)
+        return {};
+    return std::clamp(rate * turn.count() / 1000, leastBytes, mostBytes);
 }
 
 RateLimit::Grant RateLimit::reserve(qint64 overdrawn, Moment now)
 {
     std::lock_guard guard(m_lock);
-    const auto bytes = overdrawn + turnSize();
+    const auto bytes = overdrawn + turnSize().value_or(mostBytes);
     const auto due = std::max(m_next, now - longestLag);
     if (m_rate != 0)
         m_next = due + timeFor(bytes, m_rate);

@@ -20,8 +20,8 @@ public:
     /// Bytes a second; 0 is no limit. Holds within a quarter of a second for what is moving already.
     void set(qint64 bytesPerSecond);
     qint64 bytesPerSecond() const { return m_rate; }
-    /// What passes in one turn, 4 KiB to 256 KiB.
-    qint64 turnSize() const;
+    /// What passes in one turn, 4 KiB to 256 KiB; nothing without a limit.
+    std::optional<qint64> turnSize() const;
 
 private:
     struct Grant {
