@@ -65,7 +65,7 @@ AppDialog {
                 id: lines
 
                 spacing: Theme.spaceTiny
-                width: parent.width
+                width: parent.width - Theme.spaceMedium
 
                 Repeater {
                     model: root.entries.length / 2
