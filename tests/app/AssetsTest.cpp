@@ -68,6 +68,7 @@ TEST_F(AssetsTest, theKeyboardAloneLeadsToAFolderADownloadAndBack)
 {
     QDir(disk.path()).mkdir("Films");
     openUploads();
+    screen.waitForFocus("Rushes 2025");
     EXPECT_TRUE(stateOf("Rushes 2025").focused);
     screen.press(Qt::Key_Return);
     waitForRow("Day 1.mov");

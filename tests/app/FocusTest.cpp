@@ -46,6 +46,7 @@ TEST_F(FocusTest, isSeenAndNamedOnEveryScreenAllTheWayRound)
     screen.find(QAccessible::EditableText, "Work email");
     walkFrom("Work email");
     login().forgotPassword();
+    screen.find(button, "Back to sign in");
     walkFrom("Work email");
     send("Work email", "ada@northlight.example");
     screen.waitForFocus("Back to sign in"); // the field and the button are gone

@@ -209,6 +209,7 @@ QAccessible::Role Screen::roleOf(QObject* object)
 
 void Screen::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
+    waitForFrame(); // as nobody is faster: what has come or gone has given the keyboard on by then
     QTest::keyClick(m_window, key, modifiers);
     settle();
 }

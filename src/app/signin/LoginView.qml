@@ -11,6 +11,7 @@ FocusScope {
     property int above: 0 ///< what stands in the upper corner
     property bool covered: false ///< a dialog has the keyboard
     property bool wantsFocus: false ///< once it is not covered
+    property Item placeBefore: null ///< what had the keyboard when the face came
     readonly property bool waits: login.configLoading
 
     signal aboutAsked()
@@ -45,11 +46,16 @@ FocusScope {
 
     Component.onCompleted: showFace()
     onCoveredChanged: {
-        if (!covered && wantsFocus)
-            takeFocus();
+        if (covered || !wantsFocus)
+            return;
+        placeBefore = Window.activeFocusItem;
+        takeFocus();
     }
     Keys.onEscapePressed: login.goBack()
-    onWaitsChanged: focusSoon.restart()
+    onWaitsChanged: {
+        placeBefore = Window.activeFocusItem;
+        focusSoon.restart();
+    }
 
     Timer {
         id: focusSoon
@@ -225,6 +231,7 @@ FocusScope {
         const shown = Qt.resolvedUrl(sourceFor(login.face));
         if (face.source === shown)
             return;
+        placeBefore = Window.activeFocusItem;
         face.setSource(shown, {
             login: root.login
         });
@@ -232,9 +239,12 @@ FocusScope {
             appear.restart();
     }
 
+    /// Leaves the keyboard where somebody has led it since the face came.
     function takeFocus() {
         wantsFocus = covered;
-        if (face.item && enabled && !covered) // and not on its way out
+        const at = Window.activeFocusItem;
+        const isLed = at !== placeBefore && at !== null && at.activeFocusOnTab;
+        if (face.item && enabled && !covered && !isLed) // and not on its way out
             (face.item as SignInFace).takeFocus();
     }
 }
