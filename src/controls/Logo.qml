@@ -22,7 +22,7 @@ Row {
         Accessible.ignored: true
         anchors.verticalCenter: parent.verticalCenter
         font.pixelSize: Theme.textHeading
-        font.weight: Font.Bold
+        font.weight: Font.DemiBold
         text: "Palvera"
     }
 }
