@@ -321,6 +321,10 @@ nach %1</translation>
         <source>Discard</source>
         <translation>Verwerfen</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>DeliverableView</name>
@@ -496,6 +500,10 @@ nach %1</translation>
         <source>Drop a file to replace this</source>
         <translation>Datei ablegen, um diese zu ersetzen</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>FilesPanel</name>
@@ -600,10 +608,6 @@ nach %1</translation>
         <translation>Die Übertragungen</translation>
     </message>
     <message>
-        <source>The panel shows what moves, what is over and what was cut off. Three uploads and three downloads run at once, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up.</source>
-        <translation>Das Fenster zeigt, was läuft, was beendet ist und was unterbrochen wurde. Drei Uploads und drei Downloads laufen zugleich, in der Reihenfolge der Liste; ziehen Sie eine Zeile oder verwenden Sie Ctrl und die Pfeiltasten, um sie zu ändern. Was angehalten ist, behält seinen Platz und was schon angekommen ist. Was gestoppt wird, ist aufgegeben.</translation>
-    </message>
-    <message>
         <source>Downloads</source>
         <translation>Downloads</translation>
     </message>
@@ -643,6 +647,10 @@ nach %1</translation>
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
+    <message>
+        <source>The panel shows what moves, what is over and what was cut off. As many run at once as the settings say, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up.</source>
+        <translation>Das Fenster zeigt, was läuft, was beendet ist und was unterbrochen wurde. So viele laufen zugleich, wie die Einstellungen sagen, in der Reihenfolge der Liste; ziehen Sie eine Zeile oder verwenden Sie Ctrl und die Pfeiltasten, um sie zu ändern. Was angehalten ist, behält seinen Platz und was schon angekommen ist. Was gestoppt wird, ist aufgegeben.</translation>
+    </message>
 </context>
 <context>
     <name>InFlightCard</name>
@@ -668,11 +676,11 @@ nach %1</translation>
     </message>
     <message>
         <source>Speed</source>
-        <translation>Geschwindigkeit</translation>
+        <translation>Tempo</translation>
     </message>
     <message>
         <source>Left</source>
-        <translation>Verbleibend</translation>
+        <translation>Restzeit</translation>
     </message>
     <message>
         <source>%1 %2</source>

@@ -321,6 +321,10 @@ en %1</translation>
         <source>Discard</source>
         <translation>Descartar</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>DeliverableView</name>
@@ -496,6 +500,10 @@ en %1</translation>
         <source>Drop a file to replace this</source>
         <translation>Suelte un archivo para reemplazar este</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>FilesPanel</name>
@@ -600,10 +608,6 @@ en %1</translation>
         <translation>Las transferencias</translation>
     </message>
     <message>
-        <source>The panel shows what moves, what is over and what was cut off. Three uploads and three downloads run at once, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up.</source>
-        <translation>El panel muestra lo que está en curso, lo que ha finalizado y lo que se interrumpió. Se realizan tres subidas y tres descargas a la vez, en el orden de la lista; arrastre una fila o use Ctrl y las flechas para cambiarlo. Lo que está en pausa conserva su lugar y lo que ya ha llegado. Lo que se detiene se abandona.</translation>
-    </message>
-    <message>
         <source>Downloads</source>
         <translation>Descargas</translation>
     </message>
@@ -642,6 +646,10 @@ en %1</translation>
     <message>
         <source>Close</source>
         <translation>Cerrar</translation>
+    </message>
+    <message>
+        <source>The panel shows what moves, what is over and what was cut off. As many run at once as the settings say, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up.</source>
+        <translation>El panel muestra lo que está en curso, lo que ha finalizado y lo que se interrumpió. Se transfieren a la vez tantos como digan los ajustes, en el orden de la lista; arrastre una fila o use Ctrl y las flechas para cambiarlo. Lo que está en pausa conserva su lugar y lo que ya ha llegado. Lo que se detiene se abandona.</translation>
     </message>
 </context>
 <context>

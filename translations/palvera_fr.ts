@@ -321,6 +321,10 @@ vers %1</translation>
         <source>Discard</source>
         <translation>Abandonner</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>DeliverableView</name>
@@ -496,6 +500,10 @@ vers %1</translation>
         <source>Drop a file to replace this</source>
         <translation>Déposez un fichier pour remplacer celui-ci</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>FilesPanel</name>
@@ -600,10 +608,6 @@ vers %1</translation>
         <translation>Les transferts</translation>
     </message>
     <message>
-        <source>The panel shows what moves, what is over and what was cut off. Three uploads and three downloads run at once, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up.</source>
-        <translation>Le panneau montre ce qui est en cours, ce qui est terminé et ce qui a été interrompu. Trois téléversements et trois téléchargements se font à la fois, dans l’ordre de la liste&#xa0;; faites glisser une ligne ou utilisez Ctrl et les flèches pour le modifier. Ce qui est suspendu garde sa place et ce qui est déjà arrivé. Ce qui est arrêté est abandonné.</translation>
-    </message>
-    <message>
         <source>Downloads</source>
         <translation>Téléchargements</translation>
     </message>
@@ -642,6 +646,10 @@ vers %1</translation>
     <message>
         <source>Close</source>
         <translation>Fermer</translation>
+    </message>
+    <message>
+        <source>The panel shows what moves, what is over and what was cut off. As many run at once as the settings say, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up.</source>
+        <translation>Le panneau montre ce qui est en cours, ce qui est terminé et ce qui a été interrompu. Il s’en fait à la fois autant que le disent les réglages, dans l’ordre de la liste&#xa0;; faites glisser une ligne ou utilisez Ctrl et les flèches pour le modifier. Ce qui est suspendu garde sa place et ce qui est déjà arrivé. Ce qui est arrêté est abandonné.</translation>
     </message>
 </context>
 <context>

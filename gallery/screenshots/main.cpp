@@ -1,8 +1,12 @@
 // Drives the desktop application through its screens, without a display, and
-// keeps a picture of each. Usage: palvera-screenshots FOLDER light|dark [PERCENT]
-// PERCENT is the size of texts, 100 unless given.
+// keeps a picture of each. Usage: palvera-screenshots FOLDER light|dark [PERCENT [LANGUAGE]]
+// PERCENT is the size of texts, 100 unless given; LANGUAGE one of translations/, such as "de".
+// With --read in the place of all, on a display, it shows each screen until a line comes on its input: tells the name
+// of each on its output, for whoever reads it over the accessibility bus.
 
+#include "app/Language.h"
 #include "controls/Fonts.h"
+#include "gallery/screenshots/Words.h"
 #include "tests/app/Desktop.h"
 
 #include <QDir>
@@ -10,6 +14,9 @@
 #include <QGuiApplication>
 #include <QJsonArray>
 #include <QTemporaryDir>
+
+#include <poll.h>
+#include <unistd.h>
 
 #include <iostream>
 
@@ -24,11 +31,12 @@ constexpr auto button = QAccessible::Button;
 constexpr auto listItem = QAccessible::ListItem;
 constexpr auto menuItem = QAccessible::MenuItem;
 
-class Photographer : Desktop {
+class Photographer : public Desktop {
 public:
+    /// Without a folder, each screen is shown until it has been read.
     Photographer(const QString& folder, const Appearance& appearance)
-        : Desktop(5'000'000,
-                  {.image = imageFile(),
+        : Desktop(folder.isNull() ? slow : usual,
+                  {.image = imageFile(folder.isNull() ? 4 * slow : 4 * usual),
                    .build = "46",
                    .notes = "Uploads go on by themselves after the machine has slept.\nThe list of deliverables "
                             "opens twice as fast."}),
@@ -48,11 +56,15 @@ public:
     }
 
 private:
-    static QString imageFile()
+    // Bytes per second on each connection.
+    static constexpr qint64 usual = 5'000'000;
+    static constexpr qint64 slow = 1'000'000; // nothing is done before it has been read
+
+    static QString imageFile(qint64 bytes)
     {
         static const QTemporaryDir folder;
         QFile file(folder.filePath("Palvera-1.3.dmg"));
-        if (!file.open(QIODevice::WriteOnly) || !file.resize(20'000'000))
+        if (!file.open(QIODevice::WriteOnly) || !file.resize(bytes))
             throw std::runtime_error("cannot write an image");
         return file.fileName();
     }
@@ -71,11 +83,24 @@ private:
     void take(const QString& name, const QString& text = {})
     {
         waitForText(text);
+        if (m_folder.isNull())
+            return show(name);
         letPass(450ms);
         auto path = QDir(m_folder).filePath(name + (m_appearance.dark ? "-dark.png" : "-light.png"));
         if (!screen.window().grabWindow().save(path))
             throw std::runtime_error("cannot write " + path.toStdString());
         std::cout << path.toStdString() << std::endl;
+    }
+    void show(const QString& name)
+    {
+        std::cout << name.toStdString() << std::endl;
+        const auto isRead = [] {
+            pollfd input{.fd = STDIN_FILENO, .events = POLLIN};
+            return poll(&input, 1, 0) == 1;
+        };
+        screen.waitUntil(isRead, 1min);
+        std::string line;
+        std::getline(std::cin, line);
     }
 
     void waiting()
@@ -290,6 +315,8 @@ private:
         take("deliverables-transferring");
         sending();
     }
+    /// Bytes that move in six seconds.
+    qint64 shortFile() const { return 6 * (m_folder.isNull() ? slow : usual); }
     QUrl master(const QString& name) { return sparseFile(name, 1'900'000'000); }
     void sending()
     {
@@ -333,7 +360,9 @@ private:
     }
     void panel()
     {
-        fail(Operation::start, {.kind = Fault::Kind::status, .status = 503}, 2);
+        const bool isPictured = !m_folder.isNull(); // what counts down is not read twice the same
+        if (isPictured)
+            fail(Operation::start, {.kind = Fault::Kind::status, .status = 503}, 2);
         deliver("Key art", "Salt_key_art_v4.tif", 940'000'000);
         deliver("Music cue sheet", "Salt_cues.pdf", 390'000'000);
         deliver("5.1 surround mix", "Salt_5-1_surround_v2.wav", 1'410'000'000);
@@ -341,7 +370,8 @@ private:
         deliver("Music and effects", "Salt_music_effects_v2.wav", 1'410'000'000);
         deliver("Stills", "Salt_stills_v1.zip", 30'000'000);
         goToPanel();
-        waitForText("Trying again in");
+        if (isPictured)
+            waitForText("Trying again in");
         letPass(6s);
         transfers().pause(transfers().inFlight().at(3).id);
         take("transfers");
@@ -359,7 +389,7 @@ private:
         for (const auto& item : transfers().inFlight())
             transfers().stop(item.id);
         goToMainWindow();
-        deliver("Stills", "Salt_stills.zip", 30'000'000);
+        deliver("Stills", "Salt_stills.zip", shortFile());
         screen.waitUntil([&] { return transfers().uploadsFinished() == 1; });
         fail(Operation::start, {.kind = Fault::Kind::status, .status = 403, .message = "This row takes no files."});
         deliver("Full subtitles", "Salt_de.srt", 80'000);
@@ -376,7 +406,7 @@ private:
                                    .error = "delivery_doubt",
                                    .message = "This file is 30 MB. A stereo mix of "
                                               "this film would be about 900 MB."});
-        deliver("Stereo mix", "Salt_stereo_v2.wav", 30'000'000);
+        deliver("Stereo mix", "Salt_stereo_v2.wav", shortFile());
         take("doubt", "Check this file before it goes");
     }
     void cutOff()
@@ -478,22 +508,35 @@ int main(int argc, char** argv)
 {
     QTemporaryDir runtime;
     qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
-    qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
+    const bool isRead = argc == 2 && QByteArrayView(argv[1]) == "--read";
+    if (!isRead)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
     palvera::loadFonts();
-    if (argc < 3 || argc > 4) {
-        std::cerr << "usage: palvera-screenshots FOLDER light|dark [PERCENT]\n";
+    if (!isRead && (argc < 3 || argc > 5)) {
+        std::cerr << "usage: palvera-screenshots FOLDER light|dark [PERCENT [LANGUAGE]], or --read\n";
         return 2;
     }
     testing::GTEST_FLAG(throw_on_failure) = true; // what a test would be told of ends the program
     testing::InitGoogleTest(&argc, argv);
     try {
+        if (isRead) {
+            palvera::Photographer({}, {}).takeAll();
+            return 0;
+        }
         const auto folder = QString::fromLocal8Bit(argv[1]);
         QDir().mkpath(folder);
-        palvera::Photographer(folder, {.dark = QByteArrayView(argv[2]) == "dark",
-                                       .textScale = (argc > 3 ? QByteArray(argv[3]).toDouble() : 100) / 100})
-            .takeAll();
+        palvera::Photographer photographer(folder,
+                                           {.dark = QByteArrayView(argv[2]) == "dark",
+                                            .textScale = (argc > 3 ? QByteArray(argv[3]).toDouble() : 100) / 100});
+        std::optional<palvera::Language> language;
+        if (argc > 4) {
+            QLocale::setDefault(QLocale(argv[4]));
+            language.emplace(QStringList(argv[4]));
+            photographer.screen.words = palvera::Words(argv[4]);
+        }
+        photographer.takeAll();
     } catch (const std::exception& failure) {
         std::cerr << failure.what() << '\n';
         return 1;

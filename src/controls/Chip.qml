@@ -7,6 +7,7 @@ Rectangle {
 
     property string symbol: ""
     property string text: ""
+    property bool silent: false ///< what stands beside it says it
     property color ink: Theme.secondary
     readonly property int around: 2 * Theme.spaceSmall + (symbol !== "" ? Theme.symbolSmall + Theme.spaceTiny : 0) ///< the text
 
@@ -31,6 +32,7 @@ Rectangle {
         Label {
             id: label
 
+            Accessible.ignored: root.silent || text === ""
             anchors.verticalCenter: parent.verticalCenter
             color: root.ink
             font.pixelSize: Theme.textSmall

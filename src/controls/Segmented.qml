@@ -76,6 +76,9 @@ Rectangle {
                 contentItem: Label {
                     Accessible.ignored: true
                     color: option.current || option.hovered ? Theme.text : Theme.secondary
+                    font.pixelSize: Theme.textBody
+                    fontSizeMode: Text.HorizontalFit
+                    minimumPixelSize: Theme.textCaption
                     font.weight: option.current ? Font.DemiBold : Font.Normal
                     horizontalAlignment: Text.AlignHCenter
                     text: option.text

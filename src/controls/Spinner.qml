@@ -21,7 +21,7 @@ Item {
     implicitWidth: Theme.symbolHuge
 
     Accessible.name: qsTr("Busy")
-    Accessible.role: Accessible.Indicator
+    Accessible.role: Accessible.Animation
 
     onTurningChanged: count()
     Component.onCompleted: count()

@@ -107,9 +107,14 @@ TEST_F(DeliveryTest, aFileIsChosenOrDroppedAndSeenFiledAndWhatIsNoneIsRefused)
     screen.click(QAccessible::Button, "Choose a file");
     screen.waitUntil([&] { return root().deliverable()->isPicking(); });
     root().deliverable()->cancelPicking();
+    screen.window().resize(720, 560);
+    application().setAppearance({.textScale = 2}); // such that it comes below the window's edge
     drop({QUrl::fromLocalFile(disk.path())});
-    screen.find(QAccessible::AlertMessage, {});
+    screen.waitUntil([&] { return screen.all(QAccessible::AlertMessage).size() == 1; });
     EXPECT_TRUE(screen.reads("is a folder. Drop the file itself."));
+    auto* refusal = screen.find(QAccessible::AlertMessage, {});
+    screen.waitUntil([&] { return refusal->mapToScene({0, refusal->height()}).y() < screen.window().height(); });
+    application().setAppearance({});
     isWatched = false;
     auto file = sparseFile("Salt – 100% ünïcode #1.mov", 3'000'000);
     // A program that hears of a move deletes the file.

@@ -43,7 +43,7 @@ protected:
         QStringList texts;
         for (auto* item : items) {
             const auto name = Screen::nameOf(item);
-            texts.append(name.section(", ", 0, 0) + " " + name.section(", ", 3, 3));
+            texts.append(name.section(", ", 0, 0) + " " + name.section(", ", 3, 3).section(' ', 0, 0).toLower());
         }
         return texts.join(", ");
     }

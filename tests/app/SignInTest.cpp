@@ -151,6 +151,7 @@ TEST_F(SignInTest, whatTheSecurityKeyAsksForHasAFaceEach)
     screen.waitForFocus("Work email");
     begin();
     keys.ask({.kind = Kind::touch});
+    screen.find(QAccessible::Notification, "Touch your security key.");
     screen.choose(QAccessible::Button, "Use the browser instead");
     screen.find(QAccessible::Heading, "Finish in your browser");
 }

@@ -73,11 +73,11 @@ def resume_and_replace(workspace, platform, file, chosen, asked):
         assert all(sent[number]["times"] == 1 for number in confirmed), "a confirmed part was sent again"
         desktop.open(*DELIVERABLE)
         desktop.find("heading", "Filed against this deliverable")
-        desktop.activate(desktop.BUTTON, "Download")
+        desktop.activate(desktop.BUTTON, f"Download {file.name}")
         wait_until(lambda: (folder / file.name).exists() and len(list(folder.iterdir())) == 1
                    and digest(folder / file.name) == digest(file), "the same bytes come down")
         desktop.activate("page tab", "Finished (2)")
-        desktop.activate("list item", f"Picture master, {file.name}, download, done, Done · 62.9 MB")
+        desktop.activate("list item", f"Picture master, {file.name}, download, Done · 62.9 MB")
         wait_until(asked.exists, "the file manager shows the file")
         assert asked.read_text() == f"{(folder / file.name).as_uri()}\n", asked.read_text()
         asked.unlink()

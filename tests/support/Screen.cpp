@@ -159,8 +159,10 @@ QList<QQuickItem*> Screen::all(std::optional<Role> role, const QString& name) co
 {
     QList<QQuickItem*> items;
     collect(QAccessible::queryAccessibleInterface(m_window), items);
-    items.removeIf(
-        [&](QQuickItem* item) { return (role && roleOf(item) != *role) || (!name.isNull() && nameOf(item) != name); });
+    const auto shown = words(name);
+    items.removeIf([&](QQuickItem* item) {
+        return (role && roleOf(item) != *role) || (!name.isNull() && !shown.contains(nameOf(item)));
+    });
     return items;
 }
 
@@ -189,7 +191,9 @@ QStringList Screen::texts() const
 bool Screen::reads(const QString& text) const
 {
     auto shown = texts();
-    return std::ranges::any_of(shown, [&](const QString& each) { return each.contains(text); });
+    return std::ranges::any_of(words(text), [&](const QString& part) {
+        return std::ranges::any_of(shown, [&](const QString& each) { return each.contains(part); });
+    });
 }
 
 QString Screen::nameOf(QObject* object)
@@ -225,7 +229,7 @@ QQuickItem* Screen::tabTo(Role role, const QString& name)
 {
     constexpr int longestRound = 100;
     for (int i = 0; i < longestRound; ++i) {
-        if (auto* item = focused(); item && roleOf(item) == role && nameOf(item) == name)
+        if (auto* item = focused(); item && roleOf(item) == role && words(name).contains(nameOf(item)))
             return item;
         press(Qt::Key_Tab);
     }

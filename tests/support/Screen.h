@@ -79,6 +79,9 @@ public:
 
     QStringList takeWarnings();
 
+    /// What may be shown in the place of a text that is looked for, where the program speaks another language.
+    std::function<QStringList(const QString&)> words = [](const QString& text) { return QStringList(text); };
+
 private:
     QQmlApplicationEngine m_engine;
     std::unique_ptr<QQuickWindow> m_ownWindow;

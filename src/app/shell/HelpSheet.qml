@@ -15,7 +15,7 @@ AppDialog {
         qsTr("When something comes between"),
         qsTr("A lost network, a restart of the platform or sleep are waited out, and the upload goes on by itself. If the program ends first, the upload waits under Interrupted in the transfers, and goes on from the part that it had reached. The file must not change meanwhile; if it was moved, use Locate."),
         qsTr("The transfers"),
-        qsTr("The panel shows what moves, what is over and what was cut off. Three uploads and three downloads run at once, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up."),
+        qsTr("The panel shows what moves, what is over and what was cut off. As many run at once as the settings say, in the order of the list; drag a row or use Ctrl and the arrows to change it. What is paused keeps its place and what has arrived. What is stopped is given up."),
         qsTr("Downloads"),
         qsTr("A file comes down into the downloads folder, which the first download asks for. A file that is there is never replaced: the new one gets a number. A download that was cut off waits under Interrupted, too."),
         qsTr("Sharing the line"),

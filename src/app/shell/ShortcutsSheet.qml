@@ -97,7 +97,7 @@ AppDialog {
                         Chip {
                             id: keys
 
-                            Accessible.ignored: true
+                            silent: true
                             anchors.right: parent.right
                             text: line.pressed
                         }

@@ -11,11 +11,20 @@ SignInFace {
     readonly property bool asksForPin: passkey.prompt === PasskeyModel.Pin
     readonly property bool asksForHand: passkey.text !== "" && !asksForPin && accounts.count === 0
 
+    readonly property string step: passkey.text
+    readonly property Announcer announcer: Announcer {
+        parent: root
+    }
+
     actionShown: false
     text: passkey.text
     title: qsTr("Sign in with a passkey")
 
     Component.onCompleted: focusSoon.restart()
+    onStepChanged: {
+        if (step !== "")
+            announcer.say(step); // the keyboard may stay where it is, and only the hand is wanted
+    }
 
     Connections {
         function onChanged() {

@@ -229,6 +229,7 @@ FocusScope {
         Message {
             action: root.assets.narrowed ? qsTr("Show all") : ""
             anchors.centerIn: card
+            anchors.verticalCenterOffset: root.assets.face === AssetsModel.Table ? Theme.tableRowHeight : 0 // below the row of Uploads
             detail: root.assets.emptyDetail
             icon: root.assets.emptyIcon
             title: root.assets.emptyTitle

@@ -33,11 +33,13 @@ Rectangle {
 
         actions: [
             AppButton {
+                Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.cutOffName)
                 kind: AppButton.Kind.Primary
                 text: root.deliverable.cutOffSourceGone ? qsTr("Locate…") : qsTr("Resume")
                 onClicked: root.deliverable.cutOffSourceGone ? root.located() : root.resumed()
             },
             AppButton {
+                Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.cutOffName)
                 text: qsTr("Discard")
                 onClicked: root.discarded()
             }

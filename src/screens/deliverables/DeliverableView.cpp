@@ -311,11 +311,16 @@ void DeliverableView::tryAgain()
         m_environment.transfers.tryAgain(m_failed->id);
 }
 
+QString DeliverableView::cutOffName() const
+{
+    return m_cutOff ? visibleText(m_cutOff->journal.filename) : QString();
+}
+
 QString DeliverableView::cutOffText() const
 {
     if (!m_cutOff)
         return {};
-    const auto name = visibleText(m_cutOff->journal.filename);
+    const auto name = cutOffName();
     const auto parts = partsDoneText(*m_cutOff);
     return m_cutOff->isSourceGone
                ? tr("The upload of “%1” was cut off, and the file is not where it was. %2.").arg(name, parts)

@@ -45,6 +45,7 @@ class DeliverableView : public QObject {
     Q_PROPERTY(QString transferKey READ transferKey NOTIFY transferChanged)
     Q_PROPERTY(bool gone READ isGone NOTIFY faceChanged)
     Q_PROPERTY(QString cutOffKey READ cutOffKey NOTIFY cutOffChanged)
+    Q_PROPERTY(QString cutOffName READ cutOffName NOTIFY cutOffChanged)
     Q_PROPERTY(QString cutOffText READ cutOffText NOTIFY cutOffChanged)
     Q_PROPERTY(bool cutOffSourceGone READ isCutOffSourceGone NOTIFY cutOffChanged)
     Q_PROPERTY(QString failure READ failure NOTIFY failureChanged)
@@ -107,6 +108,7 @@ public:
     /// The journal key of an upload to here that was cut off; empty when there is none.
     QString cutOffKey() const { return m_cutOff ? m_cutOff->journal.key : QString(); }
     /// What there is to say of it, for the user.
+    QString cutOffName() const; ///< of the file
     QString cutOffText() const;
     bool isCutOffSourceGone() const { return m_cutOff && m_cutOff->isSourceGone; }
     /// Why the last upload to here failed, for the user; empty when it did not.

@@ -134,11 +134,17 @@ FocusScope {
             }
 
             FailureCard {
+                id: failure
+
                 deliverable: root.deliverable
                 visible: root.deliverable.failure !== ""
                 width: parent.width
                 onDiscarded: root.discarded(root.deliverable.cutOffKey)
                 onLocated: root.located(root.deliverable.cutOffKey)
+                onVisibleChanged: {
+                    if (visible)
+                        page.news = failure;
+                }
             }
 
             CutOffCard {
@@ -151,10 +157,16 @@ FocusScope {
             }
 
             Notice {
+                id: notice
+
                 severe: root.sender.refusal
                 text: root.sender.notice
                 width: parent.width
                 onDismissed: root.sender.dismissNotice()
+                onVisibleChanged: {
+                    if (visible)
+                        page.news = notice;
+                }
             }
         }
     }

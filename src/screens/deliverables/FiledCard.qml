@@ -51,6 +51,7 @@ Card {
 
             ActionRow {
                 actions: AppButton {
+                    Accessible.name: qsTr("%1 %2").arg(text).arg(root.deliverable.filedName)
                     symbol: "square.and.arrow.down"
                     text: qsTr("Download")
                     onClicked: root.deliverable.downloadFiled()

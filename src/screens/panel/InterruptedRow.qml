@@ -66,8 +66,9 @@ Item {
         Figures {
             Accessible.ignored: true
             color: root.sourceGone ? Theme.warning : Theme.secondary
+            elide: Text.ElideRight
             font.pixelSize: Theme.textSmall
-            maximumLineCount: 2
+            maximumLineCount: 4
             text: root.progress
             width: parent.width
             wrapMode: Text.Wrap

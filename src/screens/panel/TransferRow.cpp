@@ -40,7 +40,11 @@ struct Status {
 QString spokenOf(const TransferRow& row, const Item& item)
 {
     auto what = item.kind == Item::Kind::upload ? QObject::tr("upload") : QObject::tr("download");
-    QStringList words{row.title, row.name, what, nameOf(item.state)};
+    QStringList words{row.title, row.name, what};
+    if (row.state == TransferState::Value::Running)
+        words.append(QObject::tr("running"));
+    else if (row.state == TransferState::Value::Failed)
+        words.append(QObject::tr("failed")); // of others, the status says it
     if (row.state == TransferState::Value::Running && !row.percent.isEmpty())
         words.append(QObject::tr("%1 percent").arg(percentOf(item.sent, item.total)));
     if (row.state == TransferState::Value::Running)

@@ -87,7 +87,7 @@ TEST(TransferRowTest, theGraphGrowsWithTheProgressAndTheRestSaysWhatAStopMeans)
     EXPECT_EQ(download.graphFraction, 1);
     EXPECT_EQ(stopTitle(moving), "Stop this download?");
     EXPECT_EQ(stopMessage(moving), "12.4 MB has come down already. It is kept on disk.");
-    EXPECT_EQ(download.spoken, "reel.mov, reel.mov, download, stopped, Stopped") << "without a label";
+    EXPECT_EQ(download.spoken, "reel.mov, reel.mov, download, Stopped") << "without a label";
 }
 
 TEST(TransferTextsTest, aCountdownIsRoundedUpAndEndsAtNothing)
