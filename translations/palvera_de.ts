@@ -1315,6 +1315,10 @@ nach %1</translation>
         <source>Projects of %1</source>
         <translation>Projekte von %1</translation>
     </message>
+    <message>
+        <source>Order</source>
+        <translation>Sortierung</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>
@@ -3197,6 +3201,17 @@ nach %1</translation>
     <message>
         <source>That passkey did not work. Sign in another way.</source>
         <translation>Dieser Passkey hat nicht funktioniert. Melden Sie sich auf anderem Weg an.</translation>
+    </message>
+</context>
+<context>
+    <name>palvera::ProjectsView</name>
+    <message>
+        <source>Platform</source>
+        <translation>Plattform</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
     </message>
 </context>
 <context>

@@ -1315,6 +1315,10 @@ en %1</translation>
         <source>Projects of %1</source>
         <translation>Proyectos de %1</translation>
     </message>
+    <message>
+        <source>Order</source>
+        <translation>Orden</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>
@@ -3197,6 +3201,17 @@ en %1</translation>
     <message>
         <source>That passkey did not work. Sign in another way.</source>
         <translation>Esa llave de acceso no ha funcionado. Inicie sesión de otra forma.</translation>
+    </message>
+</context>
+<context>
+    <name>palvera::ProjectsView</name>
+    <message>
+        <source>Platform</source>
+        <translation>Plataforma</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Nombre</translation>
     </message>
 </context>
 <context>

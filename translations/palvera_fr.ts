@@ -1315,6 +1315,10 @@ vers %1</translation>
         <source>Projects of %1</source>
         <translation>Projets de %1</translation>
     </message>
+    <message>
+        <source>Order</source>
+        <translation>Tri</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>
@@ -3197,6 +3201,17 @@ vers %1</translation>
     <message>
         <source>That passkey did not work. Sign in another way.</source>
         <translation>Cette clé d’accès n’a pas fonctionné. Connectez-vous autrement.</translation>
+    </message>
+</context>
+<context>
+    <name>palvera::ProjectsView</name>
+    <message>
+        <source>Platform</source>
+        <translation>Plateforme</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Nom</translation>
     </message>
 </context>
 <context>

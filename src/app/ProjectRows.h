@@ -14,8 +14,11 @@ struct ProjectRow {
     bool operator==(const ProjectRow&) const = default;
 };
 
-/// The assets row, and a row for each project whose name or reference has the search in it, in their order; all of them
-/// for a search of nothing but space. Case does not matter.
-QList<ProjectRow> projectRows(const QList<Project>& projects, const QString& search);
+enum class ProjectOrder { Platform, Name };
+
+/// The assets row, and a row for each project whose name or reference has the search in it; all of them for a search of
+/// nothing but space. Case does not matter.
+QList<ProjectRow> projectRows(const QList<Project>& projects, const QString& search,
+                              ProjectOrder order = ProjectOrder::Platform);
 
 } // namespace palvera

@@ -55,6 +55,20 @@ std::optional<Project> ProjectsView::projectAt(int row) const
     return key.isEmpty() || found == m_projects.end() ? std::nullopt : std::optional(*found);
 }
 
+QStringList ProjectsView::orders()
+{
+    return {tr("Platform"), tr("Name")};
+}
+
+void ProjectsView::setOrder(int order)
+{
+    if (order == this->order())
+        return;
+    m_order = ProjectOrder(order);
+    showRows();
+    Q_EMIT orderChanged();
+}
+
 void ProjectsView::setSearch(const QString& search)
 {
     if (search == m_search)
@@ -66,7 +80,7 @@ void ProjectsView::setSearch(const QString& search)
 
 void ProjectsView::showRows()
 {
-    setRows(projectRows(m_projects, m_search));
+    setRows(projectRows(m_projects, m_search, m_order));
 }
 
 } // namespace palvera

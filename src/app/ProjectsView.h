@@ -23,6 +23,9 @@ class ProjectsView : public RowsModel<ProjectRow> {
     Q_PROPERTY(bool loading READ isLoading NOTIFY loadChanged)
     Q_PROPERTY(QString error READ error NOTIFY loadChanged)
     Q_PROPERTY(bool empty READ isEmpty NOTIFY loadChanged)
+    Q_PROPERTY(QStringList orders READ orders CONSTANT)
+    Q_PROPERTY(int order READ order WRITE setOrder NOTIFY orderChanged)
+    Q_PROPERTY(bool sortable READ isSortable NOTIFY loadChanged)
     Q_PROPERTY(QString search READ search WRITE setSearch NOTIFY searchChanged)
 
 public:
@@ -43,12 +46,18 @@ public:
     QString error() const { return m_failure ? describe(m_failure) : QString(); }
     /// The organisation was asked, and has no projects.
     bool isEmpty() const { return m_loaded && m_projects.isEmpty(); }
+    static QStringList orders(); ///< their names, by their values
+    /// One of ProjectOrder; stays from client to client.
+    int order() const { return int(m_order); }
+    void setOrder(int order);
+    bool isSortable() const { return m_projects.size() > 1; }
     QString search() const { return m_search; }
     void setSearch(const QString& search);
 
 Q_SIGNALS:
     void orgChanged();
     void loadChanged();
+    void orderChanged();
     void searchChanged();
 
 private:
@@ -62,6 +71,7 @@ private:
     bool m_loaded = false;
     bool m_loading = false;
     std::exception_ptr m_failure;
+    ProjectOrder m_order = ProjectOrder::Platform;
     QString m_search;
 };
 

@@ -44,6 +44,10 @@ FocusScope {
     }
 
     Item {
+        id: page
+
+        readonly property bool narrow: width < Theme.grown(560)
+
         anchors.bottom: parent.bottom
         anchors.horizontalCenter: parent.horizontalCenter
         anchors.top: bar.bottom
@@ -54,12 +58,42 @@ FocusScope {
 
             Accessible.role: Accessible.Heading
             anchors.left: parent.left
-            anchors.right: search.left
+            anchors.right: order.visible && !page.narrow ? order.left : search.left
             anchors.rightMargin: Theme.spaceMedium
             anchors.verticalCenter: search.verticalCenter
             font.pixelSize: Theme.textDisplay
             font.weight: Font.DemiBold
             text: qsTr("Projects")
+        }
+
+        Row {
+            id: order
+
+            anchors.right: page.narrow ? parent.right : search.left
+            anchors.rightMargin: page.narrow ? 0 : Theme.spaceMedium
+            spacing: Theme.spaceSmall
+            visible: root.projects.sortable && root.projects.error === ""
+            y: page.narrow ? search.y + search.height + Theme.spaceSmall : search.y
+
+            Label {
+                Accessible.ignored: true
+                anchors.verticalCenter: parent.verticalCenter
+                color: Theme.secondary
+                font.pixelSize: Theme.textSmall
+                text: qsTr("Order")
+            }
+
+            Picker {
+                compact: true
+                currentIndex: root.projects.order
+                implicitHeight: Theme.controlHeight
+                label: qsTr("Order")
+                model: root.projects.orders
+                onActivated: index => {
+                    root.projects.order = index;
+                    currentIndex = Qt.binding(() => root.projects.order);
+                }
+            }
         }
 
         SearchField {
@@ -92,7 +126,7 @@ FocusScope {
         Card {
             id: card
 
-            anchors.top: search.bottom
+            anchors.top: order.visible && page.narrow ? order.bottom : search.bottom
             anchors.topMargin: Theme.spaceLarge
             height: Math.min(list.contentHeight + 2 * Theme.spaceSmall, parent.height - y - Theme.spaceHuge - footer.height)
             visible: list.count > 0 && root.projects.error === ""

@@ -75,18 +75,18 @@ TEST_F(InterruptedTest, anUploadThatWasCutOffIsAnnouncedAndKeptAndGoesOnOnceItsF
     QFile::rename(disk.filePath("film.mov"), disk.filePath("folder/moved.mov"));
     openDeliverable("Picture master");
     screen.find(QAccessible::AlertMessage, {});
-    screen.choose(QAccessible::Button, "Locate…"); // as of the last reading it need not be gone
+    screen.choose(QAccessible::Button, "Locate… film.mov"); // as of the last reading it need not be gone
     auto& interrupted = *root().transfers()->interrupted();
     interrupted.locate("salt-row-1", QUrl("https://elsewhere.test/film.mov"));
     waitForText("That is not a file on this computer.");
     screen.press(Qt::Key_Return);
     screen.waitUntil([&] { return !screen.reads("That did not work"); });
-    screen.choose(QAccessible::Button, "Locate…");
+    screen.choose(QAccessible::Button, "Locate… film.mov");
     interrupted.locate("salt-row-1", sparseFile("another.mov", 5));
     waitForText("That is another file");
     screen.waitForFocus("Cancel");
     screen.press(Qt::Key_Escape);
-    screen.choose(QAccessible::Button, "Locate…");
+    screen.choose(QAccessible::Button, "Locate… film.mov");
     interrupted.locate("salt-row-1", QUrl::fromLocalFile(disk.filePath("folder/moved.mov")));
     waitForText("Is this the same file?");
     screen.press(Qt::Key_Return);

@@ -52,6 +52,13 @@ TEST_F(PickersTest, aClientIsLeftForAnotherOrForTheSignIn)
         screen.waitUntil([&] { return rows().contains("Northlight Pictures") && rows().size() > 1; });
     }
     openProjects();
+    screen.choose(QAccessible::ComboBox, "Order: Platform", Qt::Key_Space);
+    screen.waitForFocus("Platform");
+    for (const auto key : {Qt::Key_Down, Qt::Key_Return})
+        screen.press(key);
+    screen.waitForFocus("Order: Name");
+    const QStringList byName{"Assets", "Not yet begun", "Paper Moon Rising", "Salt", "The Long Tide"};
+    screen.waitUntil([&] { return rows() == byName; });
     screen.choose(QAccessible::Button, "Account");
     screen.find(QAccessible::MenuItem, "ada@northlight.example");
     screen.press(Qt::Key_Escape);

@@ -29,6 +29,12 @@ TEST(ProjectRowsTest, showsWhatMatchesInThePlatformsOrder)
             titles.append(row.title);
         EXPECT_EQ(titles.join(", "), expected) << search;
     }
+    const QList<Project> mixed = {
+        {.id = "1", .name = "Reel 10"}, {.id = "2", .name = "reel 9"}, {.id = "3", .name = u"Ödland"_s}};
+    QStringList keys;
+    for (const auto& row : projectRows(mixed, "", ProjectOrder::Name))
+        keys.append(row.key);
+    EXPECT_EQ(keys, QStringList({"", "3", "2", "1"})) << "the assets first, then as a reader expects";
 }
 
 } // namespace

@@ -49,6 +49,8 @@ class Screens(programs.Desktop):
                 description = node.get_description() if role != "password text" else ""
             except GLib.Error:
                 return None  # it has just gone
+            if not states.contains(Atspi.StateType.SHOWING):
+                return None  # the same, or it is not yet there
             if role == "frame":
                 active = states.contains(Atspi.StateType.ACTIVE)
             about = [told for state, told in TOLD.items() if states.contains(state)]

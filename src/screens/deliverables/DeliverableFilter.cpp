@@ -1,9 +1,8 @@
 #include "screens/deliverables/DeliverableFilter.h"
 
 #include "screens/Wording.h"
+#include "text/TextOrder.h"
 
-#include <QCollator>
-#include <QLocale>
 #include <QSet>
 
 namespace palvera {
@@ -31,22 +30,13 @@ DeliverableCards sorted(DeliverableCards cards, const QString& order)
 {
     if (order == DeliverableOrder::platform)
         return cards;
-    const QLocale user; // that of machines, C, knows no numbers within names
-    QCollator collator(user.language() == QLocale::C ? QLocale(QLocale::English) : user);
-    collator.setNumericMode(true);
-    std::vector<std::pair<QCollatorSortKey, qsizetype>> keys; // a key is costly, a comparison of two is not
-    keys.reserve(std::size_t(cards.size()));
-    for (qsizetype at = 0; at < cards.size(); ++at)
-        keys.emplace_back(collator.sortKey(order == DeliverableOrder::name ? cards[at]->title
-                                                                           : humanised(cards[at]->deliverable.status)),
-                          at);
-    std::ranges::sort(keys, [](const auto& one, const auto& other) {
-        const int difference = one.first.compare(other.first);
-        return difference < 0 || (difference == 0 && one.second < other.second);
-    });
+    QStringList texts;
+    texts.reserve(cards.size());
+    for (const auto& card : cards)
+        texts.append(order == DeliverableOrder::name ? card->title : humanised(card->deliverable.status));
     DeliverableCards inOrder;
     inOrder.reserve(cards.size());
-    for (const auto& [key, at] : keys)
+    for (const auto at : textOrder(texts))
         inOrder.append(cards[at]);
     return inOrder;
 }

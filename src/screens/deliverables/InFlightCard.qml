@@ -90,36 +90,20 @@ Card {
             id: figures
 
             readonly property bool roomy: width >= Theme.grown(440)
+            readonly property list<string> values: [root.deliverable.doneText, root.deliverable.transferredText, root.deliverable.speedText, root.deliverable.leftText]
 
             columns: roomy ? 4 : 2
             rowSpacing: Theme.spaceMedium
             width: parent.width
 
             Repeater {
-                model: [
-                    {
-                        title: qsTr("Done"),
-                        value: root.deliverable.doneText
-                    },
-                    {
-                        title: qsTr("Transferred"),
-                        value: root.deliverable.transferredText
-                    },
-                    {
-                        title: qsTr("Speed"),
-                        value: root.deliverable.speedText
-                    },
-                    {
-                        title: qsTr("Left"),
-                        value: root.deliverable.leftText
-                    }
-                ]
+                model: [qsTr("Done"), qsTr("Transferred"), qsTr("Speed"), qsTr("Left")]
 
                 Column {
                     id: figure
 
                     required property int index
-                    required property var modelData
+                    required property string modelData
 
                     spacing: Theme.focusGap
                     width: column.width * (!figures.roomy ? 0.5 : index === 1 ? 0.4 : 0.2)
@@ -127,13 +111,13 @@ Card {
                     Label {
                         color: Theme.secondary
                         font.pixelSize: Theme.textSmall
-                        text: figure.modelData.title
+                        text: figure.modelData
                     }
 
                     Figures {
                         font.pixelSize: Theme.textRow
                         font.weight: Font.Medium
-                        text: figure.modelData.value
+                        text: figures.values[figure.index]
                         width: parent.width
                     }
                 }
