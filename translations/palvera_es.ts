@@ -288,6 +288,10 @@ en %1</translation>
         <source>Code from the app</source>
         <translation>Código de la aplicación</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmDialog</name>

@@ -288,6 +288,10 @@ vers %1</translation>
         <source>Code from the app</source>
         <translation>Code de l’application</translation>
     </message>
+    <message>
+        <source>%1 %2</source>
+        <translation>%1 %2</translation>
+    </message>
 </context>
 <context>
     <name>ConfirmDialog</name>

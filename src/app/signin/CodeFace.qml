@@ -22,7 +22,10 @@ SignInFace {
             Label {
                 anchors.verticalCenter: parent.verticalCenter
                 color: Theme.secondary
-                text: root.login.resent ? qsTr("Another code is on its way.") : qsTr("Nothing arrived?")
+                horizontalAlignment: Text.AlignHCenter
+                text: root.login.resent ? qsTr("%1 %2").arg(qsTr("Nothing arrived?")).arg(qsTr("Another code is on its way.")) : qsTr("Nothing arrived?")
+                width: Math.min(implicitWidth, root.width)
+                wrapMode: Text.Wrap
             }
 
             AppButton {

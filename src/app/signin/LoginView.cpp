@@ -195,14 +195,18 @@ void LoginView::toggleAccessCode()
 
 void LoginView::changeEmail()
 {
-    if (!m_busy)
-        go(Face::Email);
+    if (m_busy)
+        return;
+    m_password = QString(); // of the other account
+    go(Face::Email);
 }
 
 void LoginView::forgotPassword()
 {
-    if (!m_busy)
-        go(Face::Forgot);
+    if (m_busy)
+        return;
+    m_password = QString();
+    go(Face::Forgot);
 }
 
 void LoginView::backToSignIn()

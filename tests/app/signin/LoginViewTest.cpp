@@ -141,6 +141,8 @@ TEST_F(LoginViewTest, eachCallThatIsNotAnsweredSaysSoAndKeepsWhatWasEntered)
     for (const auto& [go, face, message] : cases) {
         (view.*go)();
         ASSERT_EQ(view.face(), face);
+        EXPECT_EQ(view.password(), "") << "it was for another door or account";
+        view.setPassword("reel-one");
         EXPECT_EQ(view.error(), "");
         submit();
         EXPECT_EQ(view.error(), message);
