@@ -243,7 +243,7 @@ FocusScope {
     function takeFocus() {
         wantsFocus = covered;
         const at = Window.activeFocusItem;
-        const isLed = at !== placeBefore && at !== null && at.activeFocusOnTab;
+        const isLed = at !== placeBefore && at !== null && at.activeFocusOnTab && at.visible;
         if (face.item && enabled && !covered && !isLed) // and not on its way out
             (face.item as SignInFace).takeFocus();
     }
