@@ -3,6 +3,8 @@
 and a program that reads the screen out: a file is dragged onto a row of the list, the program is killed in the middle,
 started again and told to resume; the file is filed, downloaded, shown by the file manager and replaced by one from the
 desktop's own dialog; two more go into a folder of Uploads. Twice on the way the platform forgets who is signed in."""
+import signal
+
 import support
 from desktop_programs import Desktop, Display, FileManager, install_portal
 from support import DONE, Client, Platform, Workspace, digest, expect, expect_filed, wait_until
@@ -83,8 +85,10 @@ def resume_and_replace(workspace, platform, file, chosen, asked):
         asked.unlink()
         desktop.activate_until(desktop.BUTTON, "Choose a file", asked.exists)
         wait_until(lambda: platform.is_filed(ROW, chosen), "the chosen file is filed")
+        desktop.process.send_signal(signal.SIGSTOP)  # it might ask in between
         platform.expire()
         client.sign_in()  # of which the window learns by the cookies
+        desktop.process.send_signal(signal.SIGCONT)
         desktop.activate(desktop.BUTTON, "Deliverables")
         desktop.activate(desktop.BUTTON, "Projects")
         add_to_uploads(workspace, desktop)
