@@ -33,7 +33,7 @@ std::vector<Journal> readJournals(const QString& folder)
 {
     std::vector<Journal> found;
     const QDir files(folder);
-    for (const QString& name : files.entryList(QDir::Files | QDir::Hidden, QDir::Unsorted))
+    for (const QString& name : files.entryList(QDir::Files | QDir::Hidden, QDir::Name))
         if (auto journal = readJournal(files.filePath(name)))
             found.push_back(std::move(*journal));
     return found;

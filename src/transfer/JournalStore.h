@@ -28,7 +28,8 @@ public:
     void setAside(Journal journal) const;
     /// The journal under `key`, unless there is none that reads and decodes.
     std::optional<Journal> loadJournal(const QString& key) const;
-    /// Every file of the folder that reads and decodes. Others stay where they are.
+    /// Every file of the folder that reads and decodes, by the names of the files: in the same order each time. Others
+    /// stay where they are.
     std::vector<Journal> loadJournals() const;
 
     // Uploads that have not begun, so that they are not forgotten with the program. Each is a journal of one part and
