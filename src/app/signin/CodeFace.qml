@@ -23,6 +23,7 @@ SignInFace {
                 anchors.verticalCenter: parent.verticalCenter
                 color: Theme.secondary
                 horizontalAlignment: Text.AlignHCenter
+                lineHeight: 1 // as that of the link beside it
                 text: root.login.resent ? qsTr("%1 %2").arg(qsTr("Nothing arrived?")).arg(qsTr("Another code is on its way.")) : qsTr("Nothing arrived?")
                 width: Math.min(implicitWidth, root.width)
                 wrapMode: Text.Wrap
