@@ -1250,6 +1250,10 @@ en %1</translation>
         <source>Quit</source>
         <translation>Salir</translation>
     </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menú</translation>
+    </message>
 </context>
 <context>
     <name>ProgressLine</name>

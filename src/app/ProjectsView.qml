@@ -34,9 +34,8 @@ FocusScope {
         id: bar
 
         title: root.projects.orgName
-        leading: AppButton {
-            kind: AppButton.Kind.Link
-            symbol: "chevron.left"
+        leading: BackButton {
+            first: list
             text: qsTr("Clients")
             onClicked: root.leaving()
         }

@@ -1,7 +1,7 @@
 import QtQuick
 import QtQuick.Templates as T
 
-/// A menu that drops from a button. Its items are MenuRow and MenuLine.
+/// A menu that drops from a button, of which it has its name unless it has a title. Its items are MenuRow and MenuLine.
 T.Menu {
     id: root
 
@@ -11,6 +11,7 @@ T.Menu {
     implicitWidth: Theme.grown(240)
     margins: Theme.spaceSmall
     padding: Theme.spaceTiny + 1
+    onAboutToShow: contentItem.parent.Accessible.name = title === "" ? parent.Accessible.name : title
     onClosed: parent.forceActiveFocus(Qt.PopupFocusReason)
 
     enter: Transition {

@@ -11,6 +11,11 @@ namespace {
 /// A list that loads soon shows its rows.
 constexpr std::chrono::milliseconds patience(250);
 
+bool isMenu(const QQuickItem* item)
+{
+    return item && item->parent() && item->parent()->inherits("QQuickMenu");
+}
+
 bool isThere(const QQuickItem* item)
 {
     return item && item->window() && item->isVisible() && item->isEnabled();
@@ -28,6 +33,13 @@ QQuickItem* nearestAncestor(QQuickItem* item, Predicate fits)
     while (item && !fits(item))
         item = item->parentItem();
     return item;
+}
+
+bool isRepeatedChoice(const QKeyEvent& key, const QQuickItem* active)
+{
+    const bool isTyping = active && active->flags() & QQuickItem::ItemAcceptsInputMethod;
+    return key.isAutoRepeat() &&
+           (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter || (key.key() == Qt::Key_Space && !isTyping));
 }
 
 QQuickItem* popupOf(QQuickItem* item)
@@ -82,18 +94,41 @@ FocusKeeper::FocusKeeper(QQuickItem* parent) : QQuickItem(parent)
 {
     connect(this, &QQuickItem::windowChanged, this, [this](QQuickWindow* window) {
         m_patience.stop();
+        m_isLedByKey = false;
         if (!window)
             return;
+        window->installEventFilter(this);
         connect(window, &QQuickWindow::afterAnimating, this, &FocusKeeper::check);
         // A press may open something before the next picture.
         connect(window, &QQuickWindow::activeFocusItemChanged, this, [this, window] {
             if (auto* active = window->activeFocusItem(); canHold(active))
                 note(active);
+            else if (m_isLedByKey && isMenu(active))
+                QMetaObject::invokeMethod(this, &FocusKeeper::beginMenu, Qt::QueuedConnection); // once it is open
         });
     });
     m_patience.setSingleShot(true);
     m_patience.setInterval(patience);
     connect(&m_patience, &QTimer::timeout, this, &FocusKeeper::lend);
+}
+
+bool FocusKeeper::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease) { // a repetition is both
+        m_isLedByKey = true;
+        return isRepeatedChoice(*static_cast<QKeyEvent*>(event),
+                                static_cast<QQuickWindow*>(watched)->activeFocusItem());
+    }
+    if (event->type() == QEvent::MouseButtonPress || event->type() == QEvent::TouchBegin)
+        m_isLedByKey = false;
+    return QQuickItem::eventFilter(watched, event);
+}
+
+void FocusKeeper::beginMenu()
+{
+    QKeyEvent down(QEvent::KeyPress, Qt::Key_Down, Qt::NoModifier);
+    if (auto* active = window() ? window()->activeFocusItem() : nullptr; isMenu(active))
+        QCoreApplication::sendEvent(active, &down);
 }
 
 void FocusKeeper::check()

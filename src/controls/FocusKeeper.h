@@ -14,13 +14,18 @@ namespace palvera {
 /// An item that has the keyboard may be hidden, disabled or removed, and a popup that closes takes its own along: Qt
 /// leaves it with nothing then, or with what nobody sees. Once for every picture of the window, such a loss goes back
 /// to what had it before, in the popup or page that is left; if that cannot take it, after a moment to the nearest stop
-/// of Tab, from which it returns when the other can take it after all and nobody has moved it meanwhile. Main thread.
+/// of Tab, from which it returns when the other can take it after all and nobody has moved it meanwhile. A menu that
+/// was opened with a key begins at its first entry. A key that is held down chooses once: what it leads to may have a
+/// choice of its own. Main thread.
 class FocusKeeper : public QQuickItem {
     Q_OBJECT
     QML_ELEMENT
 
 public:
     explicit FocusKeeper(QQuickItem* parent = nullptr);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     /// What had the keyboard in a popup, or in the page.
@@ -34,6 +39,7 @@ private:
         bool isByMouse = false;
     };
 
+    void beginMenu();
     void check();
     void lend();
     void note(QQuickItem* item);
@@ -41,7 +47,8 @@ private:
     bool isNew(QQuickItem* popup) const;
     void give(QQuickItem* item, const Held& before);
 
-    QList<Held> m_held; ///< of the page, and of each popup above it
+    QList<Held> m_held;        ///< of the page, and of each popup above it
+    bool m_isLedByKey = false; ///< what was pressed last in the window
     QTimer m_patience;
     QPointer<QQuickItem> m_lent;
     std::array<QPointer<QQuickItem>, 3> m_wanted; ///< in the place of what it is lent to

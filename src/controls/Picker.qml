@@ -102,6 +102,10 @@ T.ComboBox {
             Accessible.name: root.label === "" ? root.displayText : root.label
             Accessible.role: Accessible.List
             Keys.forwardTo: [root]
+            onActiveFocusChanged: {
+                if (!activeFocus)
+                    root.popup.close(); // Tab leads out of it
+            }
             onParentChanged: {
                 if (parent)
                     parent.Accessible.ignored = true; // Qt calls it a dialog

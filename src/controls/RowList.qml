@@ -31,6 +31,11 @@ ListView {
         if (event.accepted)
             currentIndex = Math.min(count - 1, Math.max(0, currentIndex + step));
     }
+    // Whoever comes back to it begins at the row, not at the last of its buttons.
+    onActiveFocusChanged: {
+        if (!activeFocus && currentItem)
+            currentItem.focus = true;
+    }
     onCountChanged: {
         if (currentIndex < 0 && count > 0)
             currentIndex = 0;

@@ -51,6 +51,17 @@ void collect(QAccessibleInterface* interface, QList<QQuickItem*>& into)
         collect(interface->child(i), into);
 }
 
+/// Sees the keys that get as far as the window.
+struct KeyWatch : QObject {
+    explicit KeyWatch(QQuickWindow* window) { window->installEventFilter(this); }
+    bool eventFilter(QObject* /*window*/, QEvent* event) override
+    {
+        isReleased |= event->type() == QEvent::KeyRelease;
+        return false;
+    }
+    bool isReleased = false;
+};
+
 /// Sends the events of that kind that a program from elsewhere would; what would become of the files.
 template <class Event>
 Qt::DropAction bring(QQuickWindow* window, QQuickItem* over, const QList<QUrl>& files, Qt::DropAction proposed)
@@ -124,7 +135,8 @@ bool Screen::waitUntil(const std::function<bool()>& holds, std::chrono::millisec
     timer.start();
     while (!holds()) {
         if (timer.hasExpired(limit.count())) {
-            ADD_FAILURE() << "Waited in vain. Shown: " << texts().join(" | ").toStdString();
+            ADD_FAILURE() << "Waited in vain. The keyboard is at " << nameOf(focused()).toStdString()
+                          << ". Shown: " << texts().join(" | ").toStdString();
             return false;
         }
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents, 10);
@@ -139,8 +151,7 @@ void Screen::waitForText(const QString& text)
 
 void Screen::waitForFocus(const QString& name)
 {
-    EXPECT_TRUE(waitUntil([&] { return nameOf(focused()) == name; }))
-        << "the keyboard is at " << nameOf(focused()).toStdString() << ", not at " << name.toStdString();
+    EXPECT_TRUE(waitUntil([&] { return words(name).contains(nameOf(focused())); })) << "not at " << name.toStdString();
 }
 
 void Screen::waitForFrame()
@@ -214,7 +225,10 @@ QAccessible::Role Screen::roleOf(QObject* object)
 void Screen::press(Qt::Key key, Qt::KeyboardModifiers modifiers)
 {
     waitForFrame(); // as nobody is faster: what has come or gone has given the keyboard on by then
+    const QPointer window(m_window);
+    const KeyWatch keys(window);
     QTest::keyClick(m_window, key, modifiers);
+    waitUntil([&] { return keys.isReleased || !window; }); // assistants on the bus are asked before
     settle();
 }
 
@@ -223,6 +237,35 @@ void Screen::type(const QString& text)
     for (auto letter : text)
         QTest::sendKeyEvent(QTest::Click, m_window, Qt::Key_unknown, QString(letter), Qt::NoModifier);
     settle();
+}
+
+QString Screen::place()
+{
+    waitUntil([this] {
+        waitForFrame();
+        auto* item = focused();
+        return item && item->isVisible() && item->isEnabled() && !nameOf(item).isEmpty() &&
+               roleOf(item) != QAccessible::List; // but for a row of it
+    });
+    return nameOf(focused());
+}
+
+qsizetype Screen::walk()
+{
+    const auto first = place();
+    const auto stop = [this] { // a list is one, at whichever of its rows
+        auto* item = focused();
+        return roleOf(item) == QAccessible::ListItem ? item->parentItem() : item;
+    };
+    QList<QPointer<QQuickItem>> stops;
+    for (; !stops.contains(stop()) && !testing::Test::HasFailure(); place()) {
+        stops.append(stop());
+        press(Qt::Key_Tab);
+        stops.removeIf(
+            [](const auto& each) { return !each || !each->isVisible(); }); // what Tab leads out of, and closes
+    }
+    EXPECT_EQ(stop(), stops.value(0)) << "from " << first.toStdString() << " round to " << place().toStdString();
+    return stops.size();
 }
 
 QQuickItem* Screen::tabTo(Role role, const QString& name)

@@ -66,6 +66,10 @@ public:
     /// Tabs to it and presses `key`.
     void choose(Role role, const QString& name, Qt::Key key = Qt::Key_Return);
     QQuickItem* focused() const { return m_window->activeFocusItem(); }
+    /// The name of what has the keyboard, once that is something that one sees and that has one.
+    QString place();
+    /// Tabs all the way round to where the keyboard is, which must have a place at every step. How many there are.
+    qsizetype walk();
     /// With the mouse, once the item has come to rest; or another of its role and name, if it goes away before that.
     void click(QQuickItem* item);
     void click(Role role, const QString& name) { click(find(role, name)); }

@@ -14,6 +14,7 @@ AppMenu {
 
     property Entry chosen: null
 
+    title: qsTr("Menu")
     onAboutToShow: {
         chosen = null;
         shell.menuOpen = true;

@@ -55,9 +55,7 @@ FocusScope {
     Toolbar {
         id: bar
 
-        leading: AppButton {
-            kind: AppButton.Kind.Link
-            symbol: "chevron.left"
+        leading: BackButton {
             text: root.assets.backText
             onClicked: root.goBack()
         }

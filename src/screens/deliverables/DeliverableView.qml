@@ -24,9 +24,7 @@ FocusScope {
     Toolbar {
         id: bar
 
-        leading: AppButton {
-            kind: AppButton.Kind.Link
-            symbol: "chevron.left"
+        leading: BackButton {
             text: qsTr("Deliverables")
             onClicked: root.leaving()
         }

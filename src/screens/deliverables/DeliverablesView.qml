@@ -45,9 +45,8 @@ FocusScope {
     Toolbar {
         id: bar
 
-        leading: AppButton {
-            kind: AppButton.Kind.Link
-            symbol: "chevron.left"
+        leading: BackButton {
+            first: list
             text: qsTr("Projects")
             onClicked: root.leaving()
         }

@@ -1,7 +1,7 @@
 import QtQuick
 import Palvera.Controls
 
-/// A transfer that was cut off, and what can become of it.
+/// A transfer that was cut off, and what can become of it. Enter does what is likeliest, Delete discards it.
 Item {
     id: root
 
@@ -24,6 +24,29 @@ Item {
     Accessible.role: Accessible.ListItem
     ListView.onPooled: visible = false
     ListView.onReused: visible = true
+    Keys.onPressed: event => {
+        event.accepted = true;
+        if (event.key === Qt.Key_Return || event.key === Qt.Key_Enter)
+            goOn();
+        else if (event.key === Qt.Key_Delete)
+            discarded();
+        else
+            event.accepted = false;
+    }
+
+    function goOn() {
+        if (sourceGone)
+            located();
+        else
+            resumed();
+    }
+
+    FocusRing {
+        anchors.margins: Theme.spaceTiny
+        radius: Theme.radiusMedium
+        shown: root.activeFocus
+        target: root
+    }
 
     SymbolIcon {
         id: glyph
@@ -84,7 +107,7 @@ Item {
         anchors.verticalCenter: parent.verticalCenter
         implicitHeight: Theme.controlHeight - Theme.spaceTiny
         text: root.sourceGone ? qsTr("Locate…") : qsTr("Resume")
-        onClicked: root.sourceGone ? root.located() : root.resumed()
+        onClicked: root.goOn()
     }
 
     IconButton {

@@ -39,6 +39,7 @@ AppMenu {
     function openFor(list: TransferList, key: string, actions: var, x: real, y: real) {
         root.parent = root.list = list;
         root.key = key;
+        title = (list.currentItem as TransferRow)?.name ?? "";
         choices.model = actions;
         popup(parent, x, y);
     }
