@@ -6,6 +6,7 @@
 
 #include "app/Language.h"
 #include "controls/Fonts.h"
+#include "controls/SpokenStates.h"
 #include "gallery/screenshots/Words.h"
 #include "tests/app/Desktop.h"
 
@@ -101,6 +102,18 @@ private:
         screen.waitUntil(isRead, 1min);
         std::string line;
         std::getline(std::cin, line);
+        if (screen.shows(button, {})) // otherwise there is only a wait
+            screen.walk();
+    }
+    /// Escape leads out of a question, and the keyboard back to what is called `place`, and maybe more.
+    void leave(const QString& place)
+    {
+        screen.press(Qt::Key_Escape);
+        screen.waitUntil([&] {
+            return screen.all(QAccessible::Dialog).isEmpty() &&
+                   std::ranges::any_of(screen.words(place),
+                                       [&](const QString& name) { return screen.place().startsWith(name); });
+        });
     }
 
     void waiting()
@@ -209,7 +222,7 @@ private:
         take("projects-failed", "Could not load your projects");
         screen.click(button, "Try again");
         take("projects", "Salt");
-        screen.click(button, "Account");
+        screen.choose(button, "Account");
         take("account-menu", "Sign out");
         screen.press(Qt::Key_Escape);
         screen.press(Qt::Key_F10);
@@ -222,7 +235,7 @@ private:
         for (const auto& [name, key, modifier, text] : sheets) {
             screen.press(key, modifier);
             take(name, text);
-            screen.press(Qt::Key_Escape);
+            leave("Account");
         }
         screen.click(button, "Clients");
         waitForText("Choose a client");
@@ -287,7 +300,6 @@ private:
         take("deliverables");
         screen.click(QAccessible::ComboBox, "Status: All");
         take("deliverables-filter");
-        screen.press(Qt::Key_Escape);
         enter("Find a deliverable", "nothing like it");
         take("deliverables-nothing-matches", "Nothing matches");
         screen.press(Qt::Key_Escape);
@@ -309,7 +321,7 @@ private:
         openRow("Textless elements");
         drop({sparseFile("Salt_feature_UHD.mov", 48'000'000'000)});
         take("deliverable-doubtful", "Send a full-length file");
-        screen.press(Qt::Key_Escape);
+        leave("Choose a file");
         goBack();
         screen.press(Qt::Key_Escape); // which clears the search
         take("deliverables-transferring");
@@ -331,7 +343,7 @@ private:
             take(drag);
             screen.drop(item, files);
             take(question, "Left out:");
-            screen.press(Qt::Key_Escape);
+            leave("Find a deliverable");
         }
         openRow("Key art");
         drop(files);
@@ -341,7 +353,7 @@ private:
         take("deliverable-paused");
         screen.click(button, "Stop Salt_key_art_v5.tif");
         take("deliverable-stop", "Stop this upload?");
-        screen.press(Qt::Key_Escape);
+        leave("Stop Salt_key_art_v5.tif");
         transfers().stopAll();
         for (const auto& [row, status] : {std::pair("Stills", 404), std::pair("Full subtitles", 403)}) {
             goBack();
@@ -382,10 +394,10 @@ private:
         screen.press(Qt::Key_Escape);
         screen.click(button, "Stop Salt_key_art_v4.tif");
         take("transfers-stop", "Stop this upload?");
-        screen.press(Qt::Key_Escape);
-        screen.click(button, "Stop all");
+        leave("Key art");
+        screen.choose(button, "Stop all");
         take("transfers-stop-all", "Stop all transfers?");
-        screen.press(Qt::Key_Escape);
+        leave("Stop all");
         for (const auto& item : transfers().inFlight())
             transfers().stop(item.id);
         goToMainWindow();
@@ -408,6 +420,7 @@ private:
                                               "this film would be about 900 MB."});
         deliver("Stereo mix", "Salt_stereo_v2.wav", shortFile());
         take("doubt", "Check this file before it goes");
+        leave("Find a deliverable");
     }
     void cutOff()
     {
@@ -417,7 +430,12 @@ private:
         screen.click(button, "Account");
         screen.click(menuItem, "Sign out");
         take("sign-out-moving", "Sign out while files are moving?");
-        QFile::remove(disk.filePath("Salt_music_effects_v3.wav"));
+        leave("Account");
+        screen.window().close();
+        take("quit", "Quit while files are moving?");
+        leave("Account");
+        const auto moved = disk.filePath("Stills/Salt_music_effects.wav");
+        QFile::rename(disk.filePath("Salt_music_effects_v3.wav"), moved);
         begin();
         openClients();
         take("clients-cut-off", "2 uploads were cut off.");
@@ -427,31 +445,42 @@ private:
         transfers().setPanelOpen(true);
         goToPanel();
         take("transfers-interrupted", "Locate…");
-        screen.click(button, "Discard Salt_feature_UHD.mov");
+        screen.choose(button, "Discard Salt_feature_UHD.mov");
         take("transfers-discard", "Discard this upload?");
-        screen.press(Qt::Key_Escape);
+        leave("Discard Salt_feature_UHD.mov");
+        const QString locate("Locate… Salt_music_effects_v3.wav");
+        for (const auto& [file, name, title] :
+             {std::tuple(sparseFile("Salt_music_effects_v4.wav", 5), "locate-another", "That is another file"),
+              std::tuple(QUrl::fromLocalFile(moved), "locate-same", "Is this the same file?")}) {
+            screen.choose(button, locate);
+            root().transfers()->interrupted()->locate("salt-row-6", file);
+            take(name, title);
+            leave(locate);
+        }
         goToMainWindow();
         goBack();
     }
     void updates()
     {
-        screen.press(Qt::Key_Escape);
         begin();
         openClients();
         screen.press(Qt::Key_U, Qt::ControlModifier);
         take("update-not-here", "Updates of this copy come with those of the system.");
+        leave("Northlight Pictures");
         feed = server->serviceAddress() + "/updates/latest.json";
         fail(Operation::feed, {.kind = Fault::Kind::overwrite, .members = {{"build", "45"}}}, 2);
         begin();
         openClients();
         screen.press(Qt::Key_U, Qt::ControlModifier);
         take("update-none", "Palvera is up to date");
+        leave("Northlight Pictures");
         fail(Operation::feed, {.kind = Fault::Kind::status, .latency = 2s}, 2);
         begin();
         openClients();
         screen.press(Qt::Key_U, Qt::ControlModifier);
         take("update-checking", "Checking for updates…");
         take("update-feed-silent", "Could not check for updates");
+        leave("Northlight Pictures");
         installer.answer = "The update is not signed by Palvera.";
         finish();
         QFile::remove(disk.filePath("cookies"));
@@ -468,7 +497,7 @@ private:
         screen.click(QAccessible::MenuItem, "About Palvera");
         screen.click(button, "Licences");
         take("about", "Last failure");
-        screen.click(button, "Close");
+        leave("Menu");
         installer.answer.reset();
         screen.click(button, "Retry update");
         take("update-preparing", "Checking");
@@ -481,6 +510,9 @@ private:
         goToMainWindow();
         screen.click(button, "Restart");
         take("update-question", "Restart Palvera now?");
+        leave("Restart");
+        screen.press(Qt::Key_Return);
+        waitForText("Restart Palvera now?");
         screen.click(screen.all(button, "Restart").last());
         take("update-restarting", "Restarting");
     }
@@ -514,6 +546,7 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     QGuiApplication application(argc, argv);
     palvera::loadFonts();
+    palvera::installSpokenStates();
     if (!isRead && (argc < 3 || argc > 5)) {
         std::cerr << "usage: palvera-screenshots FOLDER light|dark [PERCENT [LANGUAGE]], or --read\n";
         return 2;
