@@ -2,6 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontMetricsF>
+#include <QGlyphRun>
+#include <QTextLayout>
+
 namespace palvera {
 namespace {
 
@@ -115,6 +119,20 @@ TEST_F(ControlsTest, aTextFromElsewhereIsShownAndNeverObeyed)
     EXPECT_TRUE(screen.reads("<b>bold</b>"));
     EXPECT_TRUE(screen.shows(QAccessible::ProgressBar, "Master.mov, 42 percent"));
     EXPECT_TRUE(screen.shows(QAccessible::ProgressBar, "Trailer.mov, 29 percent"));
+}
+
+TEST(FiguresTest, haveDigitsOfOneWidthAndTakeWhatIsNotLatinFromTheFontOfTexts)
+{
+    const QFont font("Palvera Figures");
+    for (auto digit : QStringLiteral("023456789"))
+        EXPECT_EQ(QFontMetricsF(font).horizontalAdvance('1'), QFontMetricsF(font).horizontalAdvance(digit));
+    for (const auto& [text, family] : {std::pair("Film", "Palvera Figures"), std::pair("Фильм", "Inter")}) {
+        QTextLayout layout(text, font);
+        layout.beginLayout();
+        layout.createLine();
+        layout.endLayout();
+        EXPECT_EQ(layout.glyphRuns().value(0).rawFont().familyName(), family);
+    }
 }
 
 } // namespace
