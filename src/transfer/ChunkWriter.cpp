@@ -8,9 +8,16 @@ namespace palvera {
 void ChunkWriter::begin(ByteRange range)
 {
     m_range = range;
+    m_kept = 0;
     m_taken = 0;
     m_written = 0;
     m_filled = 0;
+}
+
+ByteRange ChunkWriter::goOn()
+{
+    m_kept = m_taken;
+    return {.offset = m_range.offset + m_kept, .length = m_range.length - m_kept};
 }
 
 void ChunkWriter::take(std::span<const char> bytes)

@@ -14,8 +14,8 @@ namespace palvera {
 /// measured to cost a tenth more time, a seventh more processor time, and a hundred MiB of memory. A disk that cannot
 /// keep up holds the line up, and so the sender.
 ///
-/// What an answer leaves in the file that is cut off is no chunk: no record lists it, and the next attempt writes over
-/// it.
+/// What an answer leaves that is cut off is no chunk: no record lists it. The next attempt goes on after it, or begins
+/// the chunk again and writes over it.
 class ChunkWriter final : public BodySink {
 public:
     ChunkWriter(const DestinationFile& file, qint64 sliceSize)
@@ -24,7 +24,9 @@ public:
 
     /// The bytes of `range` arrive next, from its start on.
     void begin(ByteRange range);
-    qint64 room() const override { return m_range.length; }
+    /// What an answer that was cut off has left to come, which arrives next.
+    ByteRange goOn();
+    qint64 room() const override { return m_range.length - m_kept; }
     /// Throws FileError where a byte could not be written. With the last one of a chunk, all of it is on its way to the
     /// disk.
     void take(std::span<const char> bytes) override;
@@ -44,6 +46,7 @@ private:
     const qint64 m_sliceSize;
     const std::unique_ptr<char[]> m_slice;
     ByteRange m_range;
+    qint64 m_kept = 0; // of answers that were cut off
     std::atomic<qint64> m_taken = 0;
     std::atomic<bool> m_held = false;
     qint64 m_written = 0; // bytes of the chunk

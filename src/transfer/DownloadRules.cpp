@@ -81,6 +81,11 @@ std::optional<QString> objectionTo(const HttpResponse& answer, ByteRange range)
     return {};
 }
 
+bool namesRange(const HttpResponse& answer, ByteRange range)
+{
+    return contentRangeOf(answer).span == spanText(range);
+}
+
 bool isAnotherObject(const HttpResponse& answer, qint64 total, const QString& tag)
 {
     auto named = contentRangeOf(answer).total;

@@ -24,6 +24,9 @@ std::optional<qint64> totalIn(const HttpResponse& answer);
 /// What speaks against the body that follows these headers being the bytes of `range`; nothing when nothing does.
 std::optional<QString> objectionTo(const HttpResponse& answer, ByteRange range);
 
+/// Whether the answer says itself that these bytes are its body.
+bool namesRange(const HttpResponse& answer, ByteRange range);
+
 /// Whether the answer is about another object than one of `total` bytes with the entity tag `tag`, where both name one.
 bool isAnotherObject(const HttpResponse& answer, qint64 total, const QString& tag);
 

@@ -243,21 +243,25 @@ Task<void> DownloadRun::fetch(Lane& lane, qint64 index)
 
 Task<void> DownloadRun::bring(Lane& lane, ByteRange range)
 {
+    lane.chunk->begin(range);
     for (int number = 1;; ++number) {
         const auto address = m_addressNumber;
         const auto began = m_environment.clock.now();
-        lane.pace.begin(began);
+        const auto kept = lane.chunk->taken();
+        lane.pace.begin(began, kept);
         auto missed = co_await attempt(lane, range);
         lane.pace.end();
         if (!missed) {
             const auto taken = secondsBetween(began, m_environment.clock.now());
             if (taken > 0)
-                m_paces.push_back(double(range.length) / taken);
+                m_paces.push_back(double(range.length - kept) / taken);
             if (m_paces.size() > rememberedPaces)
                 m_paces.pop_front();
             co_return;
         }
-        if (number == attempts)
+        if (lane.chunk->taken() - kept >= m_settings.sliceSize)
+            number = 1; // on a line that breaks again and again, all comes in time
+        else if (number == attempts)
             throw APIError(0, missed->reason);
         lane.trouble = Trouble{.reason = missed->reason, .attempt = number + 1};
         bool hasOther = missed->isRefused && co_await renewAddress(address);
@@ -328,20 +332,29 @@ Task<bool> DownloadRun::renewAddress(int refused)
     co_return refused != m_addressNumber;
 }
 
+/// Brings what has not come yet of the chunk at `range`. What came before the connection broke stays.
 Task<std::optional<DownloadRun::Missed>> DownloadRun::attempt(Lane& lane, ByteRange range)
 {
-    auto request = rangedRequest(m_address, range);
-    lane.chunk->begin(range);
+    const auto rest = lane.chunk->goOn();
+    auto request = rangedRequest(m_address, rest);
     request.sink = &*lane.chunk;
     request.onHeld = [&chunk = *lane.chunk] { chunk.noteHeld(); };
-    request.wantsBody = [this, range](const HttpResponse& head) {
-        return !head.isSuccess() || (!isAnotherObject(head, m_total, m_tag) && !objectionTo(head, range));
+    bool isSure = false; // that what comes belongs there
+    request.wantsBody = [this, rest, &isSure](const HttpResponse& head) {
+        isSure = namesRange(head, rest);
+        return !head.isSuccess() || (!isAnotherObject(head, m_total, m_tag) && !objectionTo(head, rest));
     };
     auto sent = co_await outcomeOf(lane.session.send(std::move(request)));
     if (isCancellation(sent.failure) || isLasting(sent.failure) || failureAs<FileError>(sent.failure))
         std::rethrow_exception(sent.failure);
-    if (sent.failure)
+    if (sent.failure) {
+        const auto error = failureAs<TransportError>(sent.failure);
+        const bool isTooLong = error && error->kind() == TransportError::Kind::tooLarge;
+        const auto came = lane.chunk->taken() - (range.length - rest.length);
+        if ((came > 0 && !isSure) || isTooLong || came == rest.length)
+            lane.chunk->begin(range);
         co_return Missed{.reason = describe(sent.failure)};
+    }
     const auto& answer = *sent.value;
     constexpr int forbidden = 403;
     if (!answer.isSuccess())
@@ -349,12 +362,12 @@ Task<std::optional<DownloadRun::Missed>> DownloadRun::attempt(Lane& lane, ByteRa
                          .isRefused = answer.status == forbidden};
     if (isAnotherObject(answer, m_total, m_tag))
         throw changedInStorage();
-    if (auto objection = objectionTo(answer, range))
-        co_return Missed{.reason = *objection};
-    if (answer.length != range.length)
-        co_return Missed{
-            .reason = QObject::tr("Storage sent %1 bytes of a chunk of %2.").arg(answer.length).arg(range.length)};
-    co_return std::nullopt;
+    auto objection = objectionTo(answer, rest);
+    if (!objection && answer.length == rest.length)
+        co_return std::nullopt;
+    lane.chunk->begin(range);
+    co_return Missed{.reason = objection.value_or(
+                         QObject::tr("Storage sent %1 bytes of a chunk of %2.").arg(answer.length).arg(rest.length))};
 }
 
 Task<void> DownloadRun::keepRecord()

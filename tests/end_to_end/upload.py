@@ -76,6 +76,7 @@ def filed_files_come_down_beside_what_is_there_and_into_the_downloads_folder():
         expect(FAILED, client.run("download", ORG, PROJECT, "salt-row-1"))
         expect(DONE, client.run("downloads-folder", folder))
         assert client.run("downloads-folder").out == f"{folder}\n"
+        platform.break_with({"operation": "get", "action": "reset-mid-body", "bytes": CHUNK // 6, "times": 100})
         expect(DONE, client.run("download", ORG, PROJECT, "salt-row-1"))
         assert digest(folder / "Naïve reel 100% 3.mov") == digest(file) and len(list(folder.iterdir())) == 3
 

@@ -24,7 +24,8 @@ public:
     };
     /// How long each answer takes.
     std::chrono::nanoseconds latency{0};
-    bool isHeld = false; ///< by a limit, for all of that
+    bool isHeld = false;                  ///< by a limit, for all of that
+    std::optional<qint64> mostBytes = {}; ///< of a body, before the connection breaks
 
     void answer(int status, QByteArray body = {})
     {
@@ -54,7 +55,7 @@ private:
     }
 
     /// `response`, whose body is whole, as a session would hand it to whoever made `request`.
-    static HttpResponse delivered(const HttpRequest& request, HttpResponse response)
+    HttpResponse delivered(const HttpRequest& request, HttpResponse response) const
     {
         if (response.body.isEmpty())
             return response;
@@ -67,11 +68,15 @@ private:
         if (response.length > request.sink->room())
             throw TransportError(TransportError::Kind::tooLarge, QStringLiteral("The server's answer is too large."));
         constexpr std::size_t packet = 300;
-        for (std::span rest(std::as_const(response.body)); !rest.empty();) {
+        const bool isCut = response.length > mostBytes.value_or(response.length);
+        for (auto rest = std::span(std::as_const(response.body)).first(isCut ? *mostBytes : response.length);
+             !rest.empty();) {
             const auto bytes = rest.first(std::min(packet, rest.size()));
             request.sink->take(bytes);
             rest = rest.subspan(bytes.size());
         }
+        if (isCut)
+            throw TransportError(TransportError::Kind::broken, QStringLiteral("The connection was cut."));
         response.body.clear();
         return response;
     }

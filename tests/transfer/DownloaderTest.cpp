@@ -13,7 +13,7 @@ namespace palvera {
 namespace {
 
 constexpr qint64 chunk = 1000;
-constexpr qint64 slice = 400;
+constexpr qint64 slice = 200;
 const QByteArray probeRange = "bytes=0-0";
 
 /// Storage with one object.
@@ -23,7 +23,8 @@ struct Storage {
     std::function<void(const QByteArray& range, HttpResponse&)> spoil = [](const auto&, auto&) {};
     /// How long the answers take that come to a lane.
     std::function<std::chrono::milliseconds(std::size_t lane)> latency = [](auto) { return 100ms; };
-    bool isHeld = false; ///< a limit holds them up meanwhile
+    bool isHeld = false;                  ///< a limit holds them up meanwhile
+    std::optional<qint64> mostBytes = {}; ///< of each, before the connection breaks
 
     HttpResponse answer(const QByteArray& range) const
     {
@@ -60,6 +61,7 @@ struct Life {
         auto client = std::make_unique<FakeHttpClient>(world.clock);
         client->latency = storage.latency(lanes++);
         client->isHeld = storage.isHeld;
+        client->mostBytes = storage.mostBytes;
         client->handler = [this](const HttpRequest& request) {
             EXPECT_EQ(request.url.chopped(renewals), "http://storage.test/object?signature=a%2Fb");
             const auto& range = request.headers.front().second;
@@ -300,6 +302,27 @@ TEST_F(DownloaderTest, triesAChunkFourTimesUnlessOnlyTheUserCanMendItSaysWhyAndR
     };
     EXPECT_EQ(download(), "The certificate has expired.");
     EXPECT_LT(life->world.clock.elapsed(), 1s);
+}
+
+TEST_F(DownloaderTest, goesOnInAChunkWhoseConnectionBreaksAsLongAsMoreOfItComes)
+{
+    storage.content = patterned(chunk);
+    storage.mostBytes = slice;
+    EXPECT_EQ(download(), "");
+    EXPECT_THAT(life->ranges,
+                ElementsAre("bytes=0-999", "bytes=200-999", "bytes=400-999", "bytes=600-999", "bytes=800-999"));
+    EXPECT_EQ(life->world.clock.elapsed(), 100ms + 5 * 100ms + 4s);
+    expectWhole();
+    storage.mostBytes = slice - 1;
+    EXPECT_EQ(download(), "The connection was cut.");
+    EXPECT_EQ(life->ranges.back(), "bytes=597-999") << "of a line that brings too little, four attempts";
+    storage.mostBytes = slice;
+    storage.spoil = [](const auto& range, auto& answer) {
+        if (range != probeRange)
+            answer.headers.clear(); // it may be any part of the file
+    };
+    EXPECT_EQ(download(), "The connection was cut.");
+    EXPECT_THAT(life->ranges, ElementsAre("bytes=0-999", "bytes=0-999", "bytes=0-999", "bytes=0-999"));
 }
 
 TEST_F(DownloaderTest, noLaneGoesOnWithAFileThatChanged)
