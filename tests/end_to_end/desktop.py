@@ -94,7 +94,7 @@ def resume_and_replace(workspace, platform, file, chosen, asked):
         add_to_uploads(workspace, desktop)
         desktop.sign_out()
         desktop.quit()
-        assert desktop.errors.read_text() == "", desktop.errors.read_text()
+        assert desktop.complaints() == "", desktop.complaints()
 
 
 def add_to_uploads(workspace, desktop):

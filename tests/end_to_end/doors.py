@@ -154,7 +154,7 @@ def comes_back_by_every_way_to_whoever_waits():
             desktop.press("Escape")
             desktop.find("text|entry", "Work email")
             assert not list(folder.iterdir())
-            assert desktop.errors.read_text() == "", desktop.errors.read_text()
+            assert desktop.complaints() == "", desktop.complaints()
         [cookies] = (client.home / "data").rglob("cookies")
         cookie = re.search(r"pv_session\s+(\S+)", cookies.read_text())[1]
         assert holds(client.home, cookie) == [cookies] and cookie not in result.out + result.error
@@ -177,7 +177,7 @@ def a_security_key_signs_in():
                 if pin != "24681357":
                     desktop.find(".*", "That PIN is not right. 7 tries left.")
             desktop.find("heading", "Choose a client")
-            assert desktop.errors.read_text() == "", desktop.errors.read_text()
+            assert desktop.complaints() == "", desktop.complaints()
         assert not holds(workspace.path / "home", "24681357")
 
 

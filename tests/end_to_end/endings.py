@@ -166,7 +166,7 @@ def discard(workspace, platform, client, file):
         assert [upload["phase"] for upload in platform.uploads(ROW)] == ["aborted"]
         desktop.sign_out()
         desktop.quit()
-        assert desktop.errors.read_text() == "", desktop.errors.read_text()
+        assert desktop.complaints() == "", desktop.complaints()
 
 
 def is_shown(desktop):

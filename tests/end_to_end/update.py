@@ -144,7 +144,7 @@ def restarted_in_the_middle_of_two_uploads_which_are_resumed():
             desktop.press("ctrl+q")
             wait_until(lambda: not pathlib.Path(f"/proc/{process}").exists(), "it ends")
             assert (workspace.path / "home/state/Palvera/start").read_text() == "2 works\n"
-            assert desktop.errors.read_text() == "", desktop.errors.read_text()
+            assert desktop.complaints() == "", desktop.complaints()
 
 
 def a_build_that_dies_is_left_for_the_one_before():
