@@ -16,6 +16,8 @@ void FilterChoices::setValues(const QStringList& values)
     for (const auto& value : values)
         choices.append(shown(value));
     setRows(choices);
+    ++m_revision;
+    Q_EMIT revised();
 }
 
 int FilterChoices::indexOf(const QString& value) const

@@ -19,6 +19,7 @@ struct FilterChoice {
 class FilterChoices : public RowsModel<FilterChoice> {
     Q_OBJECT
     QML_ANONYMOUS
+    Q_PROPERTY(int revision READ revision NOTIFY revised) ///< another one for each list of values
 
 public:
     /// Makes a value's choice.
@@ -27,6 +28,7 @@ public:
     explicit FilterChoices(Describe describe, QObject* parent = nullptr);
 
     void setValues(const QStringList& values);
+    int revision() const { return m_revision; }
 
     /// Where `value` stands; -1 when it is none of them.
     Q_INVOKABLE int indexOf(const QString& value) const;
@@ -35,10 +37,14 @@ public:
     /// What `value` is called, whether it is one of them or not.
     Q_INVOKABLE QString labelOf(const QString& value) const;
 
+Q_SIGNALS:
+    void revised();
+
 private:
     FilterChoice shown(const QString& value) const;
 
     const Describe m_describe;
+    int m_revision = 0;
 };
 
 } // namespace palvera

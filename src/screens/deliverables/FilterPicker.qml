@@ -9,6 +9,7 @@ Row {
     required property string title
     required property var choices ///< a model of values, labels and codes
     required property string value
+    readonly property int place: choices.revision < 0 ? -1 : choices.indexOf(value) ///< looked up for each revision
 
     signal chosen(string value)
 
@@ -29,14 +30,14 @@ Row {
         anchors.verticalCenter: parent.verticalCenter
         codeRole: "code"
         compact: true
-        currentIndex: root.choices.indexOf(root.value)
+        currentIndex: root.place
         displayText: root.choices.labelOf(root.value)
         label: root.title
         model: root.choices
         textRole: "label"
         onActivated: index => {
             root.chosen(root.choices.valueAt(index));
-            currentIndex = Qt.binding(() => root.choices.indexOf(root.value));
+            currentIndex = Qt.binding(() => root.place);
         }
     }
 }
