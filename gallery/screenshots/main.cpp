@@ -102,7 +102,7 @@ private:
         screen.waitUntil(isRead, 1min);
         std::string line;
         std::getline(std::cin, line);
-        if (screen.shows(button, {})) // otherwise there is only a wait
+        if (name != "loading") // where there is only a wait
             screen.walk();
     }
     /// Escape leads out of a question, and the keyboard back to what is called `place`, and maybe more.
