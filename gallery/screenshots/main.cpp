@@ -2,7 +2,8 @@
 // keeps a picture of each. Usage: palvera-screenshots FOLDER light|dark [PERCENT [LANGUAGE]]
 // PERCENT is the size of texts, 100 unless given; LANGUAGE one of translations/, such as "de".
 // With --read in the place of all, on a display, it shows each screen until a line comes on its input: tells the name
-// of each on its output, for whoever reads it over the accessibility bus.
+// of each on its output, for whoever reads it over the accessibility bus; then goes round it by Tab, and fails where
+// the keyboard is nowhere.
 
 #include "app/Language.h"
 #include "controls/Fonts.h"
